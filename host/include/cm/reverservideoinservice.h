@@ -1,0 +1,26 @@
+#pragma once
+
+#include "nordahost_global.h"
+
+#include <QObject>
+
+namespace cm {
+
+/** The service that shows the reversing camera and its warning overlay. */
+class NORDAHOST_EXPORT ReverserVideoInService : public QObject
+{
+    Q_OBJECT
+public:
+    static ReverserVideoInService *getInstance();
+
+    /** Draws the warning overlay anew, after the view changed. */
+    void updateWarning();
+
+signals:
+    void warningUpdated();
+
+private:
+    ReverserVideoInService();
+};
+
+} // namespace cm

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "nordahost_global.h"
+
+#include <QMap>
+#include <QObject>
+
+namespace norda {
+
+/** Feature queries and status settings of the vehicle service. Fetched at each use. */
+class NORDAHOST_EXPORT VtqService : public QObject
+{
+    Q_OBJECT
+public:
+    static VtqService *instance();
+
+    /**
+     * Which controls the car's climate control has.
+     * @param group  0 or 1; any other group is empty
+     * @return feature number (0 to 7) to presence; a number that is missing is absent
+     */
+    QMap<int, bool> getFrontClimateControlFeatures(int group);
+    QMap<int, bool> getRearClimateControlFeatures(int group);
+    /** Tells the module which climate zone is on view. @param rear  true for the second zone */
+    void setClimateRearZone(bool rear);
+    /** Which parking sensor zones the car has: zone number (1 to 8) to presence. */
+    QMap<int, bool> getParkingAssistZones();
+    /**
+     * Reports the head unit's current source and display to the module.
+     * @param source  the module's source code; 0 when the display shows no source
+     * @param kind, volume, state, left, right  as the module's protocol wants them
+     */
+    void syncRadioStatus(unsigned char source, unsigned char kind, unsigned char volume,
+                         unsigned char state, unsigned char left, unsigned char right);
+
+    /** What the queries answer from now on. For the vehicle module, benches and tests. */
+    Q_INVOKABLE
+    void setFrontClimateControlFeatures(int group, const QMap<int, bool> &features);
+    Q_INVOKABLE
+    void setRearClimateControlFeatures(int group, const QMap<int, bool> &features);
+    Q_INVOKABLE
+    void setParkingAssistZones(const QMap<int, bool> &zones);
+
+private:
+    VtqService();
+
+    QMap<int, QMap<int, bool>> m_frontFeatures;
+    QMap<int, QMap<int, bool>> m_rearFeatures;
+    QMap<int, bool> m_parkingZones;
+};
+
+} // namespace norda

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "nordahost_global.h"
+
+#include <QBasicTimer>
+#include <QList>
+#include <QObject>
+#include <QPointer>
+
+class ScrollLabel;
+class QWidget;
+
+/**
+ * Scrolls the over-long texts of a screen's labels in turn, with one timer for all of them. The
+ * timer runs only while a label that overflows is visible: a screen whose texts fit never wakes.
+ */
+class NORDAHOST_EXPORT SLabelManager : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool autoRepeat READ autoRepeat WRITE setAutoRepeat)
+public:
+    /** @param parent  the screen; owns the manager */
+    explicit SLabelManager(QWidget *parent);
+    ~SLabelManager() override;
+
+    /** Takes charge of a label, until the label is deleted. */
+    void addLabel(ScrollLabel *label);
+    /** Whether a text that has scrolled through starts again after a pause. Off at first. */
+    void setAutoRepeat(bool on);
+    bool autoRepeat() const { return m_autoRepeat; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    struct Entry;
+    bool advance(Entry &entry);
+    void wake();
+
+    QList<Entry> m_entries;
+    QBasicTimer m_timer;
+    bool m_autoRepeat = false;
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "nordahost_global.h"
+
+#include <QObject>
+#include <QString>
+#include <QTranslator>
+
+/** The host's translation tables: texts that plugins show without owning them. */
+class NORDAHOST_EXPORT Translator : public QObject
+{
+    Q_OBJECT
+public:
+    /** Numbers of the texts. */
+    enum TextId : int {
+        PageGauges = 250,
+        PageVehicle = 251,
+        PageClimate = 252,
+        PageParking = 253,
+        PageSettings = 254,
+        PageAbout = 255,
+        ZoneFront = 261,
+        ZoneRear = 262,
+    };
+    Q_ENUM(TextId)
+
+    static Translator *instance();
+
+    /** The text in the current language; empty for a number that no table has. */
+    Q_INVOKABLE
+    QString text(int id) const;
+    /**
+     * Changes the language and tells everyone with `languageChanged()`.
+     * @param language  two letters: "en", "de", "fr" or "es"
+     * @return false, and nothing changes, for a language without a table
+     */
+    Q_INVOKABLE
+    bool setLanguage(const QString &language);
+    /** The current language's two letters. */
+    Q_INVOKABLE
+    QString language() const;
+
+signals:
+    void languageChanged();
+
+private:
+    Translator();
+
+    QString m_language;
+    QTranslator m_table;
+};
