@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <memory>
+
+namespace module {
+
+/** One signal of the adaptor at a moment of drive time. */
+struct Emission
+{
+    qint64 atMs = 0;
+    QByteArray signal;
+    QVariantList arguments;
+};
+
+/**
+ * Whatever plays the vehicle module: the simulated car or a recorded drive. A source knows drive
+ * time only; how fast that runs is the business of `Drive`. Emissions come in order of time, and
+ * the same source gives the same emissions in the same order however it is driven.
+ */
+class VehicleSource
+{
+public:
+    virtual ~VehicleSource() = default;
+
+    /** What is being driven, in a few words. */
+    virtual QString title() const = 0;
+    /** Length of the drive, -1 when it never ends. */
+    virtual qint64 durationMs() const = 0;
+    /** Drive time of the next emission, -1 when there is none. */
+    virtual qint64 nextDueMs() const = 0;
+    /** Hands out the next emission; only called while `nextDueMs()` is not -1. */
+    virtual Emission take() = 0;
+    /**
+     * Goes to a moment of the drive. What follows are first the emissions that bring a screen up
+     * to that moment (the last of each signal before it, stamped with it), then those after it.
+     */
+    virtual void seek(qint64 ms) = 0;
+    /** A command that the plugin sent to the module, in the words of the call log. */
+    virtual void command(qint64 nowMs, const QString &operation, const QVariantList &arguments)
+    {
+        Q_UNUSED(nowMs)
+        Q_UNUSED(operation)
+        Q_UNUSED(arguments)
+    }
+    /** What was found and what was not, one line each, for a person. */
+    virtual QStringList findings() const { return {}; }
+    /** The same as totals: counts and ranges, for a script. */
+    virtual QJsonObject statistics() const { return {}; }
+};
+
+/**
+ * Opens a source by its name on the command line: "simulator" or the path of a recorded drive,
+ * whose kind is told from its content.
+ * @param error  one line that names the file, the line and what was expected there
+ * @return null when the source cannot be used
+ */
+std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error);
+
+} // namespace module
