@@ -46,6 +46,7 @@ private:
     bool isWatched() const;
 
     static QVariant toVariant(unsigned char byte) { return int(byte); }
+    static QVariant toVariant(const QVariant &value) { return value; }
     template <typename T>
     static QVariant toVariant(const T &value)
     {

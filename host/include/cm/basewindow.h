@@ -1,6 +1,8 @@
 #pragma once
 
 #include "nordahost_global.h"
+#include "popupinterface.h"
+#include "statusbarinterface.h"
 #include "windowinterface.h"
 
 #include <QMap>

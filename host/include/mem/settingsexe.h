@@ -12,8 +12,9 @@ namespace mem {
  * is seen at once. Absolute paths of the head unit ("/media/flash/nvm/...") are resolved below
  * `NORDA_HOST_ROOT`; nothing outside of it is written.
  *
- * A missing, unreadable or damaged file answers every read with the default and is told once, in
- * one warning; it is never emptied or replaced.
+ * A missing file answers every read with the default and is created by the first write. One that
+ * is unreadable or damaged answers with the defaults too, is told once, in one warning, and is
+ * never emptied or replaced.
  */
 class NORDAHOST_EXPORT SettingsExe : public QObject
 {

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QSettings>
+#include <QString>
+#include <QVariant>
+
+/**
+ * One settings file of the head unit, kept below `NORDA_HOST_ROOT`. Nothing is held in memory: each
+ * read sees what is on disk, each write is there when it returns. A file that cannot be read or
+ * written is told once and left as it is.
+ */
+class SettingsStore
+{
+public:
+    /** @param headUnitPath  the file's absolute path on the head unit */
+    explicit SettingsStore(const QString &headUnitPath);
+
+    /** The value of a key, invalid when there is none. */
+    QVariant read(const QString &key) const;
+    void write(const QString &key, const QVariant &value);
+
+    /** Where a path of the head unit lies on this machine; empty for one that leaves the root. */
+    static QString localPath(const QString &headUnitPath);
+
+private:
+    bool isUsable() const;
+    void warnOnce(const char *problem) const;
+
+    QString m_path;
+};

@@ -1,0 +1,39 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>Translator</name>
+    <message>
+        <source>Gauges</source>
+        <translation>Gauges</translation>
+    </message>
+    <message>
+        <source>Vehicle</source>
+        <translation>Vehicle</translation>
+    </message>
+    <message>
+        <source>Climate</source>
+        <translation>Climate</translation>
+    </message>
+    <message>
+        <source>Parking</source>
+        <translation>Parking</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>About</translation>
+    </message>
+    <message>
+        <source>Front</source>
+        <translation>Front</translation>
+    </message>
+    <message>
+        <source>Rear</source>
+        <translation>Rear</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,165 @@
+#include "candump.h"
+
+#include "linereader.h"
+#include "obdpids.h"
+
+#include <QFileInfo>
+#include <QMap>
+
+namespace module {
+
+static constexpr quint32 firstAnswer = 0x7E8;
+static constexpr quint32 lastAnswer = 0x7EF;
+static constexpr quint32 firstRequest = 0x7E0;
+static constexpr quint32 broadcastRequest = 0x7DF;
+static constexpr quint8 currentDataAnswer = 0x41;
+
+static bool isHex(const QByteArray &text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return std::isxdigit(static_cast<unsigned char>(c)); });
+}
+
+std::optional<CanFrame> parseCandumpLine(const QByteArray &line)
+{
+    const QList<QByteArray> words = line.simplified().split(' ');
+    const bool hasMark = words.size() == 4 && (words[3] == "R" || words[3] == "T");
+    if ((words.size() != 3 && !hasMark) || !words[0].startsWith('(') || !words[0].endsWith(')'))
+        return std::nullopt;
+
+    bool isTime = false;
+    const double seconds = words[0].mid(1, words[0].size() - 2).toDouble(&isTime);
+    if (!isTime || !(seconds >= 0 && seconds < 1e11))
+        return std::nullopt;
+
+    const int hash = words[2].indexOf('#');
+    const QByteArray id = words[2].left(hash);
+    const QByteArray data = words[2].mid(hash + 1);
+    // Remote and long frames are sound lines, but they carry no answer.
+    const bool isPlain = hash > 0 && isHex(id) && isHex(data) && data.size() % 2 == 0
+                         && data.size() <= 16;
+    const bool isOther = hash > 0 && isHex(id) && (data.startsWith('R') || data.startsWith('#'));
+    if ((!isPlain && !isOther) || (id.size() != 3 && id.size() != 8))
+        return std::nullopt;
+
+    CanFrame frame;
+    frame.timeUs = qRound64(seconds * 1e6);
+    frame.id = id.size() == 3 ? id.toUInt(nullptr, 16) : quint32(-1);
+    if (isPlain)
+        frame.data = QByteArray::fromHex(data);
+    return frame;
+}
+
+/** Collects what a log holds. */
+class CandumpReader
+{
+public:
+    void read(const CanFrame &frame)
+    {
+        ++m_frames;
+        if (m_frames == 1)
+            m_firstUs = frame.timeUs;
+        // A clock that was set back must not turn the drive around.
+        m_backwards += (frame.timeUs - m_firstUs) / 1000 < m_nowMs;
+        m_nowMs = qMax(m_nowMs, (frame.timeUs - m_firstUs) / 1000);
+
+        if (frame.id >= firstAnswer && frame.id <= lastAnswer)
+            readAnswer(frame.data);
+        else if ((frame.id >= firstRequest && frame.id < firstAnswer)
+                 || frame.id == broadcastRequest)
+            ++m_requests;
+        else
+            ++m_others;
+    }
+
+    int frames() const { return m_frames; }
+    SampleLog take(const QString &path, int badLines);
+
+private:
+    void readAnswer(const QByteArray &data)
+    {
+        ++m_answers;
+        const auto *bytes = reinterpret_cast<const quint8 *>(data.constData());
+        // A single frame says its length in the first byte, and the answer's service after that.
+        const bool isSingle = data.size() >= 3 && bytes[0] >= 2 && bytes[0] <= 7;
+        if (!isSingle || bytes[1] != currentDataAnswer) {
+            ++m_otherAnswers;
+            return;
+        }
+        ++m_perPid[bytes[2]];
+        const Pid *pid = findPid(bytes[2]);
+        if (!pid || pid->quantity == Quantity::Count)
+            return;
+        const int length = qMin(int(bytes[0]) + 1, data.size());
+        if (length < 3 + pid->bytes) {
+            ++m_log.droppedValues;
+            return;
+        }
+        m_log.add(m_nowMs, pid->quantity, pidValue(*pid, bytes + 3));
+    }
+
+    SampleLog m_log;
+    QMap<quint8, int> m_perPid;
+    qint64 m_firstUs = 0;
+    qint64 m_nowMs = 0;
+    int m_frames = 0;
+    int m_requests = 0;
+    int m_answers = 0;
+    int m_otherAnswers = 0;
+    int m_others = 0;
+    int m_backwards = 0;
+};
+
+SampleLog CandumpReader::take(const QString &path, int badLines)
+{
+    m_log.title = QFileInfo(path).fileName();
+    m_log.durationMs = m_nowMs;
+    m_log.badLines = badLines;
+
+    QJsonObject perPid;
+    for (auto it = m_perPid.cbegin(); it != m_perPid.cend(); ++it)
+        perPid.insert(QStringLiteral("%1").arg(it.key(), 2, 16, QLatin1Char('0')).toUpper(),
+                      it.value());
+    m_log.details = {{"kind", "candump"},           {"frames", m_frames},
+                     {"requests", m_requests},      {"answers", m_answers},
+                     {"otherAnswers", m_otherAnswers}, {"otherFrames", m_others},
+                     {"backwardSteps", m_backwards},   {"framesPerPid", perPid}};
+    m_log.remarks = {QStringLiteral("%1 frames: %2 requests, %3 answers, %4 others passed over")
+                         .arg(m_frames)
+                         .arg(m_requests)
+                         .arg(m_answers)
+                         .arg(m_others)};
+    return m_log;
+}
+
+std::optional<SampleLog> readCandump(const QString &path, QString *error)
+{
+    LineReader lines(path, error);
+    if (!lines.isOpen())
+        return std::nullopt;
+
+    CandumpReader reader;
+    QByteArray line;
+    int badLines = 0;
+    while (lines.next(&line)) {
+        if (line.trimmed().isEmpty() && !lines.wasTooLong())
+            continue;
+        if (const auto frame = parseCandumpLine(line))
+            reader.read(*frame);
+        else
+            ++badLines;
+    }
+    SampleLog log = reader.take(path, badLines);
+    if (log.samples.isEmpty()) {
+        *error = QStringLiteral("%1: line %2: expected OBD-II answers on 7E8 to 7EF, found none in "
+                                "%3 frames and %4 damaged lines")
+                     .arg(path)
+                     .arg(lines.lineNumber())
+                     .arg(reader.frames())
+                     .arg(badLines);
+        return std::nullopt;
+    }
+    return log;
+}
+
+} // namespace module

@@ -1,0 +1,137 @@
+#include "samplesource.h"
+
+#include <algorithm>
+
+namespace module {
+
+void SampleLog::add(qint64 atMs, Quantity quantity, double value)
+{
+    const QuantityInfo &info = quantityInfo(quantity);
+    if (!(value >= info.lowest && value <= info.highest) || samples.size() >= mostSamples) {
+        ++droppedValues;
+        return;
+    }
+    samples.append({atMs, float(value), quantity});
+}
+
+SampleSource::SampleSource(SampleLog log) : m_log(std::move(log)), m_mapper(presence())
+{
+    seek(0);
+}
+
+QVector<bool> SampleSource::presence() const
+{
+    QVector<bool> present(int(Quantity::Count), false);
+    for (const Sample &sample : m_log.samples)
+        present[int(sample.quantity)] = true;
+    return present;
+}
+
+/** Looks for the next sample that changes a screen. */
+void SampleSource::fill()
+{
+    while (m_pending.isEmpty() && m_index < m_log.samples.size()) {
+        if (const auto emission = m_mapper.map(m_log.samples[m_index++]))
+            m_pending.append(*emission);
+    }
+}
+
+qint64 SampleSource::nextDueMs() const
+{
+    return m_pending.isEmpty() ? -1 : m_pending.constLast().atMs;
+}
+
+Emission SampleSource::take()
+{
+    const Emission emission = m_pending.takeLast();
+    fill();
+    return emission;
+}
+
+void SampleSource::seek(qint64 ms)
+{
+    m_mapper.reset();
+    m_pending = m_mapper.opening();
+    QHash<QByteArray, Emission> latest;
+    for (m_index = 0; m_index < m_log.samples.size() && m_log.samples[m_index].atMs < ms; ++m_index) {
+        if (const auto emission = m_mapper.map(m_log.samples[m_index]))
+            latest.insert(emission->signal, *emission);
+    }
+    QVector<Emission> passed = latest.values().toVector();
+    std::sort(passed.begin(), passed.end(), [](const Emission &a, const Emission &b) {
+        return std::tie(a.atMs, a.signal) < std::tie(b.atMs, b.signal);
+    });
+    m_pending += passed;
+    for (Emission &emission : m_pending)
+        emission.atMs = ms;
+    std::reverse(m_pending.begin(), m_pending.end());
+    fill();
+}
+
+QVector<SampleSource::Range> SampleSource::ranges() const
+{
+    QVector<Range> ranges(int(Quantity::Count));
+    for (const Sample &sample : m_log.samples) {
+        Range &range = ranges[int(sample.quantity)];
+        const double shown = shownValue(sample.quantity, double(sample.value));
+        range.lowest = range.count ? qMin(range.lowest, shown) : shown;
+        range.highest = range.count ? qMax(range.highest, shown) : shown;
+        ++range.count;
+    }
+    return ranges;
+}
+
+QStringList SampleSource::findings() const
+{
+    QStringList lines;
+    QStringList missing;
+    const QVector<Range> found = ranges();
+    for (int i = 0; i < found.size(); ++i) {
+        const QuantityInfo &info = quantityInfo(Quantity(i));
+        const QString name = QLatin1String(info.name);
+        if (found[i].count == 0) {
+            missing.append(name.toLower());
+            continue;
+        }
+        lines.append(QStringLiteral("%1: %2 samples, %3 to %4 %5")
+                         .arg(name)
+                         .arg(found[i].count)
+                         .arg(QString::number(found[i].lowest, 'g', 6),
+                              QString::number(found[i].highest, 'g', 6),
+                              QString::fromUtf8(info.unit)));
+    }
+    if (!missing.isEmpty())
+        lines.append(QStringLiteral("Not in this file: ") + missing.join(QStringLiteral(", ")));
+    if (m_log.badLines > 0)
+        lines.append(QStringLiteral("%1 lines could not be read").arg(m_log.badLines));
+    if (m_log.droppedValues > 0)
+        lines.append(QStringLiteral("%1 values were missing or beyond reason")
+                         .arg(m_log.droppedValues));
+    return lines + m_log.remarks;
+}
+
+QJsonObject SampleSource::statistics() const
+{
+    QJsonObject quantities;
+    const QVector<Range> found = ranges();
+    for (int i = 0; i < found.size(); ++i) {
+        if (found[i].count == 0)
+            continue;
+        const QuantityInfo &info = quantityInfo(Quantity(i));
+        // Samples are kept in single precision; three decimals are all they carry.
+        const auto rounded = [](double value) { return qRound64(value * 1000.0) / 1000.0; };
+        quantities.insert(QLatin1String(info.name),
+                          QJsonObject{{"count", found[i].count},
+                                      {"min", rounded(found[i].lowest)},
+                                      {"max", rounded(found[i].highest)},
+                                      {"unit", QString::fromUtf8(info.unit)}});
+    }
+    QJsonObject statistics = m_log.details;
+    statistics.insert("driveSeconds", double(m_log.durationMs) / 1000.0);
+    statistics.insert("badLines", m_log.badLines);
+    statistics.insert("droppedValues", m_log.droppedValues);
+    statistics.insert("quantities", quantities);
+    return statistics;
+}
+
+} // namespace module

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+class Ui_norda_about;
+
+namespace norda {
+
+class Vantiq_Bar_Widget;
+
+/** The screen of versions and time. It leaves the host's status bar alone. */
+class Norda_About_Widget : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit Norda_About_Widget(QWidget *parent = nullptr);
+    ~Norda_About_Widget() override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    const std::unique_ptr<Ui_norda_about> m_form;
+    Vantiq_Bar_Widget *m_bar;
+};
+
+} // namespace norda

@@ -1,0 +1,18 @@
+#include "gaugeswindow.h"
+
+#include "norda/widget/vantiq_gague_widget.h"
+
+namespace norda {
+
+const ScreenWindow::Shell GaugesWindow::shell = {"norda_gauges", 80, true, OwnBar, false};
+
+GaugesWindow::GaugesWindow(QObject *parent) : ScreenWindow(shell, parent) {}
+
+GaugesWindow::~GaugesWindow() = default;
+
+QWidget *GaugesWindow::createScreen()
+{
+    return new Vantiq_Gaugue_Widget;
+}
+
+} // namespace norda

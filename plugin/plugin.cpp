@@ -1,0 +1,117 @@
+#include "plugin.h"
+
+#include "debug.h"
+#include "norda/btvoicesource.h"
+#include "norda/vtqadaptor.h"
+#include "norda/window/Aboutwindow.h"
+#include "norda/window/climatewindow.h"
+#include "norda/window/gaugeswindow.h"
+#include "norda/window/parkingassistwindow.h"
+#include "norda/window/settingwindow.h"
+#include "norda/window/vehicleinfowindow.h"
+
+namespace norda {
+
+template <typename Window>
+static WindowInterface *make(int, QObject *parent)
+{
+    return new Window(parent);
+}
+
+template <typename Window>
+static WindowInterface *makeWithId(int id, QObject *parent)
+{
+    return new Window(id, parent);
+}
+
+struct WindowRow
+{
+    int id;
+    WindowInterface *(*make)(int id, QObject *parent);
+    bool marked; // writes a trace mark before the look-up and before construction
+};
+
+// clang-format off
+static constexpr WindowRow windowRows[] = {
+    {80, make<GaugesWindow>,        false},
+    {81, makeWithId<VehicleWindow>, false},
+    {82, make<ClimateWindow>,       false},
+    {83, makeWithId<ParkingWindow>, false},
+    {84, makeWithId<SettingWindow>, true},
+    {85, makeWithId<AboutWindow>,   true},
+};
+// clang-format on
+static constexpr int firstWindow = windowRows[0].id;
+static constexpr int firstSource = 51;
+
+Plugin::Plugin() = default;
+
+Plugin::~Plugin() = default;
+
+void Plugin::create()
+{
+    NORDA_TRACE << "norda";
+    initQuillo();
+}
+
+void Plugin::initQuillo()
+{
+    startQuilloSevice();
+}
+
+void Plugin::startQuilloSevice()
+{
+    NORDA_TRACE << "startNordaSevice";
+    NORDA_TRACE << "startNordaSevice123321";
+    VtqAdaptor::instance()->connectService();
+}
+
+QList<int> Plugin::windowInterfaceID()
+{
+    QList<int> ids;
+    for (const WindowRow &row : windowRows)
+        ids.append(row.id);
+    return ids;
+}
+
+QList<int> Plugin::sourceInterfaceID()
+{
+    QList<int> ids;
+    for (size_t voice = 0; voice < m_voiceSources.size(); ++voice)
+        ids.append(firstSource + int(voice));
+    return ids;
+}
+
+WindowInterface *Plugin::requestWindowInterface(int id)
+{
+    static_assert(std::tuple_size_v<decltype(m_windows)> == std::size(windowRows));
+
+    NORDA_TRACE << "norda_requestWindowInterface" << id;
+    if (id < firstWindow || id >= firstWindow + int(m_windows.size()))
+        return nullptr;
+
+    const WindowRow &row = windowRows[id - firstWindow];
+    WindowInterface *&window = m_windows[size_t(id - firstWindow)];
+    if (row.marked)
+        NORDA_TRACE;
+    if (!window) {
+        if (row.marked)
+            NORDA_TRACE;
+        window = row.make(id, this);
+    }
+    return window;
+}
+
+SourceInterface *Plugin::requestSourceInterface(int id)
+{
+    const int voice = id - firstSource;
+    if (id < firstSource || voice >= int(m_voiceSources.size()))
+        return nullptr;
+
+    SourceInterface *&source = m_voiceSources[size_t(voice)];
+    if (!source)
+        source = new BTVoiceSource(voice, this);
+    return source;
+}
+
+} // namespace norda

@@ -1,0 +1,449 @@
+#include "callspy.h"
+#include "messagecapture.h"
+#include "norda/vtqadaptor.h"
+#include "norda/widget/sourcecode.h"
+#include "nordahost.h"
+#include "pluginfixture.h"
+#include "testmain.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+
+using norda::VtqAdaptor;
+
+static const QString beep = QStringLiteral("svaudio::AudioService::doBeep(0)");
+
+static QString command(const char *text)
+{
+    return QStringLiteral("norda::VtqAdaptor::%1").arg(QLatin1String(text));
+}
+
+/** Invokes a slot as the host does: by its name. */
+template <typename... Arguments>
+static void invoke(QObject *object, const char *slot, Arguments... arguments)
+{
+    if (!QMetaObject::invokeMethod(object, slot, arguments...))
+        QFAIL(qPrintable(QStringLiteral("no slot %1").arg(QLatin1String(slot))));
+}
+
+/** What the four data screens have in common, each under the names that the host knows. */
+class tst_DataScreen : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void sourceCodes_data();
+    void sourceCodes();
+    void sourceSyncOnEveryScreen_data();
+    void sourceSyncOnEveryScreen();
+    void sourceSyncLog();
+
+    void commandsOfSlots_data();
+    void commandsOfSlots();
+    void customKeys_data();
+    void customKeys();
+    void customKeyTouch();
+    void otherCustomKeysSendNothing();
+
+    void displayTypes_data();
+    void displayTypes();
+    void displayTypeSignals_data();
+    void displayTypeSignals();
+    void payloadsCloseAndAreLogged_data();
+    void payloadsCloseAndAreLogged();
+
+    void showBringsTheStatusBarUp_data();
+    void showBringsTheStatusBarUp();
+    void parkingBindsOnRequestOnly();
+
+private:
+    QScopedPointer<PluginFixture> m_host;
+};
+
+void tst_DataScreen::initTestCase()
+{
+    qRegisterMetaType<QList<int>>();
+}
+
+void tst_DataScreen::init()
+{
+    m_host.reset(new PluginFixture);
+}
+
+void tst_DataScreen::cleanup()
+{
+    m_host.reset();
+    invoke(nordaHostObject("SrcDsplCtrl"), "setCurrentSrc", Q_ARG(int, 0));
+    invoke(nordaHostObject("SrcDsplCtrl"), "setCurrentDspl", Q_ARG(int, 0));
+}
+
+void tst_DataScreen::sourceCodes_data()
+{
+    QTest::addColumn<int>("source");
+    QTest::addColumn<int>("code");
+    // Every source up to the last named one, and some beyond.
+    const QMap<int, int> named = {
+        {5, 0x00},  {6, 0x02},  {8, 0x02},  {10, 0x05}, {11, 0x05}, {12, 0x0C}, {13, 0x06},
+        {14, 0x06}, {15, 0x20}, {16, 0x20}, {17, 0x20}, {18, 0x20}, {19, 0x20}, {20, 0x21},
+        {21, 0x21}, {22, 0x21}, {23, 0x21}, {24, 0x07}, {25, 0x07}, {26, 0x07}, {27, 0x07},
+        {28, 0x07}, {32, 0x09}, {33, 0x03}, {36, 0x0A}, {47, 0x80}, {48, 0x84}, {49, 0x82},
+        {50, 0x81},
+    };
+    for (int source = -1; source <= 52; ++source)
+        QTest::addRow("source %d", source) << source << named.value(source, 0x01);
+    QTest::newRow("largest") << INT_MAX << 0x01;
+    QTest::newRow("smallest") << INT_MIN << 0x01;
+}
+
+void tst_DataScreen::sourceCodes()
+{
+    QFETCH(int, source);
+    QFETCH(int, code);
+    QCOMPARE(int(norda::moduleSourceCode(source, 0)), code);
+    QCOMPARE(int(norda::moduleSourceCode(source, 4)), code);
+    QCOMPARE(int(norda::moduleSourceCode(source, 3)), 0);
+}
+
+static void addScreens()
+{
+    QTest::addColumn<int>("id");
+    QTest::newRow("gauges") << 80;
+    QTest::newRow("vehicle") << 81;
+    QTest::newRow("climate") << 82;
+    QTest::newRow("parking") << 83;
+}
+
+void tst_DataScreen::sourceSyncOnEveryScreen_data()
+{
+    addScreens();
+}
+
+void tst_DataScreen::sourceSyncOnEveryScreen()
+{
+    QFETCH(int, id);
+    QWidget *screen = m_host->open(id);
+    QObject *control = nordaHostObject("SrcDsplCtrl");
+    invoke(control, "setCurrentSrc", Q_ARG(int, 20));
+
+    CallSpy calls;
+    invoke(screen, "UpdataVtqSourceDspl");
+    QCOMPARE(calls.take(), (QStringList{"SrcDsplCtrl::currentSrc()", "SrcDsplCtrl::currentDspl()",
+                                        "norda::VtqService::syncRadioStatus(33, 132, 100, 1, "
+                                        "128, 128)"}));
+
+    invoke(control, "setCurrentDspl", Q_ARG(int, 3));
+    invoke(screen, "UpdataVtqSourceDspl");
+    QCOMPARE(calls.take({"norda::"}),
+             QStringList{"norda::VtqService::syncRadioStatus(0, 132, 100, 1, 128, 128)"});
+}
+
+void tst_DataScreen::sourceSyncLog()
+{
+    QWidget *screen = m_host->open(80);
+    invoke(nordaHostObject("SrcDsplCtrl"), "setCurrentSrc", Q_ARG(int, 47));
+    MessageCapture capture;
+    invoke(screen, "UpdataVtqSourceDspl");
+    const QStringList lines = capture.takeTexts();
+    QCOMPARE(lines.size(), 2);
+    QVERIFY(lines[0].endsWith(QStringLiteral("-- 47")));
+    QVERIFY(lines[1].endsWith(QStringLiteral("-- ===syncRadioStatus=== 128 100 1 128 128")));
+}
+
+void tst_DataScreen::commandsOfSlots_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QByteArray>("slot");
+    QTest::addColumn<QStringList>("calls");
+
+    const struct
+    {
+        int id;
+        const char *screen;
+        const char *prefix;
+    } screens[] = {{80, "gauges", "gauges"},
+                   {81, "vehicle", "vehicle"},
+                   {82, "climate", "climate"},
+                   {83, "parking", "parking"}};
+    const auto row = [](const char *screen, int id, const QByteArray &slot,
+                        const QByteArray &sent) {
+        QTest::addRow("%s %s", screen, slot.constData())
+            << id << slot << (QStringList{beep, command(sent + "()")});
+    };
+    for (const auto &screen : screens) {
+        const QByteArray prefix = screen.prefix;
+        row(screen.screen, screen.id, "onListBackClicked", prefix + "ListBack");
+        row(screen.screen, screen.id, "onListUpClicked", prefix + "ListPrevious");
+        row(screen.screen, screen.id, "onListDnClicked", prefix + "ListNext");
+        if (screen.id != 83)
+            row(screen.screen, screen.id, "onSettingsClicked", prefix + "Settings");
+    }
+    row("second zone", 82, "onSecondListBackClicked", "secoundclimateListBack");
+    row("second zone", 82, "onSecondListUpClicked", "secoundclimateListPrevious");
+    row("second zone", 82, "onSecondListDnClicked", "secoundclimateListNext");
+
+    // Beeps without a command, and what makes no sound at all.
+    for (const auto &screen : screens) {
+        const bool vehicle = screen.id == 81;
+        const auto quiet = [&screen](const char *slot, bool sounds) {
+            QTest::addRow("%s %s", screen.screen, slot)
+                << screen.id << QByteArray(slot) << (sounds ? QStringList{beep} : QStringList());
+        };
+        quiet("onPopupKeyClicked", true);
+        quiet("onListItemClicked", true);
+        quiet("onListCustomItemPressed", false);
+        quiet("onListCustomItemReleased", false);
+        quiet("onListCustomItemClicked", !vehicle);
+        quiet("onShowListview", false);
+        quiet("soundClickedBeep", true);
+    }
+}
+
+void tst_DataScreen::commandsOfSlots()
+{
+    QFETCH(int, id);
+    QFETCH(QByteArray, slot);
+    QFETCH(QStringList, calls);
+    QWidget *screen = m_host->open(id);
+    CallSpy spy;
+    const bool takesNumber = screen->metaObject()->indexOfSlot(slot + "(int)") >= 0;
+    if (takesNumber)
+        invoke(screen, slot, Q_ARG(int, 1));
+    else
+        invoke(screen, slot);
+    QCOMPARE(spy.take(), calls);
+}
+
+void tst_DataScreen::customKeys_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QByteArray>("prefix");
+    QTest::addColumn<QByteArray>("sent");
+    QTest::newRow("gauges") << 80 << QByteArray("onButton") << QByteArray("gaugesCustomControls");
+    QTest::newRow("vehicle") << 81 << QByteArray("onButton")
+                             << QByteArray("vehicleCustomControls");
+    QTest::newRow("parking") << 83 << QByteArray("onPButton")
+                             << QByteArray("parkingCustomControls");
+}
+
+void tst_DataScreen::customKeys()
+{
+    QFETCH(int, id);
+    QFETCH(QByteArray, prefix);
+    QFETCH(QByteArray, sent);
+    QWidget *screen = m_host->open(id);
+    CallSpy spy;
+    const struct
+    {
+        int key;
+        const char *control;
+    } keys[] = {{0, "18"}, {1, "34"}};
+    for (const auto &key : keys) {
+        invoke(screen, prefix + "Pressed", Q_ARG(int, key.key));
+        invoke(screen, prefix + "Released", Q_ARG(int, key.key));
+        invoke(screen, prefix + "Clicked", Q_ARG(int, key.key));
+        QCOMPARE(spy.take(), (QStringList{command(sent + "(" + key.control + ", 1)"),
+                                          command(sent + "(" + key.control + ", 2)"), beep}));
+    }
+}
+
+void tst_DataScreen::customKeyTouch()
+{
+    // With the mouse on the real key, brought up as a host would.
+    QWidget *screen = m_host->open(81);
+    find<QWidget>(screen, "button_widget")->show();
+    CallSpy spy;
+    QTest::mouseClick(find<QAbstractButton>(screen, "key_P2"), Qt::LeftButton);
+    QCOMPARE(spy.take(), (QStringList{command("vehicleCustomControls(34, 1)"),
+                                      command("vehicleCustomControls(34, 2)"), beep}));
+}
+
+void tst_DataScreen::otherCustomKeysSendNothing()
+{
+    QWidget *screen = m_host->open(80);
+    CallSpy spy;
+    for (int key : {-1, 2, INT_MAX}) {
+        invoke(screen, "onButtonPressed", Q_ARG(int, key));
+        invoke(screen, "onButtonReleased", Q_ARG(int, key));
+    }
+    QCOMPARE(spy.take(), QStringList());
+}
+
+/** The flags that the popup and the list step were run with, read from their traces. */
+static QStringList steps(const QStringList &lines)
+{
+    QStringList found;
+    for (const QString &line : lines) {
+        for (const char *step : {"createPopup", "createListview"}) {
+            if (line.contains(QLatin1String(step)))
+                found.append(QLatin1String(step) + line.mid(line.lastIndexOf(QLatin1Char(' '))));
+        }
+    }
+    return found;
+}
+
+void tst_DataScreen::displayTypes_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<bool>("popup");
+    QTest::addColumn<bool>("list");
+    for (int type = 0; type < 256; ++type) {
+        const bool list = type == 1 || type == 16 || type == 17 || type == 18;
+        QTest::addRow("type %d", type) << type << (type == 2) << list;
+    }
+}
+
+void tst_DataScreen::displayTypes()
+{
+    QFETCH(int, type);
+    QFETCH(bool, popup);
+    QFETCH(bool, list);
+    const bool known = type == 0 || popup || list;
+    m_host->window(80)->onCreate();
+
+    MessageCapture capture;
+    emit VtqAdaptor::instance()->guiDisplayTypeNotify(static_cast<unsigned char>(type));
+    const QList<MessageCapture::Message> messages = capture.take();
+    QStringList texts;
+    int warnings = 0;
+    for (const MessageCapture::Message &message : messages) {
+        texts.append(message.text);
+        if (message.type == QtWarningMsg) {
+            ++warnings;
+            QVERIFY(message.text.endsWith(QStringLiteral(" %1").arg(type)));
+        }
+    }
+    QCOMPARE(steps(texts),
+             (QStringList{QStringLiteral("createPopup %1").arg(popup ? "true" : "false"),
+                          QStringLiteral("createListview %1").arg(list ? "true" : "false")}));
+    QCOMPARE(warnings, known ? 0 : 1);
+}
+
+void tst_DataScreen::displayTypeSignals_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QByteArray>("signal");
+    QTest::addColumn<QByteArray>("slot");
+    QTest::newRow("gauges") << 80 << QByteArray("guiDisplayTypeNotify")
+                            << QByteArray("onGuiDisplayTypeChanged");
+    QTest::newRow("vehicle") << 81 << QByteArray("vehGuiDisplayType")
+                             << QByteArray("onVehGuiDisplayType");
+    QTest::newRow("parking") << 83 << QByteArray("parkGuiDisplayType")
+                             << QByteArray("onGuiDisplayTypeChanged");
+    QTest::newRow("climate, without a signal") << 82 << QByteArray()
+                                               << QByteArray("onGuiDisplayTypeChanged");
+}
+
+void tst_DataScreen::displayTypeSignals()
+{
+    QFETCH(int, id);
+    QFETCH(QByteArray, signal);
+    QFETCH(QByteArray, slot);
+    QWidget *screen = m_host->open(id);
+    if (id == 83)
+        invoke(screen, "connectVtqAdaptor");
+    const QStringList listShown = {QStringLiteral("createPopup false"),
+                                   QStringLiteral("createListview true")};
+    {
+        MessageCapture capture;
+        invoke(screen, slot, Q_ARG(uchar, 17));
+        QCOMPARE(steps(capture.takeTexts()), listShown);
+    }
+    for (const char *any : {"guiDisplayTypeNotify", "vehGuiDisplayType", "parkGuiDisplayType"}) {
+        MessageCapture capture;
+        invoke(VtqAdaptor::instance(), any, Q_ARG(uchar, 17));
+        QCOMPARE(steps(capture.takeTexts()), signal == any ? listShown : QStringList());
+    }
+}
+
+void tst_DataScreen::payloadsCloseAndAreLogged_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QByteArray>("popupSignal");
+    QTest::addColumn<bool>("logsPopup");
+    QTest::addColumn<QByteArray>("listSignal");
+    QTest::addColumn<bool>("logsList");
+    QTest::newRow("gauges") << 80 << QByteArray("gauPopUpNotify") << false
+                            << QByteArray("listInfoNotify") << true;
+    QTest::newRow("vehicle") << 81 << QByteArray("vehPopUpNotify") << true
+                             << QByteArray("vehListInfo") << true;
+    QTest::newRow("parking") << 83 << QByteArray("parkPopUpNotify") << false
+                             << QByteArray("parkListInfo") << false;
+}
+
+void tst_DataScreen::payloadsCloseAndAreLogged()
+{
+    QFETCH(int, id);
+    QFETCH(QByteArray, popupSignal);
+    QFETCH(bool, logsPopup);
+    QFETCH(QByteArray, listSignal);
+    QFETCH(bool, logsList);
+    QWidget *screen = m_host->open(id);
+    if (id == 83)
+        invoke(screen, "connectVtqAdaptor");
+    {
+        MessageCapture capture;
+        invoke(VtqAdaptor::instance(), popupSignal, Q_ARG(QString, QStringLiteral("Heading")),
+               Q_ARG(QStringList, {}), Q_ARG(QStringList, {}), Q_ARG(QByteArray, {}));
+        const QStringList lines = capture.takeTexts();
+        QCOMPARE(steps(lines), QStringList{QStringLiteral("createPopup false")});
+        QCOMPARE(lines.join(QLatin1Char('\n')).contains(QStringLiteral("Heading")), logsPopup);
+    }
+    {
+        MessageCapture capture;
+        invoke(VtqAdaptor::instance(), listSignal, Q_ARG(QString, QStringLiteral("Heading")),
+               Q_ARG(QByteArray, {}), Q_ARG(QStringList, {}), Q_ARG(QList<QVariant>, {}),
+               Q_ARG(QByteArray, {}));
+        const QStringList lines = capture.takeTexts();
+        QCOMPARE(steps(lines), QStringList{QStringLiteral("createListview false")});
+        QCOMPARE(lines.join(QLatin1Char('\n')).contains(QStringLiteral("Heading")), logsList);
+    }
+}
+
+void tst_DataScreen::showBringsTheStatusBarUp_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("gauges") << 80 << true;
+    QTest::newRow("vehicle") << 81 << true;
+    QTest::newRow("climate") << 82 << true;
+    QTest::newRow("parking") << 83 << true;
+    QTest::newRow("settings leave it alone") << 84 << false;
+    QTest::newRow("about leaves it alone") << 85 << false;
+}
+
+void tst_DataScreen::showBringsTheStatusBarUp()
+{
+    QFETCH(int, id);
+    QFETCH(bool, expected);
+    m_host->window(id)->onCreate();
+    CallSpy spy;
+    m_host->window(id)->mainWidget()->show();
+    QCOMPARE(spy.take({"cm::StatusBarControl"}),
+             expected ? QStringList{"cm::StatusBarControl::sethide(false)"} : QStringList());
+    m_host->window(id)->mainWidget()->hide();
+    QCOMPARE(spy.take(), QStringList());
+}
+
+void tst_DataScreen::parkingBindsOnRequestOnly()
+{
+    QWidget *screen = m_host->open(83);
+    const auto reacts = [] {
+        MessageCapture capture;
+        emit VtqAdaptor::instance()->parkGuiDisplayType(0);
+        return steps(capture.takeTexts()).size() / 2;
+    };
+    QCOMPARE(reacts(), 0);
+    invoke(screen, "connectVtqAdaptor");
+    invoke(screen, "connectVtqAdaptor");
+    QCOMPARE(reacts(), 1); // invoked twice, connected once
+    invoke(screen, "disconnectVtqAdaptor");
+    QCOMPARE(reacts(), 0);
+    invoke(screen, "connectVtqAdaptor");
+    QCOMPARE(reacts(), 1);
+}
+
+NORDA_TEST_MAIN(tst_DataScreen)
+#include "tst_datascreen.moc"
