@@ -36,8 +36,8 @@ std::optional<CanFrame> parseCandumpLine(const QByteArray &line)
     const QByteArray id = words[2].left(hash);
     const QByteArray data = words[2].mid(hash + 1);
     // Remote and long frames are sound lines, but they carry no answer.
-    const bool isPlain = hash > 0 && isHex(id) && isHex(data) && data.size() % 2 == 0
-                         && data.size() <= 16;
+    const bool isPlain =
+        hash > 0 && isHex(id) && isHex(data) && data.size() % 2 == 0 && data.size() <= 16;
     const bool isOther = hash > 0 && isHex(id) && (data.startsWith('R') || data.startsWith('#'));
     if ((!isPlain && !isOther) || (id.size() != 3 && id.size() != 8))
         return std::nullopt;
@@ -65,8 +65,8 @@ public:
 
         if (frame.id >= firstAnswer && frame.id <= lastAnswer)
             readAnswer(frame.data);
-        else if ((frame.id >= firstRequest && frame.id < firstAnswer)
-                 || frame.id == broadcastRequest)
+        else if ((frame.id >= firstRequest && frame.id < firstAnswer) ||
+                 frame.id == broadcastRequest)
             ++m_requests;
         else
             ++m_others;
@@ -120,15 +120,19 @@ SampleLog CandumpReader::take(const QString &path, int badLines)
     for (auto it = m_perPid.cbegin(); it != m_perPid.cend(); ++it)
         perPid.insert(QStringLiteral("%1").arg(it.key(), 2, 16, QLatin1Char('0')).toUpper(),
                       it.value());
-    m_log.details = {{"kind", "candump"},           {"frames", m_frames},
-                     {"requests", m_requests},      {"answers", m_answers},
-                     {"otherAnswers", m_otherAnswers}, {"otherFrames", m_others},
-                     {"backwardSteps", m_backwards},   {"framesPerPid", perPid}};
-    m_log.remarks = {QStringLiteral("%1 frames: %2 requests, %3 answers, %4 others passed over")
+    m_log.details = {{"kind", "candump"},
+                     {"frames", m_frames},
+                     {"requests", m_requests},
+                     {"answers", m_answers},
+                     {"otherAnswers", m_otherAnswers},
+                     {"otherFrames", m_others},
+                     {"backwardSteps", m_backwards},
+                     {"framesPerPid", perPid}};
+    m_log.remarks.append(QStringLiteral("%1 frames: %2 requests, %3 answers, %4 others passed over")
                          .arg(m_frames)
                          .arg(m_requests)
                          .arg(m_answers)
-                         .arg(m_others)};
+                         .arg(m_others));
     return m_log;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adaptorlink.h"
 #include "vehiclesource.h"
 
 #include <QElapsedTimer>
@@ -7,8 +8,6 @@
 #include <QTimer>
 
 namespace module {
-
-class AdaptorLink;
 
 /**
  * Drives a source: a virtual clock that hands each emission to the adaptor when its time has come
@@ -26,13 +25,16 @@ public:
 
     VehicleSource *source() const { return m_source.get(); }
     qint64 positionMs() const;
-    qint64 durationMs() const { return m_source->durationMs(); }
+    /** Length of the drive, up to the limit; -1 when it never ends. */
+    qint64 durationMs() const;
     bool isPlaying() const { return m_playing; }
     /** Factor of real time; `Unlimited` runs as fast as it can. */
     double speed() const { return m_speed; }
     void setSpeed(double factor);
     /** Stops at this drive time even when the source has more; -1 for no limit. */
     void setLimit(qint64 ms);
+    /** Emissions that the adaptor has no signal for. */
+    int refused() const { return m_link.refused(); }
 
 public slots:
     void play();
@@ -40,11 +42,27 @@ public slots:
     void seek(qint64 ms);
 
 signals:
-    /** The position moved; at most some thirty times a second while playing. */
     void positionChanged(qint64 ms);
     void playingChanged(bool playing);
     /** The source has no more to give, or the limit was reached. */
     void finished();
+
+private:
+    void advance();
+    void deliverUntil(qint64 ms);
+    void schedule();
+    void onCall(const QString &operation, const QVariantList &arguments);
+    void restartClock();
+
+    std::unique_ptr<VehicleSource> m_source;
+    AdaptorLink m_link;
+    QTimer m_timer;
+    QElapsedTimer m_clock;   // real time since m_baseMs
+    qint64 m_baseMs = 0;     // drive time when the clock was started
+    qint64 m_positionMs = 0; // drive time of what was delivered last
+    qint64 m_limitMs = -1;
+    double m_speed = 1.0;
+    bool m_playing = false;
 };
 
 } // namespace module

@@ -63,7 +63,8 @@ QVector<Emission> ObdMapper::opening() const
                                    {0, "peakIndicatorNotify", {QVariant::fromValue(uchar(0))}}};
 
     const auto withoutValue = [&emissions](const char *place) {
-        emissions.append({0, cornerSignal(place, "ValueNotify"),
+        emissions.append({0,
+                          cornerSignal(place, "ValueNotify"),
                           {QStringLiteral("--"), QVariant::fromValue(uchar(0))}});
     };
     if (m_topLeft == Quantity::Count)
@@ -78,8 +79,8 @@ QVector<Emission> ObdMapper::opening() const
 static QVariantList cornerArguments(const Sample &sample, int fullScale)
 {
     const double shown = shownValue(sample.quantity, double(sample.value));
-    return {QString::number(qRound(shown)),
-            QString::fromUtf8(quantityInfo(sample.quantity).unit), byte(shown, fullScale)};
+    return {QString::number(qRound(shown)), QString::fromUtf8(quantityInfo(sample.quantity).unit),
+            byte(shown, fullScale)};
 }
 
 QVariantList ObdMapper::arguments(const Sample &sample, QByteArray *signal) const

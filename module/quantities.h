@@ -28,8 +28,8 @@ enum class Quantity : quint8 {
 struct QuantityInfo
 {
     const char *name;
-    const char *unit;     ///< the unit it is shown in: temperatures in degrees Fahrenheit
-    double lowest;        ///< the plausible range, in metric units
+    const char *unit; ///< the unit it is shown in: temperatures in degrees Fahrenheit
+    double lowest;    ///< the plausible range, in metric units
     double highest;
     bool isTemperature;
 };

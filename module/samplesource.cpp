@@ -53,7 +53,8 @@ void SampleSource::seek(qint64 ms)
     m_mapper.reset();
     m_pending = m_mapper.opening();
     QHash<QByteArray, Emission> latest;
-    for (m_index = 0; m_index < m_log.samples.size() && m_log.samples[m_index].atMs < ms; ++m_index) {
+    for (m_index = 0; m_index < m_log.samples.size() && m_log.samples[m_index].atMs < ms;
+         ++m_index) {
         if (const auto emission = m_mapper.map(m_log.samples[m_index]))
             latest.insert(emission->signal, *emission);
     }
@@ -105,8 +106,8 @@ QStringList SampleSource::findings() const
     if (m_log.badLines > 0)
         lines.append(QStringLiteral("%1 lines could not be read").arg(m_log.badLines));
     if (m_log.droppedValues > 0)
-        lines.append(QStringLiteral("%1 values were missing or beyond reason")
-                         .arg(m_log.droppedValues));
+        lines.append(
+            QStringLiteral("%1 values were missing or beyond reason").arg(m_log.droppedValues));
     return lines + m_log.remarks;
 }
 

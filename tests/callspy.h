@@ -13,8 +13,8 @@ public:
     {
         connect(CallLog::instance(), &CallLog::called, this,
                 [this](const QString &operation, const QVariantList &arguments) {
-                    m_calls.append(operation + QLatin1Char('(') + text(arguments)
-                                   + QLatin1Char(')'));
+                    m_calls.append(operation + QLatin1Char('(') + text(arguments) +
+                                   QLatin1Char(')'));
                 });
     }
 

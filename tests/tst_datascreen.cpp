@@ -86,11 +86,11 @@ void tst_DataScreen::sourceCodes_data()
     QTest::addColumn<int>("code");
     // Every source up to the last named one, and some beyond.
     const QMap<int, int> named = {
-        {5, 0x00},  {6, 0x02},  {8, 0x02},  {10, 0x05}, {11, 0x05}, {12, 0x0C}, {13, 0x06},
-        {14, 0x06}, {15, 0x20}, {16, 0x20}, {17, 0x20}, {18, 0x20}, {19, 0x20}, {20, 0x21},
-        {21, 0x21}, {22, 0x21}, {23, 0x21}, {24, 0x07}, {25, 0x07}, {26, 0x07}, {27, 0x07},
-        {28, 0x07}, {32, 0x09}, {33, 0x03}, {36, 0x0A}, {47, 0x80}, {48, 0x84}, {49, 0x82},
-        {50, 0x81},
+        {5, 0x00},  {6, 0x02},  {8, 0x02},  {10, 0x05}, {11, 0x05}, {12, 0x0C},
+        {13, 0x06}, {14, 0x06}, {15, 0x20}, {16, 0x20}, {17, 0x20}, {18, 0x20},
+        {19, 0x20}, {20, 0x21}, {21, 0x21}, {22, 0x21}, {23, 0x21}, {24, 0x07},
+        {25, 0x07}, {26, 0x07}, {27, 0x07}, {28, 0x07}, {32, 0x09}, {33, 0x03},
+        {36, 0x0A}, {47, 0x80}, {48, 0x84}, {49, 0x82}, {50, 0x81},
     };
     for (int source = -1; source <= 52; ++source)
         QTest::addRow("source %d", source) << source << named.value(source, 0x01);
@@ -222,8 +222,7 @@ void tst_DataScreen::customKeys_data()
     QTest::addColumn<QByteArray>("prefix");
     QTest::addColumn<QByteArray>("sent");
     QTest::newRow("gauges") << 80 << QByteArray("onButton") << QByteArray("gaugesCustomControls");
-    QTest::newRow("vehicle") << 81 << QByteArray("onButton")
-                             << QByteArray("vehicleCustomControls");
+    QTest::newRow("vehicle") << 81 << QByteArray("onButton") << QByteArray("vehicleCustomControls");
     QTest::newRow("parking") << 83 << QByteArray("onPButton")
                              << QByteArray("parkingCustomControls");
 }
@@ -332,8 +331,8 @@ void tst_DataScreen::displayTypeSignals_data()
                              << QByteArray("onVehGuiDisplayType");
     QTest::newRow("parking") << 83 << QByteArray("parkGuiDisplayType")
                              << QByteArray("onGuiDisplayTypeChanged");
-    QTest::newRow("climate, without a signal") << 82 << QByteArray()
-                                               << QByteArray("onGuiDisplayTypeChanged");
+    QTest::newRow("climate, without a signal")
+        << 82 << QByteArray() << QByteArray("onGuiDisplayTypeChanged");
 }
 
 void tst_DataScreen::displayTypeSignals()

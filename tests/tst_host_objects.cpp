@@ -83,7 +83,8 @@ void tst_HostObjects::settersByName()
     invoke("AudioManager", "setFocusResult", Q_ARG(int, 1));
     QCOMPARE(AudioManager::instance()->requestAudioFocus(1, 1, nullptr), 1);
 
-    invoke("spplfctrl::SPPlatformControl", "setAudioFirmwareVersion", Q_ARG(QString, "PREFIX___9.9"));
+    invoke("spplfctrl::SPPlatformControl", "setAudioFirmwareVersion",
+           Q_ARG(QString, "PREFIX___9.9"));
     QCOMPARE(spplfctrl::SPPlatformControl::GetInstance()->getAudioFirmwareVersion(),
              "PREFIX___9.9");
 }
@@ -99,10 +100,8 @@ void tst_HostObjects::featureMaps()
     const Features some = {{3, true}, {4, false}};
     const QArgument<Features> features("QMap<int,bool>", some);
     CallSpy calls;
-    invoke("norda::VtqService", "setFrontClimateControlFeatures", Q_ARG(int, 0),
-           features);
-    invoke("norda::VtqService", "setRearClimateControlFeatures", Q_ARG(int, 1),
-           features);
+    invoke("norda::VtqService", "setFrontClimateControlFeatures", Q_ARG(int, 0), features);
+    invoke("norda::VtqService", "setRearClimateControlFeatures", Q_ARG(int, 1), features);
     invoke("norda::VtqService", "setParkingAssistZones", features);
     QCOMPARE(calls.take(), QStringList()); // the host's own doing, not the plugin's
     QCOMPARE(service->getFrontClimateControlFeatures(0), some);
@@ -119,9 +118,9 @@ void tst_HostObjects::beepsAreHeardWhoeverAsks()
     McuManager::instance()->triggerBeep(0);
     mcu::McuService::instance()->setMixChannel(63, 1);
     QCOMPARE(beeps.count(), 2);
-    QCOMPARE(calls.take(), (QStringList{"svaudio::AudioService::doBeep(0)",
-                                        "McuManager::triggerBeep(0)",
-                                        "mcu::McuService::setMixChannel(63, 1)"}));
+    QCOMPARE(calls.take(),
+             (QStringList{"svaudio::AudioService::doBeep(0)", "McuManager::triggerBeep(0)",
+                          "mcu::McuService::setMixChannel(63, 1)"}));
 }
 
 void tst_HostObjects::navigationIsReportedOnDelivery()
@@ -154,18 +153,16 @@ void tst_HostObjects::translations_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<QStringList>("texts"); // 250 to 255, 261, 262
-    QTest::newRow("English") << "en"
-                             << QStringList{"Gauges", "Vehicle", "Climate", "Parking", "Settings",
-                                            "About", "Front", "Rear"};
-    QTest::newRow("German") << "de"
-                            << QStringList{"Instrumente", "Fahrzeug", "Klima", "Parken",
-                                           "Einstellungen", "Info", "Vorn", "Hinten"};
+    QTest::newRow("English") << "en" << QStringList{"Gauges",   "Vehicle", "Climate", "Parking",
+                                                    "Settings", "About",   "Front",   "Rear"};
+    QTest::newRow("German") << "de" << QStringList{"Instrumente",   "Fahrzeug", "Klima", "Parken",
+                                                   "Einstellungen", "Info",     "Vorn",  "Hinten"};
     QTest::newRow("French") << "fr"
                             << QStringList{"Instruments", "Véhicule", "Climat", "Stationnement",
-                                           "Réglages", "À propos", "Avant", "Arrière"};
+                                           "Réglages",    "À propos", "Avant",  "Arrière"};
     QTest::newRow("Spanish") << "es"
-                             << QStringList{"Indicadores", "Vehículo", "Clima", "Aparcamiento",
-                                            "Ajustes", "Acerca de", "Delante", "Detrás"};
+                             << QStringList{"Indicadores", "Vehículo",  "Clima",   "Aparcamiento",
+                                            "Ajustes",     "Acerca de", "Delante", "Detrás"};
 }
 
 void tst_HostObjects::translations()

@@ -12,9 +12,8 @@
 
 using namespace norda;
 
-static const char *const keyNames[] = {"norda_key_gauge",   "norda_key_vehicle",
-                                       "norda_key_climate", "norda_key_radar",
-                                       "norda_key_setting", "norda_key_about"};
+static const char *const keyNames[] = {"norda_key_gauge", "norda_key_vehicle", "norda_key_climate",
+                                       "norda_key_radar", "norda_key_setting", "norda_key_about"};
 static constexpr int pageCount = 6;
 
 static QList<int> checkedPages(QWidget *bar)
@@ -227,13 +226,20 @@ void tst_Navigation::topBarTitles_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("title");
     QTest::addColumn<bool>("settingsKey");
-    QTest::newRow("gauges") << 0 << "en" << "Gauges" << true;
-    QTest::newRow("vehicle") << 1 << "en" << "Vehicle" << true;
-    QTest::newRow("climate") << 2 << "en" << "Climate" << true;
-    QTest::newRow("parking") << 3 << "en" << "Parking" << true;
-    QTest::newRow("settings, without its own key") << 4 << "en" << "Settings" << false;
-    QTest::newRow("about is ignored") << 5 << "en" << "before" << true;
-    QTest::newRow("negative is ignored") << -1 << "en" << "before" << true;
+    QTest::newRow("gauges") << 0 << "en"
+                            << "Gauges" << true;
+    QTest::newRow("vehicle") << 1 << "en"
+                             << "Vehicle" << true;
+    QTest::newRow("climate") << 2 << "en"
+                             << "Climate" << true;
+    QTest::newRow("parking") << 3 << "en"
+                             << "Parking" << true;
+    QTest::newRow("settings, without its own key") << 4 << "en"
+                                                   << "Settings" << false;
+    QTest::newRow("about is ignored") << 5 << "en"
+                                      << "before" << true;
+    QTest::newRow("negative is ignored") << -1 << "en"
+                                         << "before" << true;
 }
 
 void tst_Navigation::topBarTitles()
@@ -274,8 +280,8 @@ void tst_Navigation::topBarKeys()
     QTest::mouseClick(settings, Qt::LeftButton);
     QCOMPARE(backSpy.count(), 1);
     QCOMPARE(settingsSpy.count(), 1);
-    QCOMPARE(calls.take(), (QStringList{"svaudio::AudioService::doBeep(0)",
-                                        "svaudio::AudioService::doBeep(0)"}));
+    QCOMPARE(calls.take(),
+             (QStringList{"svaudio::AudioService::doBeep(0)", "svaudio::AudioService::doBeep(0)"}));
 }
 
 NORDA_TEST_MAIN(tst_Navigation)

@@ -67,8 +67,7 @@ void tst_ScrollLabel::overflowIsWhatDoesNotFit()
     m_label->setText(QStringLiteral("short"));
     QCOMPARE(m_label->overflow(), 0);
     m_label->setText(longText(m_label));
-    QCOMPARE(m_label->overflow(),
-             m_label->fontMetrics().horizontalAdvance(m_label->text()) - 200);
+    QCOMPARE(m_label->overflow(), m_label->fontMetrics().horizontalAdvance(m_label->text()) - 200);
 }
 
 void tst_ScrollLabel::offsetStaysInRange()

@@ -84,7 +84,7 @@ void tst_Settings::otherKeysSurviveAWrite()
 void tst_Settings::valuesOfTheWrongKind_data()
 {
     QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<int>("asInt"); // default 7
+    QTest::addColumn<int>("asInt");   // default 7
     QTest::addColumn<bool>("asBool"); // default true
     QTest::newRow("number") << QByteArray("3") << 3 << true;
     QTest::newRow("zero") << QByteArray("0") << 0 << false;

@@ -88,8 +88,7 @@ void tst_Windows::everyWindow()
         MessageCapture capture;
         KeyEvent event(QEvent::KeyRelease, key);
         QCOMPARE(window->keyEvent(&event), 0);
-        QVERIFY(capture.takeTexts().constFirst().endsWith(
-            QStringLiteral("-- %1 7").arg(key)));
+        QVERIFY(capture.takeTexts().constFirst().endsWith(QStringLiteral("-- %1 7").arg(key)));
         QCOMPARE(calls.take().size(), 1); // passed on to the base, whatever the key
     }
 }
@@ -131,7 +130,8 @@ void tst_Windows::servedWindows()
     QScopedPointer<cm::BaseWindow> window(makeWindow(nullptr));
     CallSpy calls;
     window->onCreate();
-    QCOMPARE(calls.take(ofInterest), QStringList("cm::BaseWindow::onCreate()") + status + QStringList(install));
+    QCOMPARE(calls.take(ofInterest),
+             QStringList("cm::BaseWindow::onCreate()") + status + QStringList(install));
     QPointer<QWidget> first = window->mainWidget();
     QVERIFY(first);
     QCOMPARE(first->metaObject()->className(), screen.constData());
@@ -150,7 +150,8 @@ void tst_Windows::servedWindows()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!first);
     window->onCreate();
-    QCOMPARE(calls.take(ofInterest), QStringList("cm::BaseWindow::onCreate()") + status + QStringList(install));
+    QCOMPARE(calls.take(ofInterest),
+             QStringList("cm::BaseWindow::onCreate()") + status + QStringList(install));
     QVERIFY(window->mainWidget());
 
     // A screen that somebody else deletes is forgotten just the same.
@@ -291,8 +292,8 @@ void tst_Windows::traceMarksWhileCreating()
     int timerLines = 0;
     for (const QString &line : capture.takeTexts()) {
         seenMarks += line.contains(QStringLiteral("::onCreate()")) && line.endsWith(" --");
-        timerLines += line.contains(QStringLiteral("[--IN--]"))
-                      || line.contains(QStringLiteral("[--OUT--]"));
+        timerLines +=
+            line.contains(QStringLiteral("[--IN--]")) || line.contains(QStringLiteral("[--OUT--]"));
     }
     QCOMPARE(seenMarks, marks);
     QCOMPARE(timerLines, 2);

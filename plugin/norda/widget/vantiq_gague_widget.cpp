@@ -65,8 +65,8 @@ void Vantiq_Gaugue_Widget::initUI()
     // Touches go through the texts to the gauges and keys beneath.
     const QWidgetList overlays = {
         m_form->up_left_widget,    m_form->up_right_widget, m_form->down_left_widget,
-        m_form->down_right_widget, m_form->scale_widget,    m_form->Txt_center_value,
-        m_form->Txt_center_title,  m_form->Txt_P1,          m_form->Txt_P2};
+        m_form->down_right_widget, m_form->scale_widget,    m_form->Indicator_lb_2,
+        m_form->Txt_ready,         m_form->Txt_P1,          m_form->Txt_P2};
     for (QWidget *overlay : overlays)
         overlay->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_form->gagus_widget_1->lower();

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class HeadUnit;
+class Screen;
+class Session;
+
+/**
+ * Writes a picture of every page and of each notable state.
+ * @param error  one line, when a picture cannot be written
+ * @return the files written
+ */
+QStringList writeGallery(const QString &folder, Screen *screen, HeadUnit *unit, Session *session,
+                         QString *error);

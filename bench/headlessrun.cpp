@@ -1,0 +1,119 @@
+#include "headlessrun.h"
+
+#include "gallery.h"
+#include "headunit.h"
+#include "options.h"
+#include "screen.h"
+#include "session.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSocketNotifier>
+
+#include <csignal>
+#include <cstdio>
+#include <sys/socket.h>
+#include <unistd.h>
+
+static int signalPipe[2] = {-1, -1};
+
+static void onSignal(int)
+{
+    const char byte = 1;
+    // Nothing can be done here if the pipe is full: an end is on its way already.
+    [[maybe_unused]] const auto written = ::write(signalPipe[1], &byte, 1);
+}
+
+HeadlessRun::HeadlessRun(const Options &options, Screen *screen, HeadUnit *unit, Session *session)
+    : m_options(options), m_screen(screen), m_unit(unit), m_session(session)
+{
+    connect(session->drive(), &module::Drive::positionChanged, this, &HeadlessRun::showProgress);
+    connect(session->drive(), &module::Drive::finished, this, &HeadlessRun::end);
+    endOnSignals();
+}
+
+HeadlessRun::~HeadlessRun() = default;
+
+void HeadlessRun::endOnSignals()
+{
+    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0)
+        return;
+    auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
+        notifier->setEnabled(false);
+        m_session->drive()->pause();
+        end();
+    });
+    std::signal(SIGINT, onSignal);
+    std::signal(SIGTERM, onSignal);
+}
+
+void HeadlessRun::start()
+{
+    const QStringList findings = m_session->drive()->source()->findings();
+    for (const QString &line : findings)
+        std::printf("%s\n", qPrintable(line));
+    std::fflush(stdout);
+    m_session->drive()->play();
+}
+
+void HeadlessRun::showProgress(qint64 ms)
+{
+    const qint64 duration = m_session->drive()->durationMs();
+    if (duration <= 0)
+        return;
+    const int percent = int(100 * ms / duration);
+    const bool onTerminal = ::isatty(STDERR_FILENO);
+    if (percent == m_lastPercent || (!onTerminal && percent / 10 == m_lastPercent / 10))
+        return;
+    m_lastPercent = percent;
+    std::fprintf(stderr, "%s%3d %% of %lld s driven%s", onTerminal ? "\r" : "", percent,
+                 static_cast<long long>(duration / 1000), onTerminal && percent < 100 ? "" : "\n");
+}
+
+void HeadlessRun::end()
+{
+    // The gallery looks around in the drive again; its progress has been shown.
+    disconnect(m_session->drive(), nullptr, this, nullptr);
+    QString error;
+    const bool written = writeResults(m_options, m_screen, m_unit, m_session, &error);
+    if (!written)
+        std::fprintf(stderr, "%s\n", qPrintable(error));
+    QCoreApplication::exit(written ? 0 : 2);
+}
+
+static void printSummary(const QJsonObject &summary)
+{
+    std::printf("%.1f s driven in %.1f s: %d signals, %d calls, %d frames, %d warnings\n",
+                summary.value("driveSeconds").toDouble(), summary.value("wallSeconds").toDouble(),
+                summary.value("signalsTotal").toInt(), summary.value("callsTotal").toInt(),
+                summary.value("framesPainted").toInt(), summary.value("warnings").toInt());
+}
+
+static bool writeSummary(const QString &path, const QJsonObject &summary, QString *error)
+{
+    QFile file(path);
+    const QByteArray text = QJsonDocument(summary).toJson();
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush())
+        return true;
+    *error =
+        QStringLiteral("%1: expected a file that can be written: %2").arg(path, file.errorString());
+    return false;
+}
+
+bool writeResults(const Options &options, Screen *screen, HeadUnit *unit, Session *session,
+                  QString *error)
+{
+    session->finish();
+    const QJsonObject summary = session->summary(screen->framesPainted());
+    printSummary(summary);
+    if (!options.summary.isEmpty() && !writeSummary(options.summary, summary, error))
+        return false;
+    if (options.gallery.isEmpty())
+        return true;
+    const QStringList files = writeGallery(options.gallery, screen, unit, session, error);
+    std::printf("%d pictures in %s\n", files.size(), qPrintable(options.gallery));
+    return error->isEmpty();
+}

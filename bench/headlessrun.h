@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+
+class HeadUnit;
+class Screen;
+class Session;
+struct Options;
+
+/** A drive without a window: progress while it lasts, then gallery, summary and the exit code. */
+class HeadlessRun : public QObject
+{
+    Q_OBJECT
+public:
+    HeadlessRun(const Options &options, Screen *screen, HeadUnit *unit, Session *session);
+    ~HeadlessRun() override;
+
+    void start();
+
+private:
+    void showProgress(qint64 ms);
+    void end();
+    void endOnSignals();
+
+    const Options &m_options;
+    Screen *m_screen;
+    HeadUnit *m_unit;
+    Session *m_session;
+    int m_lastPercent = -1;
+};
+
+/**
+ * Writes what was asked for at the end of a drive, in a window or without.
+ * @return false, with one line in error, when a file cannot be written
+ */
+bool writeResults(const Options &options, Screen *screen, HeadUnit *unit, Session *session,
+                  QString *error);

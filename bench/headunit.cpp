@@ -1,0 +1,180 @@
+#include "headunit.h"
+
+#include "appplugin.h"
+#include "eventhandler.h"
+#include "keyevent.h"
+#include "screen.h"
+#include "touchevent.h"
+#include "windowinterface.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QJsonObject>
+#include <QWidget>
+
+struct Destination
+{
+    Qx::Touch code;
+    int window;
+};
+
+static constexpr Destination destinations[] = {
+    {Qx::TouchGauges, 80},  {Qx::TouchVehicle, 81},  {Qx::TouchClimate, 82},
+    {Qx::TouchParking, 83}, {Qx::TouchSettings, 84}, {Qx::TouchAbout, 85},
+};
+
+HeadUnit::HeadUnit(Screen *screen, QObject *parent) : QObject(parent), m_screen(screen)
+{
+    connect(EventHandler::instance(), &EventHandler::touched, this, &HeadUnit::onTouched);
+}
+
+HeadUnit::~HeadUnit()
+{
+    if (!m_plugin)
+        return;
+    if (!m_stack.isEmpty())
+        leave(currentWindow());
+    for (int id : windowIds())
+        window(id)->onDestroy();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    m_loader.unload();
+}
+
+bool HeadUnit::load(const QString &file, QString *error)
+{
+    static const QString wanted = QStringLiteral("com.stavel.Qt.nordaPlugin");
+    if (!QFileInfo(file).isFile()) {
+        *error = QStringLiteral("%1: expected a plugin, found no such file").arg(file);
+        return false;
+    }
+    m_loader.setFileName(QFileInfo(file).absoluteFilePath());
+    const QString iid = m_loader.metaData().value(QStringLiteral("IID")).toString();
+    if (iid != wanted) {
+        *error = QStringLiteral("%1: expected a plugin with the interface %2, found %3")
+                     .arg(file, wanted, iid.isEmpty() ? QStringLiteral("no plugin") : iid);
+        return false;
+    }
+    QObject *root = m_loader.instance();
+    m_plugin = qobject_cast<AppPlugin *>(root);
+    if (!m_plugin) {
+        *error = QStringLiteral("%1: expected a root object with the interface AppPlugin, %2")
+                     .arg(file, root ? QStringLiteral("found another") : m_loader.errorString());
+        return false;
+    }
+    m_plugin->create();
+    return true;
+}
+
+QList<int> HeadUnit::windowIds() const
+{
+    return m_plugin->windowInterfaceID();
+}
+
+WindowInterface *HeadUnit::window(int id) const
+{
+    return m_plugin->requestWindowInterface(id);
+}
+
+QWidget *HeadUnit::currentPage() const
+{
+    return m_stack.isEmpty() ? nullptr : window(currentWindow())->mainWidget();
+}
+
+void HeadUnit::onTouched(int code)
+{
+    if (code == Qx::TouchCamera) {
+        openCamera();
+        return;
+    }
+    for (const Destination &destination : destinations) {
+        if (destination.code == code)
+            openWindow(destination.window);
+    }
+}
+
+void HeadUnit::openCamera()
+{
+    m_screen->showCamera(true);
+}
+
+void HeadUnit::leave(int id)
+{
+    window(id)->onExit();
+    window(id)->onHide(QByteArray());
+}
+
+void HeadUnit::enter(int id)
+{
+    WindowInterface *opened = window(id);
+    if (!opened->mainWidget())
+        opened->onCreate();
+    QWidget *page = opened->mainWidget();
+    if (!page)
+        return;
+    m_screen->adopt(page);
+    bindPage(page, id);
+    opened->onShow(QByteArray());
+    opened->onEnter();
+    emit windowOpened(id);
+}
+
+/** The parking page leaves it to the host to bind it to the sensors, once. */
+void HeadUnit::bindPage(QWidget *page, int id)
+{
+    static constexpr int parkingWindow = 83;
+    if (id != parkingWindow || page == m_boundPage)
+        return;
+    m_boundPage = page;
+    QMetaObject::invokeMethod(page, "connectVtqAdaptor");
+}
+
+void HeadUnit::openWindow(int id)
+{
+    if (!windowIds().contains(id))
+        return;
+    m_screen->showCamera(false);
+    if (id == currentWindow())
+        return;
+    if (!m_stack.isEmpty())
+        leave(currentWindow());
+    m_stack.removeAll(id);
+    m_stack.append(id);
+    enter(id);
+}
+
+void HeadUnit::back()
+{
+    if (m_screen->isCameraShown()) {
+        m_screen->showCamera(false);
+        QWidget *page = currentPage();
+        if (page && page->metaObject()->indexOfMethod("resume()") >= 0)
+            QMetaObject::invokeMethod(page, "resume");
+        return;
+    }
+    if (m_stack.size() < 2 || window(currentWindow())->backEvent() == 0)
+        return;
+    leave(m_stack.takeLast());
+    enter(currentWindow());
+}
+
+bool HeadUnit::pressKey(int key)
+{
+    if (m_stack.isEmpty())
+        return false;
+    KeyEvent press(QEvent::KeyPress, key);
+    KeyEvent release(QEvent::KeyRelease, key);
+    const bool used = window(currentWindow())->keyEvent(&press) != 0;
+    window(currentWindow())->keyEvent(&release);
+    return used;
+}
+
+void HeadUnit::recreateWindow()
+{
+    if (m_stack.isEmpty())
+        return;
+    const int id = currentWindow();
+    leave(id);
+    window(id)->onDestroy();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    enter(id);
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QPluginLoader>
+#include <QPointer>
+#include <QWidget>
+
+class AppPlugin;
+class Screen;
+class WindowInterface;
+
+/** Plays the host: loads a plugin, opens its windows on the screen and hands keys to them. */
+class HeadUnit : public QObject
+{
+    Q_OBJECT
+public:
+    explicit HeadUnit(Screen *screen, QObject *parent = nullptr);
+    ~HeadUnit() override;
+
+    /** @param error  one line that says what is wrong with the file */
+    bool load(const QString &file, QString *error);
+    QList<int> windowIds() const;
+    int currentWindow() const { return m_stack.isEmpty() ? -1 : m_stack.constLast(); }
+    /** The widget of the open window, null when there is none. */
+    QWidget *currentPage() const;
+
+public slots:
+    void openWindow(int id);
+    void back();
+    /** A hardware key: the open window may use it. @return whether it did */
+    bool pressKey(int key);
+    /** Makes the open window give its content back and build it anew. */
+    void recreateWindow();
+
+signals:
+    void windowOpened(int id);
+
+private:
+    void onTouched(int code);
+    void openCamera();
+    void leave(int id);
+    void enter(int id);
+    void bindPage(QWidget *page, int id);
+    WindowInterface *window(int id) const;
+
+    Screen *m_screen;
+    QPluginLoader m_loader;
+    AppPlugin *m_plugin = nullptr;
+    QList<int> m_stack; // the open window stands last
+    QPointer<QWidget> m_boundPage;
+};

@@ -1,0 +1,113 @@
+#include "beeper.h"
+#include "headlessrun.h"
+#include "headunit.h"
+#include "mainwindow.h"
+#include "options.h"
+#include "palette.h"
+#include "screen.h"
+#include "session.h"
+#include "warnings.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLoggingCategory>
+
+#include <cstdio>
+
+enum ExitCode { Done = 0, Unusable = 2 };
+
+static int refuse(const QString &error)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(error));
+    return Unusable;
+}
+
+/** The scale and the platform must be known before the application object. */
+static bool readOptions(int argc, char *argv[], Options *options, QString *error)
+{
+    QCoreApplication application(argc, argv);
+    if (!options->parse(QCoreApplication::arguments(), error))
+        return false;
+    if (options->plugin.isEmpty())
+        options->plugin = QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                                          QStringLiteral("/../plugins/libnordaPlugin.so"));
+    const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
+                            qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+                            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (options->text.isEmpty() && !options->headless && !hasDisplay) {
+        std::fprintf(stderr, "No display here: running as with --headless.\n");
+        options->headless = true;
+    }
+    if (options->headless && !options->speedGiven)
+        options->speed = module::Drive::Unlimited;
+    return true;
+}
+
+static std::unique_ptr<Session> openSession(const Options &options, QString *error)
+{
+    auto source = module::openSource(options.source, error);
+    if (!source)
+        return nullptr;
+    auto session = std::make_unique<Session>(std::move(source));
+    session->drive()->setSpeed(options.speed);
+    session->drive()->setLimit(options.durationMs);
+    if (!options.record.isEmpty() && !session->record(options.record, error))
+        return nullptr;
+    return session;
+}
+
+static int runHeadless(const Options &options, Screen *screen, HeadUnit *unit, Session *session)
+{
+    screen->show();
+    unit->openWindow(options.window);
+    HeadlessRun run(options, screen, unit, session);
+    run.start();
+    return QApplication::exec();
+}
+
+static int runWindow(const Options &options, Screen *screen, HeadUnit *unit,
+                     std::unique_ptr<Session> session)
+{
+    Beeper beeper;
+    BenchWindow window(options, screen, unit);
+    unit->openWindow(options.window);
+    window.start(std::move(session));
+    window.show();
+    const int code = QApplication::exec();
+    QString error;
+    if (!writeResults(options, screen, unit, window.session(), &error))
+        return refuse(error);
+    return code;
+}
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setApplicationName(QStringLiteral("norda-bench"));
+    Options options;
+    QString error;
+    if (!readOptions(argc, argv, &options, &error))
+        return refuse(error);
+    if (!options.text.isEmpty()) {
+        std::printf("%s", qPrintable(options.text));
+        return Done;
+    }
+    if (options.headless)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qFuzzyCompare(options.scale, 1.0))
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
+    if (!options.trace)
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+
+    QApplication application(argc, argv);
+    const Warnings warnings;
+    night::apply(&application);
+    Screen screen;
+    HeadUnit unit(&screen);
+    if (!unit.load(options.plugin, &error))
+        return refuse(error);
+    std::unique_ptr<Session> session = openSession(options, &error);
+    if (!session)
+        return refuse(error);
+    return options.headless ? runHeadless(options, &screen, &unit, session.get())
+                            : runWindow(options, &screen, &unit, std::move(session));
+}

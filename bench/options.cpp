@@ -1,0 +1,136 @@
+#include "options.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+static const char examples[] = R"(
+Examples:
+  norda-bench                                  the simulated car, in a window
+  norda-bench --source drive.csv --speed 4     a recorded drive, four times as fast
+  norda-bench --headless --speed max --gallery out --summary out/s.json
+                                               a whole drive without a display
+  norda-bench --record session.jsonl           keep all that crosses the adaptor
+  norda-bench --source session.jsonl           and play it again
+
+Keys: 1 to 6 open the pages, Esc goes back, Space plays and pauses.
+Exit codes: 0 done, 1 an expectation failed, 2 unusable input or arguments.
+)";
+
+// clang-format off
+static const QList<QCommandLineOption> known = {
+    {"source", "What to drive: \"simulator\", an OBD-II CSV export, a candump log or a recording "
+               "of the bench.", "simulator|FILE", "simulator"},
+    {"speed", "Factor of real time, 0.1 to 100, or \"max\" (the default without a display).",
+              "X|max", "1"},
+    {"duration", "Stop after that much drive time.", "SECONDS"},
+    {"window", "Page to open first: 80 gauges, 81 vehicle, 82 climate, 83 parking, 84 settings, "
+               "85 about.", "80..85", "80"},
+    {"gallery", "At the end, write a PNG of every page and notable state.", "DIR"},
+    {"record", "Write everything that crosses the adaptor, both ways, as JSON lines.", "FILE"},
+    {"summary", "At the end, write totals as JSON: drive time, signals, calls, frames, warnings.",
+                "FILE"},
+    {"headless", "Run without a window, whatever the display."},
+    {"scale", "Size of the 1280 x 720 screen on a desktop, 0.25 to 4.", "X", "1"},
+    {"plugin", "The plugin to load instead of the one that was built with the bench.", "FILE"},
+    {"trace", "Let the plugin's trace lines through."},
+};
+// clang-format on
+
+static bool number(const QCommandLineParser &parser, const char *option, double lowest,
+                   double highest, double *value, QString *error)
+{
+    const QString text = parser.value(QLatin1String(option));
+    bool isNumber = false;
+    const double parsed = text.toDouble(&isNumber);
+    if (isNumber && parsed >= lowest && parsed <= highest) {
+        *value = parsed;
+        return true;
+    }
+    *error = QStringLiteral("--%1: expected a number from %2 to %3, got '%4'")
+                 .arg(QLatin1String(option))
+                 .arg(lowest)
+                 .arg(highest)
+                 .arg(text);
+    return false;
+}
+
+static bool writable(const QString &option, const QString &file, QString *error)
+{
+    const QFileInfo info(file);
+    const QFileInfo folder(info.absolutePath());
+    QDir().mkpath(folder.filePath());
+    if (!file.isEmpty() && !info.isDir() && folder.isDir() && folder.isWritable())
+        return true;
+    *error =
+        QStringLiteral("--%1: expected a file that can be written, got '%2'").arg(option, file);
+    return false;
+}
+
+bool Options::parse(const QStringList &arguments, QString *error)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("A head unit on a desk: loads the plugin and "
+                                                    "drives it from a simulated or a recorded "
+                                                    "car."));
+    parser.addOptions(known);
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    if (!parser.parse(arguments)) {
+        *error = parser.errorText();
+        error->replace(QLatin1Char('\n'), QLatin1Char(' '));
+        *error += QStringLiteral(" See --help.");
+        return false;
+    }
+    if (parser.isSet(help)) {
+        text = parser.helpText() + QLatin1String(examples);
+        return true;
+    }
+    if (parser.isSet(version)) {
+        text = QStringLiteral("norda-bench " NORDA_VERSION "\n");
+        return true;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        *error = QStringLiteral("%1: expected an option; a drive is named with --source")
+                     .arg(parser.positionalArguments().constFirst());
+        return false;
+    }
+
+    headless = parser.isSet(QStringLiteral("headless"));
+    trace = parser.isSet(QStringLiteral("trace"));
+    source = parser.value(QStringLiteral("source"));
+    plugin = parser.value(QStringLiteral("plugin"));
+    speedGiven = parser.isSet(QStringLiteral("speed"));
+    if (parser.value(QStringLiteral("speed")) == QLatin1String("max"))
+        speed = 0;
+    else if (!number(parser, "speed", 0.1, 100, &speed, error)) {
+        error->replace(QStringLiteral(", got"), QStringLiteral(" or 'max', got"));
+        return false;
+    }
+    double seconds = -0.001;
+    if (parser.isSet(QStringLiteral("duration")) &&
+        !number(parser, "duration", 0.1, 1e7, &seconds, error))
+        return false;
+    durationMs = qRound64(seconds * 1000);
+    double page = 80;
+    if (!number(parser, "window", 80, 85, &page, error) ||
+        !number(parser, "scale", 0.25, 4, &scale, error))
+        return false;
+    window = int(page);
+
+    gallery = parser.value(QStringLiteral("gallery"));
+    record = parser.value(QStringLiteral("record"));
+    summary = parser.value(QStringLiteral("summary"));
+    for (const char *file : {"record", "summary"}) {
+        const QString name = QLatin1String(file);
+        if (parser.isSet(name) && !writable(name, parser.value(name), error))
+            return false;
+    }
+    if (!gallery.isEmpty() && !QDir().mkpath(gallery)) {
+        *error =
+            QStringLiteral("--gallery: expected a folder that can be made, got '%1'").arg(gallery);
+        return false;
+    }
+    return true;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/** What was asked for on the command line, checked. */
+struct Options
+{
+    QString source = QStringLiteral("simulator");
+    double speed = 1.0; ///< factor of real time, 0 for as fast as it can
+    bool speedGiven = false;
+    qint64 durationMs = -1; ///< -1 for the whole drive
+    int window = 80;
+    QString gallery;
+    QString record;
+    QString summary;
+    QString plugin;
+    bool headless = false;
+    bool trace = false;
+    double scale = 1.0;
+    QString text; ///< what --help or --version print; everything else is unset then
+
+    /**
+     * @param arguments  with the program's name first
+     * @param error      one line that names the option and what it expects
+     * @return false when the arguments cannot be used
+     */
+    bool parse(const QStringList &arguments, QString *error);
+};

@@ -1,0 +1,56 @@
+#include "screen.h"
+
+#include "cameraview.h"
+#include "cm/statusbarcontrol.h"
+#include "palette.h"
+#include "statuscolumn.h"
+
+#include <QEvent>
+
+Screen::Screen(QWidget *parent)
+    : QWidget(parent), m_statusColumn(new StatusColumn(this)), m_camera(new CameraView(this))
+{
+    setFixedSize(1280, 720);
+    setAutoFillBackground(true);
+    QPalette colors = palette();
+    colors.setColor(QPalette::Window, night::background);
+    setPalette(colors);
+    m_camera->setGeometry(StatusColumn::Width, 0, 1280 - StatusColumn::Width, 720);
+    m_camera->hide();
+
+    cm::StatusBarControl *bar = cm::StatusBarControl::instance();
+    connect(bar, &cm::StatusBarControl::hiddenChanged, m_statusColumn, &QWidget::setHidden);
+    m_statusColumn->setHidden(bar->isHidden());
+}
+
+void Screen::adopt(QWidget *page)
+{
+    if (page->parentWidget() == this)
+        return;
+    page->setParent(this);
+    page->move(0, 0);
+    m_statusColumn->raise();
+}
+
+void Screen::showCamera(bool on)
+{
+    m_cameraShown = on;
+    m_camera->setVisible(on);
+    m_camera->raise();
+}
+
+// A window turns what was invalidated into one frame when it receives this event.
+bool Screen::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_watchedWindow && event->type() == QEvent::UpdateRequest)
+        ++m_frames;
+    return false;
+}
+
+void Screen::showEvent(QShowEvent *)
+{
+    if (m_watchedWindow == window())
+        return;
+    m_watchedWindow = window();
+    m_watchedWindow->installEventFilter(this);
+}

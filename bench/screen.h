@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+class CameraView;
+class StatusColumn;
+
+/** The 1280 x 720 screen: a page, the status column over its left edge, or the camera. */
+class Screen : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit Screen(QWidget *parent = nullptr);
+
+    StatusColumn *statusColumn() const { return m_statusColumn; }
+    /** Takes a page's widget in; the page shows and hides itself. */
+    void adopt(QWidget *page);
+    void showCamera(bool on);
+    bool isCameraShown() const { return m_cameraShown; }
+
+    /** Counts the frames that were painted since the start. */
+    int framesPainted() const { return m_frames; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    StatusColumn *m_statusColumn;
+    CameraView *m_camera;
+    QPointer<QWidget> m_watchedWindow;
+    bool m_cameraShown = false;
+    int m_frames = 0;
+};

@@ -1,0 +1,91 @@
+#include "statuscolumn.h"
+
+#include "palette.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QTime>
+
+StatusColumn::StatusColumn(QWidget *parent) : QWidget(parent)
+{
+    setGeometry(0, 0, Width, 720);
+}
+
+void StatusColumn::setSource(const QString &text)
+{
+    m_source = text;
+    update();
+}
+
+void StatusColumn::waitForNextMinute()
+{
+    const QTime now = QTime::currentTime();
+    m_minute.start(60000 - (now.second() * 1000 + now.msec()), this);
+}
+
+void StatusColumn::timerEvent(QTimerEvent *)
+{
+    update(0, 0, Width, 100);
+    waitForNextMinute();
+}
+
+void StatusColumn::showEvent(QShowEvent *)
+{
+    waitForNextMinute();
+}
+
+void StatusColumn::hideEvent(QHideEvent *)
+{
+    m_minute.stop();
+}
+
+static void drawSignal(QPainter *painter, QPoint place)
+{
+    for (int bar = 0; bar < 4; ++bar) {
+        const int height = 7 + 6 * bar;
+        painter->setBrush(bar < 3 ? night::text : night::hairline);
+        painter->drawRoundedRect(place.x() + 11 * bar, place.y() + 26 - height, 7, height, 2, 2);
+    }
+}
+
+static void drawNote(QPainter *painter, QPoint place)
+{
+    painter->setBrush(night::secondary);
+    painter->drawEllipse(place.x(), place.y() + 19, 11, 9);
+    painter->drawEllipse(place.x() + 18, place.y() + 15, 11, 9);
+    QPainterPath stems;
+    stems.moveTo(place.x() + 9, place.y() + 24);
+    stems.lineTo(place.x() + 9, place.y() + 5);
+    stems.lineTo(place.x() + 27, place.y());
+    stems.lineTo(place.x() + 27, place.y() + 20);
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(night::secondary, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->drawPath(stems);
+    painter->setPen(Qt::NoPen);
+}
+
+void StatusColumn::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(rect(), night::background.darker(130));
+    painter.fillRect(Width - 1, 0, 1, height(), night::hairline);
+
+    QFont font(QStringLiteral("Arial"));
+    font.setPixelSize(34);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(night::text);
+    painter.drawText(QRect(0, 24, Width, 44), Qt::AlignCenter,
+                     QTime::currentTime().toString(QStringLiteral("HH:mm")));
+
+    painter.setPen(Qt::NoPen);
+    drawSignal(&painter, QPoint(44, 110));
+    drawNote(&painter, QPoint(49, 172));
+
+    font.setPixelSize(24);
+    font.setBold(false);
+    painter.setFont(font);
+    painter.setPen(night::secondary);
+    painter.drawText(QRect(4, 640, Width - 8, 60), Qt::AlignCenter | Qt::TextWordWrap, m_source);
+}

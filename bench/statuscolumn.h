@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QWidget>
+
+/** The head unit's status bar: a column at the left with the time and what the unit is doing. */
+class StatusColumn : public QWidget
+{
+    Q_OBJECT
+public:
+    static constexpr int Width = 128;
+
+    explicit StatusColumn(QWidget *parent);
+
+    /** What is being driven, in a word. */
+    void setSource(const QString &text);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void waitForNextMinute();
+
+    QBasicTimer m_minute;
+    QString m_source;
+};

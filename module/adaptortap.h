@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QList>
+#include <QMetaMethod>
+#include <QObject>
+#include <QVariant>
+
+#include <functional>
+
+namespace module {
+
+/**
+ * Sees every signal of the adaptor, whoever emits it. The signals are taken from the adaptor's
+ * meta-object, so one that is added later is seen without a change here.
+ */
+class AdaptorTap : public QObject
+{
+    // No Q_OBJECT: the slots that the signals arrive at exist as numbers only.
+public:
+    using Listener = std::function<void(const QByteArray &signal, const QVariantList &arguments)>;
+
+    explicit AdaptorTap(Listener listener, QObject *parent = nullptr);
+    ~AdaptorTap() override;
+
+    int qt_metacall(QMetaObject::Call call, int id, void **arguments) override;
+
+private:
+    Listener m_listener;
+    QList<QMetaMethod> m_signals;
+};
+
+} // namespace module

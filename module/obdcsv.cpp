@@ -1,0 +1,213 @@
+#include "obdcsv.h"
+
+#include "csvheader.h"
+#include "linereader.h"
+
+#include <QFileInfo>
+
+namespace module {
+
+static constexpr int longestPreamble = 20; // lines that an app may write above its header
+
+/** Reads the rows below a header. */
+class CsvReader
+{
+public:
+    CsvReader(const QString &header) : m_separator(csvSeparator(header))
+    {
+        QVector<bool> taken(int(Quantity::Count), false);
+        for (const QString &heading : csvFields(header, m_separator)) {
+            CsvColumn column = csvColumn(heading);
+            // Where two columns tell the same, the first one counts.
+            if (column.role == CsvColumn::Value) {
+                if (taken[int(column.quantity)])
+                    column.role = CsvColumn::Ignored;
+                taken[int(column.quantity)] = true;
+            }
+            m_columns.append(column);
+        }
+    }
+
+    bool isHeader() const { return has(CsvColumn::Value); }
+    bool readRow(const QByteArray &line, bool cutOff);
+    SampleLog take(const QString &path, int badLines);
+
+private:
+    bool has(CsvColumn::Role role) const
+    {
+        return std::any_of(m_columns.begin(), m_columns.end(),
+                           [role](const CsvColumn &column) { return column.role == role; });
+    }
+    bool number(QString field, double *value) const;
+    void readField(const CsvColumn &column, const QString &field);
+    void spreadRows();
+
+    struct Row
+    {
+        double time = -1;    // ms of the file's own clock, -1 for none
+        double runTime = -1; // whole seconds of the engine's run time, -1 for none
+        int firstSample = 0;
+    };
+
+    QChar m_separator;
+    QVector<CsvColumn> m_columns;
+    SampleLog m_log;
+    QVector<Row> m_rows;
+};
+
+bool CsvReader::number(QString field, double *value) const
+{
+    if (m_separator == QLatin1Char(';'))
+        field.replace(QLatin1Char(','), QLatin1Char('.'));
+    bool isNumber = false;
+    *value = field.toDouble(&isNumber);
+    return isNumber && qIsFinite(*value);
+}
+
+void CsvReader::readField(const CsvColumn &column, const QString &field)
+{
+    Row &row = m_rows.last();
+    double value = 0;
+    switch (column.role) {
+    case CsvColumn::Time:
+        if (row.time < 0)
+            row.time = csvTimeMs(field, column.unit);
+        break;
+    case CsvColumn::RunTime:
+        if (number(field, &value) && value >= 0 && value < 1e7)
+            row.runTime = value;
+        break;
+    case CsvColumn::Value:
+        if (number(field, &value))
+            m_log.add(0, column.quantity, metricValue(column, value));
+        else
+            ++m_log.droppedValues;
+        break;
+    case CsvColumn::Ignored:
+        break;
+    }
+}
+
+bool CsvReader::readRow(const QByteArray &line, bool cutOff)
+{
+    if (line.contains('\0'))
+        return false; // no text, whatever the rest of the line looks like
+    QStringList fields = csvFields(csvText(line), m_separator);
+    // The last number of a line that the file ends in may lack its last digits.
+    if (cutOff && fields.size() < m_columns.size())
+        fields.removeLast();
+
+    Row row;
+    row.firstSample = m_log.samples.size();
+    m_rows.append(row);
+    for (int i = 0; i < qMin(fields.size(), m_columns.size()); ++i)
+        readField(m_columns[i], fields[i]);
+    if (m_log.samples.size() > row.firstSample)
+        return true;
+    m_rows.removeLast();
+    return false;
+}
+
+/** Gives every row its moment. */
+void CsvReader::spreadRows()
+{
+    const auto knows = [this](double Row::*clock) {
+        return std::any_of(m_rows.begin(), m_rows.end(),
+                           [clock](const Row &row) { return row.*clock >= 0; });
+    };
+    double start = -1;
+    if (knows(&Row::time)) {
+        for (Row &row : m_rows) {
+            start = start < 0 ? row.time : start;
+            row.time = row.time < 0 ? -1 : row.time - start;
+        }
+        return;
+    }
+    if (!knows(&Row::runTime)) {
+        m_log.remarks.append(QStringLiteral("No time in this file: played at %1 row a second")
+                                 .arg(assumedRowsPerSecond));
+        for (int i = 0; i < m_rows.size(); ++i)
+            m_rows[i].time = 1000.0 * i / assumedRowsPerSecond;
+        return;
+    }
+    // Whole seconds of run time: the rows of one second share it evenly.
+    m_log.remarks.append(QStringLiteral("Time taken from the engine's run time"));
+    for (int first = 0; first < m_rows.size();) {
+        int next = first;
+        while (next < m_rows.size() && m_rows[next].runTime == m_rows[first].runTime)
+            ++next;
+        start = start < 0 ? m_rows[first].runTime : start;
+        for (int i = first; i < next; ++i)
+            m_rows[i].time =
+                1000.0 * (m_rows[i].runTime - start + double(i - first) / (next - first));
+        first = next;
+    }
+}
+
+SampleLog CsvReader::take(const QString &path, int badLines)
+{
+    spreadRows();
+    qint64 now = 0;
+    int backwards = 0;
+    for (int i = 0; i < m_rows.size(); ++i) {
+        const qint64 at = qRound64(m_rows[i].time);
+        backwards += at < now;
+        now = qMax(now, at);
+        const int end = i + 1 < m_rows.size() ? m_rows[i + 1].firstSample : m_log.samples.size();
+        for (int sample = m_rows[i].firstSample; sample < end; ++sample)
+            m_log.samples[sample].atMs = now;
+    }
+    m_log.title = QFileInfo(path).fileName();
+    m_log.durationMs = now;
+    m_log.badLines = badLines;
+    m_log.details = {{"kind", "csv"}, {"rows", m_rows.size()}, {"backwardSteps", backwards}};
+    return m_log;
+}
+
+static std::optional<CsvReader> findHeader(LineReader *lines, const QString &path, QString *error)
+{
+    QByteArray line;
+    QString first;
+    while (lines->lineNumber() < longestPreamble && lines->next(&line)) {
+        CsvReader reader(csvText(line));
+        if (reader.isHeader())
+            return reader;
+        if (lines->lineNumber() == 1)
+            first = lines->wasTooLong()
+                        ? QStringLiteral("a line longer than %1 bytes").arg(LineReader::LongestLine)
+                        : QStringLiteral("'%1'").arg(excerpt(line));
+    }
+    *error = QStringLiteral("%1: line 1: expected an OBD-II header row (such as 'Engine RPM'), a "
+                            "candump log or a recording, found %2")
+                 .arg(path, first.isEmpty() ? QStringLiteral("an empty file") : first);
+    return std::nullopt;
+}
+
+std::optional<SampleLog> readObdCsv(const QString &path, QString *error)
+{
+    LineReader lines(path, error);
+    if (!lines.isOpen())
+        return std::nullopt;
+    auto reader = findHeader(&lines, path, error);
+    if (!reader)
+        return std::nullopt;
+
+    QByteArray line;
+    int badLines = 0;
+    while (lines.next(&line)) {
+        if (line.trimmed().isEmpty() && !lines.wasTooLong())
+            continue;
+        badLines += lines.wasTooLong() || !reader->readRow(line, lines.wasCutOff());
+    }
+    const int lastLine = lines.lineNumber();
+    SampleLog log = reader->take(path, badLines);
+    if (log.samples.isEmpty()) {
+        *error = QStringLiteral("%1: line %2: expected rows of values below the header, found none")
+                     .arg(path)
+                     .arg(lastLine);
+        return std::nullopt;
+    }
+    return log;
+}
+
+} // namespace module

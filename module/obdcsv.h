@@ -1,0 +1,21 @@
+#pragma once
+
+#include "samplesource.h"
+
+#include <optional>
+
+namespace module {
+
+/** Rows a second that a file without any time is played at. */
+constexpr double assumedRowsPerSecond = 1.0;
+
+/**
+ * Reads an OBD-II export of a logging app: a header row, then one row a moment. Columns are found
+ * by their meaning, units converted, and the time taken from a time column, from the engine's run
+ * time, or from the rows themselves. Missing, damaged and implausible values are counted, never
+ * shown.
+ * @param error  one line that names the file and the line, when it cannot be played
+ */
+std::optional<SampleLog> readObdCsv(const QString &path, QString *error);
+
+} // namespace module

@@ -1,0 +1,249 @@
+#include "recording.h"
+
+#include "adaptorlink.h"
+#include "linereader.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMap>
+
+namespace module {
+
+static const QString formatName = QStringLiteral("norda-recording");
+static constexpr int formatVersion = 1;
+
+// ---- Values as JSON
+// ------------------------------------------------------------------------------
+
+template <typename Container>
+static QJsonArray numbers(const Container &values)
+{
+    QJsonArray array;
+    for (const int value : values)
+        array.append(value);
+    return array;
+}
+
+template <typename Value>
+static QJsonObject numbersByNumber(const QMap<int, Value> &map)
+{
+    QJsonObject object;
+    for (auto it = map.cbegin(); it != map.cend(); ++it)
+        object.insert(QString::number(it.key()), it.value());
+    return object;
+}
+
+static QJsonValue toJson(const QVariant &value);
+
+/** A value of a list that may hold any kind, with its kind beside it. */
+static QJsonValue withKind(const QVariant &value)
+{
+    return QJsonObject{{QLatin1String(value.typeName()), toJson(value)}};
+}
+
+static QJsonValue toJson(const QVariant &value)
+{
+    const int type = value.userType();
+    if (type == QMetaType::QByteArray) {
+        const QByteArray bytes = value.toByteArray();
+        return bytes.isNull() ? QJsonValue() : QJsonValue(QString::fromLatin1(bytes.toHex()));
+    }
+    if (type == qMetaTypeId<QList<int>>())
+        return numbers(value.value<QList<int>>());
+    if (type == qMetaTypeId<QMap<int, int>>())
+        return numbersByNumber(value.value<QMap<int, int>>());
+    if (type == qMetaTypeId<QMap<int, bool>>())
+        return numbersByNumber(value.value<QMap<int, bool>>());
+    if (type == QMetaType::UChar)
+        return value.toInt();
+    if (type == QMetaType::QString)
+        return value.toString() + QLatin1String(""); // a null text is an empty one
+    if (type == QMetaType::QVariantList) {
+        QJsonArray array;
+        for (const QVariant &element : value.toList())
+            array.append(withKind(element));
+        return array;
+    }
+    return QJsonValue::fromVariant(value);
+}
+
+static QVariant fromJson(const QJsonValue &json, int type)
+{
+    if (type == QMetaType::QByteArray)
+        return json.isNull() ? QByteArray() : QByteArray::fromHex(json.toString().toLatin1()) + "";
+    if (type == qMetaTypeId<QList<int>>()) {
+        QList<int> values;
+        for (const QJsonValue &value : json.toArray())
+            values.append(value.toInt());
+        return QVariant::fromValue(values);
+    }
+    if (type == QMetaType::UChar)
+        return QVariant::fromValue(uchar(json.toInt()));
+    if (type == QMetaType::QVariantList) {
+        QVariantList values;
+        for (const QJsonValue &value : json.toArray()) {
+            const QJsonObject object = value.toObject();
+            if (object.isEmpty())
+                continue;
+            const int kind = QMetaType::type(object.constBegin().key().toLatin1().constData());
+            values.append(fromJson(object.constBegin().value(), kind));
+        }
+        return values;
+    }
+    QVariant value = json.toVariant();
+    value.convert(type);
+    return value;
+}
+
+static QJsonArray toJson(const QVariantList &arguments)
+{
+    QJsonArray array;
+    for (const QVariant &argument : arguments)
+        array.append(toJson(argument));
+    return array;
+}
+
+// ---- Writing
+// -------------------------------------------------------------------------------------
+
+RecordingWriter::RecordingWriter(const QString &path, const QString &title, QString *error)
+    : m_file(path)
+{
+    if (!m_file.open(QIODevice::WriteOnly)) {
+        *error = QStringLiteral("%1: expected a file that can be written: %2")
+                     .arg(path, m_file.errorString());
+        return;
+    }
+    write({{"format", formatName}, {"version", formatVersion}, {"title", title}});
+}
+
+RecordingWriter::~RecordingWriter() = default;
+
+void RecordingWriter::write(const QJsonObject &line)
+{
+    m_file.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
+}
+
+void RecordingWriter::writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments)
+{
+    write({{"t", double(ms)}, {"signal", QString::fromLatin1(name)}, {"args", toJson(arguments)}});
+}
+
+void RecordingWriter::writeCall(qint64 ms, const QString &operation, const QVariantList &arguments)
+{
+    write({{"t", double(ms)}, {"call", operation}, {"args", toJson(arguments)}});
+}
+
+void RecordingWriter::finish(qint64 ms)
+{
+    write({{"t", double(ms)}, {"end", true}});
+    m_file.close();
+}
+
+// ---- Reading
+// -------------------------------------------------------------------------------------
+
+bool isRecordingHeader(const QByteArray &line)
+{
+    return QJsonDocument::fromJson(line).object().value("format").toString() == formatName;
+}
+
+std::unique_ptr<RecordingSource> RecordingSource::open(const QString &path, QString *error)
+{
+    LineReader lines(path, error);
+    QByteArray line;
+    if (!lines.isOpen())
+        return nullptr;
+    lines.next(&line);
+    const QJsonObject header = QJsonDocument::fromJson(line).object();
+    if (header.value("version").toInt() != formatVersion) {
+        *error = QStringLiteral("%1: line 1: expected a recording of version %2, found version %3")
+                     .arg(path)
+                     .arg(formatVersion)
+                     .arg(header.value("version").toInt());
+        return nullptr;
+    }
+    auto source = std::make_unique<RecordingSource>();
+    source->m_title = QFileInfo(path).fileName();
+    while (lines.next(&line)) {
+        if (!line.trimmed().isEmpty() || lines.wasTooLong())
+            source->read(QJsonDocument::fromJson(line).object());
+    }
+    return source;
+}
+
+void RecordingSource::read(const QJsonObject &line)
+{
+    const qint64 ms = qint64(line.value("t").toDouble(-1));
+    if (ms < m_durationMs) {
+        ++m_badLines;
+        return;
+    }
+    if (line.contains("signal")) {
+        const QByteArray name = line.value("signal").toString().toLatin1();
+        const QMetaMethod signal = adaptorSignal(name);
+        const QJsonArray values = line.value("args").toArray();
+        if (!signal.isValid() || values.size() != signal.parameterCount()) {
+            ++m_badLines;
+            return;
+        }
+        Emission emission{ms, name, {}};
+        for (int i = 0; i < values.size(); ++i)
+            emission.arguments.append(fromJson(values[i], signal.parameterType(i)));
+        m_emissions.append(emission);
+    } else if (line.contains("call")) {
+        ++m_calls;
+    } else if (!line.contains("end")) {
+        ++m_badLines;
+        return;
+    }
+    m_durationMs = ms;
+}
+
+qint64 RecordingSource::nextDueMs() const
+{
+    if (!m_caughtUp.isEmpty())
+        return m_caughtUp.constLast().atMs;
+    return m_index < m_emissions.size() ? m_emissions[m_index].atMs : -1;
+}
+
+Emission RecordingSource::take()
+{
+    return m_caughtUp.isEmpty() ? m_emissions[m_index++] : m_caughtUp.takeLast();
+}
+
+void RecordingSource::seek(qint64 ms)
+{
+    QMap<QByteArray, int> latest;
+    for (m_index = 0; m_index < m_emissions.size() && m_emissions[m_index].atMs < ms; ++m_index)
+        latest.insert(m_emissions[m_index].signal, m_index);
+    QList<int> indices = latest.values();
+    std::sort(indices.begin(), indices.end(), std::greater<int>());
+    m_caughtUp.clear();
+    for (const int index : indices) {
+        m_caughtUp.append(m_emissions[index]);
+        m_caughtUp.last().atMs = ms;
+    }
+}
+
+QStringList RecordingSource::findings() const
+{
+    QStringList lines = {
+        QStringLiteral("%1 signals and %2 calls recorded").arg(m_emissions.size()).arg(m_calls)};
+    if (m_badLines > 0)
+        lines.append(QStringLiteral("%1 lines could not be read").arg(m_badLines));
+    return lines;
+}
+
+QJsonObject RecordingSource::statistics() const
+{
+    return {{"kind", "recording"},
+            {"driveSeconds", double(m_durationMs) / 1000.0},
+            {"signals", m_emissions.size()},
+            {"calls", m_calls},
+            {"badLines", m_badLines}};
+}
+
+} // namespace module

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "vehiclesource.h"
+
+#include <QFile>
+#include <QMetaMethod>
+
+namespace module {
+
+/**
+ * Writes everything that crosses the adaptor, both ways, as JSON lines: a header, then
+ * {"t":ms,"signal":name,"args":[...]} and {"t":ms,"call":operation,"args":[...]}, and an end line.
+ * Byte arrays are hex texts, null for a null array.
+ */
+class RecordingWriter
+{
+public:
+    /** @param error  one line that names the file, when it cannot be written */
+    RecordingWriter(const QString &path, const QString &title, QString *error);
+    ~RecordingWriter();
+
+    bool isOpen() const { return m_file.isOpen(); }
+    void writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments);
+    void writeCall(qint64 ms, const QString &operation, const QVariantList &arguments);
+    /** Notes the length of the drive; the recording is complete with it. */
+    void finish(qint64 ms);
+
+private:
+    void write(const QJsonObject &line);
+
+    QFile m_file;
+};
+
+/** Plays the signals of a recording: the same ones, in the same order, at the same times. */
+class RecordingSource : public VehicleSource
+{
+public:
+    /** @return null, and one line that says why, for a file that is no recording */
+    static std::unique_ptr<RecordingSource> open(const QString &path, QString *error);
+
+    QString title() const override { return m_title; }
+    qint64 durationMs() const override { return m_durationMs; }
+    qint64 nextDueMs() const override;
+    Emission take() override;
+    void seek(qint64 ms) override;
+    QStringList findings() const override;
+    QJsonObject statistics() const override;
+
+private:
+    void read(const QJsonObject &line);
+
+    QString m_title;
+    QVector<Emission> m_emissions;
+    QVector<Emission> m_caughtUp; // after a seek: the last of each signal before it, in reverse
+    int m_index = 0;
+    qint64 m_durationMs = 0;
+    int m_calls = 0;
+    int m_badLines = 0;
+};
+
+/** Whether a file's first line is a recording's header. */
+bool isRecordingHeader(const QByteArray &line);
+
+} // namespace module

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "trip.h"
+
+#include <random>
+
+namespace module {
+
+/**
+ * Engine, automatic gearbox, cooling and charging of a mid-size petrol car, advanced in fixed
+ * steps. Temperatures in degrees Celsius, speeds in km/h.
+ */
+class Powertrain
+{
+public:
+    /** Advances by one step towards what the driver wants. */
+    void step(const DriverWish &wish);
+
+    double rpm() const { return m_rpm; }
+    double speedKmh() const { return m_speedKmh; }
+    double loadPercent() const { return m_load; }
+    int gear() const { return m_gear; } ///< 0 while standing in park or neutral
+    double coolant() const { return m_coolant; }
+    double intake() const { return m_intake; }
+    double oil() const { return m_oil; }
+    double transmission() const { return m_transmission; }
+    double ambient() const { return m_ambient; }
+    double volts() const { return m_volts; }
+    bool isRunning() const { return m_running; }
+
+    static constexpr int stepMs = 50;
+    static constexpr double shiftUpRpm = 5600; ///< where the driver should shift at full throttle
+
+private:
+    double noise(double amplitude);
+    void move(const DriverWish &wish);
+    void shift(const DriverWish &wish);
+    void turn(const DriverWish &wish);
+    void heat();
+    void charge(const DriverWish &wish);
+
+    std::minstd_rand m_random{20140907};
+    double m_speedKmh = 0;
+    double m_acceleration = 0; // km/h per second
+    double m_rpm = 0;
+    double m_load = 0;
+    double m_coolant = 21;
+    double m_intake = 21;
+    double m_oil = 21;
+    double m_transmission = 20;
+    double m_ambient = 19;
+    double m_volts = 12.4;
+    double m_shiftPauseS = 0;
+    int m_gear = 0;
+    bool m_running = false;
+};
+
+} // namespace module

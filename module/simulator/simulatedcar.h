@@ -1,0 +1,56 @@
+#pragma once
+
+#include "powertrain.h"
+#include "vehiclesource.h"
+
+#include <QHash>
+#include <QVector>
+
+namespace module {
+
+/**
+ * A car that is simulated: it drives the built-in trip and answers touches. It runs on drive time
+ * alone with a fixed seed, so that it says the same at any speed.
+ */
+class SimulatedCar : public VehicleSource
+{
+public:
+    SimulatedCar();
+
+    QString title() const override { return QStringLiteral("Simulated car"); }
+    qint64 durationMs() const override { return tripMs; }
+    qint64 nextDueMs() const override;
+    Emission take() override;
+    void seek(qint64 ms) override;
+    void command(qint64 nowMs, const QString &operation, const QVariantList &arguments) override;
+    QStringList findings() const override;
+    QJsonObject statistics() const override;
+
+private:
+    /** What the top left gauge shows; a touch goes on to the next. */
+    enum TopLeft { Transmission, Oil, Ambient, TopLeftCount };
+
+    void restart();
+    void runUntilEmission();
+    void step();
+    void report();
+    void reportCorner(const char *place, double value, const char *unit, int fullScale);
+    void reportProperties();
+    void say(qint64 atMs, const QByteArray &signal, const QVariantList &arguments);
+    void sayChange(const QByteArray &signal, const QVariantList &arguments);
+    void resend(qint64 atMs, const char *prefix);
+    void sayTitles(qint64 atMs);
+    void sayPresets(qint64 atMs);
+    void answer(qint64 atMs, const QString &command, const QVariantList &arguments);
+
+    Powertrain m_powertrain;
+    qint64 m_nowMs = 0;
+    QVector<Emission> m_queue; // by time
+    QHash<QByteArray, QVariantList> m_last;
+    TopLeft m_topLeft = Transmission;
+    bool m_arcs = false;
+    uchar m_preset = 0;
+    double m_highestRpm = 0;
+};
+
+} // namespace module

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QtGlobal>
+
+namespace module {
+
+/** What the driver means to do at a moment of the built-in trip. */
+struct DriverWish
+{
+    bool ignition = false;
+    bool cranking = false;
+    bool engineOn = false;
+    double speedKmh = 0; ///< the speed to hold or to reach
+    bool sporty = false; ///< a full-throttle overtake
+};
+
+/** Length of the built-in trip: cold start, town, motorway, town, parked. */
+constexpr qint64 tripMs = 600 * 1000;
+
+DriverWish tripWish(qint64 ms);
+
+} // namespace module

@@ -1,0 +1,52 @@
+#include "candump.h"
+#include "linereader.h"
+#include "obdcsv.h"
+#include "recording.h"
+#include "simulator/simulatedcar.h"
+#include "vehiclesource.h"
+
+namespace module {
+
+enum class FileKind { Csv, Candump, Recording };
+
+// A log may begin with a damaged line, so a few are looked at.
+static FileKind kindOf(const QString &path, QString *error)
+{
+    static constexpr int linesLookedAt = 10;
+    LineReader lines(path, error);
+    QByteArray line;
+    while (lines.isOpen() && lines.lineNumber() < linesLookedAt && lines.next(&line)) {
+        if (lines.lineNumber() == 1 && isRecordingHeader(line))
+            return FileKind::Recording;
+        if (parseCandumpLine(line))
+            return FileKind::Candump;
+    }
+    return FileKind::Csv;
+}
+
+static std::unique_ptr<VehicleSource> play(std::optional<SampleLog> log)
+{
+    if (!log)
+        return nullptr;
+    return std::make_unique<SampleSource>(*std::move(log));
+}
+
+std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error)
+{
+    if (name == QLatin1String("simulator"))
+        return std::make_unique<SimulatedCar>();
+    const FileKind kind = kindOf(name, error);
+    if (!error->isEmpty())
+        return nullptr;
+    switch (kind) {
+    case FileKind::Recording:
+        return RecordingSource::open(name, error);
+    case FileKind::Candump:
+        return play(readCandump(name, error));
+    case FileKind::Csv:
+        return play(readObdCsv(name, error));
+    }
+    return nullptr;
+}
+
+} // namespace module

@@ -1,0 +1,243 @@
+#include "adaptorlink.h"
+#include "adaptortap.h"
+#include "norda/vtqadaptor.h"
+#include "recording.h"
+#include "testmain.h"
+
+using namespace module;
+
+/** What is recorded plays back as it was. */
+class tst_Recording : public QObject
+{
+    Q_OBJECT
+private slots:
+    void everySignalComesBack_data();
+    void everySignalComesBack();
+    void callsAreKept();
+    void wholeSequence();
+    void seekCatchesUp();
+    void damagedRecordings_data();
+    void damagedRecordings();
+    void linkRefusesWhatTheAdaptorHasNot();
+
+private:
+    QString file() const { return m_folder.filePath(QStringLiteral("recording.jsonl")); }
+    QTemporaryDir m_folder;
+};
+
+/** Values of a type that are easily lost on the way. */
+static QVariantList valuesOf(int type)
+{
+    switch (type) {
+    case QMetaType::UChar:
+        return {QVariant::fromValue(uchar(0)), QVariant::fromValue(uchar(255))};
+    case QMetaType::QString:
+        return {QString(), QStringLiteral("\"quoted\" \\ ℉ \n line"), QStringLiteral("null")};
+    case QMetaType::QStringList:
+        return {QStringList(), QStringList{"", "a", "℉"}};
+    case QMetaType::QByteArray:
+        return {QByteArray(), QByteArray(""), QByteArray("\0\xff\x80", 3)};
+    case QMetaType::QVariantList:
+        return {QVariantList(), QVariantList{1, 2.5, true, QStringLiteral("x"), QByteArray("\1")}};
+    default:
+        if (type == qMetaTypeId<QList<int>>())
+            return {QVariant::fromValue(QList<int>()),
+                    QVariant::fromValue(QList<int>{0, -1, INT_MAX, INT_MIN})};
+        return {};
+    }
+}
+
+void tst_Recording::everySignalComesBack_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    const QMetaObject &meta = norda::VtqAdaptor::staticMetaObject;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        QTest::newRow(meta.method(i).name()) << meta.method(i).name();
+}
+
+static bool sameArguments(const QVariantList &a, const QVariantList &b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (int i = 0; i < a.size(); ++i) {
+        const bool same = a[i].userType() == b[i].userType() && a[i] == b[i] &&
+                          a[i].toByteArray().isNull() == b[i].toByteArray().isNull();
+        if (!same && a[i].userType() != qMetaTypeId<QList<int>>())
+            return false;
+        if (a[i].value<QList<int>>() != b[i].value<QList<int>>())
+            return false;
+    }
+    return true;
+}
+
+void tst_Recording::everySignalComesBack()
+{
+    QFETCH(QByteArray, name);
+    const QMetaMethod signal = adaptorSignal(name);
+    QVERIFY(signal.isValid());
+    QVector<QVariantList> sent;
+    for (int choice = 0; choice < 3; ++choice) {
+        QVariantList arguments;
+        for (int i = 0; i < signal.parameterCount(); ++i) {
+            const QVariantList values = valuesOf(signal.parameterType(i));
+            QVERIFY2(!values.isEmpty(), "a parameter type without values");
+            arguments.append(values[choice % values.size()]);
+        }
+        sent.append(arguments);
+    }
+
+    QVector<QVariantList> tapped;
+    QString error;
+    {
+        RecordingWriter writer(file(), QStringLiteral("test"), &error);
+        QVERIFY2(writer.isOpen(), qPrintable(error));
+        AdaptorTap tap([&](const QByteArray &seen, const QVariantList &arguments) {
+            QCOMPARE(seen, name);
+            tapped.append(arguments);
+            writer.writeSignal(tapped.size(), seen, arguments);
+        });
+        AdaptorLink link;
+        for (const QVariantList &arguments : sent)
+            QVERIFY(link.deliver({0, name, arguments}));
+        writer.finish(99);
+    }
+    QCOMPARE(tapped.size(), sent.size());
+
+    const auto source = RecordingSource::open(file(), &error);
+    QVERIFY2(source, qPrintable(error));
+    QCOMPARE(source->durationMs(), 99);
+    for (int i = 0; i < sent.size(); ++i) {
+        const Emission played = source->take();
+        QCOMPARE(played.atMs, i + 1);
+        QCOMPARE(played.signal, name);
+        QVERIFY(sameArguments(tapped[i], sent[i]));
+        QVERIFY2(sameArguments(played.arguments, sent[i]), qPrintable(QString::number(i)));
+    }
+    QCOMPARE(source->nextDueMs(), -1);
+}
+
+void tst_Recording::callsAreKept()
+{
+    QString error;
+    RecordingWriter writer(file(), QStringLiteral("test"), &error);
+    writer.writeCall(5, QStringLiteral("norda::VtqAdaptor::NordatriggerRearDefrostButton"),
+                     {QVariant::fromValue(QMap<int, int>{{4, 128}, {5, 0}})});
+    writer.finish(10);
+    QFile text(file());
+    QVERIFY(text.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = text.readAll().split('\n');
+    QCOMPARE(lines[1], QByteArray("{\"args\":[{\"4\":128,\"5\":0}],\"call\":\"norda::VtqAdaptor::"
+                                  "NordatriggerRearDefrostButton\",\"t\":5}"));
+    const auto source = RecordingSource::open(file(), &error);
+    QCOMPARE(source->statistics().value("calls").toInt(), 1);
+    QCOMPARE(source->nextDueMs(), -1);
+}
+
+void tst_Recording::wholeSequence()
+{
+    // A recording of a recording is the same, byte for byte.
+    QString error;
+    auto simulator = openSource(QStringLiteral("simulator"), &error);
+    const QString second = m_folder.filePath(QStringLiteral("second.jsonl"));
+    const auto copy = [&error](VehicleSource *source, const QString &path) {
+        RecordingWriter writer(path, QStringLiteral("same title"), &error);
+        for (qint64 due = source->nextDueMs(); due >= 0 && due < 60000; due = source->nextDueMs()) {
+            const Emission emission = source->take();
+            writer.writeSignal(emission.atMs, emission.signal, emission.arguments);
+        }
+        writer.finish(60000);
+    };
+    copy(simulator.get(), file());
+    const auto played = openSource(file(), &error);
+    QVERIFY2(played, qPrintable(error));
+    copy(played.get(), second);
+    QFile a(file());
+    QFile b(second);
+    QVERIFY(a.open(QIODevice::ReadOnly));
+    QVERIFY(b.open(QIODevice::ReadOnly));
+    const QByteArray recorded = a.readAll();
+    QVERIFY(recorded.count('\n') > 500);
+    QCOMPARE(b.readAll(), recorded);
+}
+
+void tst_Recording::seekCatchesUp()
+{
+    QString error;
+    {
+        RecordingWriter writer(file(), QStringLiteral("test"), &error);
+        writer.writeSignal(10, "doorStatus", {QVariant::fromValue(uchar(1))});
+        writer.writeSignal(20, "batteryVoltage", {QStringLiteral("12.0V")});
+        writer.writeSignal(30, "doorStatus", {QVariant::fromValue(uchar(2))});
+        writer.writeSignal(40, "doorStatus", {QVariant::fromValue(uchar(3))});
+        writer.finish(50);
+    }
+    const auto source = RecordingSource::open(file(), &error);
+    source->seek(35);
+    QStringList played;
+    while (source->nextDueMs() >= 0) {
+        const Emission emission = source->take();
+        played.append(
+            QStringLiteral("%1 %2 %3")
+                .arg(emission.atMs)
+                .arg(QString::fromLatin1(emission.signal), emission.arguments[0].toString()));
+    }
+    QCOMPARE(played,
+             (QStringList{"35 batteryVoltage 12.0V", "35 doorStatus 2", "40 doorStatus 3"}));
+}
+
+void tst_Recording::damagedRecordings_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("message"); // empty for one that plays
+    QTest::addColumn<int>("badLines");
+    const QByteArray header("{\"format\":\"norda-recording\",\"version\":1}\n");
+    const QByteArray good("{\"t\":1,\"signal\":\"doorStatus\",\"args\":[1]}\n");
+    QTest::newRow("cut in a line") << header + good + "{\"t\":2,\"sig"
+                                   << "" << 1;
+    QTest::newRow("unknown signal") << header + "{\"t\":1,\"signal\":\"nothing\",\"args\":[]}\n"
+                                    << "" << 1;
+    QTest::newRow("too few arguments")
+        << header + "{\"t\":1,\"signal\":\"doorStatus\",\"args\":[]}\n"
+        << "" << 1;
+    QTest::newRow("time goes back") << header + "{\"t\":9,\"end\":true}\n" + good << "" << 1;
+    QTest::newRow("no time") << header + "{\"signal\":\"doorStatus\",\"args\":[1]}\n"
+                             << "" << 1;
+    QTest::newRow("another version")
+        << QByteArray("{\"format\":\"norda-recording\",\"version\":7}\n")
+        << ": line 1: expected a recording of version 1, found version 7" << 0;
+}
+
+void tst_Recording::damagedRecordings()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, message);
+    QFETCH(int, badLines);
+    QFile target(file());
+    QVERIFY(target.open(QIODevice::WriteOnly));
+    target.write(content);
+    target.close();
+    QString error;
+    const auto source = openSource(file(), &error);
+    if (!message.isEmpty()) {
+        QVERIFY(!source);
+        QCOMPARE(error, file() + message);
+        return;
+    }
+    QVERIFY2(source, qPrintable(error));
+    QCOMPARE(source->statistics().value("badLines").toInt(), badLines);
+}
+
+void tst_Recording::linkRefusesWhatTheAdaptorHasNot()
+{
+    AdaptorLink link;
+    QTest::ignoreMessage(QtWarningMsg,
+                         "nothing: expected a signal of the adaptor with its arguments");
+    QVERIFY(!link.deliver({0, "nothing", {}}));
+    QVERIFY(!link.deliver({0, "doorStatus", {}}));
+    QVERIFY(!link.deliver({0, "doorStatus", {QVariant::fromValue(QList<int>{1})}}));
+    QVERIFY(link.deliver({0, "doorStatus", {5}}));
+    QCOMPARE(link.refused(), 3);
+}
+
+NORDA_TEST_MAIN(tst_Recording)
+#include "tst_recording.moc"
