@@ -1,0 +1,272 @@
+#include "testmain.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+/** The bench as a program: what it prints, writes and ends with. */
+class tst_Bench : public QObject
+{
+    Q_OBJECT
+private slots:
+    void helpNamesEveryOption();
+    void badArguments_data();
+    void badArguments();
+    void unusableSources_data();
+    void unusableSources();
+    void damagedLogOfTwoHundredMegabytes();
+    void drivesTheSimulatedCar();
+    void recordingPlaysBackIdentically();
+    void realDrives_data();
+    void realDrives();
+    void traceLinesOnRequest();
+
+private:
+    struct Result
+    {
+        int exitCode;
+        QString out;
+        QString err;
+    };
+    Result run(const QStringList &arguments, int timeoutMs = 60000)
+    {
+        QProcess bench;
+        bench.start(QStringLiteral(NORDA_BENCH_FILE), arguments);
+        if (!bench.waitForFinished(timeoutMs) || bench.exitStatus() != QProcess::NormalExit)
+            return {-1, QString(), bench.errorString()};
+        return {bench.exitCode(), QString::fromUtf8(bench.readAllStandardOutput()),
+                QString::fromUtf8(bench.readAllStandardError())};
+    }
+    QString path(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
+    QJsonObject json(const QString &file) const
+    {
+        QFile source(file);
+        return source.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(source.readAll()).object()
+                                                : QJsonObject();
+    }
+
+    QTemporaryDir m_folder;
+};
+
+void tst_Bench::helpNamesEveryOption()
+{
+    const Result help = run({"--help"});
+    QCOMPARE(help.exitCode, 0);
+    for (const char *option :
+         {"--source", "--speed", "--duration", "--window", "--gallery", "--record", "--summary",
+          "--headless", "--scale", "--plugin", "--trace", "Exit codes"})
+        QVERIFY2(help.out.contains(QLatin1String(option)), option);
+}
+
+void tst_Bench::badArguments_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("speed") << QStringList{"--speed", "fast"}
+                           << "--speed: expected a number from 0.1 to 100 or 'max', got 'fast'";
+    QTest::newRow("negative speed") << QStringList{"--speed=-1"}
+                                    << "--speed: expected a number from 0.1 to 100 or 'max', got "
+                                       "'-1'";
+    QTest::newRow("duration") << QStringList{"--duration", "soon"}
+                              << "--duration: expected a number from 0.1 to 1e+07, got 'soon'";
+    QTest::newRow("window") << QStringList{"--window", "86"}
+                            << "--window: expected a number from 80 to 85, got '86'";
+    QTest::newRow("scale") << QStringList{"--scale", "0"}
+                           << "--scale: expected a number from 0.25 to 4, got '0'";
+    QTest::newRow("unknown option")
+        << QStringList{"--nothing"} << "Unknown option 'nothing'. See --help.";
+    QTest::newRow("missing value")
+        << QStringList{"--source"} << "Missing value after '--source'. See --help.";
+    QTest::newRow("a word") << QStringList{"drive.csv"}
+                            << "drive.csv: expected an option; a drive is named with --source";
+    QTest::newRow("summary") << QStringList{"--summary", "/proc/nothing/s.json"}
+                             << "--summary: expected a file that can be written, got "
+                                "'/proc/nothing/s.json'";
+    QTest::newRow("record") << QStringList{"--record", "/"}
+                            << "--record: expected a file that can be written, got '/'";
+    QTest::newRow("gallery") << QStringList{"--gallery", "/proc/nothing"}
+                             << "--gallery: expected a folder that can be made, got "
+                                "'/proc/nothing'";
+    QTest::newRow("plugin") << QStringList{"--headless", "--plugin", "/nothing.so"}
+                            << "/nothing.so: expected a plugin, found no such file";
+    QTest::newRow("not a plugin") << QStringList{"--headless", "--plugin", "/etc/passwd"}
+                                  << "/etc/passwd: expected a plugin with the interface "
+                                     "com.stavel.Qt.nordaPlugin, found no plugin";
+}
+
+void tst_Bench::badArguments()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, message);
+    const Result result = run(arguments);
+    QCOMPARE(result.exitCode, 2);
+    QCOMPARE(result.err.split(QLatin1Char('\n')).filter(message).size(), 1);
+    QVERIFY(result.err.endsWith(message + QLatin1Char('\n')));
+    QCOMPARE(result.out, QString());
+}
+
+void tst_Bench::unusableSources_data()
+{
+    QTest::addColumn<QByteArray>("content"); // null for the folder itself
+    QTest::addColumn<QString>("message");
+    QTest::newRow("directory") << QByteArray() << ": expected a file, found a directory";
+    QTest::newRow("empty") << QByteArray("")
+                           << ": line 1: expected an OBD-II header row (such as 'Engine RPM'), a "
+                              "candump log or a recording, found an empty file";
+    QTest::newRow("noise") << QByteArray("\x7f"
+                                         "ELF\x02\x01\x00\xff\xff",
+                                         9)
+                           << ": line 1: expected an OBD-II header row (such as 'Engine RPM'), a "
+                              "candump log or a recording, found '?ELF????" "?'";
+}
+
+void tst_Bench::unusableSources()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, message);
+    QString source = m_folder.path();
+    if (!content.isNull()) {
+        source = path("bad.log");
+        QFile file(source);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+    const Result result = run({"--headless", "--source", source});
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY2(result.err.endsWith(source + message + QLatin1Char('\n')), qPrintable(result.err));
+}
+
+void tst_Bench::damagedLogOfTwoHundredMegabytes()
+{
+    const QString source = path("huge.log");
+    {
+        QFile file(source);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QByteArray block(1024 * 1024, 'x');
+        for (int megabyte = 0; megabyte < 200; ++megabyte)
+            file.write(block);
+    }
+    // With this little memory, a reader that keeps the line cannot succeed.
+    QProcess bench;
+    bench.start(QStringLiteral("/bin/sh"),
+                {"-c",
+                 QStringLiteral("case $2 in *asan*) ;; *) ulimit -v 1500000;; esac; "
+                                "exec \"$2\" --headless --source \"$1\""),
+                 "sh", source, QStringLiteral(NORDA_BENCH_FILE)});
+    QVERIFY(bench.waitForFinished(30000));
+    QFile::remove(source);
+    QCOMPARE(bench.exitCode(), 2);
+    const QString error = QString::fromUtf8(bench.readAllStandardError());
+    QVERIFY2(error.endsWith(QStringLiteral("found a line longer than 65536 bytes\n")),
+             qPrintable(error));
+}
+
+void tst_Bench::drivesTheSimulatedCar()
+{
+    const Result result = run({"--headless", "--duration", "30", "--gallery", path("gallery"),
+                               "--summary", path("summary.json")});
+    QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+    QVERIFY(result.err.contains(QStringLiteral("100 % of 30 s driven")));
+    const QJsonObject summary = json(path("summary.json"));
+    QCOMPARE(summary.value("driveSeconds").toDouble(), 30.0);
+    QCOMPARE(summary.value("warnings").toInt(), 0);
+    QCOMPARE(summary.value("droppedInput").toInt(), 0);
+    QVERIFY(summary.value("framesPainted").toInt() > 20);
+    QVERIFY(summary.value("signals").toObject().value("centerGaugeValueNotify").toInt() > 10);
+    QVERIFY(
+        summary.value("calls").toObject().value("norda::VtqAdaptor::requestGaugesInfo").toInt() >
+        0);
+
+    const QDir gallery(path("gallery"));
+    for (const char *page : {"80-gauges", "80-gauges-arcs", "81-vehicle", "82-climate",
+                             "83-parking", "83-camera", "84-settings", "85-about"}) {
+        const QImage picture(gallery.filePath(QLatin1String(page) + QStringLiteral(".png")));
+        QCOMPARE(picture.size(), QSize(1280, 720));
+    }
+    QVERIFY(QImage(gallery.filePath("80-gauges.png")) !=
+            QImage(gallery.filePath("80-gauges-arcs.png")));
+}
+
+static QList<QByteArray> signalLines(const QString &recording)
+{
+    QFile file(recording);
+    QList<QByteArray> lines;
+    if (!file.open(QIODevice::ReadOnly))
+        return lines;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (line.contains("\"signal\""))
+            lines.append(line);
+    }
+    return lines;
+}
+
+void tst_Bench::recordingPlaysBackIdentically()
+{
+    QCOMPARE(run({"--headless", "--duration", "60", "--record", path("a.jsonl")}).exitCode, 0);
+    QCOMPARE(run({"--headless", "--source", path("a.jsonl"), "--record", path("b.jsonl")}).exitCode,
+             0);
+    QCOMPARE(run({"--headless", "--source", path("a.jsonl"), "--speed", "60", "--record",
+                  path("c.jsonl")})
+                 .exitCode,
+             0);
+    const QList<QByteArray> recorded = signalLines(path("a.jsonl"));
+    QVERIFY(recorded.size() > 200);
+    QCOMPARE(signalLines(path("b.jsonl")), recorded);
+    QCOMPARE(signalLines(path("c.jsonl")), recorded);
+}
+
+void tst_Bench::realDrives_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<double>("seconds");
+    QTest::addColumn<double>("highestRpm");
+    QTest::addColumn<double>("lowestVolts");
+    QTest::newRow("candump log") << "skoda_obd2_20240907.candump.log" << 1909.6 << 2957.25
+                                 << 11.101;
+    QTest::newRow("CSV export") << "etios2014_live1_coldstart.csv" << 1893.5 << 2334.25 << 10.332;
+}
+
+void tst_Bench::realDrives()
+{
+    QFETCH(QString, file);
+    QFETCH(double, seconds);
+    QFETCH(double, highestRpm);
+    QFETCH(double, lowestVolts);
+    const QString source = QStringLiteral(NORDA_SOURCE_DIR "/../shared/drives/") + file;
+    if (!QFile::exists(source))
+        QSKIP("this recorded drive is not on this machine");
+    const Result result = run({"--headless", "--source", source, "--speed", "max", "--summary",
+                               path("real.json"), "--record", path("real.jsonl")});
+    QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+    const QJsonObject summary = json(path("real.json"));
+    QVERIFY(qAbs(summary.value("driveSeconds").toDouble() - seconds) < 1);
+    QVERIFY(summary.value("wallSeconds").toDouble() < 60);
+    const QJsonObject quantities =
+        summary.value("source").toObject().value("quantities").toObject();
+    QCOMPARE(quantities.value("Engine speed").toObject().value("max").toDouble(), highestRpm);
+    QCOMPARE(quantities.value("Voltage").toObject().value("min").toDouble(), lowestVolts);
+
+    // What the adaptor carried agrees with what the file holds.
+    int highestSent = 0;
+    double lowestSent = 99;
+    for (const QByteArray &line : signalLines(path("real.jsonl"))) {
+        const QJsonObject object = QJsonDocument::fromJson(line).object();
+        const QString text = object.value("args").toArray().at(0).toString();
+        if (object.value("signal") == QLatin1String("centerGaugeValueNotify"))
+            highestSent = qMax(highestSent, text.toInt());
+        if (object.value("signal") == QLatin1String("batteryVoltage"))
+            lowestSent = qMin(lowestSent, text.left(text.size() - 1).toDouble());
+    }
+    QCOMPARE(highestSent, qFloor(highestRpm));
+    QVERIFY(qAbs(lowestSent - lowestVolts) < 0.006);
+}
+
+void tst_Bench::traceLinesOnRequest()
+{
+    const QStringList drive = {"--headless", "--duration", "1"};
+    QVERIFY(!run(drive).err.contains(QStringLiteral("[DBG]")));
+    QVERIFY(run(drive + QStringList{"--trace"}).err.contains(QStringLiteral("-- norda\n")));
+}
+
+NORDA_TEST_MAIN(tst_Bench)
+#include "tst_bench.moc"

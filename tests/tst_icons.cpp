@@ -1,0 +1,100 @@
+#include "nordahost.h"
+#include "testmain.h"
+
+#include <QCryptographicHash>
+#include <QDirIterator>
+#include <QRegularExpression>
+
+/** The icon library against everything that names an image. */
+class tst_Icons : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(nordaHostObject("CallLog"));
+    } // loads the host, which has the images
+    void everyNamedImageExists();
+    void everyImageDiffers();
+    void everyDrawingIsUsed();
+    void sizes_data();
+    void sizes();
+};
+
+static QByteArray content(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+static QStringList filesBelow(const QString &folder, const QStringList &patterns)
+{
+    QStringList files;
+    QDirIterator walk(folder, patterns, QDir::Files, QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        files.append(walk.next());
+    return files;
+}
+
+void tst_Icons::everyNamedImageExists()
+{
+    const QRegularExpression path(QStringLiteral(":/(?:icon|popupicon)/[^\"<]+\\.png"));
+    int named = 0;
+    for (const QString &file :
+         filesBelow(QStringLiteral(NORDA_SOURCE_DIR "/plugin"), {"*.cpp", "*.h", "*.ui"})) {
+        for (auto it = path.globalMatch(QString::fromUtf8(content(file))); it.hasNext();) {
+            const QString image = it.next().captured();
+            ++named;
+            QVERIFY2(!QPixmap(image).isNull(), qPrintable(file + ": " + image));
+        }
+    }
+    QVERIFY(named > 30);
+}
+
+void tst_Icons::everyImageDiffers()
+{
+    QHash<QByteArray, QString> seen;
+    const QStringList images = filesBelow(QStringLiteral(":/icon"), {"*.png"});
+    QVERIFY(images.size() > 20);
+    for (const QString &image : images) {
+        const QByteArray hash = QCryptographicHash::hash(content(image), QCryptographicHash::Sha1);
+        QVERIFY2(!seen.contains(hash), qPrintable(image + " is the same as " + seen.value(hash)));
+        seen.insert(hash, image);
+    }
+}
+
+void tst_Icons::everyDrawingIsUsed()
+{
+    const QString folder = QStringLiteral(NORDA_SOURCE_DIR "/host/icons/");
+    const QByteArray manifest = content(folder + QStringLiteral("manifest.txt"));
+    for (const QString &file : filesBelow(folder, {"*.svg", "*.css"}))
+        QVERIFY2(manifest.contains(file.mid(folder.size()).toUtf8()), qPrintable(file));
+}
+
+void tst_Icons::sizes_data()
+{
+    QTest::addColumn<QString>("image");
+    QTest::addColumn<QSize>("size");
+    const auto row = [](const char *image, int width, int height) {
+        QTest::newRow(image) << QStringLiteral(":/icon/") + QLatin1String(image)
+                             << QSize(width, height);
+    };
+    row("gaugesicon/gagus_mph_1.png", 370, 370);
+    row("gaugesicon/gagus_mph_2.png", 370, 370);
+    row("gaugesicon/gagus_arc_large.png", 370, 370);
+    row("gaugesicon/gagus_braking_1.png", 224, 224);
+    row("gaugesicon/gagus_braking_2.png", 224, 224);
+    row("gaugesicon/gagus_arc_small.png", 224, 224);
+    row("baricon/norda_btn_gagus_n.png", 130, 64);
+    row("baricon/icon_message_p.png", 130, 64);
+}
+
+void tst_Icons::sizes()
+{
+    QFETCH(QString, image);
+    QFETCH(QSize, size);
+    QCOMPARE(QPixmap(image).size(), size);
+}
+
+NORDA_TEST_MAIN(tst_Icons)
+#include "tst_icons.moc"

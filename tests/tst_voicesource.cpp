@@ -1,0 +1,196 @@
+#include "callspy.h"
+#include "mem/settingscache.h"
+#include "nordahost.h"
+#include "pluginfixture.h"
+#include "testmain.h"
+
+static const QString typeKey = QStringLiteral("QUILLO_VOICE_TYPE");
+static const QString showKey = QStringLiteral("QUILLO_SHOW_VOL");
+static const QString mixKey = QStringLiteral("QUILLO_VOICE_MIX_VALUE");
+
+/** The three voice sources, reached as a host reaches them. */
+class tst_VoiceSource : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+
+    void castsToItsInterface();
+    void startAndStopFollowTheSettings_data();
+    void startAndStopFollowTheSettings();
+    void refusedFocus();
+    void notices_data();
+    void notices();
+    void mixMasks();
+    void attributes_data();
+    void attributes();
+    void mixIsRestored();
+
+private:
+    SourceInterface *source(int id) { return m_host->plugin()->requestSourceInterface(id); }
+    QObject *object(int id) { return dynamic_cast<QObject *>(source(id)); }
+    static mem::SettingsCache *cache() { return mem::SettingsCache::instance(); }
+
+    QScopedPointer<PluginFixture> m_host;
+};
+
+void tst_VoiceSource::init()
+{
+    m_host.reset(new PluginFixture);
+    cache()->setValue(typeKey, -1, -1);
+    cache()->setValue(showKey, true, true);
+    cache()->setValue(mixKey, 0, 0);
+}
+
+void tst_VoiceSource::cleanup()
+{
+    QMetaObject::invokeMethod(nordaHostObject("AudioManager"), "setFocusResult", Q_ARG(int, 0));
+    QMetaObject::invokeMethod(nordaHostObject("SrcDsplCtrl"), "setCurrentDspl", Q_ARG(int, 0));
+    m_host.reset();
+}
+
+void tst_VoiceSource::castsToItsInterface()
+{
+    for (int id : {51, 52, 53}) {
+        QCOMPARE(object(id)->qt_metacast("com.stavel.Plugin.SourceInterface/1.0"),
+                 static_cast<void *>(source(id)));
+    }
+}
+
+void tst_VoiceSource::startAndStopFollowTheSettings_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<int>("onStart"); // 0 for no announcement
+    QTest::addColumn<int>("onStop");
+    QTest::newRow("information") << 2 << 23 << 24;
+    QTest::newRow("recognition") << 3 << 25 << 26;
+    QTest::newRow("warning tone") << 4 << 21 << 22;
+    QTest::newRow("none") << -1 << 0 << 0;
+    QTest::newRow("unknown") << 9 << 0 << 0;
+}
+
+void tst_VoiceSource::startAndStopFollowTheSettings()
+{
+    QFETCH(int, kind);
+    QFETCH(int, onStart);
+    QFETCH(int, onStop);
+    const auto status = [](int code) {
+        return code ? QStringList{QStringLiteral("svaudio::AudioService::setMainAudioStatus(%1)")
+                                      .arg(code)}
+                    : QStringList();
+    };
+    const QStringList audio = {"svaudio", "AudioManager"};
+    for (int id : {51, 52, 53}) { // whichever source it is
+        cache()->setValue(typeKey, -1, kind);
+        cache()->setValue(showKey, true, false);
+        CallSpy calls;
+        source(id)->start(QByteArray("ignored"));
+        const QStringList focus = {
+            QStringLiteral("AudioManager::requestAudioFocus(1, 1, %1)").arg(source(id)->name()),
+            QStringLiteral("svaudio::AudioService::setMainAudioSource(7, false)")};
+        QCOMPARE(calls.take(audio), status(onStart) + focus);
+        source(id)->stop(QByteArray());
+        const QStringList started =
+            status(onStart) +
+            QStringList{
+                QStringLiteral("AudioManager::requestAudioFocus(1, 1, %1)").arg(source(id)->name()),
+                QStringLiteral("svaudio::AudioService::setMainAudioSource(7, false)")};
+        QCOMPARE(calls.take({"svaudio", "AudioManager"}), started);
+        source(id)->stop(QByteArray());
+        QCOMPARE(calls.take(audio), status(onStop));
+        QCOMPARE(cache()->getValue(typeKey, 0), -1);
+        QCOMPARE(cache()->getValue(showKey, false), true);
+    }
+}
+
+void tst_VoiceSource::refusedFocus()
+{
+    QMetaObject::invokeMethod(nordaHostObject("AudioManager"), "setFocusResult", Q_ARG(int, 1));
+    CallSpy calls;
+    source(51)->start(QByteArray());
+    QCOMPARE(calls.take({"svaudio"}), QStringList());
+}
+
+void tst_VoiceSource::notices_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<int>("location");
+    QTest::addColumn<int>("display");
+    QTest::addColumn<QStringList>("events");
+    QTest::addColumn<int>("type"); // the settings afterwards
+    QTest::addColumn<int>("mask");
+    const auto event = [](int code) {
+        return QStringLiteral("EventHandler::onEvent(%1)").arg(code);
+    };
+    QTest::newRow("information") << 2 << 1 << 0 << QStringList{event(29)} << 2 << 1;
+    QTest::newRow("recognition, two that cross")
+        << 3 << 12 << 0 << QStringList{event(31)} << 3 << 12;
+    QTest::newRow("warning tone, one that crosses")
+        << 4 << 4 << 0 << QStringList{event(33)} << 4 << 8;
+    QTest::newRow("over") << 0 << 63 << 0 << QStringList{event(30), event(32), event(34)} << -1
+                          << 0;
+    QTest::newRow("kind 1") << 1 << 63 << 0 << QStringList() << -1 << 0;
+    QTest::newRow("blocked by the display") << 3 << 12 << 4 << QStringList() << -1 << 0;
+    QTest::newRow("over, but blocked") << 0 << 0 << 4 << QStringList() << -1 << 0;
+    for (int kind : {5, 6, 127, 255})
+        QTest::addRow("kind %d", kind) << kind << 63 << 0 << QStringList() << -1 << 0;
+}
+
+void tst_VoiceSource::notices()
+{
+    QFETCH(int, kind);
+    QFETCH(int, location);
+    QFETCH(int, display);
+    QFETCH(QStringList, events);
+    QFETCH(int, type);
+    QFETCH(int, mask);
+    QMetaObject::invokeMethod(nordaHostObject("SrcDsplCtrl"), "setCurrentDspl",
+                              Q_ARG(int, display));
+    CallSpy calls;
+    QVERIFY(QMetaObject::invokeMethod(object(52), "handingVTQAudioInterrupt",
+                                      Q_ARG(uchar, uchar(kind)), Q_ARG(uchar, uchar(location))));
+    QCOMPARE(calls.take({"EventHandler"}), events);
+    QCOMPARE(cache()->getValue(typeKey, 0), type);
+    QCOMPARE(cache()->getValue(showKey, false), type == -1);
+    QCOMPARE(cache()->getValue(mixKey, -1), mask);
+}
+
+void tst_VoiceSource::mixMasks()
+{
+    for (int location = 0; location < 256; ++location) {
+        const int expected = (location & 0x33) | (location & 4 ? 8 : 0) | (location & 8 ? 4 : 0);
+        QMetaObject::invokeMethod(object(51), "handingVTQAudioInterrupt", Q_ARG(uchar, 2),
+                                  Q_ARG(uchar, uchar(location)));
+        QCOMPARE(cache()->getValue(mixKey, -1), expected);
+    }
+}
+
+void tst_VoiceSource::attributes_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<int>("ownKind");
+    QTest::newRow("information") << 51 << 2;
+    QTest::newRow("recognition") << 52 << 3;
+    QTest::newRow("warning tone") << 53 << 4;
+}
+
+void tst_VoiceSource::attributes()
+{
+    QFETCH(int, id);
+    QFETCH(int, ownKind);
+    for (int kind : {-1, 0, 1, 2, 3, 4, 5}) {
+        cache()->setValue(typeKey, -1, kind);
+        QCOMPARE(source(id)->attribute(), kind == ownKind ? 7 : 3);
+    }
+}
+
+void tst_VoiceSource::mixIsRestored()
+{
+    CallSpy calls;
+    QVERIFY(QMetaObject::invokeMethod(object(53), "onDelayRestoreMixTimeOut"));
+    QCOMPARE(calls.take(), QStringList{"mcu::McuService::setMixChannel(63, 1)"});
+}
+
+NORDA_TEST_MAIN(tst_VoiceSource)
+#include "tst_voicesource.moc"
