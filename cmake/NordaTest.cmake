@@ -1,7 +1,7 @@
 # norda_add_test(name [SOURCES file...] [LIBS target...])
 #
 # One test program from tests/<name>.cpp. It runs offscreen, in the C locale, with the sanitizers'
-# leak check on where the build has one.
+# leak check on where the build has one: Qt has no frame pointers, so stacks are unwound the slow way.
 
 function(norda_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBS")
@@ -12,5 +12,5 @@ function(norda_add_test name)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
         TIMEOUT 300
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;ASAN_OPTIONS=fast_unwind_on_malloc=0;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()

@@ -2,7 +2,7 @@
 
 norda_packages_base="g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools
     qtmultimedia5-dev librsvg2-bin fonts-liberation"
-norda_packages_tests="libpng-dev"
+norda_packages_tests=""
 norda_packages_benchmarks="libbenchmark-dev libqwt-qt5-dev"
 
 norda_is_installed() {

@@ -104,10 +104,10 @@ WindowInterface *Plugin::requestWindowInterface(int id)
 
 SourceInterface *Plugin::requestSourceInterface(int id)
 {
-    const int voice = id - firstSource;
-    if (id < firstSource || voice >= int(m_voiceSources.size()))
+    if (id < firstSource || id >= firstSource + int(m_voiceSources.size()))
         return nullptr;
 
+    const int voice = id - firstSource;
     SourceInterface *&source = m_voiceSources[size_t(voice)];
     if (!source)
         source = new BTVoiceSource(voice, this);

@@ -65,17 +65,17 @@ public:
     virtual Source *source(int) = 0;
 };
 
+} // namespace closed
+
 /** A key event as the head unit lays it out: an event with the key code behind it. */
-class Key : public QEvent
+class KeyEvent : public QEvent
 {
 public:
-    explicit Key(int key) : QEvent(QEvent::KeyPress), m_key(key) {}
+    explicit KeyEvent(int key) : QEvent(QEvent::KeyPress), m_key(key) {}
 
 private:
     int m_key;
 };
-
-} // namespace closed
 
 class tst_HeaderlessHost : public QObject
 {
@@ -151,7 +151,7 @@ void tst_HeaderlessHost::walksAWindowThroughItsSlots()
     window->popupClicked(1);
     window->popupOutside(1);
     window->popupTimeout(1);
-    closed::Key key(0x42);
+    KeyEvent key(0x42);
     QCOMPARE(window->key(&key), 0);
     QEvent probe(QEvent::None);
     QCOMPARE(window->dispatch(&probe), false);
@@ -175,7 +175,7 @@ void tst_HeaderlessHost::walksASourceThroughItsSlots()
     source->start(QByteArray());
     source->pause();
     source->play();
-    closed::Key key(0x42);
+    KeyEvent key(0x42);
     QCOMPARE(source->key(&key), 0);
     QCOMPARE(source->attribute(), 3);
     source->stop(QByteArray());

@@ -113,10 +113,7 @@ void tst_SimulatedCar::seekLeadsToTheSameState()
         shown.insert(emission.signal, emission.arguments);
     }
     SimulatedCar jumped;
-    QElapsedTimer clock;
-    clock.start();
     jumped.seek(moment);
-    QVERIFY2(clock.elapsed() < 2000, qPrintable(QString::number(clock.elapsed())));
     QHash<QByteArray, QVariantList> caughtUp;
     for (int i = 0; i < shown.size(); ++i) {
         const Emission emission = jumped.take();

@@ -95,17 +95,21 @@ private:
     }
 };
 
+static QString iconFile()
+{
+    const QString file = qEnvironmentVariable("NORDA_ICONS");
+    if (!file.isEmpty())
+        return file;
+    Dl_info library;
+    dladdr(reinterpret_cast<void *>(&nordaHostObject), &library);
+    return QFileInfo(QString::fromLocal8Bit(library.dli_fname)).absolutePath() +
+           QStringLiteral("/../share/norda/icons.rcc");
+}
+
 static void registerIcons()
 {
-    QString file = qEnvironmentVariable("NORDA_ICONS");
-    if (file.isEmpty()) {
-        Dl_info library;
-        dladdr(reinterpret_cast<void *>(&nordaHostObject), &library);
-        file = QFileInfo(QString::fromLocal8Bit(library.dli_fname)).absolutePath() +
-               QStringLiteral("/../share/norda/icons.rcc");
-    }
-    if (!QResource::registerResource(file))
-        qWarning("icon library %s: expected a readable resource file", qPrintable(file));
+    if (!QResource::registerResource(iconFile()))
+        qWarning("icon library %s: expected a readable resource file", qPrintable(iconFile()));
 }
 
 static void startHost()
@@ -116,6 +120,12 @@ static void startHost()
     registerIcons();
 }
 Q_CONSTRUCTOR_FUNCTION(startHost)
+
+static void stopHost()
+{
+    QResource::unregisterResource(iconFile());
+}
+Q_DESTRUCTOR_FUNCTION(stopHost)
 
 // Runs with the application object, or at once where the library comes later than that.
 static void watchTouchEvents()

@@ -14,7 +14,7 @@ static constexpr int animationMs = 250;
 class SQuilloGauge::Private
 {
 public:
-    explicit Private(SQuilloGauge *gauge) : q(gauge)
+    explicit Private(SQuilloGauge *gauge) : q(gauge), animation(gauge)
     {
         animation.setDuration(animationMs);
         animation.setEasingCurve(QEasingCurve::OutCubic);

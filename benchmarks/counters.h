@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QObject>
+
+/** How many PNG images this process has begun to decode. */
+int pngDecodes();
+
+/** Counts the paint and timer events of the process while it lives. */
+class EventCounter : public QObject
+{
+public:
+    EventCounter();
+
+    int paints = 0;
+    int timers = 0;
+
+private:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+};
+
+/** Lets the window system take a window in, with all that comes of it. */
+void settle(int ms);

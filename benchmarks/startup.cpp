@@ -1,0 +1,110 @@
+#include "counters.h"
+
+#include "appplugin.h"
+#include "windowinterface.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QFile>
+#include <QPluginLoader>
+#include <QProcess>
+#include <QWidget>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+
+/*
+ * From the start of a process to its first painted frame, with the memory it holds then: the gauges
+ * page through the plugin loader, against an empty window of the same background. Each is a process
+ * of its own: this program, called with the variable below.
+ */
+
+static constexpr char variable[] = "NORDA_STARTUP";
+
+/** Ends the process with the first frame, and says what it took. */
+class FirstFrame : public QObject
+{
+public:
+    explicit FirstFrame(QWidget *window) { window->installEventFilter(this); }
+
+private:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::UpdateRequest)
+            QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+        return false;
+    }
+};
+
+static long residentKilobytes()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.simplified().split(' ').value(1).toLong();
+    }
+    return 0;
+}
+
+bool runStartupChild(int *exitCode)
+{
+    const QByteArray what = qgetenv(variable);
+    if (what.isEmpty())
+        return false;
+    QWidget *window = nullptr;
+    QWidget empty;
+    QPluginLoader loader(QStringLiteral(NORDA_PLUGIN_FILE));
+    if (what == "page") {
+        auto *plugin = qobject_cast<AppPlugin *>(loader.instance());
+        plugin->create();
+        WindowInterface *gauges = plugin->requestWindowInterface(80);
+        gauges->onCreate();
+        window = gauges->mainWidget();
+    } else {
+        window = &empty;
+        QPalette colors = window->palette();
+        colors.setColor(QPalette::Window, QColor(0x0D, 0x13, 0x1A));
+        window->setPalette(colors);
+        window->setAutoFillBackground(true);
+        window->resize(1280, 720);
+    }
+    FirstFrame frame(window);
+    window->show();
+    window->update();
+    QApplication::exec();
+    std::printf("%ld\n", residentKilobytes());
+    std::fflush(stdout);
+    *exitCode = 0;
+    return true;
+}
+
+static void startup(benchmark::State &state, const char *what)
+{
+    long kilobytes = 0;
+    for (auto _ : state) {
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QLatin1String(variable), QLatin1String(what));
+        environment.insert(QStringLiteral("QT_LOGGING_RULES"),
+                           QStringLiteral("default.debug=false"));
+        child.setProcessEnvironment(environment);
+        child.start(QCoreApplication::applicationFilePath(), QStringList());
+        child.waitForFinished();
+        kilobytes = child.readAllStandardOutput().simplified().toLong();
+    }
+    state.counters["kB"] = double(kilobytes);
+}
+BENCHMARK_CAPTURE(startup, page, "page")
+    ->Name("startup/page")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MinTime(2);
+BENCHMARK_CAPTURE(startup, empty, "empty")
+    ->Name("startup/empty_window")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MinTime(2);
