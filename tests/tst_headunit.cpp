@@ -1,0 +1,239 @@
+#include "callspy.h"
+#include "cm/statusbarcontrol.h"
+#include "headunit.h"
+#include "mainwindow.h"
+#include "messagecapture.h"
+#include "norda/vtqadaptor.h"
+#include "options.h"
+#include "screen.h"
+#include "session.h"
+#include "sidepanel.h"
+#include "statuscolumn.h"
+#include "testmain.h"
+#include "touchevent.h"
+#include "transportbar.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QToolButton>
+
+/** The bench's head unit around the real plugin. */
+class tst_HeadUnit : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+
+    void barOpensEveryPage_data();
+    void barOpensEveryPage();
+    void backWalksTheStack();
+    void cameraCoversAndResumes();
+    void statusColumnFollowsTheControl();
+    void keysReachTheOpenWindow();
+    void pageIsBuiltAnew();
+    void parkingIsBoundByTheHost();
+    void framesAreCounted();
+    void unknownCodesAndWindows();
+    void windowPlaysAndSeeks();
+
+private:
+    QPushButton *barKey(const char *name)
+    {
+        return m_unit->currentPage()->findChild<QPushButton *>(QLatin1String(name));
+    }
+    static void post(int code)
+    {
+        QCoreApplication::postEvent(QCoreApplication::instance(),
+                                    new TouchEvent(Qx::Touch(code), -1, -1));
+        QCoreApplication::processEvents();
+    }
+
+    QScopedPointer<Screen> m_screen;
+    QScopedPointer<HeadUnit> m_unit;
+};
+
+void tst_HeadUnit::init()
+{
+    m_screen.reset(new Screen);
+    m_unit.reset(new HeadUnit(m_screen.data()));
+    QString error;
+    QVERIFY2(m_unit->load(QStringLiteral(NORDA_PLUGIN_FILE), &error), qPrintable(error));
+    m_screen->show();
+    m_unit->openWindow(80);
+    QVERIFY(QTest::qWaitForWindowExposed(m_screen.data()));
+}
+
+void tst_HeadUnit::cleanup()
+{
+    m_unit.reset();
+    m_screen.reset();
+}
+
+void tst_HeadUnit::barOpensEveryPage_data()
+{
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QString>("page");
+    QTest::newRow("vehicle") << QByteArray("norda_key_vehicle") << 81 << "norda_vehicles";
+    QTest::newRow("climate") << QByteArray("norda_key_climate") << 82 << "norda_vantiq_climate";
+    QTest::newRow("parking") << QByteArray("norda_key_radar") << 83 << "norda_parking";
+    QTest::newRow("settings") << QByteArray("norda_key_setting") << 84 << "norda_vantiq_settings";
+    QTest::newRow("about") << QByteArray("norda_key_about") << 85 << "norda_about";
+}
+
+void tst_HeadUnit::barOpensEveryPage()
+{
+    QFETCH(QByteArray, key);
+    QFETCH(int, id);
+    QFETCH(QString, page);
+    QWidget *gauges = m_unit->currentPage();
+    QTest::mouseClick(barKey(key), Qt::LeftButton);
+    QCOMPARE(m_unit->currentWindow(), 80); // the event is on its way
+    QCoreApplication::processEvents();
+    QCOMPARE(m_unit->currentWindow(), id);
+    QCOMPARE(m_unit->currentPage()->objectName(), page);
+    QVERIFY(m_unit->currentPage()->isVisible());
+    QVERIFY(!gauges->isVisible());
+    QVERIFY(barKey(key)->isChecked());
+    QCOMPARE(m_unit->currentPage()->geometry(), QRect(0, 0, 1280, 720));
+
+    QTest::mouseClick(barKey("norda_key_gauge"), Qt::LeftButton);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_unit->currentPage(), gauges); // the page that was there before
+    QVERIFY(gauges->isVisible());
+}
+
+void tst_HeadUnit::backWalksTheStack()
+{
+    post(88);
+    post(89);
+    post(90);
+    m_unit->back();
+    QCOMPARE(m_unit->currentWindow(), 82);
+    post(88); // a page that was opened before comes to the front
+    m_unit->back();
+    QCOMPARE(m_unit->currentWindow(), 82);
+    m_unit->back();
+    QCOMPARE(m_unit->currentWindow(), 80);
+    m_unit->back(); // the last one stays
+    QCOMPARE(m_unit->currentWindow(), 80);
+}
+
+void tst_HeadUnit::cameraCoversAndResumes()
+{
+    post(89);
+    post(61);
+    QVERIFY(m_screen->isCameraShown());
+    QCOMPARE(m_unit->currentWindow(), 82);
+    CallSpy calls;
+    m_unit->back();
+    QVERIFY(!m_screen->isCameraShown());
+    QCOMPARE(m_unit->currentWindow(), 82);
+    // The page was resumed, not entered anew.
+    QCOMPARE(calls.take(), (QStringList{"norda::VtqAdaptor::requestMainClimateInfo()",
+                                        "norda::VtqAdaptor::requestSecondClimateInfo()"}));
+    post(61);
+    post(87);
+    QVERIFY(!m_screen->isCameraShown());
+    QCOMPARE(m_unit->currentWindow(), 80);
+}
+
+void tst_HeadUnit::statusColumnFollowsTheControl()
+{
+    StatusColumn *column = m_screen->statusColumn();
+    QVERIFY(column->isVisible());
+    cm::StatusBarControl::instance()->sethide(true);
+    QVERIFY(!column->isVisible());
+    post(84 + 7); // settings leave it as it is
+    QVERIFY(!column->isVisible());
+    post(88); // a data screen brings it back
+    QVERIFY(column->isVisible());
+}
+
+void tst_HeadUnit::keysReachTheOpenWindow()
+{
+    CallSpy calls;
+    QVERIFY(!m_unit->pressKey(0x42));
+    QCOMPARE(calls.take(),
+             (QStringList{"cm::BaseWindow::keyEvent(66)", "cm::BaseWindow::keyEvent(66)"}));
+}
+
+void tst_HeadUnit::pageIsBuiltAnew()
+{
+    QPointer<QWidget> before = m_unit->currentPage();
+    m_unit->recreateWindow();
+    QVERIFY(!before);
+    QVERIFY(m_unit->currentPage());
+    QVERIFY(m_unit->currentPage()->isVisible());
+    QCOMPARE(m_unit->currentWindow(), 80);
+}
+
+void tst_HeadUnit::parkingIsBoundByTheHost()
+{
+    const auto reactions = [] {
+        MessageCapture capture;
+        emit norda::VtqAdaptor::instance()->parkGuiDisplayType(0);
+        return capture.takeTexts().filter(QStringLiteral("createListview")).size();
+    };
+    QCOMPARE(reactions(), 0);
+    post(90);
+    QCOMPARE(reactions(), 1);
+    post(88);
+    post(90);
+    QCOMPARE(reactions(), 1);
+    m_unit->recreateWindow(); // a new page wants to be bound anew
+    QCOMPARE(reactions(), 1);
+}
+
+void tst_HeadUnit::framesAreCounted()
+{
+    QCoreApplication::processEvents();
+    const int before = m_screen->framesPainted();
+    m_screen->update();
+    QTRY_VERIFY(m_screen->framesPainted() > before);
+}
+
+void tst_HeadUnit::unknownCodesAndWindows()
+{
+    for (int code : {0, 60, 62, 86, 93, -1})
+        post(code);
+    m_unit->openWindow(79);
+    m_unit->openWindow(86);
+    QCOMPARE(m_unit->currentWindow(), 80);
+    QVERIFY(!m_screen->isCameraShown());
+}
+
+void tst_HeadUnit::windowPlaysAndSeeks()
+{
+    Options options;
+    QString error;
+    BenchWindow window(options, m_screen.data(), m_unit.data());
+    window.start(
+        std::make_unique<Session>(module::openSource(QStringLiteral("simulator"), &error)));
+    // The offscreen platform has no window manager to tell the smallest size to.
+    QTest::ignoreMessage(QtWarningMsg, "This plugin does not support propagateSizeHints()");
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    module::Drive *drive = window.session()->drive();
+    QVERIFY(drive->isPlaying());
+
+    auto *play = window.findChild<QToolButton *>();
+    QTest::mouseClick(play, Qt::LeftButton);
+    QVERIFY(!drive->isPlaying());
+    auto *slider = window.findChild<QSlider *>();
+    QCOMPARE(slider->maximum(), 600);
+    slider->setValue(300);
+    QCOMPARE(drive->positionMs(), 300000);
+    QVERIFY(window.session()->signalCount() > 5);
+    QTest::keyClick(&window, Qt::Key_Space);
+    QTRY_VERIFY(drive->isPlaying());
+    QTest::keyClick(&window, Qt::Key_3);
+    QTRY_COMPARE(m_unit->currentWindow(), 82);
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QTRY_COMPARE(m_unit->currentWindow(), 80);
+}
+
+NORDA_TEST_MAIN(tst_HeadUnit)
+#include "tst_headunit.moc"
