@@ -2,9 +2,12 @@
 
 #include "headunit.h"
 #include "norda/vtqadaptor.h"
+#include "norda/vtqservice.h"
+#include "options.h"
 #include "screen.h"
 #include "session.h"
 
+#include <QAbstractButton>
 #include <QDir>
 #include <QEventLoop>
 #include <QTimer>
@@ -15,6 +18,7 @@ struct Scene
     Screen *screen;
     HeadUnit *unit;
     Session *session;
+    module::Trim trim;
 };
 
 struct State
@@ -36,6 +40,37 @@ static void setStyle(char style)
                                                                     QByteArray(5, '\0'));
 }
 
+static void showClimate(const QList<int> &status)
+{
+    emit norda::VtqAdaptor::instance()->NordaClimateCtrlStatusNotify(status);
+}
+
+static void toggleZone(const Scene &scene)
+{
+    if (auto *key = scene.screen->findChild<QAbstractButton *>(QStringLiteral("key_rear")))
+        key->click();
+}
+
+/** A car whose rear zone lacks some controls, as the page shows it after a second-zone report. */
+static void showPartialFeatures(const Scene &scene)
+{
+    norda::VtqService *service = norda::VtqService::instance();
+    service->setRearClimateControlFeatures(0, {{0, true}, {1, true}, {3, true}, {4, true}});
+    service->setRearClimateControlFeatures(1, {{3, true}, {4, true}, {5, true}, {7, true}});
+    toggleZone(scene);
+    QMetaObject::invokeMethod(scene.unit->currentPage(), "onSecondCliTopBarTextNotify",
+                              Q_ARG(QString, QStringLiteral("Rear zone")));
+}
+
+static void restoreFeatures(const Scene &scene)
+{
+    norda::VtqService *service = norda::VtqService::instance();
+    const module::Climate car(scene.trim);
+    for (const int group : {0, 1})
+        service->setRearClimateControlFeatures(group, car.rearFeatures(group));
+    scene.unit->recreateWindow();
+}
+
 // clang-format off
 static const State states[] = {
     {"80-gauges", 80, toFastestMoment, nullptr},
@@ -55,7 +90,20 @@ static const State states[] = {
             emit adaptor->shifterArrowIndicatorNotify(1);
         }, nullptr},
     {"81-vehicle", 81, nullptr, nullptr},
-    {"82-climate", 82, nullptr, nullptr},
+    {"82-climate", 82, toFastestMoment, nullptr},
+    {"82-climate-off", 82,
+        [](const Scene &) { showClimate({0, 0, 0, 4, 0, 0, 70, 70, 1, 0, 0, 0, 0}); }, nullptr},
+    {"82-climate-cool", 82,
+        [](const Scene &) { showClimate({1, 1, 252, 4, 1, 0, 50, 62, 0, 19, 18, 1, 0}); }, nullptr},
+    {"82-climate-winter", 82,
+        [](const Scene &) { showClimate({1, 2, 144, 1, 0, 3, 76, 95, 1, 3, 2, 0, 1}); }, nullptr},
+    {"82-climate-rear", 82, toggleZone,
+        nullptr},
+    {"82-climate-rear-winter", 82,
+        [](const Scene &) {
+            showClimate({1, 0, 72, 4, 0, 0, 70, 70, 1, 0, 0, 0, 0, 0, 2, 18, 1, 180, 80, 1, 2, 0, 0});
+        }, toggleZone},
+    {"82-climate-partial", 82, showPartialFeatures, restoreFeatures},
     {"83-parking", 83, nullptr, nullptr},
     {"83-camera", 83,
         [](const Scene &scene) { scene.screen->showCamera(true); },
@@ -73,10 +121,10 @@ static void settle()
     loop.exec();
 }
 
-QStringList writeGallery(const QString &folder, Screen *screen, HeadUnit *unit, Session *session,
+QStringList writeGallery(const Options &options, Screen *screen, HeadUnit *unit, Session *session,
                          QString *error)
 {
-    const Scene scene = {screen, unit, session};
+    const Scene scene = {screen, unit, session, options.trim};
     QStringList files;
     for (const State &state : states) {
         unit->openWindow(state.window);
@@ -84,7 +132,7 @@ QStringList writeGallery(const QString &folder, Screen *screen, HeadUnit *unit, 
             state.prepare(scene);
         settle();
         const QString file =
-            QDir(folder).filePath(QLatin1String(state.file) + QStringLiteral(".png"));
+            QDir(options.gallery).filePath(QLatin1String(state.file) + QStringLiteral(".png"));
         if (!screen->grab().save(file)) {
             *error = QStringLiteral("%1: expected a picture file that can be written").arg(file);
             return files;

@@ -6,11 +6,12 @@
 class HeadUnit;
 class Screen;
 class Session;
+struct Options;
 
 /**
  * Writes a picture of every page and of each notable state.
  * @param error  one line, when a picture cannot be written
  * @return the files written
  */
-QStringList writeGallery(const QString &folder, Screen *screen, HeadUnit *unit, Session *session,
+QStringList writeGallery(const Options &options, Screen *screen, HeadUnit *unit, Session *session,
                          QString *error);

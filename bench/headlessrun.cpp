@@ -113,7 +113,7 @@ bool writeResults(const Options &options, Screen *screen, HeadUnit *unit, Sessio
         return false;
     if (options.gallery.isEmpty())
         return true;
-    const QStringList files = writeGallery(options.gallery, screen, unit, session, error);
+    const QStringList files = writeGallery(options, screen, unit, session, error);
     std::printf("%d pictures in %s\n", files.size(), qPrintable(options.gallery));
     return error->isEmpty();
 }

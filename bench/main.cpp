@@ -45,7 +45,7 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
 
 static std::unique_ptr<Session> openSession(const Options &options, QString *error)
 {
-    auto source = module::openSource(options.source, error);
+    auto source = module::openSource(options.source, error, options.trim);
     if (!source)
         return nullptr;
     auto session = std::make_unique<Session>(std::move(source));

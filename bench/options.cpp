@@ -31,6 +31,8 @@ static const QList<QCommandLineOption> known = {
     {"record", "Write everything that crosses the adaptor, both ways, as JSON lines.", "FILE"},
     {"summary", "At the end, write totals as JSON: drive time, signals, calls, frames, warnings.",
                 "FILE"},
+    {"trim", "What the simulated car is equipped with: \"full\", \"no-rear\" or \"manual\" climate.",
+             "NAME", "full"},
     {"headless", "Run without a window, whatever the display."},
     {"scale", "Size of the 1280 x 720 screen on a desktop, 0.25 to 4.", "X", "1"},
     {"plugin", "The plugin to load instead of the one that was built with the bench.", "FILE"},
@@ -118,6 +120,12 @@ bool Options::parse(const QStringList &arguments, QString *error)
         !number(parser, "scale", 0.25, 4, &scale, error))
         return false;
     window = int(page);
+
+    if (!module::trimFromName(parser.value(QStringLiteral("trim")), &trim)) {
+        *error = QStringLiteral("--trim: expected 'full', 'no-rear' or 'manual', got '%1'")
+                     .arg(parser.value(QStringLiteral("trim")));
+        return false;
+    }
 
     gallery = parser.value(QStringLiteral("gallery"));
     record = parser.value(QStringLiteral("record"));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "simulator/climate.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -15,6 +17,7 @@ struct Options
     QString record;
     QString summary;
     QString plugin;
+    module::Trim trim = module::Trim::Full;
     bool headless = false;
     bool trace = false;
     double scale = 1.0;

@@ -5,8 +5,7 @@
 namespace module {
 
 AdaptorTap::AdaptorTap(Listener listener, QObject *parent)
-    : QObject(parent)
-    , m_listener(std::move(listener))
+    : QObject(parent), m_listener(std::move(listener))
 {
     norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
     const QMetaObject *meta = adaptor->metaObject();

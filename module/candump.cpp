@@ -129,10 +129,10 @@ SampleLog CandumpReader::take(const QString &path, int badLines)
                      {"backwardSteps", m_backwards},
                      {"framesPerPid", perPid}};
     m_log.remarks.append(QStringLiteral("%1 frames: %2 requests, %3 answers, %4 others passed over")
-                         .arg(m_frames)
-                         .arg(m_requests)
-                         .arg(m_answers)
-                         .arg(m_others));
+                             .arg(m_frames)
+                             .arg(m_requests)
+                             .arg(m_answers)
+                             .arg(m_others));
     return m_log;
 }
 

@@ -129,9 +129,18 @@ void Drive::onCall(const QString &operation, const QVariantList &arguments)
 {
     if (!operation.startsWith(QLatin1String("norda::")))
         return;
-    m_source->command(m_positionMs, operation, arguments);
+    const bool answers = m_source->command(m_positionMs, operation, arguments);
     if (m_playing && m_speed != Unlimited)
         schedule();
+    else if (!m_playing && answers)
+        QTimer::singleShot(0, this, &Drive::answer);
+}
+
+/** A touch while the drive stands still: it goes on for just as long as the answer takes. */
+void Drive::answer()
+{
+    if (!m_playing)
+        deliverUntil(m_positionMs + VehicleSource::AnswerMs);
 }
 
 } // namespace module

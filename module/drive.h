@@ -52,6 +52,7 @@ private:
     void deliverUntil(qint64 ms);
     void schedule();
     void onCall(const QString &operation, const QVariantList &arguments);
+    void answer();
     void restartClock();
 
     std::unique_ptr<VehicleSource> m_source;

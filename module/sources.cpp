@@ -31,10 +31,10 @@ static std::unique_ptr<VehicleSource> play(std::optional<SampleLog> log)
     return std::make_unique<SampleSource>(*std::move(log));
 }
 
-std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error)
+std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, Trim trim)
 {
     if (name == QLatin1String("simulator"))
-        return std::make_unique<SimulatedCar>();
+        return std::make_unique<SimulatedCar>(trim);
     const FileKind kind = kindOf(name, error);
     if (!error->isEmpty())
         return nullptr;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "simulator/climate.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
@@ -41,13 +43,18 @@ public:
      * to that moment (the last of each signal before it, stamped with it), then those after it.
      */
     virtual void seek(qint64 ms) = 0;
-    /** A command that the plugin sent to the module, in the words of the call log. */
-    virtual void command(qint64 nowMs, const QString &operation, const QVariantList &arguments)
+    /**
+     * A command that the plugin sent to the module, in the words of the call log.
+     * @return whether the source answers it, within `AnswerMs` of drive time
+     */
+    virtual bool command(qint64 nowMs, const QString &operation, const QVariantList &arguments)
     {
         Q_UNUSED(nowMs)
         Q_UNUSED(operation)
         Q_UNUSED(arguments)
+        return false;
     }
+    static constexpr qint64 AnswerMs = 50;
     /** What was found and what was not, one line each, for a person. */
     virtual QStringList findings() const { return {}; }
     /** The same as totals: counts and ranges, for a script. */
@@ -58,8 +65,10 @@ public:
  * Opens a source by its name on the command line: "simulator" or the path of a recorded drive,
  * whose kind is told from its content.
  * @param error  one line that names the file, the line and what was expected there
+ * @param trim   what the simulated car is equipped with
  * @return null when the source cannot be used
  */
-std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error);
+std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error,
+                                          Trim trim = Trim::Full);
 
 } // namespace module

@@ -54,7 +54,7 @@ void tst_Bench::helpNamesEveryOption()
     QCOMPARE(help.exitCode, 0);
     for (const char *option :
          {"--source", "--speed", "--duration", "--window", "--gallery", "--record", "--summary",
-          "--headless", "--scale", "--plugin", "--trace", "Exit codes"})
+          "--headless", "--scale", "--plugin", "--trim", "--trace", "Exit codes"})
         QVERIFY2(help.out.contains(QLatin1String(option)), option);
 }
 
@@ -73,6 +73,8 @@ void tst_Bench::badArguments_data()
                             << "--window: expected a number from 80 to 85, got '86'";
     QTest::newRow("scale") << QStringList{"--scale", "0"}
                            << "--scale: expected a number from 0.25 to 4, got '0'";
+    QTest::newRow("trim") << QStringList{"--trim", "sports"}
+                          << "--trim: expected 'full', 'no-rear' or 'manual', got 'sports'";
     QTest::newRow("unknown option")
         << QStringList{"--nothing"} << "Unknown option 'nothing'. See --help.";
     QTest::newRow("missing value")
@@ -117,7 +119,8 @@ void tst_Bench::unusableSources_data()
                                          "ELF\x02\x01\x00\xff\xff",
                                          9)
                            << ": line 1: expected an OBD-II header row (such as 'Engine RPM'), a "
-                              "candump log or a recording, found '?ELF????" "?'";
+                              "candump log or a recording, found '?ELF????"
+                              "?'";
 }
 
 void tst_Bench::unusableSources()

@@ -1,5 +1,7 @@
 #include "simulatedcar.h"
 
+#include "norda/vtqservice.h"
+
 #include <QDateTime>
 #include <QtMath>
 
@@ -20,19 +22,24 @@ static QVariant byte(int value)
     return QVariant::fromValue(uchar(value));
 }
 
-SimulatedCar::SimulatedCar()
+SimulatedCar::SimulatedCar(Trim trim) : m_trim(trim), m_climate(trim)
 {
+    norda::VtqService *service = norda::VtqService::instance();
+    for (const int group : {0, 1})
+        service->setRearClimateControlFeatures(group, m_climate.rearFeatures(group));
     restart();
 }
 
 void SimulatedCar::restart()
 {
     m_powertrain = Powertrain();
+    m_climate = Climate(m_trim);
     m_nowMs = 0;
     m_queue.clear();
     m_last.clear();
     sayTitles(0);
     sayPresets(0);
+    sayClimate(0);
     say(0, "peakIndicatorNotify", {byte(0)});
     report();
     runUntilEmission();
@@ -64,6 +71,8 @@ void SimulatedCar::step()
     m_nowMs += Powertrain::stepMs;
     m_powertrain.step(tripWish(m_nowMs));
     report();
+    if (m_nowMs % centreMs == 0 && m_climate.step(m_powertrain.ambient(), m_powertrain.isRunning()))
+        sayClimate(m_nowMs);
 }
 
 void SimulatedCar::seek(qint64 ms)
@@ -182,6 +191,26 @@ void SimulatedCar::sayPresets(qint64 atMs)
     say(atMs, "activePresetStatusNotify", {byte(m_preset)});
 }
 
+void SimulatedCar::sayClimate(qint64 atMs)
+{
+    say(atMs, "NordaClimateCtrlStatusNotify", {QVariant::fromValue(m_climate.report())});
+}
+
+bool SimulatedCar::answerClimate(qint64 atMs, const QString &command, const QVariantList &arguments)
+{
+    const QVariant first = arguments.value(0);
+    if (command == QLatin1String("NordatriggerRearDefrostButton"))
+        m_climate.press(first.value<QMap<int, int>>());
+    else if (command.endsWith(QLatin1String("manTempValue")))
+        m_climate.setTemperature(first.toInt());
+    else if (command.endsWith(QLatin1String("fanDirectValue")))
+        m_climate.setFan(first.toInt(), command.startsWith(QLatin1String("secound")));
+    else if (!command.endsWith(QLatin1String("ClimateInfo")))
+        return false;
+    sayClimate(atMs);
+    return true;
+}
+
 /** Says again what a screen shows: the last of every signal whose name begins so. */
 void SimulatedCar::resend(qint64 atMs, const char *prefix)
 {
@@ -193,17 +222,19 @@ void SimulatedCar::resend(qint64 atMs, const char *prefix)
     }
 }
 
-void SimulatedCar::command(qint64 nowMs, const QString &operation, const QVariantList &arguments)
+bool SimulatedCar::command(qint64 nowMs, const QString &operation, const QVariantList &arguments)
 {
     const QString adaptor = QStringLiteral("norda::VtqAdaptor::");
-    if (operation.startsWith(adaptor))
-        answer(nowMs + answerMs, operation.mid(adaptor.size()), arguments);
+    return operation.startsWith(adaptor) &&
+           answer(nowMs + answerMs, operation.mid(adaptor.size()), arguments);
 }
 
-void SimulatedCar::answer(qint64 atMs, const QString &command, const QVariantList &arguments)
+bool SimulatedCar::answer(qint64 atMs, const QString &command, const QVariantList &arguments)
 {
     const int first = arguments.value(0).toInt();
     const bool pressed = first == 1;
+    if (answerClimate(atMs, command, arguments))
+        return true;
     if (command == QLatin1String("requestGaugesInfo")) {
         for (const char *prefix : {"gau", "center", "peak", "shifter", "active"})
             resend(atMs, prefix);
@@ -220,7 +251,10 @@ void SimulatedCar::answer(qint64 atMs, const QString &command, const QVariantLis
         sayPresets(atMs);
     } else if (command == QLatin1String("NordaData_Request") && first == 5) {
         say(atMs, "NordaVerInfo", {QStringList{"V", "3", "12", "7"}});
+    } else {
+        return false;
     }
+    return true;
 }
 
 QStringList SimulatedCar::findings() const

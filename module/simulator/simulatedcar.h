@@ -1,5 +1,6 @@
 #pragma once
 
+#include "climate.h"
 #include "powertrain.h"
 #include "vehiclesource.h"
 
@@ -15,14 +16,14 @@ namespace module {
 class SimulatedCar : public VehicleSource
 {
 public:
-    SimulatedCar();
+    explicit SimulatedCar(Trim trim = Trim::Full);
 
     QString title() const override { return QStringLiteral("Simulated car"); }
     qint64 durationMs() const override { return tripMs; }
     qint64 nextDueMs() const override;
     Emission take() override;
     void seek(qint64 ms) override;
-    void command(qint64 nowMs, const QString &operation, const QVariantList &arguments) override;
+    bool command(qint64 nowMs, const QString &operation, const QVariantList &arguments) override;
     QStringList findings() const override;
     QJsonObject statistics() const override;
 
@@ -41,9 +42,13 @@ private:
     void resend(qint64 atMs, const char *prefix);
     void sayTitles(qint64 atMs);
     void sayPresets(qint64 atMs);
-    void answer(qint64 atMs, const QString &command, const QVariantList &arguments);
+    void sayClimate(qint64 atMs);
+    bool answerClimate(qint64 atMs, const QString &command, const QVariantList &arguments);
+    bool answer(qint64 atMs, const QString &command, const QVariantList &arguments);
 
+    const Trim m_trim;
     Powertrain m_powertrain;
+    Climate m_climate;
     qint64 m_nowMs = 0;
     QVector<Emission> m_queue; // by time
     QHash<QByteArray, QVariantList> m_last;

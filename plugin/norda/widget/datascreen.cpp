@@ -75,17 +75,21 @@ void DataScreen::showEvent(QShowEvent *event)
         m_bar->updateBtnChecked(m_page);
 }
 
+DataScreen::DisplayWish DataScreen::displayWish(unsigned char type)
+{
+    for (const DisplayType &known : displayTypes) {
+        if (known.code == type)
+            return {known.list, known.popup};
+    }
+    NORDA_WARNING << "unknown display type" << int(type);
+    return {};
+}
+
 void DataScreen::followDisplayType(unsigned char type)
 {
-    const auto row = std::find_if(std::begin(displayTypes), std::end(displayTypes),
-                                  [type](const DisplayType &known) { return known.code == type; });
-    const bool known = row != std::end(displayTypes);
-    if (!known)
-        NORDA_WARNING << "unknown display type" << int(type);
-    m_listWanted = known && row->list;
-    m_popupWanted = known && row->popup;
-    createPopup(m_popupWanted);
-    createListview(m_listWanted);
+    m_wanted = displayWish(type);
+    createPopup(m_wanted.popup);
+    createListview(m_wanted.list);
 }
 
 // The module's lists and popups are not drawn here. A payload by itself never opens anything: only

@@ -88,8 +88,16 @@ protected:
     /** Sends the command of a module-defined key; an id without a key sends nothing. */
     void sendCustomControl(ScreenCommands::ControlCommand command, int id, ControlAction action);
 
-    /** Which of list and popup a display type asks for; an unknown type is logged. */
-    virtual void followDisplayType(unsigned char type);
+    /** What a display type asks for. */
+    struct DisplayWish
+    {
+        bool list = false;
+        bool popup = false;
+    };
+    /** Neither for an unknown type, which is logged. */
+    static DisplayWish displayWish(unsigned char type);
+    /** Runs the popup step, then the list step, as a display type asks for it. */
+    void followDisplayType(unsigned char type);
 
     void showEvent(QShowEvent *event) override;
 
@@ -98,8 +106,7 @@ private:
     const ScreenCommands m_commands;
     VtqAdaptor *const m_adaptor;
     Vantiq_Bar_Widget *m_bar = nullptr;
-    bool m_listWanted = false;
-    bool m_popupWanted = false;
+    DisplayWish m_wanted;
 };
 
 } // namespace norda

@@ -1,0 +1,235 @@
+#include "climate.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace module {
+
+bool trimFromName(const QString &name, Trim *trim)
+{
+    static const QMap<QString, Trim> trims = {{QStringLiteral("full"), Trim::Full},
+                                              {QStringLiteral("no-rear"), Trim::NoRear},
+                                              {QStringLiteral("manual"), Trim::Manual}};
+    *trim = trims.value(name, Trim::Full);
+    return trims.contains(name);
+}
+
+// What a vent mode is called on the wire, in the order in which the vent key walks through them:
+// head, feet, feet and head, windshield and feet.
+static constexpr int ventCodes[] = {4, 2, 3, 1};
+
+static constexpr int lowest = 60;  // below it the display says LO
+static constexpr int highest = 90; // above it the display says HI
+static constexpr int lowCode = 50;
+static constexpr int highCode = 95;
+static constexpr int fanStep = 36;
+static constexpr int fullFan = 7;
+
+Climate::Climate(Trim trim) : m_trim(trim)
+{
+    m_reported = report();
+}
+
+// ---- Touches
+// -------------------------------------------------------------------------------------
+
+struct Climate::Key
+{
+    int byte;
+    int mask;
+    void (*press)(Climate &c);
+};
+
+static void toggle(bool *value)
+{
+    *value = !*value;
+}
+
+// clang-format off
+const Climate::Key Climate::keys[] = {
+    { 4, 128, [](Climate &c) { toggle(&c.m_front.on); }},
+    { 4,  64, [](Climate &c) { toggle(&c.m_automatic); }},
+    { 4,  32, [](Climate &c) { c.stepFan(&c.m_front, 1); }},
+    { 4,  16, [](Climate &c) { c.stepFan(&c.m_front, -1); }},
+    { 4,   2, [](Climate &c) { c.stepTemperature(&c.m_front.left, 1); }},
+    { 4,   1, [](Climate &c) { c.stepTemperature(&c.m_front.left, -1); }},
+    { 5, 128, [](Climate &c) { c.stepTemperature(&c.m_front.right, 1); }},
+    { 5,  64, [](Climate &c) { c.stepTemperature(&c.m_front.right, -1); }},
+    { 5,  32, [](Climate &c) { toggle(&c.m_fresh); }},
+    { 5,  16, [](Climate &c) { toggle(&c.m_front.ac); }},
+    { 5,   8, [](Climate &c) { toggle(&c.m_front.maxAc); }},
+    { 5,   4, [](Climate &c) { toggle(&c.m_rearDefroster); }},
+    { 5,   2, [](Climate &c) { toggle(&c.m_frontDefroster); }},
+    { 6, 128, [](Climate &c) { c.m_front.vent = 3; }},
+    { 6,  64, [](Climate &c) { c.m_front.vent = 1; }},
+    { 6,  32, [](Climate &c) { c.m_front.vent = 2; }},
+    { 6,  16, [](Climate &c) { c.m_front.vent = 0; }},
+    { 6,   8, [](Climate &c) { heatSeat(&c.m_front.seats[0], -1); }},
+    { 6,   4, [](Climate &c) { heatSeat(&c.m_front.seats[1], -1); }},
+    { 6,   2, [](Climate &c) { heatSeat(&c.m_front.seats[0], 1); }},
+    { 6,   1, [](Climate &c) { heatSeat(&c.m_front.seats[1], 1); }},
+    { 7, 128, [](Climate &c) { coolSeat(&c.m_front.seats[0], -1); }},
+    { 7,  64, [](Climate &c) { coolSeat(&c.m_front.seats[0], 1); }},
+    { 7,  32, [](Climate &c) { coolSeat(&c.m_front.seats[1], -1); }},
+    { 7,  16, [](Climate &c) { coolSeat(&c.m_front.seats[1], 1); }},
+    { 7,   8, [](Climate &c) { toggle(&c.m_wheel); }},
+    { 7,   1, [](Climate &c) { toggle(&c.m_dual); }},
+    { 8, 128, [](Climate &c) { c.m_rearOnView = false; }},
+    { 8,  64, [](Climate &c) { c.m_rearOnView = true; }},
+    { 8,  32, [](Climate &c) { toggle(&c.m_rear.on); }},
+    { 8,   8, [](Climate &c) { c.stepFan(&c.m_rear, 1); }},
+    { 8,   4, [](Climate &c) { c.stepFan(&c.m_rear, -1); }},
+    { 8,   2, [](Climate &c) { c.stepTemperature(&c.m_rear.left, 1); }},
+    { 8,   1, [](Climate &c) { c.stepTemperature(&c.m_rear.left, -1); }},
+    { 9, 128, [](Climate &c) { toggle(&c.m_rear.ac); }},
+    { 9,  64, [](Climate &c) { toggle(&c.m_rear.maxAc); }},
+    { 9,  32, [](Climate &c) { heatSeat(&c.m_rear.seats[0], 1); }},
+    { 9,  16, [](Climate &c) { heatSeat(&c.m_rear.seats[0], -1); }},
+    { 9,   8, [](Climate &c) { heatSeat(&c.m_rear.seats[1], 1); }},
+    { 9,   4, [](Climate &c) { heatSeat(&c.m_rear.seats[1], -1); }},
+    { 9,   2, [](Climate &c) { coolSeat(&c.m_rear.seats[0], -1); }},
+    { 9,   1, [](Climate &c) { coolSeat(&c.m_rear.seats[0], 1); }},
+    {10, 128, [](Climate &c) { coolSeat(&c.m_rear.seats[1], -1); }},
+    {10,  64, [](Climate &c) { coolSeat(&c.m_rear.seats[1], 1); }},
+    {10,  16, [](Climate &c) { c.m_rear.vent = (c.m_rear.vent + 1) % 4; }},
+};
+// clang-format on
+
+void Climate::press(const QMap<int, int> &bytes)
+{
+    static constexpr int firstRearByte = 8;
+    for (const Key &key : keys) {
+        const bool isThere = key.byte < firstRearByte || m_trim != Trim::NoRear;
+        if (isThere && (bytes.value(key.byte) & key.mask))
+            key.press(*this);
+    }
+}
+
+void Climate::stepTemperature(int *degrees, int by)
+{
+    *degrees = std::clamp(*degrees + by, lowest - 1, highest + 1);
+    // Without dual mode the passenger's side goes along with the driver's.
+    if (degrees == &m_front.left && !m_dual)
+        m_front.right = m_front.left;
+    else if (degrees == &m_front.right)
+        m_dual = true;
+}
+
+void Climate::stepFan(Zone *zone, int by)
+{
+    zone->fan = std::clamp(zone->fan + by, 0, fullFan);
+    if (zone == &m_front)
+        m_automatic = false;
+}
+
+void Climate::heatSeat(Seat *seat, int by)
+{
+    seat->cooled = false;
+    seat->cool = 0;
+    seat->heat = std::clamp(seat->heat + by, 0, 3);
+}
+
+void Climate::coolSeat(Seat *seat, int by)
+{
+    seat->cooled = true;
+    seat->heat = 0;
+    seat->cool = std::clamp(seat->cool + by, 0, 3);
+}
+
+void Climate::setTemperature(int raw)
+{
+    m_rear.left = 59 + std::clamp(raw, 0, 255) * 32 / 255;
+}
+
+void Climate::setFan(int raw, bool rear)
+{
+    Zone &zone = rear || m_rearOnView ? m_rear : m_front;
+    zone.fan = std::clamp((raw + fanStep - 1) / fanStep, 0, fullFan);
+}
+
+// ---- The cabin
+// -----------------------------------------------------------------------------------
+
+bool Climate::step(double outsideCelsius, bool engineRunning)
+{
+    const double outside = outsideCelsius * 9 / 5 + 32;
+    m_cabin += (outside - m_cabin) * 0.0002;
+    if (m_front.on && engineRunning)
+        m_cabin += (m_front.left - m_cabin) * 0.0012 * m_front.fan;
+    if (m_automatic && m_front.on)
+        automate();
+    const QList<int> now = report();
+    const bool changed = now != m_reported;
+    m_reported = now;
+    return changed;
+}
+
+/** In automatic mode the fan follows what is left to do. */
+void Climate::automate()
+{
+    const double gap = std::abs(m_front.left - m_cabin);
+    // Half a degree of play keeps the fan from hunting between two levels.
+    const int wanted = std::clamp(int(gap), 1, fullFan);
+    if (std::abs(wanted - m_front.fan) > 1 || std::abs(gap - m_front.fan) > 1.5)
+        m_front.fan += wanted > m_front.fan ? 1 : -1;
+}
+
+// ---- The report
+// ----------------------------------------------------------------------------------
+
+static int temperatureCode(int degrees)
+{
+    if (degrees < lowest)
+        return lowCode;
+    return degrees > highest ? highCode : degrees;
+}
+
+QList<int> Climate::report() const
+{
+    // A front seat whose cooling was stepped down says cooling level 0; a rear one just says off.
+    const auto frontSeat = [](const Seat &seat) {
+        return seat.cooled ? 16 + seat.cool : seat.heat;
+    };
+    const auto rearSeat = [](const Seat &seat) { return seat.cool ? 16 + seat.cool : seat.heat; };
+    const auto fan = [](const Zone &zone) { return zone.on ? zone.fan * fanStep : 0; };
+    const Zone &front = m_front;
+    const Zone &rear = m_rear;
+    return {front.on,
+            m_automatic + 2 * m_dual,
+            fan(front),
+            ventCodes[front.vent],
+            front.ac,
+            m_rearDefroster + 2 * m_wheel,
+            temperatureCode(front.left),
+            temperatureCode(front.right),
+            m_fresh,
+            frontSeat(front.seats[0]),
+            frontSeat(front.seats[1]),
+            front.maxAc,
+            m_frontDefroster,
+            0,
+            rearSeat(rear.seats[0]),
+            rearSeat(rear.seats[1]),
+            rear.ac,
+            fan(rear),
+            rear.left,
+            rear.on,
+            ventCodes[rear.vent],
+            0,
+            rear.maxAc};
+}
+
+QMap<int, bool> Climate::rearFeatures(int group) const
+{
+    QMap<int, bool> features;
+    for (int feature = 0; feature < 8; ++feature)
+        features.insert(feature, m_trim != Trim::NoRear);
+    if (m_trim == Trim::Manual && group == 1) {
+        features[0] = false; // dual
+        features[6] = false; // cooled seats
+        features[7] = false; // heated seats
+    }
+    return features;
+}
+
+} // namespace module

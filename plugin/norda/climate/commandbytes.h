@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QList>
+#include <QMap>
+#include <QString>
+
+#include <array>
+#include <optional>
+
+namespace norda {
+
+/** The bit of the module's key map that stands for a touch. */
+struct CommandBit
+{
+    int byte; ///< 4 to 10
+    int value;
+};
+
+/** The seven command bytes, 4 to 10, each kept as eight bits with the most significant one first.
+ */
+class CommandBytes
+{
+public:
+    static constexpr int First = 4;
+    static constexpr int Last = 10;
+
+    CommandBytes();
+
+    /** Sets every bit to 0: at the start of each touch, so that nothing of the last one stays. */
+    void clear();
+    void set(CommandBit bit);
+    /** Byte number to value, as the module wants it. */
+    const QMap<int, int> &map() const { return m_map; }
+
+private:
+    static constexpr int Bits = 8;
+
+    std::array<QList<int>, Last - First + 1> m_bits;
+    QMap<int, int> m_map;
+};
+
+/** The digits of all elements, one behind the other. */
+QString listIntToString(const QList<int> &list);
+
+/** The four groups of climate keys; a key is known by its group and its id in it. */
+enum class ClimateGroup { ManualText, ManualIcon, AutoDualText, AutoDualIcon };
+
+/** A seat key, which steps its level up until the end and then down again. */
+enum class SeatKey { LeftHeat, RightHeat, LeftCool, RightCool };
+constexpr int seatKeyCount = 4;
+
+/** The bit of a key that has one of its own; none for seat keys, the vent key and unknown ids. */
+std::optional<CommandBit> commandBit(ClimateGroup group, int id);
+/** The seat key of an id in an icon group. */
+std::optional<SeatKey> seatKey(ClimateGroup group, int id);
+/** The bit of a seat key. */
+CommandBit seatCommandBit(ClimateGroup group, SeatKey key, bool up);
+/** The bit that selects a vent mode, 0 to 3. */
+CommandBit ventCommandBit(int index);
+/** Id of the auto/dual vent key, which selects the mode behind the present one. */
+constexpr int ventKeyId = 6;
+/** The bit of the zone toggle. @param toRear  true on the way to the second zone */
+CommandBit zoneCommandBit(bool toRear);
+
+/**
+ * Which way a seat key steps next.
+ * @param up     the way it went so far
+ * @param value  the seat's last reported value
+ */
+bool seatStepsUp(ClimateGroup group, SeatKey key, bool up, int value);
+
+} // namespace norda
