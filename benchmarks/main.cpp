@@ -31,6 +31,7 @@ public:
             {"animation/gauge", "animation/bare", 1.0},
             {"animation/gauge", "animation/qwt", 0.6},
             {"burst/page", "burst/labels", 1.5},
+            {"climate/changed", "climate/bare", 1.5},
             {"startup/page", "startup/empty_window", 0},
         };
         std::printf("\n");

@@ -37,6 +37,7 @@ private slots:
     void framesAreCounted();
     void unknownCodesAndWindows();
     void windowPlaysAndSeeks();
+    void carAnswersTheTouch();
 
 private:
     QPushButton *barKey(const char *name)
@@ -233,6 +234,35 @@ void tst_HeadUnit::windowPlaysAndSeeks()
     QTRY_COMPARE(m_unit->currentWindow(), 82);
     QTest::keyClick(&window, Qt::Key_Escape);
     QTRY_COMPARE(m_unit->currentWindow(), 80);
+}
+
+void tst_HeadUnit::carAnswersTheTouch()
+{
+    QString error;
+    Session session(module::openSource(QStringLiteral("simulator"), &error));
+    session.drive()->play();
+    const auto key = [this](const char *name) {
+        return m_unit->currentPage()->findChild<QPushButton *>(QLatin1String(name));
+    };
+    const auto text = [this](const char *name) {
+        return m_unit->currentPage()->findChild<QLabel *>(QLatin1String(name))->text();
+    };
+    post(89);
+    QTRY_COMPARE(text("Txt_left_temp"), QStringLiteral("70.00 F"));
+    QTest::mouseClick(key("key_left_temp_next"), Qt::LeftButton);
+    QTRY_COMPARE(text("Txt_left_temp"), QStringLiteral("71.00 F"));
+
+    // Paused, the drive goes on for just as long as the answer takes.
+    session.drive()->pause();
+    const qint64 before = session.drive()->positionMs();
+    QTest::mouseClick(key("key_AC"), Qt::LeftButton);
+    QVERIFY(key("key_AC")->isChecked());
+    QTest::mouseClick(key("key_left_temp_prev"), Qt::LeftButton);
+    QTRY_COMPARE(text("Txt_left_temp"), QStringLiteral("70.00 F"));
+    QVERIFY(key("key_AC")->isChecked());
+    QVERIFY(session.drive()->positionMs() <= before + 200);
+    QTest::mouseClick(key("key_rear"), Qt::LeftButton);
+    QTRY_COMPARE(text("Txt_fork"), QStringLiteral("70.00 F"));
 }
 
 NORDA_TEST_MAIN(tst_HeadUnit)

@@ -25,10 +25,7 @@ static constexpr int highCode = 95;
 static constexpr int fanStep = 36;
 static constexpr int fullFan = 7;
 
-Climate::Climate(Trim trim) : m_trim(trim)
-{
-    m_reported = report();
-}
+Climate::Climate(Trim trim) : m_trim(trim), m_reported(report()) {}
 
 // ---- Touches
 // -------------------------------------------------------------------------------------
@@ -158,20 +155,24 @@ bool Climate::step(double outsideCelsius, bool engineRunning)
         m_cabin += (m_front.left - m_cabin) * 0.0012 * m_front.fan;
     if (m_automatic && m_front.on)
         automate();
-    const QList<int> now = report();
-    const bool changed = now != m_reported;
-    m_reported = now;
-    return changed;
+    return report() != m_reported;
 }
 
-/** In automatic mode the fan follows what is left to do. */
+QList<int> Climate::takeReport()
+{
+    m_reported = report();
+    return m_reported;
+}
+
+/** In automatic mode the fan follows what is left to do, with play enough not to hunt. */
 void Climate::automate()
 {
+    static constexpr double play = 1.5; // degrees
     const double gap = std::abs(m_front.left - m_cabin);
-    // Half a degree of play keeps the fan from hunting between two levels.
-    const int wanted = std::clamp(int(gap), 1, fullFan);
-    if (std::abs(wanted - m_front.fan) > 1 || std::abs(gap - m_front.fan) > 1.5)
-        m_front.fan += wanted > m_front.fan ? 1 : -1;
+    if (gap > m_front.fan + play && m_front.fan < fullFan)
+        ++m_front.fan;
+    else if (gap < m_front.fan - play && m_front.fan > 1)
+        --m_front.fan;
 }
 
 // ---- The report

@@ -34,6 +34,8 @@ public:
     bool step(double outsideCelsius, bool engineRunning);
     /** The status list, 23 integers. */
     QList<int> report() const;
+    /** The same, noted as told: `step()` only speaks up for what has changed since. */
+    QList<int> takeReport();
     /** Which controls the rear zone has, by group. */
     QMap<int, bool> rearFeatures(int group) const;
 

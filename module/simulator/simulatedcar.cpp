@@ -193,7 +193,11 @@ void SimulatedCar::sayPresets(qint64 atMs)
 
 void SimulatedCar::sayClimate(qint64 atMs)
 {
-    say(atMs, "NordaClimateCtrlStatusNotify", {QVariant::fromValue(m_climate.report())});
+    // A report that waits for its time is older than this one, whatever its time.
+    static const QByteArray signal = "NordaClimateCtrlStatusNotify";
+    const auto isClimate = [](const Emission &emission) { return emission.signal == signal; };
+    m_queue.erase(std::remove_if(m_queue.begin(), m_queue.end(), isClimate), m_queue.end());
+    say(atMs, signal, {QVariant::fromValue(m_climate.takeReport())});
 }
 
 bool SimulatedCar::answerClimate(qint64 atMs, const QString &command, const QVariantList &arguments)
