@@ -45,6 +45,13 @@ static void showClimate(const QList<int> &status)
     emit norda::VtqAdaptor::instance()->NordaClimateCtrlStatusNotify(status);
 }
 
+/** A status list of which only the rear zone matters. */
+static QList<int> rearZone(int on, int ac, int seats, int fan, int temperature, int vent)
+{
+    return QVector<int>(14, 0).toList()
+           << seats << seats << ac << fan << temperature << on << vent << 0 << ac;
+}
+
 static void toggleZone(const Scene &scene)
 {
     if (auto *key = scene.screen->findChild<QAbstractButton *>(QStringLiteral("key_rear")))
@@ -57,7 +64,6 @@ static void showPartialFeatures(const Scene &scene)
     norda::VtqService *service = norda::VtqService::instance();
     service->setRearClimateControlFeatures(0, {{0, true}, {1, true}, {3, true}, {4, true}});
     service->setRearClimateControlFeatures(1, {{3, true}, {4, true}, {5, true}, {7, true}});
-    toggleZone(scene);
     QMetaObject::invokeMethod(scene.unit->currentPage(), "onSecondCliTopBarTextNotify",
                               Q_ARG(QString, QStringLiteral("Rear zone")));
 }
@@ -97,13 +103,15 @@ static const State states[] = {
         [](const Scene &) { showClimate({1, 1, 252, 4, 1, 0, 50, 62, 0, 19, 18, 1, 0}); }, nullptr},
     {"82-climate-winter", 82,
         [](const Scene &) { showClimate({1, 2, 144, 1, 0, 3, 76, 95, 1, 3, 2, 0, 1}); }, nullptr},
-    {"82-climate-rear", 82, toggleZone,
-        nullptr},
-    {"82-climate-rear-winter", 82,
-        [](const Scene &) {
-            showClimate({1, 0, 72, 4, 0, 0, 70, 70, 1, 0, 0, 0, 0, 0, 2, 18, 1, 180, 80, 1, 2, 0, 0});
-        }, toggleZone},
     {"82-climate-partial", 82, showPartialFeatures, restoreFeatures},
+    {"82-climate-rear", 82, toggleZone, nullptr},
+    {"82-climate-rear-off", 82, [](const Scene &) { showClimate(rearZone(0, 0, 0, 0, 70, 4)); },
+        nullptr},
+    {"82-climate-rear-cool", 82, [](const Scene &) { showClimate(rearZone(1, 1, 19, 252, 60, 4)); },
+        nullptr},
+    {"82-climate-rear-winter", 82, [](const Scene &) { showClimate(rearZone(1, 0, 3, 144, 86, 2)); },
+        nullptr},
+    {"82-climate-rear-partial", 82, showPartialFeatures, restoreFeatures},
     {"83-parking", 83, nullptr, nullptr},
     {"83-camera", 83,
         [](const Scene &scene) { scene.screen->showCamera(true); },

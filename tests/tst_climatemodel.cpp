@@ -468,9 +468,9 @@ void tst_ClimateModel::bytesAreClearedWhole()
 
 void tst_ClimateModel::digits()
 {
-    QCOMPARE(listIntToString({}), QString());
-    QCOMPARE(listIntToString({1, 0, 0, 1}), QStringLiteral("1001"));
-    QCOMPARE(listIntToString({12, -3}), QStringLiteral("12-3"));
+    QCOMPARE(ListIntToString({}), QString());
+    QCOMPARE(ListIntToString({1, 0, 0, 1}), QStringLiteral("1001"));
+    QCOMPARE(ListIntToString({12, -3}), QStringLiteral("12-3"));
 }
 
 NORDA_TEST_MAIN(tst_ClimateModel)

@@ -15,6 +15,7 @@ private slots:
         QVERIFY(nordaHostObject("CallLog"));
     } // loads the host, which has the images
     void everyNamedImageExists();
+    void rowsAreComplete();
     void everyImageDiffers();
     void everyDrawingIsUsed();
     void sizes_data();
@@ -43,7 +44,8 @@ void tst_Icons::everyNamedImageExists()
     for (const QString &file :
          filesBelow(QStringLiteral(NORDA_SOURCE_DIR "/plugin"), {"*.cpp", "*.h", "*.ui"})) {
         for (auto it = path.globalMatch(QString::fromUtf8(content(file))); it.hasNext();) {
-            const QString image = it.next().captured();
+            QString image = it.next().captured();
+            image.replace(QStringLiteral("%1"), QStringLiteral("0")); // the first of a row
             ++named;
             QVERIFY2(!QPixmap(image).isNull(), qPrintable(file + ": " + image));
         }
@@ -69,6 +71,17 @@ void tst_Icons::everyDrawingIsUsed()
     const QByteArray manifest = content(folder + QStringLiteral("manifest.txt"));
     for (const QString &file : filesBelow(folder, {"*.svg", "*.css"}))
         QVERIFY2(manifest.contains(file.mid(folder.size()).toUtf8()), qPrintable(file));
+}
+
+void tst_Icons::rowsAreComplete()
+{
+    const QMap<QString, int> highest = {{"seat_heat_%1", 3}, {"seat_AC_%1", 3}, {"position_%1", 7}};
+    for (auto it = highest.cbegin(); it != highest.cend(); ++it) {
+        for (int level = 0; level <= it.value(); ++level) {
+            const QString image = QStringLiteral(":/icon/airicon/%1.png").arg(it.key().arg(level));
+            QVERIFY2(!QPixmap(image).isNull(), qPrintable(image));
+        }
+    }
 }
 
 void tst_Icons::sizes_data()

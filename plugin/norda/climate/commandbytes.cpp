@@ -94,7 +94,7 @@ void CommandBytes::clear()
 {
     for (int byte = First; byte <= Last; ++byte) {
         m_bits[size_t(byte - First)] = QVector<int>(Bits, 0).toList();
-        m_map.insert(byte, 0);
+        m_NordaAllSendByteInfo.insert(byte, 0);
     }
 }
 
@@ -105,10 +105,10 @@ void CommandBytes::set(CommandBit bit)
         if (bit.value & (1 << (Bits - 1 - i)))
             bits[i] = 1;
     }
-    m_map.insert(bit.byte, listIntToString(bits).toInt(nullptr, 2));
+    m_NordaAllSendByteInfo.insert(bit.byte, ListIntToString(bits).toInt(nullptr, 2));
 }
 
-QString listIntToString(const QList<int> &list)
+QString ListIntToString(const QList<int> &list)
 {
     QString digits;
     for (const int element : list)

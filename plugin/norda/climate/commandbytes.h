@@ -30,17 +30,17 @@ public:
     void clear();
     void set(CommandBit bit);
     /** Byte number to value, as the module wants it. */
-    const QMap<int, int> &map() const { return m_map; }
+    const QMap<int, int> &map() const { return m_NordaAllSendByteInfo; }
 
 private:
     static constexpr int Bits = 8;
 
     std::array<QList<int>, Last - First + 1> m_bits;
-    QMap<int, int> m_map;
+    QMap<int, int> m_NordaAllSendByteInfo;
 };
 
 /** The digits of all elements, one behind the other. */
-QString listIntToString(const QList<int> &list);
+QString ListIntToString(const QList<int> &list);
 
 /** The four groups of climate keys; a key is known by its group and its id in it. */
 enum class ClimateGroup { ManualText, ManualIcon, AutoDualText, AutoDualIcon };
