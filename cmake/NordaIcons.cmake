@@ -1,60 +1,80 @@
 # norda_add_icon_library(TARGET name MANIFEST file OUTPUT file.rcc)
 #
 # Renders the drawings that a manifest lists to PNG images and packs them into one binary resource
-# file. A manifest row reads "resource path | drawing | stylesheet"; the stylesheet may be empty. One
-# drawing serves several images that way: normal and pressed, level 0 to 4.
+# file. A manifest row reads "resource path | drawing | stylesheet"; the stylesheet may be missing.
+# One drawing serves several images that way: normal and pressed, level 0 to 4. Drawings and
+# stylesheets are named from the manifest's folder; a row that starts with # is a comment.
 
 find_program(RSVG_CONVERT rsvg-convert)
 
+# Splits one row into ${path}, ${drawing} and ${style} of the caller, the last two as full paths.
+function(norda_read_icon_row place folder row)
+    if(NOT row MATCHES "^(/[^|]*[^| ]\\.png) *\\| *([^| ]+\\.svg) *(\\| *([^| ]+\\.css)? *)?$")
+        message(FATAL_ERROR
+                "${place}: expected '/resource/path.png | drawing.svg | style.css', got '${row}'")
+    endif()
+    set(path "${CMAKE_MATCH_1}")
+    set(drawing "${folder}/${CMAKE_MATCH_2}")
+    set(style "")
+    if(CMAKE_MATCH_4)
+        set(style "${folder}/${CMAKE_MATCH_4}")
+    endif()
+    foreach(input IN LISTS drawing style)
+        if(NOT EXISTS "${input}")
+            message(FATAL_ERROR "${place}: ${path} is drawn from ${input}, which does not exist")
+        endif()
+    endforeach()
+    set(path "${path}" PARENT_SCOPE)
+    set(drawing "${drawing}" PARENT_SCOPE)
+    set(style "${style}" PARENT_SCOPE)
+endfunction()
+
+# Renders one image whenever its drawing, its stylesheet or its row has changed.
+function(norda_render_icon png drawing style manifest)
+    set(options "")
+    if(style)
+        set(options --stylesheet "${style}")
+    endif()
+    get_filename_component(folder "${png}" DIRECTORY)
+    file(MAKE_DIRECTORY "${folder}")
+    add_custom_command(OUTPUT "${png}"
+        COMMAND "${RSVG_CONVERT}" ${options} --output "${png}" "${drawing}"
+        DEPENDS "${drawing}" ${style} "${manifest}" COMMENT "" VERBATIM)
+endfunction()
+
 function(norda_add_icon_library)
     cmake_parse_arguments(PARSE_ARGV 0 arg "" "TARGET;MANIFEST;OUTPUT" "")
+    foreach(name IN ITEMS TARGET MANIFEST OUTPUT)
+        if(NOT arg_${name})
+            message(FATAL_ERROR "norda_add_icon_library: ${name} is missing")
+        endif()
+    endforeach()
     if(NOT RSVG_CONVERT)
         message(FATAL_ERROR "rsvg-convert is missing: install the package librsvg2-bin")
     endif()
-    get_filename_component(folder "${arg_MANIFEST}" ABSOLUTE)
-    get_filename_component(folder "${folder}" DIRECTORY)
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${arg_MANIFEST}")
+    get_filename_component(manifest "${arg_MANIFEST}" ABSOLUTE)
+    get_filename_component(folder "${manifest}" DIRECTORY)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${manifest}")
     set(images "${CMAKE_CURRENT_BINARY_DIR}/${arg_TARGET}")
 
-    file(STRINGS "${arg_MANIFEST}" rows)
-    set(qrc "<RCC><qresource prefix=\"/\">")
+    file(STRINGS "${manifest}" rows)
+    set(qrc "<RCC><qresource prefix=\"/\">\n")
     set(pngs "")
     set(number 0)
     foreach(row IN LISTS rows)
         math(EXPR number "${number} + 1")
+        string(REPLACE "\t" " " row "${row}")
         if(row MATCHES "^ *(#|$)")
             continue()
         endif()
-        if(NOT row MATCHES "^(/[^|]+\\.png) *\\| *([^| ]+\\.svg) *\\| *([^| ]*) *$")
-            message(FATAL_ERROR "${arg_MANIFEST}:${number}: expected "
-                                "'/resource/path.png | drawing.svg | style.css', got '${row}'")
-        endif()
-        string(STRIP "${CMAKE_MATCH_1}" path)
-        set(drawing "${folder}/${CMAKE_MATCH_2}")
-        set(style "${CMAKE_MATCH_3}")
-        if(NOT EXISTS "${drawing}")
-            message(FATAL_ERROR "${arg_MANIFEST}:${number}: no drawing ${drawing}")
-        endif()
+        norda_read_icon_row("${manifest}:${number}" "${folder}" "${row}")
         set(png "${images}${path}")
         if(png IN_LIST pngs)
-            message(FATAL_ERROR "${arg_MANIFEST}:${number}: ${path} stands twice")
+            message(FATAL_ERROR "${manifest}:${number}: ${path} stands twice")
         endif()
-        set(options "")
-        set(inputs "${drawing}")
-        if(style)
-            if(NOT EXISTS "${folder}/${style}")
-                message(FATAL_ERROR "${arg_MANIFEST}:${number}: no stylesheet ${folder}/${style}")
-            endif()
-            set(options --stylesheet "${folder}/${style}")
-            list(APPEND inputs "${folder}/${style}")
-        endif()
-        get_filename_component(png_folder "${png}" DIRECTORY)
-        file(MAKE_DIRECTORY "${png_folder}")
-        add_custom_command(OUTPUT "${png}"
-            COMMAND "${RSVG_CONVERT}" ${options} -o "${png}" "${drawing}"
-            DEPENDS ${inputs} COMMENT "" VERBATIM)
+        norda_render_icon("${png}" "${drawing}" "${style}" "${manifest}")
         list(APPEND pngs "${png}")
-        string(APPEND qrc "<file alias=\"${path}\">${png}</file>")
+        string(APPEND qrc "<file alias=\"${path}\">${png}</file>\n")
     endforeach()
 
     set(qrc_file "${images}/images.qrc")
