@@ -1,7 +1,5 @@
 #pragma once
 
-#include "plugin_global.h"
-
 #include <QWidget>
 
 #include <memory>
@@ -16,7 +14,7 @@ class SettingsExe;
 namespace norda {
 
 /** The navigation bar that every screen carries: six exclusive page keys. */
-class NORDA_PLUGIN_EXPORT Vantiq_Bar_Widget : public QWidget
+class Vantiq_Bar_Widget : public QWidget
 {
     Q_OBJECT
 public:
