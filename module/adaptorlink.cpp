@@ -2,9 +2,9 @@
 
 #include "norda/vtqadaptor.h"
 
-namespace module {
+#include <QVarLengthArray>
 
-static constexpr int mostArguments = 5;
+namespace module {
 
 static QHash<QByteArray, QMetaMethod> signalsByName()
 {
@@ -23,14 +23,24 @@ QMetaMethod adaptorSignal(const QByteArray &name)
     return found.value(name);
 }
 
+bool fitArgument(QVariant *value, int type)
+{
+    if (value->userType() == type)
+        return true;
+    if (type != QMetaType::UChar)
+        return value->convert(type);
+    bool isNumber = false;
+    const int number = value->toInt(&isNumber);
+    *value = QVariant::fromValue(uchar(number));
+    return isNumber && number >= 0 && number <= 255;
+}
+
 static bool fits(const QMetaMethod &signal, QVariantList *arguments)
 {
     if (!signal.isValid() || arguments->size() != signal.parameterCount())
         return false;
     for (int i = 0; i < arguments->size(); ++i) {
-        QVariant &argument = (*arguments)[i];
-        const int type = signal.parameterType(i);
-        if (argument.userType() != type && !argument.convert(type))
+        if (!fitArgument(&(*arguments)[i], signal.parameterType(i)))
             return false;
     }
     return true;
@@ -46,11 +56,12 @@ bool AdaptorLink::deliver(const Emission &emission)
                      emission.signal.constData());
         return false;
     }
-    QGenericArgument passed[mostArguments];
-    for (int i = 0; i < arguments.size(); ++i)
-        passed[i] = QGenericArgument(arguments[i].typeName(), arguments[i].constData());
-    return signal.invoke(norda::VtqAdaptor::instance(), Qt::DirectConnection, passed[0], passed[1],
-                         passed[2], passed[3], passed[4]);
+    QVarLengthArray<void *, 8> passed = {nullptr}; // the place of a result comes first
+    for (QVariant &argument : arguments)
+        passed.append(argument.data());
+    norda::VtqAdaptor::instance()->qt_metacall(QMetaObject::InvokeMetaMethod, signal.methodIndex(),
+                                               passed.data());
+    return true;
 }
 
 } // namespace module

@@ -21,6 +21,9 @@ private:
     int m_refused = 0;
 };
 
+/** Brings a value to a parameter's type. @return false where that would make another value of it */
+bool fitArgument(QVariant *value, int type);
+
 /** The adaptor's signal of this name; invalid for one that it does not have. */
 QMetaMethod adaptorSignal(const QByteArray &name);
 

@@ -13,6 +13,7 @@ namespace module {
 
 static const QString formatName = QStringLiteral("norda-recording");
 static constexpr int formatVersion = 1;
+static constexpr double longestDriveMs = 30 * 24 * 3600e3; // a later moment is a damaged one
 
 // ---- Values as JSON
 // ------------------------------------------------------------------------------
@@ -69,32 +70,68 @@ static QJsonValue toJson(const QVariant &value)
     return QJsonValue::fromVariant(value);
 }
 
+// What is read back is what was written or nothing: the readers return an invalid value for JSON
+// of another shape, which spoils the line.
+
+static QVariant bytesFromJson(const QJsonValue &json)
+{
+    if (json.isNull())
+        return QByteArray();
+    const QByteArray text = json.toString().toLatin1();
+    const QByteArray bytes = QByteArray::fromHex(text) + "";
+    return json.isString() && bytes.toHex() == text ? QVariant(bytes) : QVariant();
+}
+
+static QVariant integersFromJson(const QJsonValue &json)
+{
+    QList<int> values;
+    for (const QJsonValue &value : json.toArray()) {
+        values.append(value.toInt());
+        if (double(values.last()) != value.toDouble(qQNaN()))
+            return {};
+    }
+    return json.isArray() ? QVariant::fromValue(values) : QVariant();
+}
+
+static QVariant textsFromJson(const QJsonValue &json)
+{
+    const QJsonArray array = json.toArray();
+    const bool areTexts = std::all_of(array.begin(), array.end(),
+                                      [](const QJsonValue &value) { return value.isString(); });
+    return json.isArray() && areTexts ? json.toVariant().toStringList() : QVariant();
+}
+
+static QVariant fromJson(const QJsonValue &json, int type);
+
+static QVariant anyListFromJson(const QJsonValue &json)
+{
+    QVariantList values;
+    for (const QJsonValue &value : json.toArray()) {
+        const QJsonObject object = value.toObject();
+        if (object.size() != 1)
+            return {};
+        const int kind = QMetaType::type(object.constBegin().key().toLatin1().constData());
+        values.append(fromJson(object.constBegin().value(), kind));
+        if (!values.last().isValid())
+            return {};
+    }
+    return json.isArray() ? values : QVariant();
+}
+
 static QVariant fromJson(const QJsonValue &json, int type)
 {
     if (type == QMetaType::QByteArray)
-        return json.isNull() ? QByteArray() : QByteArray::fromHex(json.toString().toLatin1()) + "";
-    if (type == qMetaTypeId<QList<int>>()) {
-        QList<int> values;
-        for (const QJsonValue &value : json.toArray())
-            values.append(value.toInt());
-        return QVariant::fromValue(values);
-    }
-    if (type == QMetaType::UChar)
-        return QVariant::fromValue(uchar(json.toInt()));
-    if (type == QMetaType::QVariantList) {
-        QVariantList values;
-        for (const QJsonValue &value : json.toArray()) {
-            const QJsonObject object = value.toObject();
-            if (object.isEmpty())
-                continue;
-            const int kind = QMetaType::type(object.constBegin().key().toLatin1().constData());
-            values.append(fromJson(object.constBegin().value(), kind));
-        }
-        return values;
-    }
-    QVariant value = json.toVariant();
-    value.convert(type);
-    return value;
+        return bytesFromJson(json);
+    if (type == qMetaTypeId<QList<int>>())
+        return integersFromJson(json);
+    if (type == QMetaType::QStringList)
+        return textsFromJson(json);
+    if (type == QMetaType::QVariantList)
+        return anyListFromJson(json);
+    if (type == QMetaType::QString)
+        return json.isString() ? json.toString() : QVariant();
+    QVariant value = json.isDouble() || json.isBool() ? json.toVariant() : QVariant();
+    return fitArgument(&value, type) ? value : QVariant();
 }
 
 static QJsonArray toJson(const QVariantList &arguments)
@@ -176,11 +213,12 @@ std::unique_ptr<RecordingSource> RecordingSource::open(const QString &path, QStr
 
 void RecordingSource::read(const QJsonObject &line)
 {
-    const qint64 ms = qint64(line.value("t").toDouble(-1));
-    if (ms < m_durationMs) {
+    const double moment = line.value("t").toDouble(-1);
+    if (!(moment >= double(m_durationMs) && moment <= longestDriveMs)) {
         ++m_badLines;
         return;
     }
+    const qint64 ms = qint64(moment);
     if (line.contains("signal")) {
         const QByteArray name = line.value("signal").toString().toLatin1();
         const QMetaMethod signal = adaptorSignal(name);
@@ -190,8 +228,13 @@ void RecordingSource::read(const QJsonObject &line)
             return;
         }
         Emission emission{ms, name, {}};
-        for (int i = 0; i < values.size(); ++i)
+        for (int i = 0; i < values.size(); ++i) {
             emission.arguments.append(fromJson(values[i], signal.parameterType(i)));
+            if (!emission.arguments.last().isValid()) {
+                ++m_badLines;
+                return;
+            }
+        }
         m_emissions.append(emission);
     } else if (line.contains("call")) {
         ++m_calls;

@@ -202,6 +202,24 @@ void tst_Recording::damagedRecordings_data()
     QTest::newRow("too few arguments")
         << header + "{\"t\":1,\"signal\":\"doorStatus\",\"args\":[]}\n"
         << "" << 1;
+    const QByteArray signal = header + "{\"t\":1,\"signal\":";
+    QTest::newRow("byte out of range") << signal + "\"doorStatus\",\"args\":[300]}\n"
+                                       << "" << 1;
+    QTest::newRow("text for a byte") << signal + "\"doorStatus\",\"args\":[\"x\"]}\n"
+                                     << "" << 1;
+    QTest::newRow("number for a text") << signal + "\"batteryVoltage\",\"args\":[12]}\n"
+                                       << "" << 1;
+    QTest::newRow("no hex") << signal + "\"parkingDistanceRear\",\"args\":[\"0g\"]}\n"
+                            << "" << 1;
+    QTest::newRow("text among integers")
+        << signal + "\"Properties2TextInfo\",\"args\":[[1,\"2\"]]}\n"
+        << "" << 1;
+    QTest::newRow("list value of no kind")
+        << signal + "\"listInfoNotify\",\"args\":[\"\",\"\",[],[{\"QObject*\":1}],\"\"]}\n"
+        << "" << 1;
+    QTest::newRow("moment beyond reason")
+        << header + "{\"t\":1e300,\"signal\":\"doorStatus\",\"args\":[1]}\n"
+        << "" << 1;
     QTest::newRow("time goes back") << header + "{\"t\":9,\"end\":true}\n" + good << "" << 1;
     QTest::newRow("no time") << header + "{\"signal\":\"doorStatus\",\"args\":[1]}\n"
                              << "" << 1;
@@ -238,8 +256,10 @@ void tst_Recording::linkRefusesWhatTheAdaptorHasNot()
     QVERIFY(!link.deliver({0, "nothing", {}}));
     QVERIFY(!link.deliver({0, "doorStatus", {}}));
     QVERIFY(!link.deliver({0, "doorStatus", {QVariant::fromValue(QList<int>{1})}}));
-    QVERIFY(link.deliver({0, "doorStatus", {5}}));
-    QCOMPARE(link.refused(), 3);
+    for (const QVariant &unfit : {QVariant(300), QVariant(-1), QVariant("x")})
+        QVERIFY(!link.deliver({0, "doorStatus", {unfit}}));
+    QVERIFY(link.deliver({0, "doorStatus", {255}}));
+    QCOMPARE(link.refused(), 6);
 }
 
 NORDA_TEST_MAIN(tst_Recording)
