@@ -1,5 +1,6 @@
 #include "candump.h"
 
+#include "driveclock.h"
 #include "linereader.h"
 #include "obdpids.h"
 
@@ -57,12 +58,7 @@ public:
     void read(const CanFrame &frame)
     {
         ++m_frames;
-        if (m_frames == 1)
-            m_firstUs = frame.timeUs;
-        // A clock that was set back must not turn the drive around.
-        m_backwards += (frame.timeUs - m_firstUs) / 1000 < m_nowMs;
-        m_nowMs = qMax(m_nowMs, (frame.timeUs - m_firstUs) / 1000);
-
+        m_clock.at(double(frame.timeUs) / 1000.0);
         if (frame.id >= firstAnswer && frame.id <= lastAnswer)
             readAnswer(frame.data);
         else if ((frame.id >= firstRequest && frame.id < firstAnswer) ||
@@ -95,25 +91,23 @@ private:
             ++m_log.droppedValues;
             return;
         }
-        m_log.add(m_nowMs, pid->quantity, pidValue(*pid, bytes + 3));
+        m_log.add(m_clock.nowMs(), pid->quantity, pidValue(*pid, bytes + 3));
     }
 
     SampleLog m_log;
     QMap<quint8, int> m_perPid;
-    qint64 m_firstUs = 0;
-    qint64 m_nowMs = 0;
+    DriveClock m_clock;
     int m_frames = 0;
     int m_requests = 0;
     int m_answers = 0;
     int m_otherAnswers = 0;
     int m_others = 0;
-    int m_backwards = 0;
 };
 
 SampleLog CandumpReader::take(const QString &path, int badLines)
 {
     m_log.title = QFileInfo(path).fileName();
-    m_log.durationMs = m_nowMs;
+    m_log.durationMs = m_clock.nowMs();
     m_log.badLines = badLines;
 
     QJsonObject perPid;
@@ -126,7 +120,7 @@ SampleLog CandumpReader::take(const QString &path, int badLines)
                      {"answers", m_answers},
                      {"otherAnswers", m_otherAnswers},
                      {"otherFrames", m_others},
-                     {"backwardSteps", m_backwards},
+                     {"irregularSteps", m_clock.irregularSteps()},
                      {"framesPerPid", perPid}};
     m_log.remarks.append(QStringLiteral("%1 frames: %2 requests, %3 answers, %4 others passed over")
                              .arg(m_frames)

@@ -212,6 +212,8 @@ double csvTimeMs(const QString &field, CsvColumn::Unit unit)
         const bool isMs = unit == CsvColumn::Milliseconds || number >= firstEpochMs;
         return number >= 0 && number < 1e15 ? (isMs ? number : number * 1000.0) : -1;
     }
+    if (!field.contains(QLatin1Char(':')))
+        return -1; // a date without a time stands still all day
 
     QDateTime time = QDateTime::fromString(field, Qt::ISODateWithMs);
     for (const char *format : dateFormats) {

@@ -8,6 +8,8 @@ LineReader::LineReader(const QString &path, QString *error) : m_file(path)
 {
     if (QFileInfo(path).isDir())
         *error = QStringLiteral("%1: expected a file, found a directory").arg(path);
+    else if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
+        *error = QStringLiteral("%1: expected a file, found a pipe or a device").arg(path);
     else if (!m_file.open(QIODevice::ReadOnly))
         *error = QStringLiteral("%1: expected a readable file: %2").arg(path, m_file.errorString());
 }

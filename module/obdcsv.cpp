@@ -1,6 +1,7 @@
 #include "obdcsv.h"
 
 #include "csvheader.h"
+#include "driveclock.h"
 #include "linereader.h"
 
 #include <QFileInfo>
@@ -39,7 +40,8 @@ private:
                            [role](const CsvColumn &column) { return column.role == role; });
     }
     bool number(QString field, double *value) const;
-    void readField(const CsvColumn &column, const QString &field);
+    void readField(int index, const QString &field);
+    void readTime(int index, const QString &field);
     void spreadRows();
 
     struct Row
@@ -51,6 +53,7 @@ private:
 
     QChar m_separator;
     QVector<CsvColumn> m_columns;
+    int m_timeColumn = -1;
     SampleLog m_log;
     QVector<Row> m_rows;
 };
@@ -64,14 +67,24 @@ bool CsvReader::number(QString field, double *value) const
     return isNumber && qIsFinite(*value);
 }
 
-void CsvReader::readField(const CsvColumn &column, const QString &field)
+/** The first column that tells a time is the clock; a second one may run differently. */
+void CsvReader::readTime(int index, const QString &field)
 {
+    if (m_timeColumn >= 0 && m_timeColumn != index)
+        return;
+    m_rows.last().time = csvTimeMs(field, m_columns[index].unit);
+    if (m_rows.last().time >= 0)
+        m_timeColumn = index;
+}
+
+void CsvReader::readField(int index, const QString &field)
+{
+    const CsvColumn &column = m_columns[index];
     Row &row = m_rows.last();
     double value = 0;
     switch (column.role) {
     case CsvColumn::Time:
-        if (row.time < 0)
-            row.time = csvTimeMs(field, column.unit);
+        readTime(index, field);
         break;
     case CsvColumn::RunTime:
         if (number(field, &value) && value >= 0 && value < 1e7)
@@ -101,7 +114,7 @@ bool CsvReader::readRow(const QByteArray &line, bool cutOff)
     row.firstSample = m_log.samples.size();
     m_rows.append(row);
     for (int i = 0; i < qMin(fields.size(), m_columns.size()); ++i)
-        readField(m_columns[i], fields[i]);
+        readField(i, fields[i]);
     if (m_log.samples.size() > row.firstSample)
         return true;
     m_rows.removeLast();
@@ -115,14 +128,8 @@ void CsvReader::spreadRows()
         return std::any_of(m_rows.begin(), m_rows.end(),
                            [clock](const Row &row) { return row.*clock >= 0; });
     };
-    double start = -1;
-    if (knows(&Row::time)) {
-        for (Row &row : m_rows) {
-            start = start < 0 ? row.time : start;
-            row.time = row.time < 0 ? -1 : row.time - start;
-        }
+    if (knows(&Row::time))
         return;
-    }
     if (!knows(&Row::runTime)) {
         m_log.remarks.append(QStringLiteral("No time in this file: played at %1 row a second")
                                  .arg(assumedRowsPerSecond));
@@ -136,10 +143,8 @@ void CsvReader::spreadRows()
         int next = first;
         while (next < m_rows.size() && m_rows[next].runTime == m_rows[first].runTime)
             ++next;
-        start = start < 0 ? m_rows[first].runTime : start;
-        for (int i = first; i < next; ++i)
-            m_rows[i].time =
-                1000.0 * (m_rows[i].runTime - start + double(i - first) / (next - first));
+        for (int i = first; i < next && m_rows[i].runTime >= 0; ++i)
+            m_rows[i].time = 1000.0 * (m_rows[i].runTime + double(i - first) / (next - first));
         first = next;
     }
 }
@@ -147,20 +152,18 @@ void CsvReader::spreadRows()
 SampleLog CsvReader::take(const QString &path, int badLines)
 {
     spreadRows();
-    qint64 now = 0;
-    int backwards = 0;
+    DriveClock clock;
     for (int i = 0; i < m_rows.size(); ++i) {
-        const qint64 at = qRound64(m_rows[i].time);
-        backwards += at < now;
-        now = qMax(now, at);
+        if (m_rows[i].time >= 0)
+            clock.at(m_rows[i].time);
         const int end = i + 1 < m_rows.size() ? m_rows[i + 1].firstSample : m_log.samples.size();
         for (int sample = m_rows[i].firstSample; sample < end; ++sample)
-            m_log.samples[sample].atMs = now;
+            m_log.samples[sample].atMs = clock.nowMs();
     }
     m_log.title = QFileInfo(path).fileName();
-    m_log.durationMs = now;
+    m_log.durationMs = clock.nowMs();
     m_log.badLines = badLines;
-    m_log.details = {{"kind", "csv"}, {"rows", m_rows.size()}, {"backwardSteps", backwards}};
+    m_log.details = {{"kind", "csv"}, {"rows", m_rows.size()}, {"irregularSteps", clock.irregularSteps()}};
     return m_log;
 }
 

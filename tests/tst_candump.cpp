@@ -1,4 +1,5 @@
 #include "candump.h"
+#include "drives.h"
 #include "obdpids.h"
 #include "testmain.h"
 
@@ -14,6 +15,8 @@ private slots:
     void pids_data();
     void pids();
     void countsWhatItMeets();
+    void clocks_data();
+    void clocks();
     void unusableLogs_data();
     void unusableLogs();
     void damagedLogPlaysItsGoodPart();
@@ -150,8 +153,45 @@ void tst_Candump::countsWhatItMeets()
     QCOMPARE(details.value("answers").toInt(), 7);
     QCOMPARE(details.value("otherAnswers").toInt(), 2);
     QCOMPARE(details.value("otherFrames").toInt(), 1);
-    QCOMPARE(details.value("backwardSteps").toInt(), 1);
+    QCOMPARE(details.value("irregularSteps").toInt(), 1);
     QCOMPARE(details.value("framesPerPid").toObject().value("0C").toInt(), 2);
+}
+
+void tst_Candump::clocks_data()
+{
+    QTest::addColumn<QList<double>>("seconds");
+    QTest::addColumn<QList<qint64>>("moments");
+    QTest::addColumn<int>("irregular");
+    using Seconds = QList<double>;
+    using Moments = QList<qint64>;
+    QTest::newRow("steady") << Seconds{5, 5.5, 7} << Moments{0, 500, 2000} << 0;
+    QTest::newRow("out of order") << Seconds{5, 6, 5.5, 7} << Moments{0, 1000, 1000, 2000} << 1;
+    QTest::newRow("a damaged moment")
+        << Seconds{100, 9999999999, 101, 102} << Moments{0, 0, 0, 1000} << 2;
+    QTest::newRow("set on the way")
+        << Seconds{3, 4, 1725694999, 1725695000} << Moments{0, 1000, 1000, 2000} << 1;
+    QTest::newRow("set back on the way")
+        << Seconds{1000, 1001, 3, 4} << Moments{0, 1000, 1000, 2000} << 1;
+    QTest::newRow("an hour's rest") << Seconds{0, 3600, 3601} << Moments{0, 3600000, 3601000} << 0;
+}
+
+void tst_Candump::clocks()
+{
+    QFETCH(QList<double>, seconds);
+    QFETCH(QList<qint64>, moments);
+    QFETCH(int, irregular);
+    QByteArray content;
+    for (const double second : seconds)
+        content += '(' + QByteArray::number(second, 'f', 6) + ") can0 7E8#03410D56\n";
+    QString error;
+    const auto log = readCandump(write(content), &error);
+    QVERIFY2(log, qPrintable(error));
+    QList<qint64> seen;
+    for (const Sample &sample : log->samples)
+        seen.append(sample.atMs);
+    QCOMPARE(seen, moments);
+    QCOMPARE(log->durationMs, moments.last());
+    QCOMPARE(log->details.value("irregularSteps").toInt(), irregular);
 }
 
 void tst_Candump::unusableLogs_data()
@@ -193,8 +233,7 @@ void tst_Candump::damagedLogPlaysItsGoodPart()
 
 void tst_Candump::realDrive()
 {
-    const QString path =
-        QStringLiteral(NORDA_SOURCE_DIR "/../shared/drives/skoda_obd2_20240907.candump.log");
+    const QString path = recordedDrive("skoda_obd2_20240907.candump.log");
     if (!QFile::exists(path))
         QSKIP("this recorded drive is not on this machine");
     QString error;

@@ -1,4 +1,5 @@
 #include "csvheader.h"
+#include "drives.h"
 #include "obdcsv.h"
 #include "testmain.h"
 
@@ -118,6 +119,8 @@ void tst_ObdCsv::times_data()
                                  << "24.03.2019 10:11:13" << 1000.0;
     QTest::newRow("clock") << "10:11:12.500"
                            << "10:11:13.000" << 500.0;
+    QTest::newRow("a date alone") << "2019-03-24"
+                                  << "24.03.2019" << -1.0;
     QTest::newRow("no time") << "yesterday"
                              << "10:99:12" << -1.0;
     QTest::newRow("negative") << "-5"
@@ -239,6 +242,9 @@ void tst_ObdCsv::unusableFiles()
     QVERIFY(!openSource(m_folder.path(), &error));
     QCOMPARE(error, m_folder.path() + QStringLiteral(": expected a file, found a directory"));
     error.clear();
+    QVERIFY(!openSource(QStringLiteral("/dev/null"), &error));
+    QCOMPARE(error, QStringLiteral("/dev/null: expected a file, found a pipe or a device"));
+    error.clear();
     QVERIFY(!openSource(path + QStringLiteral("x"), &error));
     QVERIFY(error.startsWith(path + QStringLiteral("x: expected a readable file: ")));
 }
@@ -255,10 +261,23 @@ void tst_ObdCsv::rowsOfOneSecondShareIt()
     QCOMPARE(timeless.durationMs, 2000);
     QVERIFY(timeless.remarks.join(QString()).contains(QStringLiteral("No time in this file")));
 
+    const SampleLog apart = read("Date,Time,RPM\n2019-03-24,23:59:58,1\n2019-03-24,23:59:59,2\n"
+                                 "2019-03-25,00:00:00,3\n2019-03-25,00:00:01,4\n");
+    QCOMPARE(apart.samples[1].atMs, 1000);
+    QCOMPARE(apart.durationMs, 2000); // midnight itself costs its own step
+
+    // A second clock does not step in where the first one fails.
+    const SampleLog two = read("Elapsed,Timestamp,RPM\n1,1725694999,1\n,1725695000,2\n3,,3\n");
+    QCOMPARE(two.samples[1].atMs, 0);
+    QCOMPARE(two.durationMs, 2000);
+
+    const SampleLog restarted = read("Engine run time,RPM\n50,1\n51,2\n0,3\n,4\n1,5\n");
+    QCOMPARE(restarted.durationMs, 2000);
+
     // A clock that was set back does not turn the drive around.
     const SampleLog backwards = read("Time,RPM\n5,1\n9,2\n7,3\n10,4\n");
     QCOMPARE(backwards.samples[2].atMs, 4000);
-    QCOMPARE(backwards.details.value("backwardSteps").toInt(), 1);
+    QCOMPARE(backwards.details.value("irregularSteps").toInt(), 1);
 }
 
 void tst_ObdCsv::damagedEndPlaysTheGoodPart()
@@ -367,8 +386,7 @@ void tst_ObdCsv::seekCatchesUp()
 
 void tst_ObdCsv::realDrive()
 {
-    const QString path =
-        QStringLiteral(NORDA_SOURCE_DIR "/../shared/drives/etios2014_live1_coldstart.csv");
+    const QString path = recordedDrive("etios2014_live1_coldstart.csv");
     if (!QFile::exists(path))
         QSKIP("this recorded drive is not on this machine");
     QString error;
