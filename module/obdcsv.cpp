@@ -112,13 +112,14 @@ bool CsvReader::readRow(const QByteArray &line, bool cutOff)
 
     Row row;
     row.firstSample = m_log.samples.size();
+    const int beyondBefore = m_log.beyondCapacity;
     m_rows.append(row);
     for (int i = 0; i < qMin(fields.size(), m_columns.size()); ++i)
         readField(i, fields[i]);
     if (m_log.samples.size() > row.firstSample)
         return true;
     m_rows.removeLast();
-    return false;
+    return m_log.beyondCapacity > beyondBefore;
 }
 
 /** Gives every row its moment. */

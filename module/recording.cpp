@@ -235,7 +235,11 @@ void RecordingSource::read(const QJsonObject &line)
                 return;
             }
         }
-        m_emissions.append(emission);
+        emission.signal = *m_names.insert(name); // one copy of each name
+        if (m_emissions.size() < mostRecordedSignals)
+            m_emissions.append(emission);
+        else
+            ++m_notKept;
     } else if (line.contains("call")) {
         ++m_calls;
     } else if (!line.contains("end")) {
@@ -257,15 +261,26 @@ Emission RecordingSource::take()
     return m_caughtUp.isEmpty() ? m_emissions[m_index++] : m_caughtUp.takeLast();
 }
 
+/** The last of each signal before an index, the latest first. */
+QVector<int> RecordingSource::latestBefore(int end) const
+{
+    QSet<QByteArray> wanted = m_names;
+    QVector<int> found;
+    for (int i = end - 1; i >= 0 && !wanted.isEmpty(); --i) {
+        if (wanted.remove(m_emissions[i].signal))
+            found.append(i);
+    }
+    return found;
+}
+
 void RecordingSource::seek(qint64 ms)
 {
-    QMap<QByteArray, int> latest;
-    for (m_index = 0; m_index < m_emissions.size() && m_emissions[m_index].atMs < ms; ++m_index)
-        latest.insert(m_emissions[m_index].signal, m_index);
-    QList<int> indices = latest.values();
-    std::sort(indices.begin(), indices.end(), std::greater<int>());
+    const auto next = std::lower_bound(
+        m_emissions.cbegin(), m_emissions.cend(), ms,
+        [](const Emission &emission, qint64 moment) { return emission.atMs < moment; });
+    m_index = int(next - m_emissions.cbegin());
     m_caughtUp.clear();
-    for (const int index : indices) {
+    for (const int index : latestBefore(m_index)) {
         m_caughtUp.append(m_emissions[index]);
         m_caughtUp.last().atMs = ms;
     }
@@ -275,6 +290,10 @@ QStringList RecordingSource::findings() const
 {
     QStringList lines = {
         QStringLiteral("%1 signals and %2 calls recorded").arg(m_emissions.size()).arg(m_calls)};
+    if (m_notKept > 0)
+        lines.append(QStringLiteral("%1 further signals were not kept: %2 are the most")
+                         .arg(m_notKept)
+                         .arg(mostRecordedSignals));
     if (m_badLines > 0)
         lines.append(QStringLiteral("%1 lines could not be read").arg(m_badLines));
     return lines;
@@ -286,6 +305,7 @@ QJsonObject RecordingSource::statistics() const
             {"driveSeconds", double(m_durationMs) / 1000.0},
             {"signals", m_emissions.size()},
             {"calls", m_calls},
+            {"notKept", m_notKept},
             {"badLines", m_badLines}};
 }
 

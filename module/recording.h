@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QMetaMethod>
+#include <QSet>
 
 namespace module {
 
@@ -31,6 +32,9 @@ private:
     QFile m_file;
 };
 
+/** More signals than this are not kept: they would take more memory than a bench can spare. */
+constexpr int mostRecordedSignals = 2 * 1000 * 1000;
+
 /** Plays the signals of a recording: the same ones, in the same order, at the same times. */
 class RecordingSource : public VehicleSource
 {
@@ -48,14 +52,17 @@ public:
 
 private:
     void read(const QJsonObject &line);
+    QVector<int> latestBefore(int end) const;
 
     QString m_title;
     QVector<Emission> m_emissions;
     QVector<Emission> m_caughtUp; // after a seek: the last of each signal before it, in reverse
+    QSet<QByteArray> m_names;     // of the signals that occur
     int m_index = 0;
     qint64 m_durationMs = 0;
     int m_calls = 0;
     int m_badLines = 0;
+    int m_notKept = 0;
 };
 
 /** Whether a file's first line is a recording's header. */

@@ -7,14 +7,15 @@ namespace module {
 void SampleLog::add(qint64 atMs, Quantity quantity, double value)
 {
     const QuantityInfo &info = quantityInfo(quantity);
-    if (!(value >= info.lowest && value <= info.highest) || samples.size() >= mostSamples) {
+    if (!(value >= info.lowest && value <= info.highest))
         ++droppedValues;
-        return;
-    }
-    samples.append({atMs, float(value), quantity});
+    else if (samples.size() >= capacity)
+        ++beyondCapacity;
+    else
+        samples.append({atMs, float(value), quantity});
 }
 
-SampleSource::SampleSource(SampleLog log) : m_log(std::move(log)), m_mapper(presence())
+SampleSource::SampleSource(SampleLog log) : m_log(std::move(log)), m_present(presence()), m_mapper(m_present)
 {
     seek(0);
 }
@@ -48,21 +49,32 @@ Emission SampleSource::take()
     return emission;
 }
 
+/** The last sample of each quantity before an index, in order of time. */
+QVector<int> SampleSource::latestBefore(int end) const
+{
+    QVector<bool> wanted = m_present;
+    QVector<int> found;
+    for (int i = end - 1; i >= 0 && wanted.contains(true); --i) {
+        bool &isWanted = wanted[int(m_log.samples[i].quantity)];
+        if (isWanted)
+            found.prepend(i);
+        isWanted = false;
+    }
+    return found;
+}
+
 void SampleSource::seek(qint64 ms)
 {
     m_mapper.reset();
     m_pending = m_mapper.opening();
-    QHash<QByteArray, Emission> latest;
-    for (m_index = 0; m_index < m_log.samples.size() && m_log.samples[m_index].atMs < ms;
-         ++m_index) {
-        if (const auto emission = m_mapper.map(m_log.samples[m_index]))
-            latest.insert(emission->signal, *emission);
+    const auto next =
+        std::lower_bound(m_log.samples.cbegin(), m_log.samples.cend(), ms,
+                         [](const Sample &sample, qint64 moment) { return sample.atMs < moment; });
+    m_index = int(next - m_log.samples.cbegin());
+    for (const int index : latestBefore(m_index)) {
+        if (const auto emission = m_mapper.map(m_log.samples[index]))
+            m_pending.append(*emission);
     }
-    QVector<Emission> passed = latest.values().toVector();
-    std::sort(passed.begin(), passed.end(), [](const Emission &a, const Emission &b) {
-        return std::tie(a.atMs, a.signal) < std::tie(b.atMs, b.signal);
-    });
-    m_pending += passed;
     for (Emission &emission : m_pending)
         emission.atMs = ms;
     std::reverse(m_pending.begin(), m_pending.end());
@@ -105,6 +117,10 @@ QStringList SampleSource::findings() const
         lines.append(QStringLiteral("Not in this file: ") + missing.join(QStringLiteral(", ")));
     if (m_log.badLines > 0)
         lines.append(QStringLiteral("%1 lines could not be read").arg(m_log.badLines));
+    if (m_log.beyondCapacity > 0)
+        lines.append(QStringLiteral("%1 further values were not kept: %2 are the most")
+                         .arg(m_log.beyondCapacity)
+                         .arg(m_log.capacity));
     if (m_log.droppedValues > 0)
         lines.append(
             QStringLiteral("%1 values were missing or beyond reason").arg(m_log.droppedValues));
@@ -131,6 +147,7 @@ QJsonObject SampleSource::statistics() const
     statistics.insert("driveSeconds", double(m_log.durationMs) / 1000.0);
     statistics.insert("badLines", m_log.badLines);
     statistics.insert("droppedValues", m_log.droppedValues);
+    statistics.insert("beyondCapacity", m_log.beyondCapacity);
     statistics.insert("quantities", quantities);
     return statistics;
 }

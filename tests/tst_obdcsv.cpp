@@ -26,6 +26,9 @@ private slots:
     void signalsOfADrive();
     void missingQuantitiesAreMarks();
     void seekCatchesUp();
+    void seekIsPlaying_data();
+    void seekIsPlaying();
+    void moreThanIsKept();
     void realDrive();
 
 private:
@@ -382,6 +385,63 @@ void tst_ObdCsv::seekCatchesUp()
                                                        "3000 centerGaugeValueNotify 1100, RPM, 11",
                                                        "4000 centerGaugeValueNotify 1200, RPM, 12",
                                                        "4000 gaugeBLValueDualNotify 104, ℉, 104"}));
+}
+
+/** What the screens show after playing up to a moment. */
+static QStringList shownAt(SampleSource *source, qint64 ms)
+{
+    QMap<QByteArray, QString> shown;
+    while (source->nextDueMs() >= 0 && source->nextDueMs() < ms) {
+        const Emission emission = source->take();
+        shown.insert(emission.signal, emission.arguments[0].toString());
+    }
+    return QStringList(shown.values());
+}
+
+void tst_ObdCsv::seekIsPlaying_data()
+{
+    QTest::addColumn<int>("ms");
+    for (const int ms : {0, 1, 500, 1000, 4321, 9999, 10000, 99999})
+        QTest::addRow("%d ms", ms) << ms;
+}
+
+void tst_ObdCsv::seekIsPlaying()
+{
+    QFETCH(int, ms);
+    SampleLog log; // quantities that fall silent at different moments
+    for (int i = 0; i < 1000; ++i) {
+        const Quantity quantity = Quantity(i % int(Quantity::Count));
+        if (i < 60 * int(quantity) || quantity == Quantity::EngineSpeed)
+            log.add(i * 10, quantity, i % 90);
+    }
+    log.durationMs = 9990;
+    SampleSource played(log);
+    SampleSource sought(log);
+    const QStringList shown = shownAt(&played, ms);
+    sought.seek(ms);
+    QMap<QByteArray, QString> caughtUp;
+    for (int i = 0; i < shown.size(); ++i) {
+        const Emission emission = sought.take();
+        QCOMPARE(emission.atMs, ms);
+        caughtUp.insert(emission.signal, emission.arguments[0].toString());
+    }
+    QCOMPARE(QStringList(caughtUp.values()), shown);
+    QCOMPARE(drive(&sought), drive(&played));
+}
+
+void tst_ObdCsv::moreThanIsKept()
+{
+    SampleLog log;
+    log.capacity = 3;
+    for (int i = 0; i < 5; ++i)
+        log.add(i, Quantity::EngineSpeed, 900);
+    log.add(5, Quantity::EngineSpeed, -1);
+    QCOMPARE(log.samples.size(), 3);
+    const SampleSource source(log);
+    QVERIFY(source.findings().contains(
+        QStringLiteral("2 further values were not kept: 3 are the most")));
+    QCOMPARE(source.statistics().value("beyondCapacity").toInt(), 2);
+    QCOMPARE(source.statistics().value("droppedValues").toInt(), 1);
 }
 
 void tst_ObdCsv::realDrive()
