@@ -29,7 +29,8 @@ QChar csvSeparator(const QString &header);
 CsvColumn csvColumn(const QString &heading);
 /** A metric value from a number in the column's unit. */
 double metricValue(const CsvColumn &column, double number);
-/** Milliseconds of a time field: a number or a date with its time as apps write it; -1 for anything else. */
+/** Milliseconds of a time field: a number or a date with its time as apps write it; -1 for anything
+ * else. */
 double csvTimeMs(const QString &field, CsvColumn::Unit unit);
 
 } // namespace module

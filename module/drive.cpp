@@ -2,9 +2,15 @@
 
 #include "calllog.h"
 
+#include <QtMath>
+
+#include <limits>
+
 namespace module {
 
 static constexpr qint64 sliceMs = 250; // of drive time, at unlimited speed
+static constexpr qint64 turnMs = 20;   // of real time, after which screens get to paint
+static constexpr qint64 noLimit = std::numeric_limits<qint64>::max();
 
 Drive::Drive(std::unique_ptr<VehicleSource> source, QObject *parent)
     : QObject(parent), m_source(std::move(source))
@@ -30,8 +36,22 @@ qint64 Drive::durationMs() const
     return whole < 0 ? m_limitMs : qMin(whole, m_limitMs);
 }
 
+/** Where the clock stands: never beyond an emission that is still to be delivered. */
+qint64 Drive::clockMs() const
+{
+    if (!m_playing || m_speed == Unlimited)
+        return m_positionMs;
+    qint64 now = m_baseMs + qRound64(double(m_clock.elapsed()) * m_speed);
+    for (const qint64 bound : {m_source->nextDueMs(), durationMs()}) {
+        if (bound >= 0)
+            now = qMin(now, bound);
+    }
+    return qMax(m_positionMs, now);
+}
+
 void Drive::setSpeed(double factor)
 {
+    m_positionMs = clockMs();
     m_speed = factor;
     if (!m_playing)
         return;
@@ -42,6 +62,8 @@ void Drive::setSpeed(double factor)
 void Drive::setLimit(qint64 ms)
 {
     m_limitMs = ms;
+    if (m_playing)
+        schedule();
 }
 
 void Drive::restartClock()
@@ -64,7 +86,9 @@ void Drive::pause()
 {
     if (!m_playing)
         return;
+    m_positionMs = clockMs();
     m_playing = false;
+    ++m_delivery;
     m_timer.stop();
     emit playingChanged(false);
 }
@@ -74,7 +98,8 @@ void Drive::seek(qint64 ms)
     const qint64 end = durationMs();
     m_positionMs = end < 0 ? qMax<qint64>(0, ms) : qBound<qint64>(0, ms, end);
     m_source->seek(m_positionMs);
-    deliverUntil(m_positionMs);
+    if (deliverUntil(m_positionMs, noLimit) == Delivery::Interrupted)
+        return; // somebody jumped elsewhere in answer to what was delivered
     restartClock();
     emit positionChanged(m_positionMs);
     if (m_playing)
@@ -92,7 +117,7 @@ void Drive::schedule()
     if (due < 0 || (end >= 0 && due > end))
         due = qMax(end, m_positionMs);
     const double waitMs = double(due - m_baseMs) / m_speed - double(m_clock.elapsed());
-    m_timer.start(int(qBound(0.0, waitMs, 60000.0)));
+    m_timer.start(qCeil(qBound(0.0, waitMs, 60000.0)));
 }
 
 void Drive::advance()
@@ -102,13 +127,19 @@ void Drive::advance()
                                       : m_baseMs + qRound64(double(m_clock.elapsed()) * m_speed);
     if (end >= 0)
         now = qMin(now, end);
-    deliverUntil(now);
-    if (!m_playing)
-        return; // somebody paused in answer to what was delivered
-    m_positionMs = qMax(m_positionMs, now);
+    const Delivery delivery = deliverUntil(now, turnMs);
+    if (delivery == Delivery::Interrupted)
+        return;
+    const bool isComplete = delivery == Delivery::Complete;
+    if (isComplete)
+        m_positionMs = qMax(m_positionMs, now);
+    else
+        restartClock(); // screens that cannot keep up slow the drive instead of freezing
     emit positionChanged(m_positionMs);
+    if (!m_playing)
+        return;
 
-    const bool isOver = end >= 0 ? m_positionMs >= end : m_source->nextDueMs() < 0;
+    const bool isOver = isComplete && (end >= 0 ? m_positionMs >= end : m_source->nextDueMs() < 0);
     if (!isOver) {
         schedule();
         return;
@@ -117,19 +148,28 @@ void Drive::advance()
     emit finished();
 }
 
-void Drive::deliverUntil(qint64 ms)
+/** Delivers what is due by a moment, as long as nobody pauses or jumps in answer to it. */
+Drive::Delivery Drive::deliverUntil(qint64 ms, qint64 realMs)
 {
+    const int delivery = ++m_delivery;
+    QElapsedTimer turn;
+    turn.start();
     for (qint64 due = m_source->nextDueMs(); due >= 0 && due <= ms; due = m_source->nextDueMs()) {
+        if (turn.elapsed() > realMs)
+            return Delivery::TurnUsedUp;
         m_positionMs = due;
         m_link.deliver(m_source->take());
+        if (m_delivery != delivery)
+            return Delivery::Interrupted;
     }
+    return Delivery::Complete;
 }
 
 void Drive::onCall(const QString &operation, const QVariantList &arguments)
 {
     if (!operation.startsWith(QLatin1String("norda::")))
         return;
-    const bool answers = m_source->command(m_positionMs, operation, arguments);
+    const bool answers = m_source->command(clockMs(), operation, arguments);
     if (m_playing && m_speed != Unlimited)
         schedule();
     else if (!m_playing && answers)
@@ -140,7 +180,7 @@ void Drive::onCall(const QString &operation, const QVariantList &arguments)
 void Drive::answer()
 {
     if (!m_playing)
-        deliverUntil(m_positionMs + VehicleSource::AnswerMs);
+        deliverUntil(m_positionMs + VehicleSource::AnswerMs, noLimit);
 }
 
 } // namespace module

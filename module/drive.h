@@ -49,7 +49,9 @@ signals:
 
 private:
     void advance();
-    void deliverUntil(qint64 ms);
+    enum class Delivery { Complete, TurnUsedUp, Interrupted };
+    Delivery deliverUntil(qint64 ms, qint64 realMs);
+    qint64 clockMs() const;
     void schedule();
     void onCall(const QString &operation, const QVariantList &arguments);
     void answer();
@@ -62,6 +64,7 @@ private:
     qint64 m_baseMs = 0;     // drive time when the clock was started
     qint64 m_positionMs = 0; // drive time of what was delivered last
     qint64 m_limitMs = -1;
+    int m_delivery = 0; // counts deliveries and what breaks them off
     double m_speed = 1.0;
     bool m_playing = false;
 };

@@ -164,7 +164,8 @@ SampleLog CsvReader::take(const QString &path, int badLines)
     m_log.title = QFileInfo(path).fileName();
     m_log.durationMs = clock.nowMs();
     m_log.badLines = badLines;
-    m_log.details = {{"kind", "csv"}, {"rows", m_rows.size()}, {"irregularSteps", clock.irregularSteps()}};
+    m_log.details = {
+        {"kind", "csv"}, {"rows", m_rows.size()}, {"irregularSteps", clock.irregularSteps()}};
     return m_log;
 }
 

@@ -301,12 +301,9 @@ QStringList RecordingSource::findings() const
 
 QJsonObject RecordingSource::statistics() const
 {
-    return {{"kind", "recording"},
-            {"driveSeconds", double(m_durationMs) / 1000.0},
-            {"signals", m_emissions.size()},
-            {"calls", m_calls},
-            {"notKept", m_notKept},
-            {"badLines", m_badLines}};
+    return {{"kind", "recording"},           {"driveSeconds", double(m_durationMs) / 1000.0},
+            {"signals", m_emissions.size()}, {"calls", m_calls},
+            {"notKept", m_notKept},          {"badLines", m_badLines}};
 }
 
 } // namespace module

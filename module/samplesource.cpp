@@ -15,7 +15,8 @@ void SampleLog::add(qint64 atMs, Quantity quantity, double value)
         samples.append({atMs, float(value), quantity});
 }
 
-SampleSource::SampleSource(SampleLog log) : m_log(std::move(log)), m_present(presence()), m_mapper(m_present)
+SampleSource::SampleSource(SampleLog log)
+    : m_log(std::move(log)), m_present(presence()), m_mapper(m_present)
 {
     seek(0);
 }

@@ -15,11 +15,11 @@ struct SampleLog
     QString title;
     QVector<Sample> samples;
     qint64 durationMs = 0;
-    int badLines = 0;      ///< lines that could not be read
+    int badLines = 0;       ///< lines that could not be read
     int beyondCapacity = 0; ///< sound values that were not kept any more
-    int droppedValues = 0; ///< values that were missing, no numbers or beyond reason
-    QStringList remarks;   ///< what else a person should know
-    QJsonObject details;   ///< further totals of the file's kind
+    int droppedValues = 0;  ///< values that were missing, no numbers or beyond reason
+    QStringList remarks;    ///< what else a person should know
+    QJsonObject details;    ///< further totals of the file's kind
 
     int capacity = mostSamples;
 
