@@ -2,6 +2,7 @@
 #include "mem/settingsexe.h"
 #include "mem/settingsfunc.h"
 #include "mem/settingsutil.h"
+#include "messagecapture.h"
 #include "testmain.h"
 
 #include <QDir>
@@ -18,13 +19,24 @@ private slots:
     void missingFileGivesDefaults();
     void writtenValuesAreOnDiskAtOnce();
     void whatAnotherProcessWroteIsSeen();
+    void everyChangeIsSeenAtOnce();
     void otherKeysSurviveAWrite();
+    void theOwnersTextSurvivesAWrite();
+    void valuesComeBack_data();
+    void valuesComeBack();
+    void sections();
+    void aLongLineIsALine();
+    void readOnlyFileIsReadAndKept();
+    void unstorableValues_data();
+    void unstorableValues();
+    void relativeRoot();
     void valuesOfTheWrongKind_data();
     void valuesOfTheWrongKind();
     void damagedFileIsToldOnceAndKept();
     void folderInPlaceOfTheFile();
     void pathsCannotLeaveTheRoot();
     void generalStore();
+    void generalStoreSeesOthers();
     void cache();
 
 private:
@@ -38,8 +50,6 @@ private:
         QFile target(local());
         QVERIFY(target.open(QIODevice::WriteOnly));
         target.write(content);
-        target.close();
-        QTest::qSleep(20); // so that no two contents share a time stamp
     }
     QByteArray stored() const
     {
@@ -73,12 +83,128 @@ void tst_Settings::whatAnotherProcessWroteIsSeen()
     QCOMPARE(m_saver.getValue("CameraInput", file, 0), 2);
 }
 
+void tst_Settings::everyChangeIsSeenAtOnce()
+{
+    for (int i = 0; i < 200; ++i) { // one size, and many of them within one time stamp
+        store("[General]\nCameraInput=" + QByteArray::number(i % 10) + "\n");
+        QCOMPARE(m_saver.getValue("CameraInput", file, -1), i % 10);
+    }
+}
+
 void tst_Settings::otherKeysSurviveAWrite()
 {
     store("[General]\nSomebodyElses=kept\n[Section]\nkey=also kept\n");
     m_saver.setOtherPathValue("VantiqCamera", file, true, true, true);
     QVERIFY(stored().contains("SomebodyElses=kept"));
     QVERIFY(stored().contains("key=also kept"));
+}
+
+void tst_Settings::theOwnersTextSurvivesAWrite()
+{
+    store("; of the factory\n[Section]\nVantiqSplit = other ; one\n\n"
+          "[General]\n# cameras\nCameraInput = 1 ; rear\nVantiqSplit=false\n\n[Last]\nkey=1\n");
+    m_saver.setOtherPathValue("VantiqSplit", file, true, true, true);
+    m_saver.setOtherPathValue("VantiqCamera", file, true, true, true);
+    QCOMPARE(stored(), QByteArray("; of the factory\n[Section]\nVantiqSplit = other ; one\n\n"
+                                  "[General]\n# cameras\nCameraInput = 1 ; rear\nVantiqSplit=true\n"
+                                  "VantiqCamera=true\n\n[Last]\nkey=1\n"));
+    QCOMPARE(m_saver.getValue("CameraInput", file, 0), 1);
+}
+
+void tst_Settings::valuesComeBack_data()
+{
+    QTest::addColumn<QVariant>("value");
+    for (const QVariant &value :
+         {QVariant(true), QVariant(false), QVariant(0), QVariant(-7), QVariant(INT_MAX)})
+        QTest::newRow(qPrintable(value.toString())) << value;
+    QTest::newRow("nothing") << QVariant(QString(""));
+    QTest::newRow("spaces") << QVariant(" two  words ");
+    QTest::newRow("quotes") << QVariant("say \"here\"; a=b, c\\d");
+    QTest::newRow("lines") << QVariant("one\ntwo\r\n\tthree");
+    QTest::newRow("letters") << QVariant(QString::fromUtf8("Größe ℉"));
+}
+
+void tst_Settings::valuesComeBack()
+{
+    QFETCH(QVariant, value);
+    auto *settings = mem::SettingsFunc::instance();
+    const QVariant none = QVariant(value.userType(), nullptr);
+    settings->setValue("kept", none, value, true);
+    QCOMPARE(settings->getValue("kept", none), value);
+    settings->setValue("kept", none, none, true);
+    settings->setValue("after", 1, 2, true);
+    QCOMPARE(settings->getValue("after", 1), QVariant(2));
+}
+
+void tst_Settings::sections()
+{
+    store("first=1\n[Camera]\nrear=2\n[General]\nfirst=3\n");
+    QCOMPARE(m_saver.getValue("first", file, 0), 3); // the last one counts
+    QCOMPARE(m_saver.getValue("Camera/rear", file, 0), 2);
+    QCOMPARE(m_saver.getValue("rear", file, 9), 9);
+    m_saver.setOtherPathValue("Camera/front", file, 4, 4, true);
+    m_saver.setOtherPathValue("New/one", file, 5, 5, true);
+    QCOMPARE(stored(), QByteArray("first=1\n[Camera]\nrear=2\nfront=4\n[General]\nfirst=3\n"
+                                  "[New]\none=5\n"));
+}
+
+void tst_Settings::aLongLineIsALine()
+{
+    store("[General]\nlong=" + QByteArray(5000, 'x') + "\nCameraInput=3\n");
+    QCOMPARE(m_saver.getValue("CameraInput", file, 0), 3);
+}
+
+void tst_Settings::readOnlyFileIsReadAndKept()
+{
+    const QByteArray content("[General]\nCameraInput=3\n");
+    store(content);
+    QVERIFY(QFile::setPermissions(local(), QFile::ReadOwner));
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        qPrintable(QStringLiteral("settings file %1: cannot be written; the setting is lost")
+                       .arg(local())));
+    for (int i = 0; i < 3; ++i) // one warning is enough
+        m_saver.setOtherPathValue("CameraInput", file, 0, 4, true);
+    QCOMPARE(m_saver.getValue("CameraInput", file, 0), 3);
+    QCOMPARE(stored(), content);
+}
+
+void tst_Settings::unstorableValues_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QVariant>("value");
+    for (const char *key : {"", "a=b", "a\nb", "[a]", ";a", " a", "/a", "a/", "a/b/c"})
+        QTest::addRow("key '%s'", QByteArray(key).replace('\n', ' ').constData())
+            << QString(key) << QVariant(1);
+    QTest::newRow("a list") << "key" << QVariant(QVariantList{1});
+}
+
+void tst_Settings::unstorableValues()
+{
+    QFETCH(QString, key);
+    QFETCH(QVariant, value);
+    const QByteArray content("[General]\nCameraInput=3\n");
+    store(content);
+    MessageCapture messages;
+    m_saver.setOtherPathValue(key, file, value, value, true);
+    QCOMPARE(stored(), content);
+    for (const QString &message : messages.takeTexts())
+        QVERIFY2(message.contains("expected a plain key and a truth value, a number or a text"),
+                 qPrintable(message));
+}
+
+void tst_Settings::relativeRoot()
+{
+    const QByteArray root = qgetenv("NORDA_HOST_ROOT");
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir().mkpath(root));
+    QVERIFY(QDir::setCurrent(root));
+    qputenv("NORDA_HOST_ROOT", "here/there");
+    m_saver.setOtherPathValue("CameraInput", file, 0, 4, true);
+    QCOMPARE(m_saver.getValue("CameraInput", file, 0), 4);
+    QVERIFY(QFile::exists(root + "/here/there" + file));
+    qputenv("NORDA_HOST_ROOT", root);
+    QDir::setCurrent(before);
 }
 
 void tst_Settings::valuesOfTheWrongKind_data()
@@ -155,6 +281,17 @@ void tst_Settings::generalStore()
     QCOMPARE(settings->getValue("Passing", false).toBool(), true);
     kept.seek(0);
     QVERIFY(!kept.readAll().contains("Passing"));
+}
+
+void tst_Settings::generalStoreSeesOthers()
+{
+    mem::SettingsFunc *settings = mem::SettingsFunc::instance();
+    settings->setValue("Camera_ISRear", false, true, true);
+    QFile shared(local("/media/flash/nvm/settings.ini"));
+    QVERIFY(shared.open(QIODevice::WriteOnly));
+    shared.write("[General]\nCamera_ISRear=false\n");
+    shared.close();
+    QCOMPARE(settings->getValue("Camera_ISRear", true), QVariant(false));
 }
 
 void tst_Settings::cache()

@@ -69,16 +69,22 @@ void SettingsFunc::setValue(const QString &key, const QVariant &defaultValue, co
                             bool persist)
 {
     CallLog::report("mem::SettingsFunc::setValue", key, defaultValue, value, persist);
-    m_values.insert(key, value);
-    if (persist)
-        SettingsStore(generalStore).write(key, value);
+    if (persist && SettingsStore(generalStore).write(key, value))
+        m_values.remove(key); // the file has it from here on, whoever changes it
+    else
+        m_values.insert(key, value);
 }
 
 QVariant SettingsFunc::getValue(const QString &key, const QVariant &defaultValue) const
 {
     CallLog::report("mem::SettingsFunc::getValue", key, defaultValue);
-    const QVariant value = m_values.value(key, SettingsStore(generalStore).read(key));
-    return value.isValid() ? value : defaultValue;
+    if (m_values.contains(key))
+        return m_values.value(key);
+    const QVariant stored = SettingsStore(generalStore).read(key);
+    QVariant value = stored; // a text, which becomes what the default is where it can
+    if (!stored.isValid())
+        return defaultValue;
+    return value.convert(defaultValue.userType()) ? value : stored;
 }
 
 SettingsExe::SettingsExe(QObject *parent) : QObject(parent) {}

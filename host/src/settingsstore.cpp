@@ -1,16 +1,24 @@
 #include "settingsstore.h"
 
+#include "initext.h"
+
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
+#include <QRegularExpression>
+#include <QSaveFile>
 #include <QSet>
 #include <QStandardPaths>
+
+static constexpr qint64 largestFile = 1 << 20;
+static constexpr int lockMs = 200; // another process holds the lock for one small write
 
 static QString hostRoot()
 {
     const QString root = qEnvironmentVariable("NORDA_HOST_ROOT");
     if (!root.isEmpty())
-        return QDir::cleanPath(root);
+        return QDir::cleanPath(QFileInfo(root).absoluteFilePath());
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
            QStringLiteral("/norda-host");
 }
@@ -42,44 +50,74 @@ void SettingsStore::warnOnce(const char *problem) const
     qWarning("%s", qPrintable(message));
 }
 
-// QSettings takes almost anything for an INI file; these are the contents that it would lose.
-bool SettingsStore::isUsable() const
+// Not through QSettings: it takes almost anything for an INI file, rewrites what it did not
+// understand, and tells a change from its own cached copy by size and time stamp only.
+std::optional<IniText> SettingsStore::load() const
 {
     const QFileInfo info(m_path);
     if (!info.exists())
-        return true;
+        return IniText(QByteArray());
     QFile file(m_path);
     if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
         warnOnce("expected a readable file; defaults are used");
-        return false;
+        return std::nullopt;
     }
-    while (!file.atEnd()) {
-        const QByteArray line = file.readLine(4096).trimmed();
-        const bool isEntry = line.isEmpty() || line.startsWith(';') || line.startsWith('#') ||
-                             (line.startsWith('[') && line.endsWith(']')) || line.indexOf('=') > 0;
-        if (!isEntry || line.contains('\0')) {
-            warnOnce("expected lines of the form key=value; defaults are used");
-            return false;
-        }
+    const IniText content(file.read(largestFile));
+    if (!file.atEnd() || !content.isValid()) {
+        warnOnce("expected lines of the form key=value; defaults are used");
+        return std::nullopt;
     }
-    return true;
+    return content;
 }
 
 QVariant SettingsStore::read(const QString &key) const
 {
-    if (m_path.isEmpty() || !isUsable())
+    if (m_path.isEmpty())
         return QVariant();
-    return QSettings(m_path, QSettings::IniFormat).value(key);
+    const std::optional<IniText> content = load();
+    const QString value = content ? content->value(key) : QString();
+    return value.isNull() ? QVariant() : QVariant(value);
 }
 
-void SettingsStore::write(const QString &key, const QVariant &value)
+// A head unit runs as root, whom the file system lets write everywhere.
+static bool isReadOnly(const QString &path)
 {
-    if (m_path.isEmpty() || !isUsable())
-        return;
+    const auto writers = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    return QFile::exists(path) && !(QFile::permissions(path) & writers);
+}
+
+bool SettingsStore::save(const IniText &content) const
+{
+    if (isReadOnly(m_path))
+        return false;
+    QSaveFile file(m_path);
+    const QByteArray text = content.text();
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+}
+
+static bool isStorable(const QString &key, const QVariant &value)
+{
+    static const QRegularExpression plain(QStringLiteral("^[\\w.-]+(/[\\w.-]+)?$"));
+    return plain.match(key).hasMatch() && value.canConvert<QString>();
+}
+
+bool SettingsStore::write(const QString &key, const QVariant &value)
+{
+    if (m_path.isEmpty())
+        return false;
+    if (!isStorable(key, value)) {
+        warnOnce("expected a plain key and a truth value, a number or a text; the setting is lost");
+        return false;
+    }
     QDir().mkpath(QFileInfo(m_path).path());
-    QSettings settings(m_path, QSettings::IniFormat);
-    settings.setValue(key, value);
-    settings.sync();
-    if (settings.status() != QSettings::NoError)
-        warnOnce("cannot be written; the setting is lost");
+    QLockFile lock(m_path + QStringLiteral(".lock"));
+    const bool isLocked = lock.tryLock(lockMs);
+    std::optional<IniText> content = load();
+    if (!content)
+        return false;
+    content->setValue(key, value.toString());
+    if (isLocked && save(*content))
+        return true;
+    warnOnce("cannot be written; the setting is lost");
+    return false;
 }

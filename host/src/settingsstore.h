@@ -1,8 +1,11 @@
 #pragma once
 
-#include <QSettings>
 #include <QString>
 #include <QVariant>
+
+#include <optional>
+
+class IniText;
 
 /**
  * One settings file of the head unit, kept below `NORDA_HOST_ROOT`. Nothing is held in memory: each
@@ -15,15 +18,20 @@ public:
     /** @param headUnitPath  the file's absolute path on the head unit */
     explicit SettingsStore(const QString &headUnitPath);
 
-    /** The value of a key, invalid when there is none. */
+    /** The value of a key as text, invalid when there is none. */
     QVariant read(const QString &key) const;
-    void write(const QString &key, const QVariant &value);
+    /**
+     * Stores a truth value, a number or a text.
+     * @return whether it is on disk
+     */
+    bool write(const QString &key, const QVariant &value);
 
     /** Where a path of the head unit lies on this machine; empty for one that leaves the root. */
     static QString localPath(const QString &headUnitPath);
 
 private:
-    bool isUsable() const;
+    std::optional<IniText> load() const;
+    bool save(const IniText &content) const;
     void warnOnce(const char *problem) const;
 
     QString m_path;
