@@ -145,6 +145,8 @@ void tst_HostObjects::foreignNavigationPayload()
     CallSpy calls;
     QTest::ignoreMessage(QtWarningMsg, "navigation event: expected 16 bytes, got 3");
     QCoreApplication::postEvent(QCoreApplication::instance(), new SimpleEvent(1008, "abc"));
+    QTest::ignoreMessage(QtWarningMsg, "navigation event: expected 16 bytes, got 0");
+    QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Type(1008)));
     QCoreApplication::processEvents();
     QCOMPARE(calls.take(), QStringList());
 }

@@ -77,12 +77,14 @@ private:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() == TouchEvent::EventType && watched == parent())
-            report(static_cast<SimpleEvent *>(event)->payload());
+            report(dynamic_cast<SimpleEvent *>(event));
         return false;
     }
 
-    static void report(const QByteArray &payload)
+    // The number is free for anyone to use: another kind of event has no payload to read.
+    static void report(const SimpleEvent *event)
     {
+        const QByteArray payload = event ? event->payload() : QByteArray();
         qint32 fields[4];
         if (payload.size() != sizeof fields) {
             qWarning("navigation event: expected %d bytes, got %d", int(sizeof fields),
@@ -100,7 +102,7 @@ static QString iconFile()
     const QString file = qEnvironmentVariable("NORDA_ICONS");
     if (!file.isEmpty())
         return file;
-    Dl_info library;
+    Dl_info library = {};
     dladdr(reinterpret_cast<void *>(&nordaHostObject), &library);
     return QFileInfo(QString::fromLocal8Bit(library.dli_fname)).absolutePath() +
            QStringLiteral("/../share/norda/icons.rcc");
