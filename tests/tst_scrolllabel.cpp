@@ -29,6 +29,9 @@ private slots:
 
     void overflowIsWhatDoesNotFit();
     void offsetStaysInRange();
+    void aNewTextIsNotOffset();
+    void markupIsText();
+    void autoRepeatRevivesAFinishedText();
     void shortTextNeverWakes();
     void longTextScrollsThroughAndEnds();
     void autoRepeatStartsAgain();
@@ -79,6 +82,31 @@ void tst_ScrollLabel::offsetStaysInRange()
     QCOMPARE(m_label->scrollOffset(), 0);
 }
 
+void tst_ScrollLabel::aNewTextIsNotOffset()
+{
+    ScrollLabel label; // which nobody manages
+    label.resize(200, 40);
+    const QString text = longText(&label);
+    label.setText(text);
+    const QImage atStart = label.grab().toImage();
+    label.setScrollOffset(4);
+    QVERIFY(label.grab().toImage() != atStart);
+    label.setText(text + QLatin1Char('m'));
+    QCOMPARE(label.scrollOffset(), 0);
+    label.setScrollOffset(0);
+    label.setText(text);
+    QCOMPARE(label.grab().toImage(), atStart);
+}
+
+void tst_ScrollLabel::markupIsText()
+{
+    m_label->setText(QStringLiteral("a"));
+    const QImage letter = m_label->grab().toImage();
+    m_label->setText(QStringLiteral("<b></b>a"));
+    QVERIFY(m_label->grab().toImage() != letter);
+    QCOMPARE(m_label->textFormat(), Qt::PlainText);
+}
+
 void tst_ScrollLabel::shortTextNeverWakes()
 {
     TickProbe probe(m_manager);
@@ -106,6 +134,15 @@ void tst_ScrollLabel::autoRepeatStartsAgain()
         QTRY_VERIFY_WITH_TIMEOUT(m_label->scrollOffset() == m_label->overflow(), 8000);
         QTRY_VERIFY_WITH_TIMEOUT(m_label->scrollOffset() == 0, 8000);
     }
+}
+
+void tst_ScrollLabel::autoRepeatRevivesAFinishedText()
+{
+    m_label->setText(longText(m_label));
+    QTRY_VERIFY_WITH_TIMEOUT(m_label->scrollOffset() == m_label->overflow(), 8000);
+    QTRY_VERIFY_WITH_TIMEOUT(m_label->scrollOffset() == 0, 8000);
+    m_manager->setAutoRepeat(true);
+    QTRY_VERIFY_WITH_TIMEOUT(m_label->scrollOffset() > 0, 8000);
 }
 
 void tst_ScrollLabel::hiddenLabelSleeps()

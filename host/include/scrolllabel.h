@@ -17,7 +17,8 @@ public:
     explicit ScrollLabel(QWidget *parent = nullptr);
     ~ScrollLabel() override;
 
-    int scrollOffset() const { return m_offset; }
+    /** 0 for a text that nobody has scrolled yet: a new text starts at its beginning. */
+    int scrollOffset() const;
     void setScrollOffset(int pixels);
 
     /** How many pixels of the text do not fit; 0 when all of it shows. */
@@ -27,5 +28,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QString m_scrolledText;
     int m_offset = 0;
 };

@@ -5,7 +5,11 @@
 #include <QStyle>
 #include <QStyleOption>
 
-ScrollLabel::ScrollLabel(QWidget *parent) : QLabel(parent) {}
+// What a label shows comes from the car and is measured letter by letter: no markup.
+ScrollLabel::ScrollLabel(QWidget *parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+}
 
 ScrollLabel::~ScrollLabel() = default;
 
@@ -14,27 +18,32 @@ int ScrollLabel::overflow() const
     return qMax(0, fontMetrics().horizontalAdvance(text()) - contentsRect().width());
 }
 
+int ScrollLabel::scrollOffset() const
+{
+    return text() == m_scrolledText ? qMin(m_offset, overflow()) : 0;
+}
+
 void ScrollLabel::setScrollOffset(int pixels)
 {
-    const int offset = qBound(0, pixels, overflow());
-    if (offset == m_offset)
-        return;
-    m_offset = offset;
-    update();
+    const int before = scrollOffset();
+    m_offset = qBound(0, pixels, overflow());
+    m_scrolledText = text();
+    if (m_offset != before)
+        update();
 }
 
 void ScrollLabel::paintEvent(QPaintEvent *event)
 {
     const int hidden = overflow();
     if (hidden == 0) {
-        m_offset = 0; // a shorter text has come since
         QLabel::paintEvent(event);
         return;
     }
     QPainter painter(this);
     drawFrame(&painter);
     painter.setClipRect(contentsRect());
-    const QRect all = contentsRect().adjusted(-m_offset, 0, hidden - m_offset, 0);
-    style()->drawItemText(&painter, all, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                          palette(), isEnabled(), text(), foregroundRole());
+    const int offset = scrollOffset();
+    const QRect all = contentsRect().adjusted(-offset, 0, hidden - offset, 0);
+    const int flags = Qt::AlignLeft | Qt::TextSingleLine | (alignment() & Qt::AlignVertical_Mask);
+    style()->drawItemText(&painter, all, flags, palette(), isEnabled(), text(), foregroundRole());
 }

@@ -5,6 +5,8 @@
 #include <QEvent>
 #include <QTimerEvent>
 
+#include <algorithm>
+
 static constexpr int tickMs = 40;
 static constexpr int pixelsPerTick = 2;
 static constexpr int restTicks = 40; // at the start and at the end of a text
@@ -23,6 +25,9 @@ SLabelManager::~SLabelManager() = default;
 
 void SLabelManager::addLabel(ScrollLabel *label)
 {
+    const auto isManaged = [label](const Entry &entry) { return entry.label == label; };
+    if (!label || std::any_of(m_entries.cbegin(), m_entries.cend(), isManaged))
+        return;
     m_entries.append(Entry{label, {}, restTicks, false});
     label->installEventFilter(this);
     wake();
@@ -31,6 +36,8 @@ void SLabelManager::addLabel(ScrollLabel *label)
 void SLabelManager::setAutoRepeat(bool on)
 {
     m_autoRepeat = on;
+    for (Entry &entry : m_entries)
+        entry.done = entry.done && !on;
     wake();
 }
 
@@ -45,9 +52,10 @@ bool SLabelManager::eventFilter(QObject *watched, QEvent *event)
 
 void SLabelManager::wake()
 {
+    m_entries.erase(std::remove_if(m_entries.begin(), m_entries.end(),
+                                   [](const Entry &entry) { return !entry.label; }),
+                    m_entries.end());
     for (Entry &entry : m_entries) {
-        if (!entry.label)
-            continue;
         if (entry.label->text() != entry.text) {
             entry = Entry{entry.label, entry.label->text(), restTicks, false};
             entry.label->setScrollOffset(0);

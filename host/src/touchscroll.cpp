@@ -13,8 +13,8 @@ static QVariant setting(QScrollerProperties::OvershootPolicy policy)
 
 ScrollManage::ScrollManage(QScrollArea *area, int direction, int mode) : QObject(area)
 {
+    Q_UNUSED(direction) // the content's size decides; nothing scrolls past its end
     Q_UNUSED(mode)
-    static constexpr int vertical = 1;
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
@@ -23,10 +23,7 @@ ScrollManage::ScrollManage(QScrollArea *area, int direction, int mode) : QObject
     QScrollerProperties properties = scroller->scrollerProperties();
     const auto off = setting(QScrollerProperties::OvershootAlwaysOff);
     properties.setScrollMetric(QScrollerProperties::HorizontalOvershootPolicy, off);
-    properties.setScrollMetric(direction == vertical
-                                   ? QScrollerProperties::VerticalOvershootPolicy
-                                   : QScrollerProperties::HorizontalOvershootPolicy,
-                               off);
+    properties.setScrollMetric(QScrollerProperties::VerticalOvershootPolicy, off);
     scroller->setScrollerProperties(properties);
 }
 
