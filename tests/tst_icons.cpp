@@ -75,12 +75,21 @@ void tst_Icons::everyDrawingIsUsed()
 
 void tst_Icons::rowsAreComplete()
 {
-    const QMap<QString, int> highest = {{"seat_heat_%1", 3}, {"seat_AC_%1", 3}, {"position_%1", 7}};
+    QMap<QString, int> highest = {
+        {"airicon/seat_heat_%1", 3}, {"airicon/seat_AC_%1", 3}, {"airicon/position_%1", 7}};
+    for (const char *zone : {"F_U", "F_U_M", "F_D_M", "F_D", "R_U", "R_U_M", "R_D_M", "R_D"})
+        highest.insert(QStringLiteral("radaricon/%1_%2").arg(QLatin1String(zone)), 4);
     for (auto it = highest.cbegin(); it != highest.cend(); ++it) {
         for (int level = 0; level <= it.value(); ++level) {
-            const QString image = QStringLiteral(":/icon/airicon/%1.png").arg(it.key().arg(level));
+            QString image = QStringLiteral(":/icon/%1.png").arg(it.key());
+            image.replace(QRegularExpression(QStringLiteral("%\\d")), QString::number(level));
             QVERIFY2(!QPixmap(image).isNull(), qPrintable(image));
         }
+    }
+    for (const char *start : {"F_D_00", "F_D_M_01", "F_U_M_00", "F_U_00", "R_D_00", "R_D_M_00",
+                              "R_U_M_00", "R_U_00"}) {
+        const QString image = QStringLiteral(":/icon/radaricon/%1.png").arg(QLatin1String(start));
+        QVERIFY2(!QPixmap(image).isNull(), qPrintable(image));
     }
 }
 
@@ -98,6 +107,13 @@ void tst_Icons::sizes_data()
     row("gaugesicon/gagus_braking_1.png", 224, 224);
     row("gaugesicon/gagus_braking_2.png", 224, 224);
     row("gaugesicon/gagus_arc_small.png", 224, 224);
+    row("vehicleicon/bkg_vehicle_car.png", 664, 427);
+    row("vehicleicon/info_txt.png", 132, 142);
+    row("vehicleicon/engine_blue.png", 240, 162);
+    row("vehicleicon/engine_yellow.png", 240, 162);
+    row("radaricon/bkg_radar_car.png", 684, 429);
+    row("radaricon/camera_n.png", 145, 145);
+    row("radaricon/split_p.png", 145, 145);
     row("baricon/norda_btn_gagus_n.png", 130, 64);
     row("baricon/icon_message_p.png", 130, 64);
 }
