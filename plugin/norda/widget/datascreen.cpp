@@ -12,6 +12,7 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QLabel>
 
 namespace norda {
 
@@ -46,6 +47,12 @@ void DataScreen::createNavigationBar()
         return;
     m_bar = new Vantiq_Bar_Widget(this);
     m_bar->move(0, 620);
+}
+
+void DataScreen::showTextsLiterally()
+{
+    for (QLabel *label : findChildren<QLabel *>())
+        label->setTextFormat(Qt::PlainText);
 }
 
 QButtonGroup *DataScreen::groupCustomKeys(QAbstractButton *first, QAbstractButton *second)

@@ -75,6 +75,8 @@ protected:
 
     VtqAdaptor *adaptor() const { return m_adaptor; }
     void createNavigationBar();
+    /** Texts come from the car: the form's labels show them letter for letter, never as markup. */
+    void showTextsLiterally();
     /** Makes a pair of keys the screen's module-defined ones, ids 0 and 1. */
     QButtonGroup *groupCustomKeys(QAbstractButton *first, QAbstractButton *second);
 

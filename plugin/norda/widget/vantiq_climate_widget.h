@@ -158,7 +158,6 @@ private:
     enum Zone { FrontZone = 0, SecondZone = 1 };
     enum Side { Left, Right };
 
-
     QButtonGroup *groupKeys(const QList<QAbstractButton *> &keys);
     int activeUiType() const { return m_zone == SecondZone ? m_secondUiType : m_mainUiType; }
 

@@ -30,6 +30,7 @@ Vantiq_Gaugue_Widget::Vantiq_Gaugue_Widget(QWidget *parent)
     : DataScreen(navigationPage, commands, parent), m_form(std::make_unique<Ui_norda_gauge>())
 {
     m_form->setupUi(this);
+    showTextsLiterally();
     m_settingsExe = new mem::SettingsExe(this);
     init();
 
