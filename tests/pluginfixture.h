@@ -72,3 +72,11 @@ Widget *find(QWidget *screen, const char *name)
         qFatal("no %s of that type on the screen", name);
     return found;
 }
+
+/** Invokes a slot as the host does, by its name; the test fails where there is none. */
+template <typename... Arguments>
+void invoke(QObject *object, const char *slot, Arguments... arguments)
+{
+    if (!QMetaObject::invokeMethod(object, slot, arguments...))
+        qFatal("%s has no slot %s", object->metaObject()->className(), slot);
+}

@@ -2,6 +2,7 @@
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
 #include "norda/vtqservice.h"
+#include "paintcounter.h"
 #include "pluginfixture.h"
 #include "simulator/climate.h"
 #include "testmain.h"
@@ -563,21 +564,6 @@ void tst_Climate::manualStatus()
     else
         QVERIFY(shows(target, expected));
 }
-
-/** Counts paint events. */
-class PaintCounter : public QObject
-{
-public:
-    PaintCounter() { QCoreApplication::instance()->installEventFilter(this); }
-    int paints = 0;
-
-private:
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        paints += event->type() == QEvent::Paint;
-        return false;
-    }
-};
 
 void tst_Climate::repeatedStatusPaintsNothing()
 {

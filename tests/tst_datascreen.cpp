@@ -18,14 +18,6 @@ static QString command(const char *text)
     return QStringLiteral("norda::VtqAdaptor::%1").arg(QLatin1String(text));
 }
 
-/** Invokes a slot as the host does: by its name. */
-template <typename... Arguments>
-static void invoke(QObject *object, const char *slot, Arguments... arguments)
-{
-    if (!QMetaObject::invokeMethod(object, slot, arguments...))
-        QFAIL(qPrintable(QStringLiteral("no slot %1").arg(QLatin1String(slot))));
-}
-
 /** What the four data screens have in common, each under the names that the host knows. */
 class tst_DataScreen : public QObject
 {

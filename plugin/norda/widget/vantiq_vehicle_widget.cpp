@@ -2,6 +2,7 @@
 
 #include "debug.h"
 #include "mem/settingsexe.h"
+#include "slabelmanager.h"
 #include "ui_norda_vehicles.h"
 
 namespace norda {
@@ -15,19 +16,23 @@ static constexpr ScreenCommands commands = {
     &VtqAdaptor::requestVehicleInfo, &VtqAdaptor::vehicleCustomControls,
 };
 
+static constexpr int batteryLength = 5;
+static constexpr int infoTextLength = 20;
+static constexpr int topBarLength = 50;
+
 Vantiq_Vehicle_Widget::Vantiq_Vehicle_Widget(QWidget *parent)
     : DataScreen(navigationPage, commands, parent), m_form(std::make_unique<Ui_norda_vehicles>())
 {
     m_form->setupUi(this);
     m_settingsExe = new mem::SettingsExe(this);
-    groupCustomKeys(m_form->key_P1, m_form->key_P2);
-    connect(m_form->key_settings, &QPushButton::clicked, this, &Screen::onSettingsClicked);
-    connectVtqAdaptor();
-    send(commands.requestInfo);
-
-    createNavigationBar();
-    m_form->button_widget->hide();
-    m_form->key_settings->hide();
+    init();
+    if (adaptor()) {
+        connect(adaptor(), &VtqAdaptor::Properties2TextInfo, this, &Screen::onProperties2TextInfo);
+        // Behind onTirePressureStatus(): what it writes is what stays on screen.
+        connect(adaptor(), &VtqAdaptor::tirePressureStatus, this,
+                &Screen::updateNordaTirePressureStatus);
+    }
+    InitNordaUI();
 }
 
 Vantiq_Vehicle_Widget::~Vantiq_Vehicle_Widget()
@@ -35,10 +40,77 @@ Vantiq_Vehicle_Widget::~Vantiq_Vehicle_Widget()
     disconnectVtqAdaptor();
 }
 
+void Vantiq_Vehicle_Widget::init()
+{
+    initUI();
+    connectVtqAdaptor();
+    send(commands.requestInfo);
+}
+
+void Vantiq_Vehicle_Widget::initUI()
+{
+    showTextsLiterally();
+    m_doorLabels = {
+        {0, m_form->icon_hood},
+        {1, m_form->icon_trunk},
+        {2, m_form->icon_door_rear_left},
+        {3, m_form->icon_door_rear_right},
+        {4, m_form->icon_door_front_left},
+        {5, m_form->icon_door_front_right},
+    };
+    m_doorBits = {m_form->icon_hood,
+                  m_form->icon_trunk,
+                  m_form->icon_door_front_left,
+                  m_form->icon_door_front_right,
+                  m_form->icon_door_rear_left,
+                  m_form->icon_door_rear_right};
+    onDoorStatus(0);
+
+    auto *scroller = new SLabelManager(this);
+    scroller->addLabel(m_form->Txt_fork);
+    scroller->addLabel(m_form->Txt_carInfo);
+    scroller->addLabel(m_form->Txt_carInfo_2);
+    scroller->setAutoRepeat(true);
+
+    m_customLabels = {m_form->Txt_P1, m_form->Txt_P2};
+    m_customKeys = groupCustomKeys(m_form->key_P1, m_form->key_P2);
+    m_form->key_engine->setCheckable(true);
+    connect(m_form->key_engine, &QPushButton::clicked, this, &Screen::onCheckEngineClicked);
+    connect(m_form->key_settings, &QPushButton::clicked, this, &Screen::onSettingsClicked);
+
+    m_tires = {{
+        {m_form->icon_typer_front_left, m_form->Txt_psi_front_left, m_form->Txt_temp_front_left},
+        {m_form->icon_typer_front_right, m_form->Txt_psi_front_right, m_form->Txt_temp_front_right},
+        {m_form->icon_typer_rear_left, m_form->Txt_psi_rear_left, m_form->Txt_temp_rear_left},
+        {m_form->icon_typer_rear_right, m_form->Txt_psi_rear_right, m_form->Txt_temp_rear_right},
+    }};
+}
+
+void Vantiq_Vehicle_Widget::InitNordaUI()
+{
+    createNavigationBar();
+    m_form->button_widget->hide();
+    m_form->key_settings->hide();
+    for (const TireBox &tire : m_tires)
+        tire.icon->hide();
+    // An indicator: a touch shows its other look, but sends nothing.
+    disconnect(m_form->key_engine, &QPushButton::clicked, this, &Screen::onCheckEngineClicked);
+}
+
 template <typename Operation>
 void Vantiq_Vehicle_Widget::forEachConnection(Operation operation)
 {
     operation(&VtqAdaptor::vehPopUpNotify, &Screen::onPopup);
+    operation(&VtqAdaptor::doorStatus, &Screen::onDoorStatus);
+    operation(&VtqAdaptor::batteryVoltage, &Screen::onBatteryVoltage);
+    operation(&VtqAdaptor::compassHeading, &Screen::onCompassHeading);
+    operation(&VtqAdaptor::tirePressureStatus, &Screen::onTirePressureStatus);
+    operation(&VtqAdaptor::tireTemperatureStatus, &Screen::onTireTemperatureStatus);
+    operation(&VtqAdaptor::seatbeltStatus, &Screen::onSeatbeltStatus);
+    operation(&VtqAdaptor::checkEngineStatus, &Screen::onCheckEngineStatus);
+    operation(&VtqAdaptor::checkGearPositionStatus, &Screen::onCheckGearPositionStatus);
+    operation(&VtqAdaptor::vehicleInfoText, &Screen::onVehicleInfoText);
+    operation(&VtqAdaptor::vehTopBarText, &Screen::onVehTopBarText);
     operation(&VtqAdaptor::vehCustomeCtrlLabels, &Screen::onVehCustomeCtrlLabels);
     operation(&VtqAdaptor::vehListInfo, &Screen::onVehListInfo);
     operation(&VtqAdaptor::vehGuiDisplayType, &Screen::onVehGuiDisplayType);
@@ -51,6 +123,13 @@ void Vantiq_Vehicle_Widget::connectVtqAdaptor()
     forEachConnection([this](auto signal, auto slot) {
         connect(adaptor(), signal, this, slot, Qt::UniqueConnection);
     });
+
+    // Connected again after a disconnection, the first reader of the pressures would now come
+    // behind the second.
+    if (disconnect(adaptor(), &VtqAdaptor::tirePressureStatus, this,
+                   &Screen::updateNordaTirePressureStatus))
+        connect(adaptor(), &VtqAdaptor::tirePressureStatus, this,
+                &Screen::updateNordaTirePressureStatus);
 }
 
 void Vantiq_Vehicle_Widget::disconnectVtqAdaptor()
@@ -95,6 +174,105 @@ void Vantiq_Vehicle_Widget::onVehListInfo(const QString &title, const QByteArray
 void Vantiq_Vehicle_Widget::onVehGuiDisplayType(unsigned char type)
 {
     followDisplayType(type);
+}
+
+// ---- Doors, battery, engine ---------------------------------------------------------------------
+
+void Vantiq_Vehicle_Widget::onDoorStatus(unsigned char status)
+{
+    for (int bit = 0; bit < m_doorBits.size(); ++bit)
+        m_doorBits[bit]->setVisible(status & (1 << bit));
+}
+
+void Vantiq_Vehicle_Widget::onNordaDoorStatus(unsigned char code)
+{
+    for (auto door = m_doorLabels.cbegin(); door != m_doorLabels.cend(); ++door)
+        door.value()->setVisible(door.key() == code);
+}
+
+void Vantiq_Vehicle_Widget::onBatteryVoltage(const QString &text)
+{
+    m_form->Txt_battery->setText(text.left(batteryLength));
+    m_form->Txt_battery->raise();
+}
+
+void Vantiq_Vehicle_Widget::onCheckEngineStatus(unsigned char status)
+{
+    enum : unsigned char { Unknown, Fine, Fault };
+    m_form->key_engine->setEnabled(status != Unknown);
+    if (status == Fine || status == Fault)
+        m_form->key_engine->setChecked(status == Fault);
+}
+
+void Vantiq_Vehicle_Widget::onCheckEngineClicked()
+{
+    soundClickedBeep();
+    send(&VtqAdaptor::onClickCheckEngineBtn);
+}
+
+void Vantiq_Vehicle_Widget::onCompassHeading(const QString &text)
+{
+    NORDA_TRACE << text;
+}
+
+void Vantiq_Vehicle_Widget::onSeatbeltStatus(unsigned char status)
+{
+    NORDA_TRACE << status;
+}
+
+void Vantiq_Vehicle_Widget::onCheckGearPositionStatus(unsigned char position)
+{
+    NORDA_TRACE << position;
+}
+
+void Vantiq_Vehicle_Widget::onProperties2TextInfo(QList<int> properties)
+{
+    static constexpr int needed = 10;
+    if (properties.size() < needed) {
+        NORDA_WARNING << "vehicle properties: expected" << needed << "numbers, got"
+                      << properties.size();
+        return;
+    }
+    onDoorStatus(static_cast<unsigned char>(properties[0]));
+    onBatteryVoltage(QString::number(properties[1]) + QLatin1Char('V'));
+
+    static constexpr Tire order[] = {FrontLeft, FrontRight, RearRight, RearLeft};
+    static constexpr int firstTire = 6;
+    for (int i = 0; i < TireCount; ++i) {
+        const TireBox &tire = m_tires[order[i]];
+        updateNordaTireTemperatureStatus(tire.icon, tire.temperature, properties[firstTire + i]);
+    }
+}
+
+// ---- Texts of the module ------------------------------------------------------------------------
+
+/** The info text takes the place of the top-bar text. */
+void Vantiq_Vehicle_Widget::showInfoText(bool shown)
+{
+    m_infoTextShown = shown;
+    m_form->Txt_fork->setHidden(shown);
+    m_form->Txt_carInfo->setVisible(shown);
+    m_form->Txt_carInfo_2->setVisible(shown);
+}
+
+void Vantiq_Vehicle_Widget::onVehicleInfoText(const QString &line1, const QString &line2)
+{
+    showInfoText(!line1.isEmpty() || !line2.isEmpty());
+    if (!m_infoTextShown) {
+        m_form->Txt_fork->setText(m_topBarText.left(topBarLength));
+        return;
+    }
+    m_form->Txt_carInfo->setText(line1.left(infoTextLength));
+    m_form->Txt_carInfo_2->setText(line2.left(infoTextLength));
+}
+
+void Vantiq_Vehicle_Widget::onVehTopBarText(const QString &text)
+{
+    if (m_infoTextShown)
+        return; // lost: it does not come back after the info text
+    m_topBarText = text;
+    showInfoText(false);
+    m_form->Txt_fork->setText(m_topBarText.left(topBarLength));
 }
 
 } // namespace norda
