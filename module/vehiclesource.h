@@ -20,6 +20,17 @@ struct Emission
     QVariantList arguments;
 };
 
+/** What lies behind a car, as its rear camera sees it. Metres from the bumper; x to the right. */
+struct RearView
+{
+    double steeringDegrees = 0; ///< of the front wheels, positive to the left
+    double headingDegrees = 0;  ///< of the car against the bay that it backs into
+    double wall = 6;            ///< to the wall behind
+    double bayX = 0;            ///< where the middle of the bay lies
+    double postX = -2.2;
+    double postZ = 3.5; ///< negative when the post has been passed
+};
+
 /**
  * Whatever plays the vehicle module: the simulated car or a recorded drive. A source knows drive
  * time only; how fast that runs is the business of `Drive`. Emissions come in order of time, and
@@ -55,6 +66,8 @@ public:
         return false;
     }
     static constexpr qint64 AnswerMs = 50;
+    /** What the car's rear camera would show now. */
+    virtual RearView rearView() const { return {}; }
     /** What was found and what was not, one line each, for a person. */
     virtual QStringList findings() const { return {}; }
     /** The same as totals: counts and ranges, for a script. */

@@ -26,6 +26,7 @@ double Powertrain::noise(double amplitude)
 void Powertrain::step(const DriverWish &wish)
 {
     m_running = wish.engineOn;
+    m_reversing = wish.reverse;
     move(wish);
     shift(wish);
     turn(wish);
@@ -35,6 +36,11 @@ void Powertrain::step(const DriverWish &wish)
 
 void Powertrain::move(const DriverWish &wish)
 {
+    if (wish.creeping && m_running) {
+        m_acceleration = std::clamp((wish.speedKmh - m_speedKmh) / dt, -8.0, 2.0);
+        m_speedKmh = std::max(0.0, m_speedKmh + m_acceleration * dt);
+        return;
+    }
     const double strongest = wish.sporty ? 11.0 : 7.5 - m_speedKmh * 0.035;
     const double wanted = m_running ? (wish.speedKmh - m_speedKmh) * 0.5 : -m_speedKmh;
     m_acceleration =

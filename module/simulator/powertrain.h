@@ -27,6 +27,7 @@ public:
     double ambient() const { return m_ambient; }
     double volts() const { return m_volts; }
     bool isRunning() const { return m_running; }
+    bool isReversing() const { return m_reversing; }
 
     static constexpr int stepMs = 50;
     static constexpr double shiftUpRpm = 5600; ///< where the driver should shift at full throttle
@@ -53,6 +54,7 @@ private:
     double m_shiftPauseS = 0;
     int m_gear = 0;
     bool m_running = false;
+    bool m_reversing = false;
 };
 
 } // namespace module

@@ -12,21 +12,15 @@ static constexpr qint64 centreMs = 100;
 static constexpr qint64 propertiesMs = 1000;
 static constexpr const char *degrees = "\u2109";
 
-static double fahrenheit(double celsius)
-{
-    return celsius * 9 / 5 + 32;
-}
-
-static QVariant byte(int value)
-{
-    return QVariant::fromValue(uchar(value));
-}
-
 SimulatedCar::SimulatedCar(Trim trim) : m_trim(trim), m_climate(trim)
 {
     norda::VtqService *service = norda::VtqService::instance();
     for (const int group : {0, 1})
         service->setRearClimateControlFeatures(group, m_climate.rearFeatures(group));
+    QMap<int, bool> zones;
+    for (int zone = 1; zone <= Manoeuvre::SensorCount; ++zone)
+        zones.insert(zone, true);
+    service->setParkingAssistZones(zones);
     restart();
 }
 
@@ -34,42 +28,48 @@ void SimulatedCar::restart()
 {
     m_powertrain = Powertrain();
     m_climate = Climate(m_trim);
+    m_tires = Tires();
+    m_body = Body();
+    m_manoeuvre = Manoeuvre();
+    m_out.clear();
     m_nowMs = 0;
-    m_queue.clear();
-    m_last.clear();
     sayTitles(0);
     sayPresets(0);
     sayClimate(0);
-    say(0, "peakIndicatorNotify", {byte(0)});
+    m_out.say(0, "peakIndicatorNotify", {byte(0)});
     report();
     runUntilEmission();
 }
 
-// ---- Time
-// ----------------------------------------------------------------------------------------
+// ---- Time ---------------------------------------------------------------------------------------
 
 qint64 SimulatedCar::nextDueMs() const
 {
-    return m_queue.isEmpty() ? -1 : m_queue.constFirst().atMs;
+    return m_out.isEmpty() ? -1 : m_out.first().atMs;
 }
 
 Emission SimulatedCar::take()
 {
-    const Emission emission = m_queue.takeFirst();
+    const Emission emission = m_out.take();
     runUntilEmission();
     return emission;
 }
 
 void SimulatedCar::runUntilEmission()
 {
-    while (m_queue.isEmpty() && m_nowMs < tripMs)
+    while (m_out.isEmpty() && m_nowMs < tripMs)
         step();
 }
 
 void SimulatedCar::step()
 {
     m_nowMs += Powertrain::stepMs;
-    m_powertrain.step(tripWish(m_nowMs));
+    DriverWish wish = tripWish(m_nowMs);
+    m_manoeuvre.adjust(m_nowMs, &wish);
+    m_powertrain.step(wish);
+    m_tires.step(m_nowMs, m_powertrain);
+    m_body.step(m_nowMs, m_powertrain, m_tires);
+    m_manoeuvre.step(m_nowMs, m_powertrain.speedKmh());
     report();
     if (m_nowMs % centreMs == 0 && m_climate.step(m_powertrain.ambient(), m_powertrain.isRunning()))
         sayClimate(m_nowMs);
@@ -78,42 +78,27 @@ void SimulatedCar::step()
 void SimulatedCar::seek(qint64 ms)
 {
     restart();
-    QHash<QByteArray, Emission> latest;
-    while (!m_queue.isEmpty() && m_queue.constFirst().atMs < ms) {
-        const Emission passed = take();
-        latest.insert(passed.signal, passed);
+    QVector<Emission> passed;
+    QHash<QByteArray, int> latest;
+    while (!m_out.isEmpty() && m_out.first().atMs < ms) {
+        passed.append(take());
+        latest.insert(passed.constLast().signal, passed.size() - 1);
     }
-    QList<QByteArray> names = latest.keys();
-    std::sort(names.begin(), names.end());
-    QVector<Emission> caughtUp;
-    for (const QByteArray &name : names)
-        caughtUp.append({ms, name, latest.value(name).arguments});
-    m_queue = caughtUp + m_queue;
+    QVector<Emission> caughtUp; // in the order in which they were said
+    for (int i = 0; i < passed.size(); ++i) {
+        if (latest.value(passed[i].signal) == i)
+            caughtUp.append({ms, passed[i].signal, passed[i].arguments});
+    }
+    m_out.prepend(caughtUp);
 }
 
-// ---- What the car says by itself
-// -----------------------------------------------------------------
-
-void SimulatedCar::say(qint64 atMs, const QByteArray &signal, const QVariantList &arguments)
-{
-    const auto behind =
-        std::upper_bound(m_queue.begin(), m_queue.end(), atMs,
-                         [](qint64 ms, const Emission &emission) { return ms < emission.atMs; });
-    m_queue.insert(behind, {atMs, signal, arguments});
-    m_last.insert(signal, arguments);
-}
-
-void SimulatedCar::sayChange(const QByteArray &signal, const QVariantList &arguments)
-{
-    if (m_last.value(signal) != arguments)
-        say(m_nowMs, signal, arguments);
-}
+// ---- What the car says by itself ----------------------------------------------------------------
 
 void SimulatedCar::reportCorner(const char *place, double value, const char *unit, int fullScale)
 {
     const int rounded = qRound(value);
-    sayChange(
-        QByteArray("gauge") + place + "ValueDualNotify",
+    m_out.sayChange(
+        m_nowMs, QByteArray("gauge") + place + "ValueDualNotify",
         {QString::number(rounded), QString::fromUtf8(unit), byte(qBound(0, rounded, fullScale))});
 }
 
@@ -123,12 +108,13 @@ void SimulatedCar::report()
     m_highestRpm = qMax(m_highestRpm, car.rpm());
     if (m_nowMs % centreMs == 0) {
         const int rpm = qRound(car.rpm() / 10) * 10;
-        sayChange("centerGaugeValueNotify",
-                  {QString::number(rpm), QStringLiteral("RPM"), byte(qMin(100, rpm / 100))});
-        const QString gear =
-            car.gear() == 0 ? QStringLiteral("P") : QStringLiteral("D%1").arg(car.gear());
-        sayChange("gauTopBarTextNotify",
-                  {QStringLiteral("%1 km/h   %2").arg(qRound(car.speedKmh())).arg(gear)});
+        m_out.sayChange(m_nowMs, "centerGaugeValueNotify",
+                        {QString::number(rpm), QStringLiteral("RPM"), byte(qMin(100, rpm / 100))});
+        const QString gear = car.isReversing() ? QStringLiteral("R")
+                             : car.gear() == 0 ? QStringLiteral("P")
+                                               : QStringLiteral("D%1").arg(car.gear());
+        m_out.sayChange(m_nowMs, "gauTopBarTextNotify",
+                        {QStringLiteral("%1 km/h   %2").arg(qRound(car.speedKmh())).arg(gear)});
     }
     const double topLeft[TopLeftCount] = {car.transmission(), car.oil(), car.ambient()};
     reportCorner("TL", fahrenheit(topLeft[m_topLeft]), degrees, 250);
@@ -138,48 +124,65 @@ void SimulatedCar::report()
 
     const bool shiftNow = car.rpm() > Powertrain::shiftUpRpm - 500;
     const bool ready = car.isRunning() && car.coolant() > 75;
-    sayChange("shifterArrowIndicatorNotify", {byte(shiftNow)});
+    m_out.sayChange(m_nowMs, "shifterArrowIndicatorNotify", {byte(shiftNow)});
     if (shiftNow || ready) {
-        sayChange("centerGaugePeakColorNotify", {byte(shiftNow ? 1 : 5)});
-        sayChange("peakIndicatorTextNotify",
-                  {shiftNow ? QStringLiteral("SHIFT") : QStringLiteral("READY")});
+        m_out.sayChange(m_nowMs, "centerGaugePeakColorNotify", {byte(shiftNow ? 1 : 5)});
+        m_out.sayChange(m_nowMs, "peakIndicatorTextNotify",
+                        {shiftNow ? QStringLiteral("SHIFT") : QStringLiteral("READY")});
     }
-    sayChange("peakIndicatorNotify", {byte(shiftNow || ready)});
-    sayChange("batteryVoltage", {QString::number(car.volts(), 'f', 1) + QLatin1Char('V')});
-    if (m_nowMs % propertiesMs == 0)
+    m_out.sayChange(m_nowMs, "peakIndicatorNotify", {byte(shiftNow || ready)});
+    reportGear();
+    m_tires.report(&m_out, m_nowMs, m_body.isEngineFaulty());
+    m_body.report(&m_out, m_nowMs);
+    m_manoeuvre.report(&m_out, m_nowMs);
+
+    // The list rounds the voltage to whole volts, so the text follows it at once.
+    const QVariantList volts = {QString::number(car.volts(), 'f', 1) + QLatin1Char('V')};
+    if (m_nowMs % propertiesMs == 0) {
         reportProperties();
+        m_out.say(m_nowMs, "batteryVoltage", volts);
+    } else {
+        m_out.sayChange(m_nowMs, "batteryVoltage", volts);
+    }
+}
+
+void SimulatedCar::reportGear()
+{
+    enum GearPosition { Park, Reverse, Drive };
+    const GearPosition position = m_powertrain.isReversing() ? Reverse
+                                  : m_powertrain.gear() == 0 ? Park
+                                                             : Drive;
+    m_out.sayChange(m_nowMs, "checkGearPositionStatus", {byte(position)});
 }
 
 void SimulatedCar::reportProperties()
 {
     const Powertrain &car = m_powertrain;
     const double topLeft[TopLeftCount] = {car.transmission(), car.oil(), car.ambient()};
-    const int tire = qRound(fahrenheit(car.ambient() + car.speedKmh() * 0.18));
-    const QList<int> properties = {0,
+    const QList<int> properties = {m_body.openBits(),
                                    qRound(car.volts()),
                                    qRound(fahrenheit(topLeft[m_topLeft])),
                                    qRound(fahrenheit(car.coolant())),
                                    qRound(fahrenheit(car.intake())),
                                    qRound(car.loadPercent()),
-                                   tire + 1,
-                                   tire,
-                                   tire - 1,
-                                   tire};
-    say(m_nowMs, "Properties2TextInfo", {QVariant::fromValue(properties)});
+                                   m_tires.fahrenheitOf(Tires::FrontLeft),
+                                   m_tires.fahrenheitOf(Tires::FrontRight),
+                                   m_tires.fahrenheitOf(Tires::RearRight),
+                                   m_tires.fahrenheitOf(Tires::RearLeft)};
+    m_out.say(m_nowMs, "Properties2TextInfo", {QVariant::fromValue(properties)});
 }
 
-// ---- What it answers
-// -----------------------------------------------------------------------------
+// ---- What it answers ----------------------------------------------------------------------------
 
 void SimulatedCar::sayTitles(qint64 atMs)
 {
     static const QString topLeft[TopLeftCount] = {QStringLiteral("Transmission Temp"),
                                                   QStringLiteral("Oil Temp"),
                                                   QStringLiteral("Ambient Temp")};
-    say(atMs, "gaugeTitlesNotify",
-        {QStringList{QStringLiteral("Tachometer"), topLeft[m_topLeft],
-                     QStringLiteral("Coolant Temp"), QStringLiteral("Intake Air Temp"),
-                     QStringLiteral("Engine Calculated Load")}});
+    m_out.say(atMs, "gaugeTitlesNotify",
+              {QStringList{QStringLiteral("Tachometer"), topLeft[m_topLeft],
+                           QStringLiteral("Coolant Temp"), QStringLiteral("Intake Air Temp"),
+                           QStringLiteral("Engine Calculated Load")}});
 }
 
 void SimulatedCar::sayPresets(qint64 atMs)
@@ -187,17 +190,16 @@ void SimulatedCar::sayPresets(qint64 atMs)
     const QStringList captions = {QStringLiteral("Street"), QStringLiteral("Track")};
     QByteArray states(2, '\1');
     states[int(m_preset)] = '\2';
-    say(atMs, "gauCustomControlLabelsNotify", {captions, states});
-    say(atMs, "activePresetStatusNotify", {byte(m_preset)});
+    m_out.say(atMs, "gauCustomControlLabelsNotify", {captions, states});
+    m_out.say(atMs, "activePresetStatusNotify", {byte(m_preset)});
 }
 
 void SimulatedCar::sayClimate(qint64 atMs)
 {
     // A report that waits for its time is older than this one, whatever its time.
     static const QByteArray signal = "NordaClimateCtrlStatusNotify";
-    const auto isClimate = [](const Emission &emission) { return emission.signal == signal; };
-    m_queue.erase(std::remove_if(m_queue.begin(), m_queue.end(), isClimate), m_queue.end());
-    say(atMs, signal, {QVariant::fromValue(m_climate.takeReport())});
+    m_out.drop(signal);
+    m_out.say(atMs, signal, {QVariant::fromValue(m_climate.takeReport())});
 }
 
 bool SimulatedCar::answerClimate(qint64 atMs, const QString &command, const QVariantList &arguments)
@@ -215,17 +217,6 @@ bool SimulatedCar::answerClimate(qint64 atMs, const QString &command, const QVar
     return true;
 }
 
-/** Says again what a screen shows: the last of every signal whose name begins so. */
-void SimulatedCar::resend(qint64 atMs, const char *prefix)
-{
-    QList<QByteArray> names = m_last.keys();
-    std::sort(names.begin(), names.end());
-    for (const QByteArray &name : names) {
-        if (name.startsWith(prefix))
-            say(atMs, name, m_last.value(name));
-    }
-}
-
 bool SimulatedCar::command(qint64 nowMs, const QString &operation, const QVariantList &arguments)
 {
     const QString adaptor = QStringLiteral("norda::VtqAdaptor::");
@@ -241,20 +232,25 @@ bool SimulatedCar::answer(qint64 atMs, const QString &command, const QVariantLis
         return true;
     if (command == QLatin1String("requestGaugesInfo")) {
         for (const char *prefix : {"gau", "center", "peak", "shifter", "active"})
-            resend(atMs, prefix);
+            m_out.resendAll(atMs, prefix);
+    } else if (command == QLatin1String("requestVehicleInfo")) {
+        for (const char *prefix : {"Properties2", "battery", "check", "door", "tire", "veh"})
+            m_out.resendAll(atMs, prefix);
+    } else if (command == QLatin1String("requestParkingInfo")) {
+        m_manoeuvre.resend(&m_out, atMs);
     } else if (command == QLatin1String("gaugeTLMenu") && pressed) {
         m_topLeft = TopLeft((m_topLeft + 1) % TopLeftCount);
         sayTitles(atMs);
     } else if (command == QLatin1String("centerGaugeMenu") && pressed) {
         m_arcs = !m_arcs;
-        say(atMs, "gaugeGraphicalSettingNotify",
-            {QByteArray(5, m_arcs ? '\0' : '\1'), QByteArray(5, '\0')});
+        m_out.say(atMs, "gaugeGraphicalSettingNotify",
+                  {QByteArray(5, m_arcs ? '\0' : '\1'), QByteArray(5, '\0')});
     } else if (command == QLatin1String("gaugesCustomControls") &&
                arguments.value(1).toInt() == 1) {
         m_preset = first == 0x12 ? 0 : 1;
         sayPresets(atMs);
     } else if (command == QLatin1String("NordaData_Request") && first == 5) {
-        say(atMs, "NordaVerInfo", {QStringList{"V", "3", "12", "7"}});
+        m_out.say(atMs, "NordaVerInfo", {QStringList{"V", "3", "12", "7"}});
     } else {
         return false;
     }

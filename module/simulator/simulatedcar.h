@@ -1,11 +1,11 @@
 #pragma once
 
+#include "body.h"
 #include "climate.h"
+#include "emissionqueue.h"
+#include "manoeuvre.h"
 #include "powertrain.h"
-#include "vehiclesource.h"
-
-#include <QHash>
-#include <QVector>
+#include "tires.h"
 
 namespace module {
 
@@ -24,6 +24,7 @@ public:
     Emission take() override;
     void seek(qint64 ms) override;
     bool command(qint64 nowMs, const QString &operation, const QVariantList &arguments) override;
+    RearView rearView() const override { return m_manoeuvre.rearView(); }
     QStringList findings() const override;
     QJsonObject statistics() const override;
 
@@ -37,9 +38,7 @@ private:
     void report();
     void reportCorner(const char *place, double value, const char *unit, int fullScale);
     void reportProperties();
-    void say(qint64 atMs, const QByteArray &signal, const QVariantList &arguments);
-    void sayChange(const QByteArray &signal, const QVariantList &arguments);
-    void resend(qint64 atMs, const char *prefix);
+    void reportGear();
     void sayTitles(qint64 atMs);
     void sayPresets(qint64 atMs);
     void sayClimate(qint64 atMs);
@@ -49,9 +48,11 @@ private:
     const Trim m_trim;
     Powertrain m_powertrain;
     Climate m_climate;
+    Tires m_tires;
+    Body m_body;
+    Manoeuvre m_manoeuvre;
+    EmissionQueue m_out;
     qint64 m_nowMs = 0;
-    QVector<Emission> m_queue; // by time
-    QHash<QByteArray, QVariantList> m_last;
     TopLeft m_topLeft = Transmission;
     bool m_arcs = false;
     uchar m_preset = 0;

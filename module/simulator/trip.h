@@ -12,6 +12,8 @@ struct DriverWish
     bool engineOn = false;
     double speedKmh = 0; ///< the speed to hold or to reach
     bool sporty = false; ///< a full-throttle overtake
+    bool reverse = false;
+    bool creeping = false; ///< parking: on the brake, the speed follows at once
 };
 
 /** Length of the built-in trip: cold start, town, motorway, town, parked. */

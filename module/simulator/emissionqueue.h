@@ -1,0 +1,47 @@
+#pragma once
+
+#include "vehiclesource.h"
+
+#include <QHash>
+#include <QVector>
+
+namespace module {
+
+/** What a car has to say: emissions in order of time, and the last of each signal. */
+class EmissionQueue
+{
+public:
+    bool isEmpty() const { return m_queue.isEmpty(); }
+    const Emission &first() const { return m_queue.constFirst(); }
+    Emission take() { return m_queue.takeFirst(); }
+    void clear();
+    /** Puts emissions in front of all others. */
+    void prepend(const QVector<Emission> &emissions) { m_queue = emissions + m_queue; }
+
+    void say(qint64 atMs, const QByteArray &signal, const QVariantList &arguments);
+    /** Says a signal unless the last one of its name said the same. */
+    void sayChange(qint64 atMs, const QByteArray &signal, const QVariantList &arguments);
+    /** Takes back what is still to be said under a name. */
+    void drop(const QByteArray &signal);
+    /** Says the last of a signal again, if there was one. */
+    void resend(qint64 atMs, const QByteArray &signal);
+    /** Says the last of every signal again whose name begins so, in order of the names. */
+    void resendAll(qint64 atMs, const QByteArray &prefix);
+
+private:
+    QVector<Emission> m_queue;
+    QHash<QByteArray, QVariantList> m_last;
+};
+
+/** A byte argument of a signal. */
+inline QVariant byte(int value)
+{
+    return QVariant::fromValue(uchar(value));
+}
+
+inline double fahrenheit(double celsius)
+{
+    return celsius * 9 / 5 + 32;
+}
+
+} // namespace module

@@ -1,0 +1,229 @@
+#include "manoeuvre.h"
+
+#include "powertrain.h"
+
+#include <QByteArray>
+#include <QtMath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace module {
+
+static constexpr double dt = Powertrain::stepMs / 1000.0;
+static constexpr double farAway = 99;
+
+// The parking lot, in the car's coordinates at the start: x ahead of the rear axle, y to its left.
+static constexpr double wallX = -9.2;
+struct Post
+{
+    double x;
+    double y;
+};
+static constexpr Post posts[] = {{-5.0, -1.35}, {6.3, 0.9}};
+static constexpr double startY = -0.37; // the bay's middle is at 0
+
+static constexpr double wheelbase = 2.7;
+static constexpr double rearBumper = -1.0;
+
+struct Sensor
+{
+    double x;
+    double y;
+    double facing; // degrees, counterclockwise from straight ahead
+};
+
+// clang-format off
+// In the order of the zone codes 1 to 8.
+static constexpr Sensor sensors[Manoeuvre::SensorCount] = {
+    { 3.55,  0.80,   45},
+    { 3.70,  0.35,   10},
+    { 3.70, -0.35,  -10},
+    { 3.55, -0.80,  -45},
+    {-0.85,  0.80,  135},
+    {-1.00,  0.35,  170},
+    {-1.00, -0.35, -170},
+    {-0.85, -0.80, -135},
+};
+static constexpr int firstRear = 4;
+static constexpr double halfBeam = 42; // degrees
+
+struct Band
+{
+    double within; // metres
+    int level;
+};
+static constexpr Band bands[] = {{0.35, 4}, {0.6, 3}, {1.0, 2}, {1.5, 1}};
+static constexpr double reach = bands[std::size(bands) - 1].within;
+
+struct Overtaker
+{
+    double fromSecond;
+    double toSecond;
+    bool left;
+};
+static constexpr Overtaker overtakers[] = {
+    {238, 246, true}, {262, 268, true}, {272, 281, false}, {345, 353, true}, {371, 377, false},
+};
+// clang-format on
+
+static constexpr qint64 beginMs = 552000;
+static constexpr qint64 pullOutMs = 572000;
+static constexpr qint64 endMs = 586000;
+static constexpr double creepKmh = 2.8;
+static constexpr double stopAtWall = 0.27;
+static constexpr double pullOutX = 1.7; // where the car comes to rest
+
+bool Manoeuvre::isBackingUp(qint64 nowMs) const
+{
+    return nowMs >= beginMs && nowMs < pullOutMs;
+}
+
+void Manoeuvre::adjust(qint64 nowMs, DriverWish *wish) const
+{
+    if (nowMs < beginMs || nowMs >= endMs)
+        return;
+    const double left = isBackingUp(nowMs) ? wallBehind() - stopAtWall : pullOutX - m_x;
+    wish->creeping = true;
+    wish->reverse = isBackingUp(nowMs);
+    wish->speedKmh = left < 0.02 ? 0 : std::clamp(left * 2.2, 0.3, creepKmh);
+}
+
+/** The driver swings to the middle of the bay while backing in and holds straight otherwise. */
+static double steeringAt(double travelled)
+{
+    static constexpr double swing = 14;
+    static constexpr double turn = 4; // metres
+    return travelled <= 0 || travelled >= turn ? 0 : swing * std::sin(2 * M_PI * travelled / turn);
+}
+
+void Manoeuvre::step(qint64 nowMs, double speedKmh)
+{
+    m_active = nowMs >= beginMs;
+    m_backing = isBackingUp(nowMs);
+    if (!m_active) {
+        m_y = startY;
+        return;
+    }
+    const double wanted = m_backing ? steeringAt(-m_x) : 0;
+    m_steering += std::clamp(wanted - m_steering, -30 * dt, 30 * dt);
+    const double metres = (m_backing ? -1 : 1) * speedKmh / 3.6 * dt;
+    m_heading += metres / wheelbase * std::tan(qDegreesToRadians(m_steering));
+    m_x += metres * std::cos(m_heading);
+    m_y += metres * std::sin(m_heading);
+}
+
+double Manoeuvre::wallBehind() const
+{
+    return m_x + rearBumper * std::cos(m_heading) - wallX;
+}
+
+/** What a sensor measures: to a post within its beam, or at the rear to the wall. */
+double Manoeuvre::distance(int sensor) const
+{
+    const Sensor &place = sensors[sensor];
+    const double x = m_x + place.x * std::cos(m_heading) - place.y * std::sin(m_heading);
+    const double y = m_y + place.x * std::sin(m_heading) + place.y * std::cos(m_heading);
+    double nearest = sensor < firstRear ? farAway : x - wallX;
+    for (const Post &post : posts) {
+        const double towards = qRadiansToDegrees(std::atan2(post.y - y, post.x - x));
+        const double off = towards - place.facing - qRadiansToDegrees(m_heading);
+        if (std::abs(std::remainder(off, 360)) <= halfBeam)
+            nearest = std::min(nearest, std::hypot(post.x - x, post.y - y));
+    }
+    return nearest;
+}
+
+int Manoeuvre::level(int sensor) const
+{
+    if (!m_active)
+        return 0;
+    const double metres = distance(sensor);
+    for (const Band &band : bands) {
+        if (metres <= band.within)
+            return band.level;
+    }
+    return 0;
+}
+
+RearView Manoeuvre::rearView() const
+{
+    RearView view;
+    if (!m_active)
+        return view;
+    const double bumperX = m_x + rearBumper * std::cos(m_heading);
+    const double bumperY = m_y + rearBumper * std::sin(m_heading);
+    view.steeringDegrees = m_steering;
+    view.headingDegrees = qRadiansToDegrees(m_heading);
+    view.wall = wallBehind();
+    view.bayX = bumperY;
+    view.postX = bumperY - posts[0].y;
+    view.postZ = bumperX - posts[0].x;
+    return view;
+}
+
+void Manoeuvre::report(EmissionQueue *out, qint64 nowMs)
+{
+    reportBlindSpots(out, nowMs);
+    if (!m_active)
+        return;
+    reportZones(out, nowMs);
+    const double wall = wallBehind();
+    const bool isNear = m_backing && wall < 3;
+    out->sayChange(nowMs, "parkingTopBarText",
+                   {isNear ? QStringLiteral("Rear %1 m").arg(wall, 0, 'f', 1)
+                           : QStringLiteral("Parking sensors on")});
+}
+
+void Manoeuvre::reportZones(EmissionQueue *out, qint64 nowMs)
+{
+    // Behind the car the module speaks of the nearest zone only, which clears all others.
+    int nearest = firstRear;
+    for (int sensor = firstRear; sensor < SensorCount; ++sensor) {
+        if (distance(sensor) < distance(nearest))
+            nearest = sensor;
+    }
+    const int nearestLevel = level(nearest);
+    const bool isSame = m_nearest >= 0 && nearestLevel == m_nearestLevel &&
+                        (nearest == m_nearest || nearestLevel == 0);
+    if (!isSame) {
+        QByteArray message;
+        message.append(char(nearest + 1)).append(char(nearestLevel));
+        out->say(nowMs, "parkingDistanceRear", {message});
+        m_nearest = nearest;
+        m_nearestLevel = nearestLevel;
+    }
+
+    QByteArray front;
+    for (int sensor = 0; sensor < firstRear; ++sensor)
+        front.append(char(17 * qRound(15 * std::clamp(1 - distance(sensor) / reach, 0.0, 1.0))));
+    if (isSame)
+        out->sayChange(nowMs, "parkingDistanceFront", {front});
+    else
+        out->say(nowMs, "parkingDistanceFront", {front});
+}
+
+void Manoeuvre::reportBlindSpots(EmissionQueue *out, qint64 nowMs)
+{
+    static constexpr char leftCode = 9;
+    static constexpr char rightCode = 10;
+    QByteArray message(2, '\0'); // nobody is there
+    for (const Overtaker &other : overtakers) {
+        const double share =
+            (nowMs / 1000.0 - other.fromSecond) / (other.toSecond - other.fromSecond);
+        if (share < 0 || share >= 1)
+            continue;
+        message[0] = other.left ? leftCode : rightCode;
+        message[1] = char(qRound(4 - 6 * std::abs(share - 0.5)));
+    }
+    if (!m_active && nowMs >= overtakers[0].fromSecond * 1000)
+        out->sayChange(nowMs, "parkingDistanceRear", {message});
+}
+
+void Manoeuvre::resend(EmissionQueue *out, qint64 atMs) const
+{
+    for (const char *signal : {"parkingTopBarText", "parkingDistanceRear", "parkingDistanceFront"})
+        out->resend(atMs, signal);
+}
+
+} // namespace module

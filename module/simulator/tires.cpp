@@ -1,0 +1,85 @@
+#include "tires.h"
+
+#include "powertrain.h"
+
+#include <algorithm>
+
+namespace module {
+
+static constexpr double dt = Powertrain::stepMs / 1000.0;
+static constexpr double kelvin = 273.15;
+static constexpr double lowPsi = 28;
+static constexpr int warmFahrenheit = 100;
+
+static constexpr qint64 punctureMs = 255000;
+static constexpr double leakPsiPerSecond = 0.055;
+static constexpr Tires::Tire punctured = Tires::RearRight;
+
+void Tires::step(qint64 nowMs, const Powertrain &powertrain)
+{
+    if (nowMs > punctureMs)
+        m_coldPsi[punctured] = std::max(14.0, m_coldPsi[punctured] - leakPsiPerSecond * dt);
+    const double speed = powertrain.speedKmh();
+    for (int tire = 0; tire < Count; ++tire) {
+        // A soft tire flexes more; the driven front ones work harder than the rear ones.
+        const double flexing = 1 + std::max(0.0, 30 - m_coldPsi[tire]) * 0.09;
+        const double work = speed * (tire == FrontLeft || tire == FrontRight ? 0.17 : 0.14);
+        const double target = powertrain.ambient() + work * flexing;
+        m_celsius[tire] += (target - m_celsius[tire]) * 0.012 * dt;
+    }
+}
+
+double Tires::psi(Tire tire) const
+{
+    static constexpr double atmosphere = 14.7;
+    const double absolute =
+        (m_coldPsi[tire] + atmosphere) * (m_celsius[tire] + kelvin) / (20 + kelvin);
+    return std::max(0.0, absolute - atmosphere);
+}
+
+int Tires::fahrenheitOf(Tire tire) const
+{
+    return qRound(fahrenheit(m_celsius[tire]));
+}
+
+bool Tires::isLow(Tire tire) const
+{
+    return psi(tire) < lowPsi;
+}
+
+bool Tires::isWarm(Tire tire) const
+{
+    return fahrenheitOf(tire) >= warmFahrenheit;
+}
+
+Tires::Tire Tires::lowest() const
+{
+    return Tire(std::min_element(m_coldPsi.begin(), m_coldPsi.end()) - m_coldPsi.begin());
+}
+
+int Tires::flags(bool (Tires::*isWarning)(Tire) const) const
+{
+    static constexpr int textsFollow = 0x20;
+    static constexpr int bits[Count] = {0x01, 0x02, 0x08, 0x04};
+    int flags = textsFollow;
+    for (int tire = 0; tire < Count; ++tire)
+        flags |= (this->*isWarning)(Tire(tire)) ? bits[tire] : 0;
+    return flags;
+}
+
+void Tires::report(EmissionQueue *out, qint64 nowMs, bool engineFault) const
+{
+    // The pressures go around the car, the temperatures from side to side.
+    QStringList pressures;
+    for (const Tire tire : {FrontLeft, FrontRight, RearRight, RearLeft})
+        pressures.append(QStringLiteral("%1 psi").arg(qRound(psi(tire))));
+    pressures.append(QString::number(engineFault));
+    QStringList temperatures;
+    for (const Tire tire : {FrontLeft, FrontRight, RearLeft, RearRight})
+        temperatures.append(QString::number(fahrenheitOf(tire)) + QLatin1Char('F'));
+    out->sayChange(nowMs, "tirePressureStatus", {byte(flags(&Tires::isLow)), byte(0), pressures});
+    out->sayChange(nowMs, "tireTemperatureStatus",
+                   {byte(flags(&Tires::isWarm)), byte(0), temperatures});
+}
+
+} // namespace module

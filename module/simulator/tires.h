@@ -1,0 +1,35 @@
+#pragma once
+
+#include "emissionqueue.h"
+
+#include <array>
+
+namespace module {
+
+class Powertrain;
+
+/** Four tires: warm from driving, and one with a slow puncture. */
+class Tires
+{
+public:
+    enum Tire { FrontLeft, FrontRight, RearRight, RearLeft, Count };
+
+    void step(qint64 nowMs, const Powertrain &powertrain);
+    /** @param engineFault  travels with the pressures */
+    void report(EmissionQueue *out, qint64 nowMs, bool engineFault) const;
+
+    double psi(Tire tire) const;
+    int fahrenheitOf(Tire tire) const;
+    bool isLow(Tire tire) const;
+    /** The tire with the lowest pressure. */
+    Tire lowest() const;
+
+private:
+    int flags(bool (Tires::*isWarning)(Tire) const) const;
+    bool isWarm(Tire tire) const;
+
+    std::array<double, Count> m_coldPsi = {34.0, 34.0, 33.0, 33.0}; // at 20 degrees Celsius
+    std::array<double, Count> m_celsius = {20.0, 20.0, 20.0, 20.0};
+};
+
+} // namespace module
