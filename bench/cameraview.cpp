@@ -1,75 +1,84 @@
 #include "cameraview.h"
 
 #include "palette.h"
+#include "rearscene.h"
 
-#include <QPainter>
-#include <QPainterPath>
+#include <QLabel>
 
-CameraView::CameraView(QWidget *parent) : QWidget(parent)
+static constexpr int margin = 28;
+static constexpr int warningHeight = 64;
+static constexpr double wallShown = 3; // metres
+
+static QFont letters(int pixels, bool bold = false)
+{
+    QFont font(QStringLiteral("Arial"));
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    return font;
+}
+
+CameraView::CameraView(QWidget *parent) : QWidget(parent), m_warning(new QLabel(this))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    m_warning->setObjectName(QStringLiteral("cameraWarning"));
+    m_warning->setAlignment(Qt::AlignCenter);
+    m_warning->setAutoFillBackground(true);
+    QPalette colors = m_warning->palette();
+    colors.setColor(QPalette::Window, QColor(0x0D, 0x13, 0x1A, 205));
+    colors.setColor(QPalette::WindowText, night::amber);
+    m_warning->setPalette(colors);
+    m_warning->setFont(letters(28));
 }
 
-static void drawScene(QPainter *painter, const QRect &area)
+static bool isSame(const module::RearView &a, const module::RearView &b)
 {
-    const int horizon = area.top() + area.height() * 36 / 100;
-    QLinearGradient sky(0, area.top(), 0, horizon);
-    sky.setColorAt(0, QColor(0x12, 0x1B, 0x27));
-    sky.setColorAt(1, QColor(0x2B, 0x3A, 0x4A));
-    painter->fillRect(QRect(area.topLeft(), QPoint(area.right(), horizon)), sky);
-    QLinearGradient road(0, horizon, 0, area.bottom());
-    road.setColorAt(0, QColor(0x24, 0x2A, 0x30));
-    road.setColorAt(1, QColor(0x3A, 0x40, 0x46));
-    painter->fillRect(QRect(QPoint(area.left(), horizon), area.bottomRight()), road);
-
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(QColor(0x3B, 0x46, 0x52)); // a garage wall
-    painter->drawRect(area.left() + area.width() * 30 / 100, horizon - 90, area.width() * 40 / 100,
-                      90);
-    painter->setBrush(QColor(0x20, 0x28, 0x31));
-    painter->drawRect(area.left() + area.width() * 40 / 100, horizon - 66, area.width() * 20 / 100,
-                      66);
+    return a.steeringDegrees == b.steeringDegrees && a.headingDegrees == b.headingDegrees &&
+           a.wall == b.wall && a.bayX == b.bayX && a.postX == b.postX && a.postZ == b.postZ;
 }
 
-static void drawGuides(QPainter *painter, const QRect &area)
+void CameraView::setView(const module::RearView &view)
 {
-    const qreal centre = area.center().x();
-    const qreal bottom = area.bottom() - 24;
-    const struct
-    {
-        qreal share; // of the way to the vanishing point
-        QColor color;
-    } marks[] = {{0.0, night::red}, {0.32, night::amber}, {0.58, QColor(0x41, 0xD9, 0x8D)}};
-    const qreal vanishing = area.top() + area.height() * 0.30;
-    const auto halfWidth = [&area](qreal share) { return area.width() * 0.36 * (1 - share); };
-    const auto height = [=](qreal share) { return bottom + (vanishing - bottom) * share; };
+    if (isSame(view, m_view))
+        return;
+    m_view = view;
+    update();
+}
 
-    for (int i = 0; i < 3; ++i) {
-        const qreal end = i < 2 ? marks[i + 1].share : 0.72;
-        QPainterPath path;
-        for (const int side : {-1, 1}) {
-            path.moveTo(centre + side * halfWidth(marks[i].share), height(marks[i].share));
-            path.lineTo(centre + side * halfWidth(end), height(end));
-        }
-        path.moveTo(centre - halfWidth(end), height(end));
-        path.lineTo(centre + halfWidth(end), height(end));
-        painter->setBrush(Qt::NoBrush);
-        painter->setPen(QPen(marks[i].color, 6 - i, Qt::SolidLine, Qt::RoundCap));
-        painter->drawPath(path);
-    }
+void CameraView::updateWarning()
+{
+    const bool isNarrow = width() < 600;
+    m_warning->setText(isNarrow ? tr("Check surroundings")
+                                : tr("Check the surroundings of the car yourself"));
+    m_warning->setGeometry(0, height() - warningHeight, width(), warningHeight);
+}
+
+void CameraView::drawHeading(QPainter *painter) const
+{
+    static constexpr int shade = 110; // so that the text reads on any picture
+    QLinearGradient dark(0, 0, 0, shade);
+    dark.setColorAt(0, QColor(0x0A, 0x0E, 0x13, 230));
+    dark.setColorAt(0.6, QColor(0x0A, 0x0E, 0x13, 170));
+    dark.setColorAt(1, QColor(0x0A, 0x0E, 0x13, 0));
+    painter->fillRect(0, 0, width(), shade, dark);
+    const QRect line = rect().adjusted(margin, margin - 8, -margin, 0);
+    painter->setFont(letters(34));
+    painter->setPen(night::text);
+    painter->drawText(line, Qt::AlignLeft | Qt::AlignTop, tr("Rear camera"));
+    if (m_view.wall > wallShown)
+        return;
+    painter->setFont(letters(40, true));
+    painter->setPen(m_view.wall < 0.7   ? night::red
+                    : m_view.wall < 1.5 ? night::amber
+                                        : night::text);
+    painter->drawText(line, Qt::AlignRight | Qt::AlignTop, tr("%1 m").arg(m_view.wall, 0, 'f', 1));
 }
 
 void CameraView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    drawScene(&painter, rect());
-    drawGuides(&painter, rect());
-
-    QFont font(QStringLiteral("Arial"));
-    font.setPixelSize(34);
-    painter.setFont(font);
-    painter.setPen(night::text);
-    painter.drawText(rect().adjusted(36, 24, 0, 0), Qt::AlignLeft | Qt::AlignTop,
-                     QStringLiteral("Rear camera"));
+    const RearScene scene(m_view, size());
+    scene.drawSurroundings(&painter);
+    scene.drawGuides(&painter);
+    drawHeading(&painter);
 }

@@ -1,14 +1,32 @@
 #pragma once
 
+#include "vehiclesource.h"
+
 #include <QWidget>
 
-/** What the head unit shows in place of a page while the rear camera is on. */
+class QLabel;
+
+/**
+ * The rear camera's picture, over the whole page or beside it. The warning over it belongs to the
+ * video service: it is laid out anew when that service says so, not by itself.
+ */
 class CameraView : public QWidget
 {
     Q_OBJECT
 public:
     explicit CameraView(QWidget *parent);
 
+    /** What the camera sees now. */
+    void setView(const module::RearView &view);
+    const module::RearView &view() const { return m_view; }
+    void updateWarning();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    void drawHeading(QPainter *painter) const;
+
+    module::RearView m_view;
+    QLabel *m_warning;
 };

@@ -1,5 +1,6 @@
 #include "gallery.h"
 
+#include "cameraview.h"
 #include "headunit.h"
 #include "norda/vtqadaptor.h"
 #include "norda/vtqservice.h"
@@ -58,6 +59,33 @@ static void toggleZone(const Scene &scene)
         key->click();
 }
 
+static void report(int zone, int level)
+{
+    QByteArray message;
+    message.append(char(zone)).append(char(level));
+    emit norda::VtqAdaptor::instance()->parkingDistanceRear(message);
+}
+
+/** Turning past the post into the bay, or at the wall. */
+static void showCamera(const Scene &scene, bool atWall, bool split)
+{
+    module::RearView view;
+    if (atWall)
+        view = {0, 0, 0.4, 0, 1.35, -4};
+    else
+        view = {-12, 7, 3.1, 0.2, 1.5, 1.6};
+    scene.screen->camera()->setView(view);
+    scene.screen->setSplit(split);
+    scene.screen->showCamera(true);
+}
+
+static void closeCamera(const Scene &scene)
+{
+    scene.unit->back();
+    scene.screen->setSplit(false);
+    scene.screen->camera()->setView(scene.session->drive()->source()->rearView());
+}
+
 /** A car whose rear zone lacks some controls, as the page shows it after a second-zone report. */
 static void showPartialFeatures(const Scene &scene)
 {
@@ -95,7 +123,34 @@ static const State states[] = {
             emit adaptor->peakIndicatorNotify(1);
             emit adaptor->shifterArrowIndicatorNotify(1);
         }, nullptr},
-    {"81-vehicle", 81, nullptr, nullptr},
+    {"81-vehicle", 81,
+        [](const Scene &) { emit norda::VtqAdaptor::instance()->doorStatus(0); }, nullptr},
+    {"81-vehicle-open", 81,
+        [](const Scene &) { emit norda::VtqAdaptor::instance()->doorStatus(0x3F); },
+        [](const Scene &) { emit norda::VtqAdaptor::instance()->doorStatus(0); }},
+    {"81-vehicle-puncture", 81,
+        [](const Scene &) {
+            norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
+            emit adaptor->tirePressureStatus(0x28, 0, {"36 psi", "36 psi", "17 psi", "35 psi", "0"});
+            emit adaptor->tireTemperatureStatus(0x28, 0, {"93F", "93F", "88F", "121F"});
+            emit adaptor->vehicleInfoText("Rear right tire", "pressure low");
+        }, nullptr},
+    {"81-vehicle-info", 81,
+        [](const Scene &) {
+            norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
+            emit adaptor->checkEngineStatus(2);
+            emit adaptor->vehicleInfoText("Check engine", "Visit a workshop");
+        },
+        [](const Scene &) { emit norda::VtqAdaptor::instance()->vehicleInfoText("", ""); }},
+    {"81-vehicle-unknown", 81,
+        [](const Scene &) {
+            norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
+            emit adaptor->checkEngineStatus(1);
+            emit adaptor->checkEngineStatus(0);
+            emit adaptor->batteryVoltage("");
+            emit adaptor->tireTemperatureStatus(0, 0, {});
+        },
+        [](const Scene &scene) { toFastestMoment(scene); }},
     {"82-climate", 82, toFastestMoment, nullptr},
     {"82-climate-off", 82,
         [](const Scene &) { showClimate({0, 0, 0, 4, 0, 0, 70, 70, 1, 0, 0, 0, 0}); }, nullptr},
@@ -113,9 +168,28 @@ static const State states[] = {
         nullptr},
     {"82-climate-rear-partial", 82, showPartialFeatures, restoreFeatures},
     {"83-parking", 83, nullptr, nullptr},
-    {"83-camera", 83,
-        [](const Scene &scene) { scene.screen->showCamera(true); },
-        [](const Scene &scene) { scene.unit->back(); }},
+    {"83-parking-far", 83, [](const Scene &) { report(8, 1); }, nullptr},
+    {"83-parking-near", 83, [](const Scene &) { report(7, 3); }, nullptr},
+    {"83-parking-wall", 83,
+        [](const Scene &) {
+            norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
+            report(7, 4);
+            emit adaptor->parkingDistanceFront(QByteArray::fromHex("50280000"));
+            emit adaptor->parkingTopBarText("Rear 0.3 m");
+        },
+        [](const Scene &) { emit norda::VtqAdaptor::instance()->parkingTopBarText(""); }},
+    {"83-parking-blind", 83,
+        [](const Scene &) {
+            report(1, 0);
+            report(9, 3);
+        }, nullptr},
+    {"83-camera", 83, [](const Scene &scene) { showCamera(scene, false, false); }, closeCamera},
+    {"83-camera-wall", 83, [](const Scene &scene) { showCamera(scene, true, false); }, closeCamera},
+    {"83-split", 83,
+        [](const Scene &scene) {
+            showCamera(scene, false, true);
+            report(8, 3);
+        }, closeCamera},
     {"84-settings", 84, nullptr, nullptr},
     {"85-about", 85, nullptr, nullptr},
 };

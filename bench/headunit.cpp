@@ -1,8 +1,14 @@
 #include "headunit.h"
 
 #include "appplugin.h"
+#include "calllog.h"
+#include "cameraview.h"
+#include "cm/reverservideoinservice.h"
 #include "eventhandler.h"
 #include "keyevent.h"
+#include "mem/settingsexe.h"
+#include "mem/settingsfunc.h"
+#include "mem/settingsutil.h"
 #include "screen.h"
 #include "touchevent.h"
 #include "windowinterface.h"
@@ -23,9 +29,30 @@ static constexpr Destination destinations[] = {
     {Qx::TouchParking, 83}, {Qx::TouchSettings, 84}, {Qx::TouchAbout, 85},
 };
 
+// The unit looks after its own settings: that is nothing that the plugin asked for.
+
+static const QString factorySettings = QStringLiteral("/media/flash/nvm/factory/settings.ini");
+
+/** This unit has a rear camera, unless its owner has stated otherwise. */
+static void stateCameraInput()
+{
+    static constexpr int unstated = -1;
+    static constexpr int rear = 1;
+    static const QString key = QStringLiteral("CameraInput");
+    const QSignalBlocker silent(CallLog::instance());
+    mem::SettingsExe *saver = mem::SettingsUtil::instance()->getSaver();
+    if (saver->getValue(key, factorySettings, unstated) == unstated)
+        saver->setOtherPathValue(key, factorySettings, 0, rear, true);
+}
+
 HeadUnit::HeadUnit(Screen *screen, QObject *parent) : QObject(parent), m_screen(screen)
 {
     connect(EventHandler::instance(), &EventHandler::touched, this, &HeadUnit::onTouched);
+    connect(mem::SettingsUtil::instance(), &mem::SettingsUtil::VantiqSplit, screen,
+            &Screen::setSplit);
+    connect(cm::ReverserVideoInService::getInstance(), &cm::ReverserVideoInService::warningUpdated,
+            screen->camera(), &CameraView::updateWarning);
+    stateCameraInput();
 }
 
 HeadUnit::~HeadUnit()
@@ -92,8 +119,19 @@ void HeadUnit::onTouched(int code)
     }
 }
 
+bool HeadUnit::prefersSplit() const
+{
+    const QSignalBlocker silent(CallLog::instance());
+    const bool ignored = mem::SettingsFunc::instance()
+                             ->getValue(QStringLiteral("Camera_Ignore_Spilt"), false)
+                             .toBool();
+    return !ignored && mem::SettingsUtil::instance()->getSaver()->getValue(
+                           QStringLiteral("VantiqSplit"), factorySettings, false);
+}
+
 void HeadUnit::openCamera()
 {
+    m_screen->setSplit(prefersSplit());
     m_screen->showCamera(true);
 }
 
@@ -142,13 +180,23 @@ void HeadUnit::openWindow(int id)
     enter(id);
 }
 
+static void invokeIfThere(QObject *page, const char *slot)
+{
+    const QByteArray signature = QByteArray(slot) + "()";
+    if (page && page->metaObject()->indexOfMethod(signature) >= 0)
+        QMetaObject::invokeMethod(page, slot);
+}
+
+void HeadUnit::toggleSplit()
+{
+    invokeIfThere(currentPage(), "onSplitClicked");
+}
+
 void HeadUnit::back()
 {
     if (m_screen->isCameraShown()) {
         m_screen->showCamera(false);
-        QWidget *page = currentPage();
-        if (page && page->metaObject()->indexOfMethod("resume()") >= 0)
-            QMetaObject::invokeMethod(page, "resume");
+        invokeIfThere(currentPage(), "resume");
         return;
     }
     if (m_stack.size() < 2 || window(currentWindow())->backEvent() == 0)

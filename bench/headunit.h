@@ -30,6 +30,9 @@ public slots:
     void back();
     /** A hardware key: the open window may use it. @return whether it did */
     bool pressKey(int key);
+    /** The unit's own key for the split view: the open page does what it does for it, if anything.
+     */
+    void toggleSplit();
     /** Makes the open window give its content back and build it anew. */
     void recreateWindow();
 
@@ -39,6 +42,7 @@ signals:
 private:
     void onTouched(int code);
     void openCamera();
+    bool prefersSplit() const;
     void leave(int id);
     void enter(int id);
     void bindPage(QWidget *page, int id);

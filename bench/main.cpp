@@ -60,6 +60,7 @@ static int runHeadless(const Options &options, Screen *screen, HeadUnit *unit, S
 {
     screen->show();
     unit->openWindow(options.window);
+    session->feed(screen->camera());
     HeadlessRun run(options, screen, unit, session);
     run.start();
     return QApplication::exec();

@@ -72,6 +72,7 @@ void BenchWindow::makeMenus()
             QKeySequence(Qt::Key_1 + page.id - 80));
     }
     view->addSeparator();
+    view->addAction(tr("&Split view"), m_unit, &HeadUnit::toggleSplit, QKeySequence(Qt::Key_S));
     view->addAction(tr("&Back"), m_unit, &HeadUnit::back, QKeySequence(Qt::Key_Escape));
     view->addAction(tr("Play or pause"), m_transport, &TransportBar::togglePlaying,
                     QKeySequence(Qt::Key_Space));
@@ -93,6 +94,7 @@ void BenchWindow::start(std::unique_ptr<Session> session)
     connect(drive, &module::Drive::finished, this, &BenchWindow::onFinished);
     m_transport->setDrive(drive);
     m_panel->setSession(m_session.get());
+    m_session->feed(m_screen->camera());
     const bool simulated = drive->source()->title().startsWith(QLatin1String("Simulated"));
     m_screen->statusColumn()->setSource(simulated ? tr("Simulator") : tr("Recorded"));
     drive->play();

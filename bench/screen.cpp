@@ -7,6 +7,10 @@
 
 #include <QEvent>
 
+static const QRect wholeView(StatusColumn::Width, 0, 1280 - StatusColumn::Width, 720);
+// Between the title strip and the navigation bar, over the keys of the parking page.
+static const QRect splitView(StatusColumn::Width, 89, 440, 531);
+
 Screen::Screen(QWidget *parent)
     : QWidget(parent), m_statusColumn(new StatusColumn(this)), m_camera(new CameraView(this))
 {
@@ -15,7 +19,7 @@ Screen::Screen(QWidget *parent)
     QPalette colors = palette();
     colors.setColor(QPalette::Window, night::background);
     setPalette(colors);
-    m_camera->setGeometry(StatusColumn::Width, 0, 1280 - StatusColumn::Width, 720);
+    m_camera->setGeometry(wholeView);
     m_camera->hide();
 
     cm::StatusBarControl *bar = cm::StatusBarControl::instance();
@@ -32,8 +36,16 @@ void Screen::adopt(QWidget *page)
     m_statusColumn->raise();
 }
 
+void Screen::setSplit(bool on)
+{
+    m_split = on;
+    m_camera->setGeometry(on ? splitView : wholeView);
+}
+
 void Screen::showCamera(bool on)
 {
+    if (on && !m_cameraShown)
+        m_camera->updateWarning();
     m_cameraShown = on;
     m_camera->setVisible(on);
     m_camera->raise();

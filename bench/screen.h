@@ -6,7 +6,10 @@
 class CameraView;
 class StatusColumn;
 
-/** The 1280 x 720 screen: a page, the status column over its left edge, or the camera. */
+/**
+ * The 1280 x 720 screen: a page with the status column over its left edge, and the camera over the
+ * page or, in the split view, beside what matters on it.
+ */
 class Screen : public QWidget
 {
     Q_OBJECT
@@ -18,6 +21,9 @@ public:
     void adopt(QWidget *page);
     void showCamera(bool on);
     bool isCameraShown() const { return m_cameraShown; }
+    void setSplit(bool on);
+    bool isSplit() const { return m_split; }
+    CameraView *camera() const { return m_camera; }
 
     /** Counts the frames that were painted since the start. */
     int framesPainted() const { return m_frames; }
@@ -32,5 +38,6 @@ private:
     CameraView *m_camera;
     QPointer<QWidget> m_watchedWindow;
     bool m_cameraShown = false;
+    bool m_split = false;
     int m_frames = 0;
 };

@@ -1,6 +1,7 @@
 #include "session.h"
 
 #include "calllog.h"
+#include "cameraview.h"
 #include "svaudio/audioservice.h"
 #include "warnings.h"
 
@@ -23,6 +24,13 @@ Session::Session(std::unique_ptr<module::VehicleSource> source, QObject *parent)
 Session::~Session()
 {
     finish();
+}
+
+void Session::feed(CameraView *camera)
+{
+    const auto show = [this, camera] { camera->setView(m_drive.source()->rearView()); };
+    connect(&m_drive, &module::Drive::positionChanged, camera, show);
+    show();
 }
 
 bool Session::record(const QString &file, QString *error)

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+class CameraView;
+
 /**
  * One drive from its start to its end: the source on its virtual clock, the recording, and the
  * count of all that crossed the adaptor.
@@ -22,6 +24,8 @@ public:
     ~Session() override;
 
     module::Drive *drive() { return &m_drive; }
+    /** Lets a camera see what is behind the car. */
+    void feed(CameraView *camera);
     /** @param error  one line, when the file cannot be written */
     bool record(const QString &file, QString *error);
     /** Ends the recording and the count; what crosses the adaptor later is left out. */

@@ -1,10 +1,14 @@
 #include "callspy.h"
+#include "cameraview.h"
+#include "cm/reverservideoinservice.h"
 #include "cm/statusbarcontrol.h"
 #include "headunit.h"
 #include "mainwindow.h"
+#include "mem/settingsfunc.h"
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
 #include "options.h"
+#include "paintcounter.h"
 #include "screen.h"
 #include "session.h"
 #include "sidepanel.h"
@@ -30,6 +34,11 @@ private slots:
     void barOpensEveryPage();
     void backWalksTheStack();
     void cameraCoversAndResumes();
+    void splitViewStandsBesideThePage();
+    void warningIsLaidOutWhenTold();
+    void ignoredSplitShowsTheWholeView();
+    void cameraIsStatedOnce();
+    void cameraFollowsTheSteering();
     void statusColumnFollowsTheControl();
     void keysReachTheOpenWindow();
     void pageIsBuiltAnew();
@@ -139,6 +148,107 @@ void tst_HeadUnit::cameraCoversAndResumes()
     post(87);
     QVERIFY(!m_screen->isCameraShown());
     QCOMPARE(m_unit->currentWindow(), 80);
+}
+
+void tst_HeadUnit::splitViewStandsBesideThePage()
+{
+    post(90);
+    m_unit->toggleSplit();
+    CallSpy calls;
+    post(61);
+    // What the unit reads for itself is nothing that the plugin asked for.
+    QCOMPARE(calls.take(), QStringList{"TouchEvent(61, -1, -1)"});
+    CameraView *camera = m_screen->camera();
+    QVERIFY(camera->isVisible() && m_screen->isSplit());
+    auto *rearZone = m_unit->currentPage()->findChild<QLabel *>("icon_rear_right_radar");
+    const QPoint corner = rearZone->mapTo(m_screen.data(), QPoint(0, 0));
+    QVERIFY(!camera->geometry().intersects(QRect(corner, rearZone->size())));
+    const QImage before = camera->grab().toImage();
+
+    m_unit->toggleSplit(); // while it is open
+    QVERIFY(!m_screen->isSplit());
+    QCOMPARE(camera->geometry(), QRect(128, 0, 1152, 720));
+    QVERIFY(camera->grab().toImage() != before);
+    m_unit->back();
+    QVERIFY(!camera->isVisible());
+    post(61);
+    QCOMPARE(camera->geometry(), QRect(128, 0, 1152, 720));
+}
+
+void tst_HeadUnit::warningIsLaidOutWhenTold()
+{
+    post(90);
+    post(61);
+    auto *warning = m_screen->findChild<QLabel *>(QStringLiteral("cameraWarning"));
+    QVERIFY(warning->isVisible());
+    const QRect whole(0, 656, 1152, 64);
+    QCOMPARE(warning->geometry(), whole);
+    m_screen->setSplit(true);
+    QCOMPARE(warning->geometry(), whole); // nobody has told it yet
+    cm::ReverserVideoInService::getInstance()->updateWarning();
+    QCOMPARE(warning->geometry(), QRect(0, 467, 440, 64));
+    m_screen->setSplit(false);
+}
+
+void tst_HeadUnit::ignoredSplitShowsTheWholeView()
+{
+    post(90);
+    m_unit->toggleSplit();
+    mem::SettingsFunc::instance()->setValue("Camera_Ignore_Spilt", false, true, true);
+    post(61);
+    QVERIFY(!m_screen->isSplit());
+    m_unit->back();
+    // The page's own key takes that back.
+    QTest::mouseClick(m_unit->currentPage()->findChild<QPushButton *>("key_camera"),
+                      Qt::LeftButton);
+    QCoreApplication::processEvents();
+    QVERIFY(m_screen->isCameraShown() && m_screen->isSplit());
+    m_unit->toggleSplit();
+}
+
+void tst_HeadUnit::cameraIsStatedOnce()
+{
+    const QString file = qEnvironmentVariable("NORDA_HOST_ROOT") +
+                         QStringLiteral("/media/flash/nvm/factory/settings.ini");
+    QFile settings(file);
+    QVERIFY(settings.open(QIODevice::ReadWrite));
+    QVERIFY(settings.readAll().contains("CameraInput=1"));
+    settings.resize(0);
+    settings.write("[General]\nCameraInput=0\n");
+    settings.close();
+    m_unit.reset(); // the owner's word holds on the next start
+    m_unit.reset(new HeadUnit(m_screen.data()));
+    QVERIFY(settings.open(QIODevice::ReadOnly));
+    QCOMPARE(settings.readAll(), QByteArray("[General]\nCameraInput=0\n"));
+    settings.remove();
+    QString error;
+    QVERIFY(m_unit->load(QStringLiteral(NORDA_PLUGIN_FILE), &error));
+}
+
+void tst_HeadUnit::cameraFollowsTheSteering()
+{
+    QString error;
+    Session session(module::openSource(QStringLiteral("simulator"), &error));
+    CameraView *camera = m_screen->camera();
+    session.feed(camera);
+    m_screen->showCamera(true);
+    session.drive()->seek(500000);
+    QCOMPARE(camera->view().steeringDegrees, 0.0);
+    const QImage straight = camera->grab().toImage();
+    session.drive()->seek(556500);
+    QVERIFY(qAbs(camera->view().steeringDegrees) > 5);
+    const QImage turned = camera->grab().toImage();
+    QVERIFY(turned != straight);
+    session.drive()->seek(570000);
+    QVERIFY(camera->view().wall < 0.4);
+    QVERIFY(camera->grab().toImage() != turned);
+
+    // A view that stays the same is not painted again.
+    QCoreApplication::processEvents();
+    PaintCounter counter;
+    camera->setView(camera->view());
+    QCoreApplication::processEvents();
+    QCOMPARE(counter.paints, 0);
 }
 
 void tst_HeadUnit::statusColumnFollowsTheControl()
