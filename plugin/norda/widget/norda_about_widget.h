@@ -22,6 +22,10 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void onNordaVerInfo(const QStringList &version);
+    void onTimeInfo(const QStringList &digits);
+    void showAudioFirmware();
+
     const std::unique_ptr<Ui_norda_about> m_form;
     Vantiq_Bar_Widget *m_bar;
 };
