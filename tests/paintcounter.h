@@ -3,11 +3,14 @@
 #include <QCoreApplication>
 #include <QEvent>
 
-/** Counts the paint events of all widgets. */
+/** Counts the paint events of one widget, or of all of them. */
 class PaintCounter : public QObject
 {
 public:
-    PaintCounter() { QCoreApplication::instance()->installEventFilter(this); }
+    explicit PaintCounter(QObject *watched = QCoreApplication::instance())
+    {
+        watched->installEventFilter(this);
+    }
     int paints = 0;
 
 private:

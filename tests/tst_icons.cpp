@@ -56,7 +56,8 @@ void tst_Icons::everyNamedImageExists()
 void tst_Icons::everyImageDiffers()
 {
     QHash<QByteArray, QString> seen;
-    const QStringList images = filesBelow(QStringLiteral(":/icon"), {"*.png"});
+    const QStringList images = filesBelow(QStringLiteral(":/icon"), {"*.png"}) +
+                               filesBelow(QStringLiteral(":/popupicon"), {"*.png"});
     QVERIFY(images.size() > 20);
     for (const QString &image : images) {
         const QByteArray hash = QCryptographicHash::hash(content(image), QCryptographicHash::Sha1);
@@ -86,8 +87,8 @@ void tst_Icons::rowsAreComplete()
             QVERIFY2(!QPixmap(image).isNull(), qPrintable(image));
         }
     }
-    for (const char *start : {"F_D_00", "F_D_M_01", "F_U_M_00", "F_U_00", "R_D_00", "R_D_M_00",
-                              "R_U_M_00", "R_U_00"}) {
+    for (const char *start :
+         {"F_D_00", "F_D_M_01", "F_U_M_00", "F_U_00", "R_D_00", "R_D_M_00", "R_U_M_00", "R_U_00"}) {
         const QString image = QStringLiteral(":/icon/radaricon/%1.png").arg(QLatin1String(start));
         QVERIFY2(!QPixmap(image).isNull(), qPrintable(image));
     }
