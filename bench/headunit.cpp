@@ -102,6 +102,11 @@ WindowInterface *HeadUnit::window(int id) const
     return m_plugin->requestWindowInterface(id);
 }
 
+SourceInterface *HeadUnit::source(int id) const
+{
+    return m_plugin ? m_plugin->requestSourceInterface(id) : nullptr;
+}
+
 QWidget *HeadUnit::currentPage() const
 {
     return m_stack.isEmpty() ? nullptr : window(currentWindow())->mainWidget();

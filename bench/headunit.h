@@ -8,6 +8,7 @@
 
 class AppPlugin;
 class Screen;
+class SourceInterface;
 class WindowInterface;
 
 /** Plays the host: loads a plugin, opens its windows on the screen and hands keys to them. */
@@ -22,6 +23,8 @@ public:
     bool load(const QString &file, QString *error);
     QList<int> windowIds() const;
     int currentWindow() const { return m_stack.isEmpty() ? -1 : m_stack.constLast(); }
+    /** An audio source of the plugin, null for an id that it does not have. */
+    SourceInterface *source(int id) const;
     /** The widget of the open window, null when there is none. */
     QWidget *currentPage() const;
 

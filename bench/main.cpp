@@ -1,4 +1,4 @@
-#include "beeper.h"
+#include "audiostage.h"
 #include "headlessrun.h"
 #include "headunit.h"
 #include "mainwindow.h"
@@ -6,6 +6,8 @@
 #include "palette.h"
 #include "screen.h"
 #include "session.h"
+#include "soundoutput.h"
+#include "statuscolumn.h"
 #include "warnings.h"
 
 #include <QApplication>
@@ -56,21 +58,23 @@ static std::unique_ptr<Session> openSession(const Options &options, QString *err
     return session;
 }
 
-static int runHeadless(const Options &options, Screen *screen, HeadUnit *unit, Session *session)
+static int runHeadless(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
+                       Session *session)
 {
     screen->show();
     unit->openWindow(options.window);
     session->feed(screen->camera());
+    session->lead(stage);
     HeadlessRun run(options, screen, unit, session);
     run.start();
     return QApplication::exec();
 }
 
-static int runWindow(const Options &options, Screen *screen, HeadUnit *unit,
+static int runWindow(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
                      std::unique_ptr<Session> session)
 {
-    Beeper beeper;
-    BenchWindow window(options, screen, unit);
+    SoundOutput sound(stage);
+    BenchWindow window(options, screen, unit, stage);
     unit->openWindow(options.window);
     window.start(std::move(session));
     window.show();
@@ -106,9 +110,12 @@ int main(int argc, char *argv[])
     HeadUnit unit(&screen);
     if (!unit.load(options.plugin, &error))
         return refuse(error);
+    AudioStage stage(&unit);
+    QObject::connect(&stage, &AudioStage::changed, screen.statusColumn(),
+                     [&] { screen.statusColumn()->setVolumeShown(stage.isVolumeShown()); });
     std::unique_ptr<Session> session = openSession(options, &error);
     if (!session)
         return refuse(error);
-    return options.headless ? runHeadless(options, &screen, &unit, session.get())
-                            : runWindow(options, &screen, &unit, std::move(session));
+    return options.headless ? runHeadless(options, &screen, &unit, &stage, session.get())
+                            : runWindow(options, &screen, &unit, &stage, std::move(session));
 }

@@ -1,5 +1,7 @@
 #include "mainwindow.h"
 
+#include "audiostage.h"
+#include "audiostageview.h"
 #include "headunit.h"
 #include "options.h"
 #include "screen.h"
@@ -19,10 +21,11 @@
 #include <QMimeData>
 #include <QVBoxLayout>
 
-BenchWindow::BenchWindow(const Options &options, Screen *screen, HeadUnit *unit)
+BenchWindow::BenchWindow(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage)
     : m_options(options)
     , m_screen(screen)
     , m_unit(unit)
+    , m_stage(stage)
     , m_transport(new TransportBar)
     , m_panel(new SidePanel(screen))
 {
@@ -44,6 +47,7 @@ BenchWindow::BenchWindow(const Options &options, Screen *screen, HeadUnit *unit)
     dock->setWidget(m_panel);
     addDockWidget(Qt::RightDockWidgetArea, dock);
     makeMenus();
+    makeAudioDock();
 }
 
 BenchWindow::~BenchWindow()
@@ -87,6 +91,24 @@ void BenchWindow::makeMenus()
     });
 }
 
+/** The audio stage opens on request: it needs a good part of a desktop. */
+void BenchWindow::makeAudioDock()
+{
+    auto *dock = new QDockWidget(tr("Audio stage"));
+    dock->setObjectName(QStringLiteral("audio"));
+    dock->setWidget(new AudioStageView(m_stage));
+    addDockWidget(Qt::BottomDockWidgetArea, dock);
+    dock->hide();
+
+    QMenu *audio = menuBar()->addMenu(tr("&Audio"));
+    QAction *show = dock->toggleViewAction();
+    show->setShortcut(QKeySequence(Qt::Key_A));
+    audio->addAction(show);
+    QAction *refuse = audio->addAction(tr("Refuse the audio focus"));
+    refuse->setCheckable(true);
+    connect(refuse, &QAction::toggled, m_stage, [this](bool on) { m_stage->setFocusGranted(!on); });
+}
+
 void BenchWindow::start(std::unique_ptr<Session> session)
 {
     m_session = std::move(session);
@@ -95,6 +117,7 @@ void BenchWindow::start(std::unique_ptr<Session> session)
     m_transport->setDrive(drive);
     m_panel->setSession(m_session.get());
     m_session->feed(m_screen->camera());
+    m_session->lead(m_stage);
     const bool simulated = drive->source()->title().startsWith(QLatin1String("Simulated"));
     m_screen->statusColumn()->setSource(simulated ? tr("Simulator") : tr("Recorded"));
     drive->play();

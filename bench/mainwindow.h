@@ -4,6 +4,7 @@
 
 #include <memory>
 
+class AudioStage;
 class HeadUnit;
 class Screen;
 class Session;
@@ -16,7 +17,7 @@ class BenchWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    BenchWindow(const Options &options, Screen *screen, HeadUnit *unit);
+    BenchWindow(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage);
     ~BenchWindow() override;
 
     /** Drives a source from its start. */
@@ -30,6 +31,7 @@ protected:
 
 private:
     void makeMenus();
+    void makeAudioDock();
     void openDrive(const QString &file);
     void chooseDrive();
     void onFinished();
@@ -37,6 +39,7 @@ private:
     const Options &m_options;
     Screen *m_screen;
     HeadUnit *m_unit;
+    AudioStage *m_stage;
     TransportBar *m_transport;
     SidePanel *m_panel;
     std::unique_ptr<Session> m_session;

@@ -1,5 +1,6 @@
 #include "session.h"
 
+#include "audiostage.h"
 #include "calllog.h"
 #include "cameraview.h"
 #include "svaudio/audioservice.h"
@@ -24,6 +25,14 @@ Session::Session(std::unique_ptr<module::VehicleSource> source, QObject *parent)
 Session::~Session()
 {
     finish();
+}
+
+void Session::lead(AudioStage *stage)
+{
+    m_stage = stage;
+    const QPointer<Session> session = this;
+    stage->setClock([session] { return session ? session->m_drive.positionMs() : 0; });
+    connect(&m_drive, &module::Drive::positionChanged, stage, &AudioStage::advance);
 }
 
 void Session::feed(CameraView *camera)
@@ -83,6 +92,16 @@ static QJsonObject byName(const QMap<QString, int> &counts)
     return object;
 }
 
+static QJsonArray timeLine(const AudioStage *stage)
+{
+    QJsonArray lines;
+    if (!stage)
+        return lines;
+    for (const AudioStage::Entry &entry : stage->timeLine())
+        lines.append(QJsonObject{{"t", double(entry.ms) / 1000.0}, {"what", entry.text}});
+    return lines;
+}
+
 QJsonObject Session::summary(int framesPainted) const
 {
     QJsonObject source = m_drive.source()->statistics();
@@ -96,6 +115,7 @@ QJsonObject Session::summary(int framesPainted) const
             {"calls", byName(m_calls)},
             {"framesPainted", framesPainted},
             {"beeps", m_beeps},
+            {"audio", timeLine(m_stage)},
             {"droppedInput", m_drive.refused()},
             {"warnings", Warnings::count()},
             {"firstWarnings", QJsonArray::fromStringList(Warnings::first())}};

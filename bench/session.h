@@ -7,9 +7,11 @@
 #include <QElapsedTimer>
 #include <QMap>
 #include <QObject>
+#include <QPointer>
 
 #include <memory>
 
+class AudioStage;
 class CameraView;
 
 /**
@@ -24,6 +26,8 @@ public:
     ~Session() override;
 
     module::Drive *drive() { return &m_drive; }
+    /** Gives an audio stage the drive's time; its time line goes into the summary. */
+    void lead(AudioStage *stage);
     /** Lets a camera see what is behind the car. */
     void feed(CameraView *camera);
     /** @param error  one line, when the file cannot be written */
@@ -50,6 +54,7 @@ private:
 
     module::Drive m_drive;
     module::AdaptorTap m_tap;
+    QPointer<AudioStage> m_stage;
     std::unique_ptr<module::RecordingWriter> m_recording;
     QElapsedTimer m_wall;
     QMap<QString, int> m_signals;

@@ -17,6 +17,14 @@ void StatusColumn::setSource(const QString &text)
     update();
 }
 
+void StatusColumn::setVolumeShown(bool shown)
+{
+    if (shown == m_volumeShown)
+        return;
+    m_volumeShown = shown;
+    update();
+}
+
 void StatusColumn::waitForNextMinute()
 {
     const QTime now = QTime::currentTime();
@@ -64,6 +72,17 @@ static void drawNote(QPainter *painter, QPoint place)
     painter->setPen(Qt::NoPen);
 }
 
+static void drawVolume(QPainter *painter, QPoint place)
+{
+    static constexpr int steps = 6;
+    static constexpr int set = 4;
+    for (int step = 0; step < steps; ++step) {
+        painter->setBrush(step < set ? night::accent : night::hairline);
+        painter->drawRoundedRect(place.x() + 9 * step, place.y() + 20 - 3 * step, 6, 6 + 3 * step,
+                                 2, 2);
+    }
+}
+
 void StatusColumn::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -82,6 +101,8 @@ void StatusColumn::paintEvent(QPaintEvent *)
     painter.setPen(Qt::NoPen);
     drawSignal(&painter, QPoint(44, 110));
     drawNote(&painter, QPoint(49, 172));
+    if (m_volumeShown)
+        drawVolume(&painter, QPoint(38, 232));
 
     font.setPixelSize(24);
     font.setBold(false);

@@ -14,6 +14,9 @@ public:
 
     /** What is being driven, in a word. */
     void setSource(const QString &text);
+    /** The volume hides while the module speaks. */
+    void setVolumeShown(bool shown);
+    bool isVolumeShown() const { return m_volumeShown; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -26,4 +29,5 @@ private:
 
     QBasicTimer m_minute;
     QString m_source;
+    bool m_volumeShown = true;
 };

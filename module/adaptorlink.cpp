@@ -1,25 +1,37 @@
 #include "adaptorlink.h"
 
 #include "norda/vtqadaptor.h"
+#include "norda/vtqservice.h"
 
 #include <QVarLengthArray>
 
 namespace module {
 
-static QHash<QByteArray, QMetaMethod> signalsByName()
+QList<ModuleSignal> moduleSignals()
 {
-    QHash<QByteArray, QMetaMethod> found;
-    const QMetaObject &meta = norda::VtqAdaptor::staticMetaObject;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        if (meta.method(i).methodType() == QMetaMethod::Signal)
-            found.insert(meta.method(i).name(), meta.method(i));
+    QList<ModuleSignal> found;
+    for (QObject *emitter : {static_cast<QObject *>(norda::VtqAdaptor::instance()),
+                             static_cast<QObject *>(norda::VtqService::instance())}) {
+        const QMetaObject *meta = emitter->metaObject();
+        for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
+            if (meta->method(i).methodType() == QMetaMethod::Signal)
+                found.append({emitter, meta->method(i)});
+        }
     }
     return found;
 }
 
-QMetaMethod adaptorSignal(const QByteArray &name)
+static QHash<QByteArray, ModuleSignal> signalsByName()
 {
-    static const QHash<QByteArray, QMetaMethod> found = signalsByName();
+    QHash<QByteArray, ModuleSignal> found;
+    for (const ModuleSignal &signal : moduleSignals())
+        found.insert(signal.method.name(), signal);
+    return found;
+}
+
+ModuleSignal moduleSignal(const QByteArray &name)
+{
+    static const QHash<QByteArray, ModuleSignal> found = signalsByName();
     return found.value(name);
 }
 
@@ -48,9 +60,9 @@ static bool fits(const QMetaMethod &signal, QVariantList *arguments)
 
 bool AdaptorLink::deliver(const Emission &emission)
 {
-    const QMetaMethod signal = adaptorSignal(emission.signal);
+    const ModuleSignal signal = moduleSignal(emission.signal);
     QVariantList arguments = emission.arguments;
-    if (!fits(signal, &arguments)) {
+    if (!fits(signal.method, &arguments)) {
         if (m_refused++ == 0)
             qWarning("%s: expected a signal of the adaptor with its arguments",
                      emission.signal.constData());
@@ -59,8 +71,8 @@ bool AdaptorLink::deliver(const Emission &emission)
     QVarLengthArray<void *, 8> passed = {nullptr}; // the place of a result comes first
     for (QVariant &argument : arguments)
         passed.append(argument.data());
-    norda::VtqAdaptor::instance()->qt_metacall(QMetaObject::InvokeMetaMethod, signal.methodIndex(),
-                                               passed.data());
+    signal.emitter->qt_metacall(QMetaObject::InvokeMetaMethod, signal.method.methodIndex(),
+                                passed.data());
     return true;
 }
 

@@ -8,11 +8,23 @@
 
 namespace module {
 
-/** Hands emissions to the adaptor, whose signals it finds by name. */
+/** A signal by which the module is heard, and the host's object that emits it. */
+struct ModuleSignal
+{
+    QObject *emitter = nullptr;
+    QMetaMethod method;
+};
+
+/** All signals of the adaptor, and the notices of the vehicle service. */
+QList<ModuleSignal> moduleSignals();
+/** The signal of this name; without an emitter when there is none. */
+ModuleSignal moduleSignal(const QByteArray &name);
+
+/** Hands emissions to the host's objects, whose signals it finds by name. */
 class AdaptorLink
 {
 public:
-    /** @return false, with one warning, for a signal or arguments that the adaptor does not have */
+    /** @return false, with one warning, for a signal or arguments that do not exist */
     bool deliver(const Emission &emission);
     /** How many emissions were refused. */
     int refused() const { return m_refused; }
@@ -23,8 +35,5 @@ private:
 
 /** Brings a value to a parameter's type. @return false where that would make another value of it */
 bool fitArgument(QVariant *value, int type);
-
-/** The adaptor's signal of this name; invalid for one that it does not have. */
-QMetaMethod adaptorSignal(const QByteArray &name);
 
 } // namespace module

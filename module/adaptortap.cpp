@@ -1,20 +1,17 @@
 #include "adaptortap.h"
 
-#include "norda/vtqadaptor.h"
+#include "adaptorlink.h"
 
 namespace module {
 
 AdaptorTap::AdaptorTap(Listener listener, QObject *parent)
     : QObject(parent), m_listener(std::move(listener))
 {
-    norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
-    const QMetaObject *meta = adaptor->metaObject();
-    for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
-        if (meta->method(i).methodType() != QMetaMethod::Signal)
-            continue;
+    for (const ModuleSignal &signal : moduleSignals()) {
         const int slot = QObject::staticMetaObject.methodCount() + m_signals.size();
-        QMetaObject::connect(adaptor, i, this, slot, Qt::DirectConnection);
-        m_signals.append(meta->method(i));
+        QMetaObject::connect(signal.emitter, signal.method.methodIndex(), this, slot,
+                             Qt::DirectConnection);
+        m_signals.append(signal.method);
     }
 }
 

@@ -10,8 +10,8 @@
 namespace module {
 
 /**
- * Sees every signal of the adaptor, whoever emits it. The signals are taken from the adaptor's
- * meta-object, so one that is added later is seen without a change here.
+ * Sees every signal by which the module is heard, whoever emits it. They are taken from the
+ * meta-objects, so one that is added later is seen without a change here.
  */
 class AdaptorTap : public QObject
 {

@@ -221,7 +221,7 @@ void RecordingSource::read(const QJsonObject &line)
     const qint64 ms = qint64(moment);
     if (line.contains("signal")) {
         const QByteArray name = line.value("signal").toString().toLatin1();
-        const QMetaMethod signal = adaptorSignal(name);
+        const QMetaMethod signal = moduleSignal(name).method;
         const QJsonArray values = line.value("args").toArray();
         if (!signal.isValid() || values.size() != signal.parameterCount()) {
             ++m_badLines;

@@ -1,3 +1,4 @@
+#include "audiostage.h"
 #include "callspy.h"
 #include "cameraview.h"
 #include "cm/reverservideoinservice.h"
@@ -320,7 +321,8 @@ void tst_HeadUnit::windowPlaysAndSeeks()
 {
     Options options;
     QString error;
-    BenchWindow window(options, m_screen.data(), m_unit.data());
+    AudioStage stage(m_unit.data());
+    BenchWindow window(options, m_screen.data(), m_unit.data(), &stage);
     window.start(
         std::make_unique<Session>(module::openSource(QStringLiteral("simulator"), &error)));
     // The offscreen platform has no window manager to tell the smallest size to.

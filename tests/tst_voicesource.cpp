@@ -1,5 +1,6 @@
 #include "callspy.h"
 #include "mem/settingscache.h"
+#include "messagecapture.h"
 #include "nordahost.h"
 #include "pluginfixture.h"
 #include "testmain.h"
@@ -26,6 +27,9 @@ private slots:
     void attributes_data();
     void attributes();
     void mixIsRestored();
+    void everyOrder_data();
+    void everyOrder();
+    void logLines();
 
 private:
     SourceInterface *source(int id) { return m_host->plugin()->requestSourceInterface(id); }
@@ -126,7 +130,7 @@ void tst_VoiceSource::notices_data()
     QTest::newRow("kind 1") << 1 << 63 << 0 << QStringList() << -1 << 0;
     QTest::newRow("blocked by the display") << 3 << 12 << 4 << QStringList() << -1 << 0;
     QTest::newRow("over, but blocked") << 0 << 0 << 4 << QStringList() << -1 << 0;
-    for (int kind : {5, 6, 127, 255})
+    for (int kind = 5; kind <= 255; ++kind)
         QTest::addRow("kind %d", kind) << kind << 63 << 0 << QStringList() << -1 << 0;
 }
 
@@ -183,6 +187,86 @@ void tst_VoiceSource::mixIsRestored()
     CallSpy calls;
     QVERIFY(QMetaObject::invokeMethod(object(53), "onDelayRestoreMixTimeOut"));
     QCOMPARE(calls.take(), QStringList{"mcu::McuService::setMixChannel(63, 1)"});
+}
+
+void tst_VoiceSource::everyOrder_data()
+{
+    QTest::addColumn<QList<int>>("starts");
+    QTest::addColumn<QList<int>>("stops");
+    QList<int> starts = {51, 52, 53};
+    do {
+        QList<int> stops = {51, 52, 53};
+        do {
+            QTest::addRow("%d %d %d, %d %d %d", starts[0], starts[1], starts[2], stops[0], stops[1],
+                          stops[2])
+                << starts << stops;
+        } while (std::next_permutation(stops.begin(), stops.end()));
+    } while (std::next_permutation(starts.begin(), starts.end()));
+}
+
+// What plays is a state of the whole unit: the last notice counts, and the first stop ends it.
+void tst_VoiceSource::everyOrder()
+{
+    QFETCH(QList<int>, starts);
+    QFETCH(QList<int>, stops);
+    const auto status = [](int code) {
+        return QStringLiteral("svaudio::AudioService::setMainAudioStatus(%1)").arg(code);
+    };
+    const QMap<int, int> startCodes = {{51, 23}, {52, 25}, {53, 21}};
+    CallSpy calls;
+    for (const int id : qAsConst(starts)) {
+        const uchar kind = uchar(id - 49);
+        QMetaObject::invokeMethod(object(id), "handingVTQAudioInterrupt", Q_ARG(uchar, kind),
+                                  Q_ARG(uchar, 1));
+        source(id)->start(QByteArray());
+        QCOMPARE(calls.take({"svaudio::AudioService::setMainAudioStatus"}),
+                 QStringList{status(startCodes[id])});
+        for (const int other : {51, 52, 53})
+            QCOMPARE(source(other)->attribute(), other == id ? 7 : 3);
+    }
+    QStringList announced;
+    for (const int id : qAsConst(stops)) {
+        source(id)->stop(QByteArray());
+        announced += calls.take({"svaudio::AudioService::setMainAudioStatus"});
+        QCOMPARE(cache()->getValue(typeKey, 0), -1);
+        QCOMPARE(cache()->getValue(showKey, false), true);
+    }
+    QCOMPARE(announced, QStringList{status(startCodes[starts.last()] + 1)});
+}
+
+void tst_VoiceSource::logLines()
+{
+    MessageCapture capture;
+    const auto logged = [&capture](const char *text) {
+        return !capture.takeTexts().filter(QLatin1String(text)).isEmpty();
+    };
+    m_host.reset(); // a new plugin makes new sources
+    m_host.reset(new PluginFixture);
+    capture.take();
+    source(53);
+    QVERIFY(logged("init m_delayRestoreMix"));
+    source(51);
+    source(52);
+    QVERIFY(!logged("init m_delayRestoreMix"));
+    struct Row
+    {
+        uchar kind;
+        const char *text;
+        bool onStop;
+    };
+    for (const Row &row :
+         {Row{2, "Voice Information Interrupt", true}, Row{3, "Voice Recognition Interrupt", true},
+          Row{4, "Warning Tone Interrupt", false}}) {
+        QMetaObject::invokeMethod(object(51), "handingVTQAudioInterrupt", Q_ARG(uchar, row.kind),
+                                  Q_ARG(uchar, 12));
+        QVERIFY(logged("VTQ_Voice_Mix 12"));
+        source(51)->start(QByteArray());
+        QVERIFY(logged(row.text));
+        source(51)->stop(QByteArray());
+        QCOMPARE(logged(row.text), row.onStop);
+    }
+    QMetaObject::invokeMethod(object(53), "onDelayRestoreMixTimeOut");
+    QVERIFY(logged("timer out"));
 }
 
 NORDA_TEST_MAIN(tst_VoiceSource)

@@ -10,6 +10,7 @@ namespace module {
 static constexpr qint64 answerMs = 20; // how long the module thinks about a touch
 static constexpr qint64 centreMs = 100;
 static constexpr qint64 propertiesMs = 1000;
+static constexpr qint64 clockMs = 1000;
 static constexpr const char *degrees = "\u2109";
 
 SimulatedCar::SimulatedCar(Trim trim) : m_trim(trim), m_climate(trim)
@@ -31,6 +32,7 @@ void SimulatedCar::restart()
     m_tires = Tires();
     m_body = Body();
     m_manoeuvre = Manoeuvre();
+    m_prompts = Prompts();
     m_out.clear();
     m_nowMs = 0;
     sayTitles(0);
@@ -70,6 +72,7 @@ void SimulatedCar::step()
     m_tires.step(m_nowMs, m_powertrain);
     m_body.step(m_nowMs, m_powertrain, m_tires);
     m_manoeuvre.step(m_nowMs, m_powertrain.speedKmh());
+    m_prompts.step(m_nowMs, m_powertrain.speedKmh(), m_body, m_tires, m_manoeuvre);
     report();
     if (m_nowMs % centreMs == 0 && m_climate.step(m_powertrain.ambient(), m_powertrain.isRunning()))
         sayClimate(m_nowMs);
@@ -135,6 +138,9 @@ void SimulatedCar::report()
     m_tires.report(&m_out, m_nowMs, m_body.isEngineFaulty());
     m_body.report(&m_out, m_nowMs);
     m_manoeuvre.report(&m_out, m_nowMs);
+    m_prompts.report(&m_out, m_nowMs);
+    if (m_tellsTime && m_nowMs % clockMs == 0)
+        sayClock(m_nowMs);
 
     // The list rounds the voltage to whole volts, so the text follows it at once.
     const QVariantList volts = {QString::number(car.volts(), 'f', 1) + QLatin1Char('V')};
@@ -224,8 +230,17 @@ bool SimulatedCar::command(qint64 nowMs, const QString &operation, const QVarian
            answer(nowMs + answerMs, operation.mid(adaptor.size()), arguments);
 }
 
+/** Month, day, year, hour, minute and second, digit by digit. */
+void SimulatedCar::sayClock(qint64 atMs)
+{
+    static const QDateTime departure(QDate(2026, 3, 14), QTime(8, 15), Qt::UTC);
+    const QString digits = departure.addMSecs(atMs).toString(QStringLiteral("MMddyyHHmmss"));
+    m_out.say(atMs, "TimeInfo", {digits.split(QString(), Qt::SkipEmptyParts)});
+}
+
 bool SimulatedCar::answer(qint64 atMs, const QString &command, const QVariantList &arguments)
 {
+    enum ModulePage { versionPage = 5, menuPage = 13 };
     const int first = arguments.value(0).toInt();
     const bool pressed = first == 1;
     if (answerClimate(atMs, command, arguments))
@@ -249,8 +264,14 @@ bool SimulatedCar::answer(qint64 atMs, const QString &command, const QVariantLis
                arguments.value(1).toInt() == 1) {
         m_preset = first == 0x12 ? 0 : 1;
         sayPresets(atMs);
-    } else if (command == QLatin1String("NordaData_Request") && first == 5) {
+    } else if (command == QLatin1String("NordaData_Request") && first == versionPage) {
         m_out.say(atMs, "NordaVerInfo", {QStringList{"V", "3", "12", "7"}});
+        sayClock(atMs);
+        m_tellsTime = true;
+    } else if (command == QLatin1String("NordaData_Request") && first == menuPage) {
+        m_menu.back(&m_out, atMs);
+    } else if (command == QLatin1String("NordaSetSelectedLineNumber")) {
+        m_menu.select(&m_out, atMs, first);
     } else {
         return false;
     }

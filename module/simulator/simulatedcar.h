@@ -4,7 +4,9 @@
 #include "climate.h"
 #include "emissionqueue.h"
 #include "manoeuvre.h"
+#include "menu.h"
 #include "powertrain.h"
+#include "prompts.h"
 #include "tires.h"
 
 namespace module {
@@ -39,6 +41,7 @@ private:
     void reportCorner(const char *place, double value, const char *unit, int fullScale);
     void reportProperties();
     void reportGear();
+    void sayClock(qint64 atMs);
     void sayTitles(qint64 atMs);
     void sayPresets(qint64 atMs);
     void sayClimate(qint64 atMs);
@@ -51,10 +54,13 @@ private:
     Tires m_tires;
     Body m_body;
     Manoeuvre m_manoeuvre;
+    Prompts m_prompts;
+    Menu m_menu;
     EmissionQueue m_out;
     qint64 m_nowMs = 0;
     TopLeft m_topLeft = Transmission;
     bool m_arcs = false;
+    bool m_tellsTime = false;
     uchar m_preset = 0;
     double m_highestRpm = 0;
 };

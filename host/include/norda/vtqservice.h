@@ -7,7 +7,7 @@
 
 namespace norda {
 
-/** Feature queries and status settings of the vehicle service. Fetched at each use. */
+/** Feature queries, status settings and notices of the vehicle service. Fetched at each use. */
 class NORDAHOST_EXPORT VtqService : public QObject
 {
     Q_OBJECT
@@ -40,6 +40,15 @@ public:
     void setRearClimateControlFeatures(int group, const QMap<int, bool> &features);
     Q_INVOKABLE
     void setParkingAssistZones(const QMap<int, bool> &zones);
+
+signals:
+    /**
+     * The module interrupts the audio, or its interruption is over. For the host, which hands it to
+     * the slot `handingVTQAudioInterrupt` of a voice source.
+     * @param kind      0 over, 2 voice information, 3 voice recognition, 4 warning tone
+     * @param location  one bit per speaker location, bits 0 to 5
+     */
+    void audioInterruptNotify(unsigned char kind, unsigned char location);
 
 private:
     VtqService();

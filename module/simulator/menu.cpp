@@ -1,0 +1,150 @@
+#include "menu.h"
+
+#include <iterator>
+
+namespace module {
+
+enum EntryKind { Page, Value, Reset, Up };
+
+struct Entry
+{
+    int parent; // the page's place in the table
+    EntryKind kind;
+    const char *text;
+    const char *values; // of a value entry, parted by bars; the first one is the default
+};
+
+enum PageNumber { Main, Units, Tires, Lights, Ambient, Locks, Parking, Gauges, ResetPage };
+
+// clang-format off
+static constexpr Entry entries[] = {
+    /* Main */      {-1,        Page,  "Vehicle settings",          nullptr},
+    /* Units */     {Main,      Page,  "Units",                     nullptr},
+    /* Tires */     {Main,      Page,  "Tires",                     nullptr},
+    /* Lights */    {Main,      Page,  "Lights",                    nullptr},
+    /* Ambient */   {Lights,    Page,  "Ambient light",             nullptr},
+    /* Locks */     {Main,      Page,  "Doors and locks",           nullptr},
+    /* Parking */   {Main,      Page,  "Parking assist",            nullptr},
+    /* Gauges */    {Main,      Page,  "Gauges and alerts",         nullptr},
+    /* ResetPage */ {Main,      Page,  "Reset all settings?",       nullptr},
+
+    {Units,     Value, "Speed",               "mph|km/h"},
+    {Units,     Value, "Temperature",         "\u00B0F|\u00B0C"},
+    {Units,     Value, "Pressure",            "psi|bar|kPa"},
+    {Units,     Value, "Fuel economy",        "mpg|l/100 km"},
+
+    {Tires,     Value, "Low front threshold", "28 psi|29 psi|30 psi|26 psi|27 psi"},
+    {Tires,     Value, "Low rear threshold",  "28 psi|29 psi|30 psi|26 psi|27 psi"},
+    {Tires,     Value, "Pressure warning",    "On|Off"},
+
+    {Lights,    Value, "Headlights off after","30 s|60 s|90 s|0 s"},
+    {Lights,    Value, "Daytime lights",      "On|Off"},
+    {Lights,    Value, "Greeting lights",     "Off|On"},
+    {Ambient,   Value, "Colour",              "Ice blue|White|Amber|Red|Green"},
+    {Ambient,   Value, "Brightness",          "3|4|5|1|2"},
+    {Ambient,   Value, "Footwell",            "On|Off"},
+
+    {Locks,     Value, "Lock while driving",  "On|Off"},
+    {Locks,     Value, "Unlock on exit",      "All doors|Driver door"},
+    {Locks,     Value, "Horn on locking",     "Off|On"},
+
+    {Parking,   Value, "Tone volume",         "Medium|High|Low"},
+    {Parking,   Value, "Front sensors",       "On|Off"},
+    {Parking,   Value, "Rear sensors",        "On|Off"},
+    {Parking,   Value, "Blind spot warning",  "On|Off"},
+
+    {Gauges,    Value, "Engine hot at",       "240 \u00B0F|250 \u00B0F|230 \u00B0F"},
+    {Gauges,    Value, "Oil hot at",          "260 \u00B0F|270 \u00B0F|250 \u00B0F"},
+    {Gauges,    Value, "Low voltage at",      "11.8 V|12.0 V|11.5 V"},
+    {Gauges,    Value, "Shift lamp at",       "5600 rpm|6000 rpm|5200 rpm"},
+    {Gauges,    Value, "Shift lamp",          "On|Off"},
+    {Gauges,    Value, "Peak hold",           "On|Off"},
+    {Gauges,    Value, "Needle speed",        "Normal|Fast|Slow"},
+    {Gauges,    Value, "Top left gauge",      "Transmission|Oil|Ambient"},
+    {Gauges,    Value, "Start-up sweep",      "On|Off"},
+    {Gauges,    Value, "Low fuel at",         "2 gallons|3 gallons|1 gallon"},
+    {Gauges,    Value, "Service alert every", "3000 miles|5000 miles|7500 miles"},
+    {Gauges,    Value, "Alert tone",          "On|Off"},
+    {Gauges,    Value, "Voice prompts",       "On|Off"},
+    {Gauges,    Value, "Speed alert",         "Off|On"},
+    {Gauges,    Value, "Ice warning",         "On|Off"},
+
+    {ResetPage, Reset, "Yes, restore the factory settings", nullptr},
+    {ResetPage, Up,    "No",                                nullptr},
+};
+// clang-format on
+static constexpr int mostLines = 15;
+
+Menu::Menu() = default;
+
+QString Menu::title() const
+{
+    return QString::fromUtf8(entries[m_page].text);
+}
+
+QVector<int> Menu::children(int page) const
+{
+    QVector<int> found;
+    for (int i = 0; i < int(std::size(entries)); ++i) {
+        if (entries[i].parent == page)
+            found.append(i);
+    }
+    return found.mid(0, mostLines);
+}
+
+QString Menu::valueText(int entry) const
+{
+    return QString::fromUtf8(entries[entry].values)
+        .section(QLatin1Char('|'), m_choices.value(entry), m_choices.value(entry));
+}
+
+void Menu::reset()
+{
+    m_choices.clear();
+}
+
+void Menu::back(EmissionQueue *out, qint64 atMs)
+{
+    m_page = qMax<int>(Main, entries[m_page].parent);
+    send(out, atMs);
+}
+
+void Menu::select(EmissionQueue *out, qint64 atMs, int line)
+{
+    static constexpr int firstLine = 2;
+    const QVector<int> lines = children(m_page);
+    const int entry = line >= firstLine ? lines.value(line - firstLine, -1) : -1;
+    if (entry >= 0 && entries[entry].kind == Page) {
+        m_page = entry;
+    } else if (entry >= 0 && entries[entry].kind == Value) {
+        const int values = QByteArray(entries[entry].values).count('|') + 1;
+        m_choices[entry] = (m_choices.value(entry) + 1) % values;
+    } else if (entry >= 0) {
+        if (entries[entry].kind == Reset)
+            reset();
+        m_page = Main;
+    }
+    send(out, atMs);
+}
+
+/** A page goes out in one burst: its title, then line by line. */
+void Menu::send(EmissionQueue *out, qint64 atMs) const
+{
+    enum LineType { TitleLine = 1, ItemLine = 2, ValueLine = 3 };
+    const auto say = [out, atMs](int type, int line, const QStringList &label,
+                                 const QStringList &value) {
+        out->say(atMs, "NordaConfigMenuTextInfo",
+                 {QVariant::fromValue(QList<int>{type, 0, line}), label, value});
+    };
+    int line = 1;
+    say(TitleLine, line, {title()}, {});
+    for (const int entry : children(m_page)) {
+        const QString text = QString::fromUtf8(entries[entry].text);
+        if (entries[entry].kind == Value)
+            say(ValueLine, ++line, {text, QStringLiteral(":  ")}, {valueText(entry)});
+        else
+            say(ItemLine, ++line, {text}, {});
+    }
+}
+
+} // namespace module
