@@ -109,7 +109,8 @@ static void handToPlugin(SourceInterface *source, const char *slot, QGenericArgu
 
 void AudioStage::onNotice(unsigned char kind, unsigned char location)
 {
-    note(tr("Notice of the module: kind %1, locations %2").arg(kind).arg(location));
+    if (kind != 0 || m_voice != Silent)
+        note(tr("Notice of the module: kind %1, locations %2").arg(kind).arg(location));
     handToPlugin(source(Information), "handingVTQAudioInterrupt", Q_ARG(uchar, kind),
                  Q_ARG(uchar, location));
 }

@@ -122,6 +122,9 @@ void AudioStageView::drawTimeLine(QPainter *painter) const
         painter->drawText(timeLineArea.x(), y,
                           QString::number(double(entries[i].ms) / 1000.0, 'f', 2));
         painter->setPen(i == entries.size() - 1 ? night::text : night::secondary);
-        painter->drawText(timeLineArea.x() + 76, y, entries[i].text);
+        const int place = timeLineArea.x() + 76;
+        painter->drawText(place, y,
+                          painter->fontMetrics().elidedText(entries[i].text, Qt::ElideRight,
+                                                            timeLineArea.right() - place));
     }
 }

@@ -1,5 +1,6 @@
 #include "gallery.h"
 
+#include "audiostageview.h"
 #include "cameraview.h"
 #include "headunit.h"
 #include "norda/vtqadaptor.h"
@@ -29,6 +30,14 @@ struct State
     void (*prepare)(const Scene &scene); // may be null
     void (*restore)(const Scene &scene); // may be null
 };
+
+static void settle()
+{
+    static constexpr int longestAnimationMs = 400;
+    QEventLoop loop;
+    QTimer::singleShot(longestAnimationMs, &loop, &QEventLoop::quit);
+    loop.exec();
+}
 
 static void toFastestMoment(const Scene &scene)
 {
@@ -84,6 +93,32 @@ static void closeCamera(const Scene &scene)
     scene.unit->back();
     scene.screen->setSplit(false);
     scene.screen->camera()->setView(scene.session->drive()->source()->rearView());
+}
+
+static void request(int page)
+{
+    norda::VtqAdaptor::instance()->NordaData_Request(page);
+}
+
+static void touchRow(const Scene &scene, int row)
+{
+    const QString name = QStringLiteral("key_item_%1").arg(row);
+    if (auto *key = scene.screen->findChild<QAbstractButton *>(name))
+        key->click();
+}
+
+/** The unit's audio stage while the module warns, beside the pages: no screen shows it. */
+static bool writeStage(AudioStage *stage, const QString &file)
+{
+    static constexpr unsigned char warningTone = 4;
+    static constexpr unsigned char inFront = 19;
+    norda::VtqService *service = norda::VtqService::instance();
+    emit service->audioInterruptNotify(warningTone, inFront);
+    AudioStageView view(stage);
+    view.resize(800, 480);
+    const bool isWritten = view.grab().save(file);
+    emit service->audioInterruptNotify(0, 0);
+    return isWritten;
 }
 
 /** A car whose rear zone lacks some controls, as the page shows it after a second-zone report. */
@@ -190,38 +225,48 @@ static const State states[] = {
             showCamera(scene, false, true);
             report(8, 3);
         }, closeCamera},
-    {"84-settings", 84, nullptr, nullptr},
-    {"85-about", 85, nullptr, nullptr},
+    {"84-settings", 84, [](const Scene &) { request(13); }, nullptr},
+    {"84-settings-values", 84, [](const Scene &scene) { touchRow(scene, 6); },
+        [](const Scene &) { request(13); }},
+    {"84-settings-reset", 84,
+        [](const Scene &scene) {
+            settle();
+            touchRow(scene, 7);
+        },
+        [](const Scene &) { request(13); }},
+    {"85-about", 85, [](const Scene &) { request(5); }, nullptr},
 };
 // clang-format on
 
-static void settle()
-{
-    static constexpr int longestAnimationMs = 400;
-    QEventLoop loop;
-    QTimer::singleShot(longestAnimationMs, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-QStringList writeGallery(const Options &options, Screen *screen, HeadUnit *unit, Session *session,
-                         QString *error)
+QStringList writeGallery(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
+                         Session *session, QString *error)
 {
     const Scene scene = {screen, unit, session, options.trim};
+    const auto pathOf = [&options](const char *name) {
+        return QDir(options.gallery).filePath(QLatin1String(name) + QStringLiteral(".png"));
+    };
+    const auto refuse = [error](const QString &file) {
+        *error = QStringLiteral("%1: expected a picture file that can be written").arg(file);
+    };
     QStringList files;
     for (const State &state : states) {
         unit->openWindow(state.window);
         if (state.prepare)
             state.prepare(scene);
         settle();
-        const QString file =
-            QDir(options.gallery).filePath(QLatin1String(state.file) + QStringLiteral(".png"));
+        const QString file = pathOf(state.file);
         if (!screen->grab().save(file)) {
-            *error = QStringLiteral("%1: expected a picture file that can be written").arg(file);
+            refuse(file);
             return files;
         }
         files.append(file);
         if (state.restore)
             state.restore(scene);
     }
+    const QString file = pathOf("audio-stage");
+    if (writeStage(stage, file))
+        files.append(file);
+    else
+        refuse(file);
     return files;
 }

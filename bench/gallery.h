@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+class AudioStage;
 class HeadUnit;
 class Screen;
 class Session;
@@ -13,5 +14,5 @@ struct Options;
  * @param error  one line, when a picture cannot be written
  * @return the files written
  */
-QStringList writeGallery(const Options &options, Screen *screen, HeadUnit *unit, Session *session,
-                         QString *error);
+QStringList writeGallery(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
+                         Session *session, QString *error);

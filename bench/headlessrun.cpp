@@ -26,8 +26,9 @@ static void onSignal(int)
     [[maybe_unused]] const auto written = ::write(signalPipe[1], &byte, 1);
 }
 
-HeadlessRun::HeadlessRun(const Options &options, Screen *screen, HeadUnit *unit, Session *session)
-    : m_options(options), m_screen(screen), m_unit(unit), m_session(session)
+HeadlessRun::HeadlessRun(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
+                         Session *session)
+    : m_options(options), m_screen(screen), m_unit(unit), m_stage(stage), m_session(session)
 {
     connect(session->drive(), &module::Drive::positionChanged, this, &HeadlessRun::showProgress);
     connect(session->drive(), &module::Drive::finished, this, &HeadlessRun::end);
@@ -78,7 +79,7 @@ void HeadlessRun::end()
     // The gallery looks around in the drive again; its progress has been shown.
     disconnect(m_session->drive(), nullptr, this, nullptr);
     QString error;
-    const bool written = writeResults(m_options, m_screen, m_unit, m_session, &error);
+    const bool written = writeResults(m_options, m_screen, m_unit, m_stage, m_session, &error);
     if (!written)
         std::fprintf(stderr, "%s\n", qPrintable(error));
     QCoreApplication::exit(written ? 0 : 2);
@@ -103,8 +104,8 @@ static bool writeSummary(const QString &path, const QJsonObject &summary, QStrin
     return false;
 }
 
-bool writeResults(const Options &options, Screen *screen, HeadUnit *unit, Session *session,
-                  QString *error)
+bool writeResults(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
+                  Session *session, QString *error)
 {
     session->finish();
     const QJsonObject summary = session->summary(screen->framesPainted());
@@ -113,7 +114,7 @@ bool writeResults(const Options &options, Screen *screen, HeadUnit *unit, Sessio
         return false;
     if (options.gallery.isEmpty())
         return true;
-    const QStringList files = writeGallery(options, screen, unit, session, error);
+    const QStringList files = writeGallery(options, screen, unit, stage, session, error);
     std::printf("%d pictures in %s\n", files.size(), qPrintable(options.gallery));
     return error->isEmpty();
 }

@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+class AudioStage;
 class HeadUnit;
 class Screen;
 class Session;
@@ -12,7 +13,8 @@ class HeadlessRun : public QObject
 {
     Q_OBJECT
 public:
-    HeadlessRun(const Options &options, Screen *screen, HeadUnit *unit, Session *session);
+    HeadlessRun(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
+                Session *session);
     ~HeadlessRun() override;
 
     void start();
@@ -25,6 +27,7 @@ private:
     const Options &m_options;
     Screen *m_screen;
     HeadUnit *m_unit;
+    AudioStage *m_stage;
     Session *m_session;
     int m_lastPercent = -1;
 };
@@ -33,5 +36,5 @@ private:
  * Writes what was asked for at the end of a drive, in a window or without.
  * @return false, with one line in error, when a file cannot be written
  */
-bool writeResults(const Options &options, Screen *screen, HeadUnit *unit, Session *session,
-                  QString *error);
+bool writeResults(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
+                  Session *session, QString *error);

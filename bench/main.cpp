@@ -65,7 +65,7 @@ static int runHeadless(const Options &options, Screen *screen, HeadUnit *unit, A
     unit->openWindow(options.window);
     session->feed(screen->camera());
     session->lead(stage);
-    HeadlessRun run(options, screen, unit, session);
+    HeadlessRun run(options, screen, unit, stage, session);
     run.start();
     return QApplication::exec();
 }
@@ -80,7 +80,7 @@ static int runWindow(const Options &options, Screen *screen, HeadUnit *unit, Aud
     window.show();
     const int code = QApplication::exec();
     QString error;
-    if (!writeResults(options, screen, unit, window.session(), &error))
+    if (!writeResults(options, screen, unit, stage, window.session(), &error))
         return refuse(error);
     return code;
 }

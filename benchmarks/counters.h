@@ -18,5 +18,8 @@ private:
     bool eventFilter(QObject *watched, QEvent *event) override;
 };
 
+/** Lets every sleep of the process return at once, to measure what is done between. */
+void skipSleeps(bool skip);
+
 /** Lets the window system take a window in, with all that comes of it. */
 void settle(int ms);

@@ -32,6 +32,7 @@ public:
             {"animation/gauge", "animation/qwt", 0.6},
             {"burst/page", "burst/labels", 1.5},
             {"climate/changed", "climate/bare", 1.5},
+            {"menu/page", "menu/bare", 1.5},
             {"parking/one_zone", "parking/bare", 1.0},
             {"parking/sixty_hidden", "parking/sixty_visible", 0},
             {"startup/page", "startup/empty_window", 0},

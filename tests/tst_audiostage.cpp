@@ -220,7 +220,7 @@ void tst_AudioStage::noticesWithoutAVoice()
     QFETCH(int, kind);
     notify(kind, 63);
     QCOMPARE(int(m_stage->voice()), int(AudioStage::Silent));
-    QCOMPARE(told().size(), 1);
+    QCOMPARE(told().size(), kind == 0 ? 0 : 1);
     QVERIFY(m_stage->isVolumeShown());
 }
 

@@ -39,6 +39,8 @@ private slots:
     void everyLeafAndBack();
     void randomTouches();
     void burstArrivesWhole();
+    void hastyTouchesDoNotMixPages();
+    void noPageIsLongerThanTheOneAbove();
     void versionAndClock();
     void promptsComeOneAtATime();
 
@@ -144,7 +146,7 @@ void tst_SimulatedMenu::resetAsks()
 void tst_SimulatedMenu::linesThatAPageLacks_data()
 {
     QTest::addColumn<int>("line");
-    for (const int line : {-1, 0, 1, 12, 17, 1000, INT_MAX, INT_MIN})
+    for (const int line : {-1, 0, 1, 17, 18, 1000, INT_MAX, INT_MIN})
         QTest::addRow("%d", line) << line;
 }
 
@@ -246,7 +248,7 @@ void tst_SimulatedMenu::burstArrivesWhole()
     Q_UNUSED(hidden)
     Menu menu;
     EmissionQueue out;
-    menu.select(&out, 0, 7); // the longest page
+    menu.back(&out, 0); // the longest page
     AdaptorLink link;
     QElapsedTimer clock;
     clock.start();
@@ -254,9 +256,49 @@ void tst_SimulatedMenu::burstArrivesWhole()
         QVERIFY(link.deliver(out.take()));
     QVERIFY(clock.elapsed() >= 160); // it paces itself
     const MenuPage page = shownPage(screen);
-    QCOMPARE(page.title, QStringLiteral("Gauges and alerts"));
+    QCOMPARE(page.title, QStringLiteral("Vehicle settings"));
     QCOMPARE(page.rows.size(), 15);
     QCOMPARE(page.rows, select(&menu, 99).rows);
+}
+
+void tst_SimulatedMenu::hastyTouchesDoNotMixPages()
+{
+    PluginFixture host;
+    QWidget *screen = host.open(84);
+    Drive drive(std::make_unique<SimulatedCar>());
+    VtqAdaptor::instance()->NordaData_Request(13);
+    QTRY_COMPARE(shownPage(screen).rows.size(), 15);
+    // The second touch comes before the answer to the first.
+    QTest::mouseClick(find<QPushButton>(screen, "key_item_1"), Qt::LeftButton);
+    find<QPushButton>(screen, "key_back")->click();
+    QTRY_COMPARE(shownPage(screen).rows.size(), 15);
+    Menu judge;
+    QCOMPARE(shownPage(screen).title, QStringLiteral("Vehicle settings"));
+    QCOMPARE(shownPage(screen).rows, back(&judge).rows);
+}
+
+// The navigation key asks for the menu without clearing what the page shows.
+void tst_SimulatedMenu::noPageIsLongerThanTheOneAbove()
+{
+    Menu menu;
+    const MenuPage main = back(&menu);
+    for (int row = 0; row < main.rows.size(); ++row) {
+        const MenuPage page = select(&menu, row + 2);
+        QVERIFY(page.rows.size() <= main.rows.size());
+        if (page.title == main.title)
+            continue;
+        for (int inner = 0; inner < page.rows.size(); ++inner) {
+            const MenuPage next = select(&menu, inner + 2);
+            if (next.title == page.title)
+                continue;
+            if (next.title == main.title)
+                break; // an answer led to the top
+            QVERIFY(next.rows.size() <= page.rows.size());
+            back(&menu);
+        }
+        while (menu.title() != main.title)
+            back(&menu);
+    }
 }
 
 void tst_SimulatedMenu::versionAndClock()

@@ -28,6 +28,17 @@ static constexpr Entry entries[] = {
     /* Gauges */    {Main,      Page,  "Gauges and alerts",         nullptr},
     /* ResetPage */ {Main,      Page,  "Reset all settings?",       nullptr},
 
+    // A page has no more lines than the one above it: the head unit does not clear what it shows
+    // when it asks for the menu from another page.
+    {Main,      Value, "Voice prompts",       "On|Off"},
+    {Main,      Value, "Alert tone",          "On|Off"},
+    {Main,      Value, "Speed alert",         "Off|On"},
+    {Main,      Value, "Ice warning",         "On|Off"},
+    {Main,      Value, "Low fuel at",         "2 gallons|3 gallons|1 gallon"},
+    {Main,      Value, "Service alert every", "3000 miles|5000 miles|7500 miles"},
+    {Main,      Value, "Start-up sweep",      "On|Off"},
+    {Main,      Value, "Clock",               "12 hours|24 hours"},
+
     {Units,     Value, "Speed",               "mph|km/h"},
     {Units,     Value, "Temperature",         "\u00B0F|\u00B0C"},
     {Units,     Value, "Pressure",            "psi|bar|kPa"},
@@ -61,13 +72,6 @@ static constexpr Entry entries[] = {
     {Gauges,    Value, "Peak hold",           "On|Off"},
     {Gauges,    Value, "Needle speed",        "Normal|Fast|Slow"},
     {Gauges,    Value, "Top left gauge",      "Transmission|Oil|Ambient"},
-    {Gauges,    Value, "Start-up sweep",      "On|Off"},
-    {Gauges,    Value, "Low fuel at",         "2 gallons|3 gallons|1 gallon"},
-    {Gauges,    Value, "Service alert every", "3000 miles|5000 miles|7500 miles"},
-    {Gauges,    Value, "Alert tone",          "On|Off"},
-    {Gauges,    Value, "Voice prompts",       "On|Off"},
-    {Gauges,    Value, "Speed alert",         "Off|On"},
-    {Gauges,    Value, "Ice warning",         "On|Off"},
 
     {ResetPage, Reset, "Yes, restore the factory settings", nullptr},
     {ResetPage, Up,    "No",                                nullptr},
@@ -130,6 +134,8 @@ void Menu::select(EmissionQueue *out, qint64 atMs, int line)
 /** A page goes out in one burst: its title, then line by line. */
 void Menu::send(EmissionQueue *out, qint64 atMs) const
 {
+    // Lines of a page that nobody wants to see any more stay unsaid.
+    out->drop("NordaConfigMenuTextInfo");
     enum LineType { TitleLine = 1, ItemLine = 2, ValueLine = 3 };
     const auto say = [out, atMs](int type, int line, const QStringList &label,
                                  const QStringList &value) {

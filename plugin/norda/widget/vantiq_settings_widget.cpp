@@ -62,6 +62,8 @@ void Vantiq_Settings_Widget::init()
     m_form->icon_back->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_form->Txt_back->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_form->verticalLayout->setAlignment(Qt::AlignTop);
+    // A list that grows keeps what is on the screen: only the new row is painted.
+    m_form->scrollAreaWidgetContents->setAttribute(Qt::WA_StaticContents);
     for (int row = 1; row <= rowCount; ++row) {
         m_lineWidgets.insert(lineOfRow(row),
                              findChild<QWidget *>(QStringLiteral("item_bar_widget_%1").arg(row)));
@@ -192,7 +194,8 @@ void Vantiq_Settings_Widget::addWidgetsToQVBoxLayout(QWidget *row)
     row->show();
     row->setFixedHeight(rowHeight);
     layout->addWidget(row);
-    contents->adjustSize();
+    // The width belongs to the scroll area; adjusted for a moment, all rows would be painted anew.
+    contents->resize(contents->width(), layout->sizeHint().height());
     NORDA_TRACE << row->size() << contents->size() << m_form->scrollArea_item_01->sizeHint()
                 << layout->sizeHint();
     contents->setFixedHeight(layout->count() * rowHeight + bottomSpace);
