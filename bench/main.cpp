@@ -24,6 +24,15 @@ static int refuse(const QString &error)
     return Unusable;
 }
 
+/** The plugin of the same build, or the installed one. */
+static QString ownPlugin()
+{
+    const QDir folder(QCoreApplication::applicationDirPath());
+    const QString built = folder.filePath(QStringLiteral("../plugins/libnordaPlugin.so"));
+    const QString installed = folder.filePath(QStringLiteral(NORDA_INSTALLED_PLUGIN));
+    return QDir::cleanPath(QFile::exists(built) ? built : installed);
+}
+
 /** The scale and the platform must be known before the application object. */
 static bool readOptions(int argc, char *argv[], Options *options, QString *error)
 {
@@ -31,8 +40,7 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
     if (!options->parse(QCoreApplication::arguments(), error))
         return false;
     if (options->plugin.isEmpty())
-        options->plugin = QDir::cleanPath(QCoreApplication::applicationDirPath() +
-                                          QStringLiteral("/../plugins/libnordaPlugin.so"));
+        options->plugin = ownPlugin();
     const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
                             qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
                             qEnvironmentVariableIsSet("QT_QPA_PLATFORM");

@@ -78,15 +78,23 @@ TransportBar::TransportBar(QWidget *parent)
     showPlaying(false);
 }
 
+/** A speed from the command line may stand between the rows. */
+void TransportBar::showSpeed(double factor)
+{
+    m_speed->setCurrentIndex(-1);
+    for (int row = 0; row < int(std::size(speeds)); ++row) {
+        if (qFuzzyCompare(1 + speeds[row].factor, 1 + factor))
+            m_speed->setCurrentIndex(row);
+    }
+    m_speed->setPlaceholderText(tr("%1 x").arg(factor));
+}
+
 void TransportBar::setDrive(module::Drive *drive)
 {
     m_drive = drive;
     const QSignalBlocker blocker(m_slider);
     m_slider->setMaximum(int(drive->durationMs() / 1000));
-    for (int row = 0; row < int(std::size(speeds)); ++row) {
-        if (qFuzzyCompare(1 + speeds[row].factor, 1 + drive->speed()))
-            m_speed->setCurrentIndex(row);
-    }
+    showSpeed(drive->speed());
     connect(drive, &module::Drive::positionChanged, this, &TransportBar::showPosition);
     connect(drive, &module::Drive::playingChanged, this, &TransportBar::showPlaying);
     showPosition(drive->positionMs());

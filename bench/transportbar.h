@@ -27,6 +27,7 @@ public slots:
 private:
     void showPosition(qint64 ms);
     void showPlaying(bool playing);
+    void showSpeed(double factor);
     void setSpeed(int row);
 
     QPointer<module::Drive> m_drive;

@@ -13,6 +13,13 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 
 add_compile_options(-Wall -Wextra -Werror)
+# No path of the machine that built it stays in what is shipped.
+add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=")
+add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
+if(NOT NORDA_SANITIZE)
+    add_compile_options(-fstack-protector-strong)
+    add_compile_definitions(_FORTIFY_SOURCE=2)
+endif()
 # What moc and the keyword `signals` rely on stays; implicit conversions from C strings do not.
 add_compile_definitions(QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)
 
@@ -20,4 +27,7 @@ if(NORDA_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
                         -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
+endif()
+if(NORDA_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

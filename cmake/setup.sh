@@ -4,6 +4,12 @@ norda_packages_base="g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev
     qtmultimedia5-dev librsvg2-bin fonts-liberation"
 norda_packages_tests=""
 norda_packages_benchmarks="libbenchmark-dev libqwt-qt5-dev"
+norda_packages_fuzz="clang"
+norda_packages_packages="lintian mmdebstrap"
+norda_packages_armhf="crossbuild-essential-armhf qemu-user mmdebstrap"
+
+# What the board has, as far as building and testing need it.
+norda_sysroot_packages=qtbase5-dev,qttools5-dev,qtmultimedia5-dev,libqt5multimedia5-plugins,fonts-liberation
 
 norda_is_installed() {
     [ "$(dpkg-query -W -f='${Status}' "$1" 2>/dev/null)" = "install ok installed" ]
@@ -39,6 +45,33 @@ norda_install() {
         apt-get install -y -qq --no-install-recommends $missing >/dev/null
 }
 
+# The main archive that this machine's apt uses, as a line of its sources: it has all processors.
+norda_main_archive() {
+    local release
+    release=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    apt-get indextargets --format 'deb $(REPO_URI) $(CODENAME) $(COMPONENT)' \
+        "Created-By: Packages" "Codename: $release" "Component: main" | head -n 1
+}
+
+# norda_sysroot: unpacks the board's packages into build/sysroot-armhf, once.
+norda_sysroot() {
+    local sysroot=$PWD/build/sysroot-armhf tool
+    [ -n "${NORDA_SYSROOT:-}" ] && return 0
+    [ -f "$sysroot.packages" ] && [ "$(cat "$sysroot.packages")" = "$norda_sysroot_packages" ] &&
+        return 0
+    echo "Unpacking the packages of a 32-bit ARM Debian into build/sysroot-armhf"
+    rm -rf "$sysroot"
+    mkdir -p build
+    norda_main_archive | mmdebstrap --architectures=armhf --variant=extract \
+        --include="$norda_sysroot_packages" "" "$sysroot" - >"$(norda_log sysroot)" 2>&1 ||
+        norda_fail sysroot
+    # Tools that run while building are this machine's own.
+    for tool in moc rcc uic lrelease lupdate lconvert; do
+        ln -sf "/usr/lib/qt5/bin/$tool" "$sysroot/usr/lib/qt5/bin/$tool"
+    done
+    echo "$norda_sysroot_packages" >"$sysroot.packages"
+}
+
 # norda_build PRESET TARGET: configures where needed and builds; quiet when nothing changed.
 norda_build() {
     local preset=$1 target=$2 folder=build/$1
@@ -64,4 +97,26 @@ norda_fail() {
     tail -n 40 "build/$1.log" >&2
     echo "The $1 step failed; all of it is in build/$1.log." >&2
     return 1
+}
+
+# norda_fuzz SECONDS: runs every fuzz target for so long and tells what it did.
+norda_fuzz() {
+    local seconds=$1 target name found log
+    export ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1
+    for target in build/fuzz/bin/fuzz_*; do
+        name=${target##*/fuzz_}
+        found=build/fuzz/found/$name
+        log=build/fuzz/$name.log
+        mkdir -p "$found"
+        echo "Fuzzing $name for $seconds s"
+        set -- "$found" "fuzz/corpus/$name" -max_total_time="$seconds" -timeout=20 -print_final_stats=1
+        set -- "$@" -artifact_prefix="build/fuzz/fault-$name-" -rss_limit_mb=4096 -max_len=4096
+        [ -f "fuzz/$name.dict" ] && set -- "$@" -dict="fuzz/$name.dict"
+        if ! "$target" "$@" >"$log" 2>&1; then
+            grep -m 1 -E "ERROR|runtime error|ALARM" "$log" >&2 || true
+            echo "A fault of $name: see $log and build/fuzz/fault-$name-*" >&2
+            return 1
+        fi
+        grep -E "stat::number_of_executed_units|stat::average_exec|signal deliveries" "$log"
+    done
 }

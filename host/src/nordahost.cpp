@@ -97,6 +97,7 @@ private:
     }
 };
 
+/** Beside the library in a build folder, or where an installed library has its shared files. */
 static QString iconFile()
 {
     const QString file = qEnvironmentVariable("NORDA_ICONS");
@@ -104,8 +105,10 @@ static QString iconFile()
         return file;
     Dl_info library = {};
     dladdr(reinterpret_cast<void *>(&nordaHostObject), &library);
-    return QFileInfo(QString::fromLocal8Bit(library.dli_fname)).absolutePath() +
-           QStringLiteral("/../share/norda/icons.rcc");
+    const QString folder = QFileInfo(QString::fromLocal8Bit(library.dli_fname)).absolutePath();
+    const QString beside = folder + QStringLiteral("/../share/norda/icons.rcc");
+    const QString installed = folder + QStringLiteral("/../../../share/norda/icons.rcc");
+    return QFileInfo::exists(beside) || !QFileInfo::exists(installed) ? beside : installed;
 }
 
 static void registerIcons()

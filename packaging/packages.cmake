@@ -1,0 +1,50 @@
+# The four packages. A closed head unit takes the first one and brings a host library of its own.
+
+set(qt "libqt5widgets5 (>= 5.15), libqt5gui5 (>= 5.15) | libqt5gui5-gles (>= 5.15)")
+set(runtime "libc6 (>= 2.34), libgcc-s1, libstdc++6 (>= 11)")
+set(same "(= ${PROJECT_VERSION})")
+
+norda_package(plugin norda-plugin
+    SECTION libs
+    DEPENDS "${runtime}, libqt5core5a (>= 5.15), ${qt}"
+    SUMMARY "user interface of a vehicle module for in-car head units"
+    TEXT "Gauges, vehicle information, climate, parking assist, the module's\nsettings and an About page as a plugin that a head unit loads, with three\naudio sources for the module's voice. The head unit brings the host library\nthat the plugin runs against.")
+norda_package(host norda-host
+    SECTION libs
+    DEPENDS "${runtime}, libqt5core5a (>= 5.15), ${qt}"
+    SUMMARY "reference implementation of the head unit's host library"
+    TEXT "The host interfaces of an in-car head unit as a library that runs on a desk,\nwith the icon library of its pages. A closed head unit replaces it with its\nown.")
+norda_package(dev norda-host-dev
+    SECTION libdevel
+    DEPENDS "norda-host ${same}, qtbase5-dev (>= 5.15)"
+    SUMMARY "interfaces of the head unit's host library"
+    TEXT "The headers that head unit plugins are compiled against, and the CMake\npackage NordaHost with the target norda::host.")
+norda_package(bench norda-bench
+    SECTION devel
+    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), fonts-liberation"
+    SUMMARY "head unit on a desk for the norda plugin"
+    TEXT "Loads the plugin as a head unit does and drives it with a simulated car or\nwith recorded drives: OBD-II exports, candump logs and recordings of its own.")
+
+install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.desktop" DESTINATION share/applications
+    COMPONENT bench)
+install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.svg"
+    DESTINATION share/icons/hicolor/scalable/apps COMPONENT bench)
+norda_compress("${CMAKE_CURRENT_LIST_DIR}/norda-bench.1"
+    "${PROJECT_BINARY_DIR}/packaging/norda-bench.1.gz")
+install(FILES "${PROJECT_BINARY_DIR}/packaging/norda-bench.1.gz" DESTINATION share/man/man1
+    COMPONENT bench)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME norda)
+set(CPACK_PACKAGE_VENDOR "The norda authors")
+set(CPACK_PACKAGE_CONTACT "The norda authors <norda@norda.example.org>")
+set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
+set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS ${CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
+if(CMAKE_CROSSCOMPILING)
+    set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE armhf)
+endif()
+include(CPack)

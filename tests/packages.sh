@@ -1,0 +1,83 @@
+#!/usr/bin/env bash
+# Installs the packages into a clean root, uses them there and removes them without remains; then
+# unpacks those for 32-bit ARM, where they were built, and runs the bench under emulation.
+#   tests/packages.sh build/release/packages [build/armhf/packages]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. cmake/setup.sh
+
+say() { echo "packages: $*"; }
+die() {
+    echo "packages: $*" >&2
+    exit 1
+}
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+root=$work/root
+
+# Everything in the root but what the package manager writes for itself.
+contents() {
+    (cd "$root" && find . -xdev \
+        \( -path ./var/lib/dpkg -o -path ./var/log -o -path ./var/cache -o -path ./proc \
+        -o -path ./tmp -o -path ./root -o -path ./etc/ld.so.cache \) -prune -o -print | sort)
+}
+
+# Runs a program in the root, with a /proc of its own.
+inside() {
+    unshare --fork --pid --root="$root" --mount-proc "$@"
+}
+
+expect_gallery() {
+    [ "$(find "$1" -name '*.png' | wc -l)" -ge 30 ] || die "expected 30 pictures in $1"
+}
+
+check_native() {
+    local packages=$1
+    lintian --fail-on error "$packages"/*.deb || die "lintian found errors"
+    say "no errors of lintian in $(find "$packages" -maxdepth 1 -name '*.deb' | wc -l) packages"
+    norda_main_archive | mmdebstrap --variant=minbase --include=libqt5widgets5,libqt5multimedia5 \
+        --include=fonts-liberation,qtbase5-dev,g++,cmake,make "" "$root" - \
+        >"$(norda_log root)" 2>&1 || norda_fail root
+    contents >"$work/before"
+    mkdir "$root/packages"
+    cp "$packages"/*.deb "$root/packages"
+    inside sh -c 'dpkg -i /packages/*.deb' >"$work/install.log" 2>&1 ||
+        die "$(tail -n 3 "$work/install.log")"
+    say "installed into a clean root"
+
+    inside env QT_QPA_PLATFORM=offscreen HOME=/tmp norda-bench --headless --speed max \
+        --duration 60 --gallery /tmp/gallery >/dev/null 2>"$work/bench.log" ||
+        die "$(tail -n 3 "$work/bench.log")"
+    expect_gallery "$root/tmp/gallery"
+    say "the installed bench drives"
+
+    cp -r tests/sdk "$root/tmp/sdk"
+    inside sh -c 'cd /tmp/sdk && cmake -B build . && cmake --build build' \
+        >"$work/sdk.log" 2>&1 || die "$(tail -n 5 "$work/sdk.log")"
+    say "$(inside env QT_QPA_PLATFORM=offscreen /tmp/sdk/build/loadit \
+        /tmp/sdk/build/libclockplugin.so 2>/dev/null)"
+
+    rm -rf "$root/packages"
+    inside dpkg --purge norda-bench norda-host-dev norda-host norda-plugin >/dev/null 2>&1
+    contents >"$work/after"
+    diff "$work/before" "$work/after" || die "expected nothing to be left of the packages"
+    say "removed without remains"
+}
+
+check_arm() {
+    local packages=$1 deb unpacked=$work/arm
+    local sysroot=${NORDA_SYSROOT:-$PWD/build/sysroot-armhf}
+    for deb in "$packages"/*.deb; do
+        [ "$(dpkg-deb -f "$deb" Architecture)" = armhf ] || die "$deb: expected the architecture armhf"
+        dpkg-deb -x "$deb" "$unpacked"
+    done
+    QT_QPA_PLATFORM=offscreen qemu-arm -L "$sysroot" "$unpacked/usr/bin/norda-bench" --headless \
+        --speed max --duration 60 --gallery "$work/arm-gallery" >/dev/null 2>"$work/arm.log" ||
+        die "$(tail -n 3 "$work/arm.log")"
+    expect_gallery "$work/arm-gallery"
+    say "the bench from the ARM packages drives under emulation"
+}
+
+check_native "$1"
+[ $# -lt 2 ] || check_arm "$2"
