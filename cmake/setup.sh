@@ -110,7 +110,7 @@ norda_fuzz() {
         mkdir -p "$found"
         echo "Fuzzing $name for $seconds s"
         set -- "$found" "fuzz/corpus/$name" -max_total_time="$seconds" -timeout=20 -print_final_stats=1
-        set -- "$@" -artifact_prefix="build/fuzz/fault-$name-" -rss_limit_mb=4096 -max_len=4096
+        set -- "$@" -artifact_prefix="build/fuzz/fault-$name-" -rss_limit_mb=4096 -max_len=4096 -len_control=0
         [ -f "fuzz/$name.dict" ] && set -- "$@" -dict="fuzz/$name.dict"
         if ! "$target" "$@" >"$log" 2>&1; then
             grep -m 1 -E "ERROR|runtime error|ALARM" "$log" >&2 || true

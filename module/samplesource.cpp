@@ -84,7 +84,7 @@ void SampleSource::seek(qint64 ms)
 
 QVector<SampleSource::Range> SampleSource::ranges() const
 {
-    QVector<Range> ranges(int(Quantity::Count));
+    QVector<Range> ranges(static_cast<int>(Quantity::Count));
     for (const Sample &sample : m_log.samples) {
         Range &range = ranges[int(sample.quantity)];
         const double shown = shownValue(sample.quantity, double(sample.value));

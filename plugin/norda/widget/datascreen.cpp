@@ -39,7 +39,13 @@ DataScreen::DataScreen(int page, const ScreenCommands &commands, QWidget *parent
 {
 }
 
-DataScreen::~DataScreen() = default;
+// The connections made for life, too: data that comes while the children are deleted must not reach
+// a screen that is half gone.
+DataScreen::~DataScreen()
+{
+    if (m_adaptor)
+        m_adaptor->disconnect(this);
+}
 
 void DataScreen::createNavigationBar()
 {

@@ -36,7 +36,12 @@ Norda_About_Widget::Norda_About_Widget(QWidget *parent)
     showAudioFirmware();
 }
 
-Norda_About_Widget::~Norda_About_Widget() = default;
+// No data may come while the lines are deleted.
+Norda_About_Widget::~Norda_About_Widget()
+{
+    if (VtqAdaptor *adaptor = VtqAdaptor::instance())
+        adaptor->disconnect(this);
+}
 
 void Norda_About_Widget::showEvent(QShowEvent *event)
 {

@@ -50,7 +50,12 @@ Vantiq_Settings_Widget::Vantiq_Settings_Widget(QWidget *parent)
                 &Screen::UpdateConfigMenuText);
 }
 
-Vantiq_Settings_Widget::~Vantiq_Settings_Widget() = default;
+// No line may come while the rows are deleted.
+Vantiq_Settings_Widget::~Vantiq_Settings_Widget()
+{
+    if (m_adaptor)
+        m_adaptor->disconnect(this);
+}
 
 void Vantiq_Settings_Widget::init()
 {

@@ -5,7 +5,36 @@
 #include "keyevent.h"
 #include "norda/widget/datascreen.h"
 
+#include <QCoreApplication>
+#include <QPointer>
+
 namespace norda {
+
+/**
+ * The screens that are alive. A head unit may unload the library with a page open; what is left
+ * then would be without its code, so it goes with the library.
+ */
+class LiveScreens
+{
+public:
+    ~LiveScreens()
+    {
+        if (!QCoreApplication::instance())
+            return; // the process ends, and its windows are gone
+        for (const QPointer<QWidget> &screen : m_screens)
+            delete screen;
+    }
+
+    void add(QWidget *screen)
+    {
+        m_screens.removeAll(nullptr);
+        m_screens.append(screen);
+    }
+
+private:
+    QList<QPointer<QWidget>> m_screens;
+};
+static LiveScreens liveScreens;
 
 ScreenWindow::ScreenWindow(const Shell &shell, QObject *parent)
     : cm::BaseWindow(parent), m_shell(shell)
@@ -36,6 +65,7 @@ void ScreenWindow::onCreate()
     if (m_shell.marked)
         NORDA_TRACE;
     m_screen = createScreen();
+    liveScreens.add(m_screen);
     connect(m_screen, &QObject::destroyed, this, &ScreenWindow::onDestroyObj);
     if (m_shell.screenId != NoScreen)
         setMainWidget(m_screen, m_shell.screenId);
