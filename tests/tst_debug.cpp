@@ -1,5 +1,6 @@
 #include "debug.h"
 #include "messagecapture.h"
+#include "program.h"
 #include "testmain.h"
 
 #include <QRegularExpression>
@@ -92,13 +93,12 @@ void tst_Debug::printTraceListsFrames()
         norda::print_trace();
         return;
     }
-    QProcess child;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("NORDA_PRINT_TRACE"), QStringLiteral("1"));
-    child.setProcessEnvironment(environment);
-    child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("printTraceListsFrames")});
-    QVERIFY(child.waitForFinished());
-    const QString output = QString::fromLocal8Bit(child.readAllStandardOutput());
+    qputenv("NORDA_PRINT_TRACE", "1");
+    const QString output =
+        runProgram(QStringLiteral(NORDA_EMULATOR).split(QLatin1Char(' '), Qt::SkipEmptyParts) +
+                   QStringList{QCoreApplication::applicationFilePath(), "printTraceListsFrames"})
+            .out;
+    qunsetenv("NORDA_PRINT_TRACE");
     const QRegularExpression format(QStringLiteral("\n \\*{9} print_trace \\*{9}\n"
                                                    "(.+\n){2,}"
                                                    " \\*{9} print_trace end \\*{9}\n\n"));

@@ -1,3 +1,4 @@
+#include "program.h"
 #include "testmain.h"
 
 #include <QDirIterator>
@@ -22,12 +23,9 @@ private:
         QString name;
         bool isDefined;
     };
-    QString readelf(const QString &file, const QString &option) const
+    QString readelf(const QString &file, const QStringList &options) const
     {
-        QProcess process;
-        process.start(QStringLiteral(NORDA_READELF), {QStringLiteral("-W"), option, file});
-        process.waitForFinished();
-        return QString::fromUtf8(process.readAllStandardOutput());
+        return runProgram(QStringList{NORDA_READELF, "-W"} + options + QStringList(file)).out;
     }
     QList<Symbol> symbols(const QString &file) const;
 
@@ -37,12 +35,10 @@ private:
 
 void tst_Library::initTestCase()
 {
-    QProcess install;
-    install.setProcessChannelMode(QProcess::MergedChannels);
-    install.start(QStringLiteral(NORDA_CMAKE), {"--install", NORDA_BUILD_DIR, "--component",
-                                                "plugin", "--strip", "--prefix", m_root.path()});
-    QVERIFY(install.waitForFinished());
-    QVERIFY2(install.exitCode() == 0, install.readAll().constData());
+    const ProgramResult install =
+        runProgram({NORDA_CMAKE, "--install", NORDA_BUILD_DIR, "--component", "plugin", "--strip",
+                    "--prefix", m_root.path()});
+    QVERIFY2(install.exitCode == 0, qPrintable(install.err));
     QDirIterator walk(m_root.path(), {"libnordaPlugin.so"}, QDir::Files,
                       QDirIterator::Subdirectories);
     QVERIFY(walk.hasNext());
@@ -55,11 +51,8 @@ QList<tst_Library::Symbol> tst_Library::symbols(const QString &file) const
         "^ *\\d+: +[0-9a-f]+ +\\S+ +\\S+ +(GLOBAL|WEAK|UNIQUE) +(\\S+) +(?:\\[.*\\] +)?"
         "(\\S+) (.+)$"));
     QList<Symbol> found;
-    QProcess process;
-    process.start(QStringLiteral(NORDA_READELF), {"-W", "--dyn-syms", "-C", file});
-    process.waitForFinished();
-    for (const QString &line :
-         QString::fromUtf8(process.readAllStandardOutput()).split(QLatin1Char('\n'))) {
+    const QString table = readelf(file, {"--dyn-syms", "-C"});
+    for (const QString &line : table.split(QLatin1Char('\n'))) {
         const QRegularExpressionMatch match = row.match(line);
         if (match.hasMatch())
             found.append({match.captured(4).section(QLatin1Char('@'), 0, 0).trimmed(),
@@ -141,7 +134,7 @@ void tst_Library::needsFewLibraries()
 {
     static const QRegularExpression needed(QStringLiteral("\\(NEEDED\\).*\\[(.+)\\]"));
     QStringList libraries;
-    for (auto it = needed.globalMatch(readelf(m_library, "-d")); it.hasNext();)
+    for (auto it = needed.globalMatch(readelf(m_library, {"-d"})); it.hasNext();)
         libraries.append(it.next().captured(1));
     QVERIFY(libraries.contains("libnordahost.so"));
     static const QRegularExpression known(
@@ -154,11 +147,11 @@ void tst_Library::needsFewLibraries()
 
 void tst_Library::isHardened()
 {
-    const QString dynamic = readelf(m_library, "-d");
+    const QString dynamic = readelf(m_library, {"-d"});
     QVERIFY(!dynamic.contains("TEXTREL"));
     QVERIFY(!dynamic.contains("RPATH") && !dynamic.contains("RUNPATH"));
     QVERIFY(dynamic.contains("BIND_NOW") || dynamic.contains("NOW"));
-    const QString segments = readelf(m_library, "-l");
+    const QString segments = readelf(m_library, {"-l"});
     QVERIFY(segments.contains("GNU_RELRO"));
     static const QRegularExpression stack(QStringLiteral("GNU_STACK.* (RW.?) +0x"));
     const QRegularExpressionMatch flags = stack.match(segments);
@@ -172,7 +165,7 @@ void tst_Library::isHardened()
 
 void tst_Library::isStripped()
 {
-    const QString sections = readelf(m_library, "-S");
+    const QString sections = readelf(m_library, {"-S"});
     QVERIFY(sections.contains(".dynsym"));
     QVERIFY(!sections.contains(".symtab") && !sections.contains(".debug_"));
 }
