@@ -5,6 +5,7 @@ norda_packages_base="g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev
 norda_packages_tests=""
 norda_packages_benchmarks="libbenchmark-dev libqwt-qt5-dev"
 norda_packages_fuzz="clang"
+norda_packages_format="clang-format"
 norda_packages_packages="lintian mmdebstrap"
 norda_packages_armhf="crossbuild-essential-armhf qemu-user mmdebstrap"
 
@@ -119,4 +120,10 @@ norda_fuzz() {
         fi
         grep -E "stat::number_of_executed_units|stat::average_exec|signal deliveries" "$log"
     done
+}
+
+# norda_check_format: every source as clang-format writes it.
+norda_check_format() {
+    find host plugin module bench tests benchmarks fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 |
+        xargs -0 clang-format --dry-run --Werror
 }

@@ -126,9 +126,9 @@ static void touch(FuzzInput *input)
 
 static void live(FuzzInput *input)
 {
-    static const char *const slots_[] = {"connectVtqAdaptor", "disconnectVtqAdaptor", "resume",
-                                         "UpdataVtqSourceDspl", "onSettingsClicked",
-                                         "onSplitClicked"};
+    static const char *const slots_[] = {
+        "connectVtqAdaptor",   "disconnectVtqAdaptor", "resume",
+        "UpdataVtqSourceDspl", "onSettingsClicked",    "onSplitClicked"};
     const int number = input->byte();
     WindowInterface *chosen = window(number);
     switch (input->byte() % 8) {
