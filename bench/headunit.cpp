@@ -74,7 +74,6 @@ bool HeadUnit::load(const QString &file, QString *error)
         *error = QStringLiteral("%1: expected a plugin, found no such file").arg(file);
         return false;
     }
-    m_loader.setLoadHints(QLibrary::LoadHints()); // an unloaded plugin really goes
     m_loader.setFileName(QFileInfo(file).absoluteFilePath());
     const QString iid = m_loader.metaData().value(QStringLiteral("IID")).toString();
     if (iid != wanted) {

@@ -1,4 +1,6 @@
 #include "adaptorlink.h"
+#include "mem/settingscache.h"
+#include "mem/settingsfunc.h"
 #include "norda/vtqadaptor.h"
 #include "pluginfixture.h"
 #include "testmain.h"
@@ -16,6 +18,7 @@ private slots:
     void unloadWithPagesOpen();
     void unloadWithPagesInsideOfAnother();
     void loadUseUnload();
+    void whatTheHostKeepsOutlivesThePlugin();
 
     void widgetBeforeWindow_data();
     void widgetBeforeWindow();
@@ -153,6 +156,31 @@ void tst_Destruction::unloadWithPagesInsideOfAnother()
     QVERIFY(loader.unload());
     QCOMPARE(screen.findChildren<QWidget *>().size(), 0);
     screen.grab();
+}
+
+// Keys that the plugin hands over must not point into the library.
+void tst_Destruction::whatTheHostKeepsOutlivesThePlugin()
+{
+    mem::SettingsCache *cache = mem::SettingsCache::instance();
+    for (int cycle = 0; cycle < 3; ++cycle) {
+        UnloadingLoader loader;
+        auto *plugin = qobject_cast<AppPlugin *>(loader.instance());
+        SourceInterface *source = plugin->requestSourceInterface(52);
+        QMetaObject::invokeMethod(dynamic_cast<QObject *>(source), "handingVTQAudioInterrupt",
+                                  Q_ARG(uchar, 3), Q_ARG(uchar, 12));
+        source->start(QByteArray());
+        plugin->requestWindowInterface(83)->onCreate();
+        QWidget *parking = plugin->requestWindowInterface(83)->mainWidget();
+        invoke(parking, "onCameraClicked");
+        invoke(parking, "onSplitClicked");
+        QCoreApplication::processEvents();
+        QVERIFY(loader.unload());
+        QVERIFY(!loader.isMapped());
+        QCOMPARE(cache->getValue(QStringLiteral("QUILLO_VOICE_TYPE"), -1), 3);
+        QCOMPARE(cache->getValue(QStringLiteral("QUILLO_VOICE_MIX_VALUE"), 0), 12);
+        QCOMPARE(mem::SettingsFunc::instance()->getValue("Camera_ISRear", true).toBool(), false);
+        cache->setValue(QStringLiteral("another"), 0, cycle); // grows and moves the keys
+    }
 }
 
 void tst_Destruction::pageDeletedTwice()

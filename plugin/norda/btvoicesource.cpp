@@ -47,9 +47,10 @@ static constexpr int blockingDisplay = 4;
 static constexpr int allSpeakers = 63;
 static constexpr int warningTone = 2;
 
-static const QString voiceTypeKey = QStringLiteral("QUILLO_VOICE_TYPE");
-static const QString showVolumeKey = QStringLiteral("QUILLO_SHOW_VOL");
-static const QString mixKey = QStringLiteral("QUILLO_VOICE_MIX_VALUE");
+// The host keeps these keys. A QStringLiteral would point into the library, which may be unloaded.
+static const QString voiceTypeKey = QLatin1String("QUILLO_VOICE_TYPE");
+static const QString showVolumeKey = QLatin1String("QUILLO_SHOW_VOL");
+static const QString mixKey = QLatin1String("QUILLO_VOICE_MIX_VALUE");
 
 static const VoiceRow &voiceOfSource(int type)
 {

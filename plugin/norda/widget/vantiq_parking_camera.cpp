@@ -55,9 +55,10 @@ void Vantiq_Parking_Widget::onCameraClicked()
     soundClickedBeep();
     settings()->setVantiqCamera(true, true);
     mem::SettingsFunc *store = mem::SettingsFunc::instance();
-    store->setValue(QStringLiteral("Camera_Ignore_Spilt"), false, false, true);
+    // The host keeps the keys: a QStringLiteral would point into the library.
+    store->setValue(QLatin1String("Camera_Ignore_Spilt"), false, false, true);
     const bool frontOnly = settings()->getFrontInput() && !settings()->getRearInput();
-    store->setValue(QStringLiteral("Camera_ISRear"), false, frontOnly, true);
+    store->setValue(QLatin1String("Camera_ISRear"), false, frontOnly, true);
     navigate(Qx::TouchCamera);
 }
 
