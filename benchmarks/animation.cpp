@@ -22,12 +22,6 @@ static const QString face = QStringLiteral(":/icon/gaugesicon/gagus_mph_1.png");
 static const QString needleImage = QStringLiteral(":/icon/gaugesicon/gagus_pointer_large.png");
 static constexpr int side = 370;
 
-static void paintNow(QWidget *window)
-{
-    QEvent request(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(window, &request);
-}
-
 /** A value that goes up and down in the steps that an animation takes. */
 static double valueOfStep(int64_t step)
 {

@@ -15,12 +15,6 @@
 
 static constexpr int signalsInBurst = 18;
 
-static void paintNow(QWidget *window)
-{
-    QEvent request(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(window, &request);
-}
-
 static void emitBurst(int turn)
 {
     norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();

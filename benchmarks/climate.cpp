@@ -2,8 +2,6 @@
 #include "norda/vtqadaptor.h"
 #include "norda/widget/vantiq_climate_widget.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
 
@@ -13,12 +11,6 @@
  * A climate status list that changes in every element, decoded and painted, against as many bare
  * labels and buttons of the same sizes and images that change.
  */
-
-static void paintNow(QWidget *window)
-{
-    QEvent request(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(window, &request);
-}
 
 static const QList<int> lists[2] = {
     {0, 0, 36, 4, 0, 0, 70, 71, 0, 0, 1, 0, 0, 0, 1, 1, 0, 36, 70, 0, 4, 0, 0},

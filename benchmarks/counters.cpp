@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QEventLoop>
 #include <QTimer>
+#include <QWidget>
 
 #include <cerrno>
 #include <ctime>
@@ -45,6 +46,12 @@ void settle(int ms)
     QEventLoop loop;
     QTimer::singleShot(ms, &loop, &QEventLoop::quit);
     loop.exec();
+}
+
+void paintNow(QWidget *window)
+{
+    QEvent request(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(window, &request);
 }
 
 static bool sleepsAreSkipped = false;

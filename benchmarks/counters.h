@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+class QWidget;
+
 /** How many PNG images this process has begun to decode. */
 int pngDecodes();
 
@@ -17,6 +19,9 @@ public:
 private:
     bool eventFilter(QObject *watched, QEvent *event) override;
 };
+
+/** Paints at once what of a window has changed. */
+void paintNow(QWidget *window);
 
 /** Lets every sleep of the process return at once, to measure what is done between. */
 void skipSleeps(bool skip);

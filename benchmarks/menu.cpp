@@ -2,8 +2,6 @@
 #include "norda/vtqadaptor.h"
 #include "norda/widget/vantiq_settings_widget.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
@@ -25,12 +23,6 @@ static double seconds()
     timespec now;
     ::clock_gettime(CLOCK_MONOTONIC, &now);
     return double(now.tv_sec) + double(now.tv_nsec) * 1e-9;
-}
-
-static void paintNow(QWidget *window)
-{
-    QEvent request(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(window, &request);
 }
 
 static void menuPage(benchmark::State &state)

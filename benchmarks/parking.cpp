@@ -2,19 +2,11 @@
 #include "norda/vtqadaptor.h"
 #include "norda/widget/vantiq_parking_widget.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QLabel>
 
 #include <benchmark/benchmark.h>
 
 /* A parking message, delivered and painted, against eight bare labels that change their pixmaps. */
-
-static void paintNow(QWidget *window)
-{
-    QEvent request(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(window, &request);
-}
 
 static void send(int zone, int level)
 {
