@@ -95,7 +95,9 @@ void AudioStage::note(const QString &text)
 
 void AudioStage::advance()
 {
-    if (m_restoreAtMs >= 0 && nowMs() >= m_restoreAtMs)
+    const qint64 left = m_restoreAtMs - nowMs();
+    const bool hasJumpedBack = left > restoreDelayMs;
+    if (m_restoreAtMs >= 0 && (left <= 0 || hasJumpedBack))
         restoreMix();
 }
 

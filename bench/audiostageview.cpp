@@ -27,7 +27,8 @@ static QFont letters(int pixels, bool bold = false)
     return font;
 }
 
-AudioStageView::AudioStageView(AudioStage *stage, QWidget *parent) : QWidget(parent), m_stage(stage)
+AudioStageView::AudioStageView(AudioStage *stage, QWidget *parent)
+    : QWidget(parent), m_stage(stage), m_car(QStringLiteral(":/icon/radaricon/bkg_radar_car.png"))
 {
     setMinimumSize(800, 480);
     connect(stage, &AudioStage::changed, this, QOverload<>::of(&QWidget::update));
@@ -46,14 +47,13 @@ void AudioStageView::paintEvent(QPaintEvent *)
 
 void AudioStageView::drawCar(QPainter *painter) const
 {
-    static const QPixmap car(QStringLiteral(":/icon/radaricon/bkg_radar_car.png"));
     painter->save();
     painter->translate(carArea.center());
     painter->rotate(90);
     painter->setOpacity(0.55);
     painter->drawPixmap(QRectF(-carArea.height() * 0.8, -carArea.width() * 0.68,
                                carArea.height() * 1.6, carArea.width() * 1.36),
-                        car, car.rect());
+                        m_car, m_car.rect());
     painter->restore();
     for (const SpeakerPlace &speaker : places)
         drawSpeaker(painter, carArea.topLeft() + speaker.place - QPointF(0, 20),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 
 class AudioStage;
@@ -21,4 +22,5 @@ private:
     void drawTimeLine(QPainter *painter) const;
 
     AudioStage *m_stage;
+    const QPixmap m_car;
 };

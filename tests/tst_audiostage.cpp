@@ -21,6 +21,7 @@ private slots:
     void voices();
     void aRefusedFocusLetsTheMusicGoOn();
     void mixComesBackAfterADelay();
+    void mixComesBackAfterAJump();
     void aNewVoiceKeepsTheMixApart();
     void voicesReplaceEachOther_data();
     void voicesReplaceEachOther();
@@ -155,6 +156,18 @@ void tst_AudioStage::mixComesBackAfterADelay()
     QCOMPARE(told().last(), QStringLiteral("1800 Mix channels 63 on"));
     moveTo(9000);
     QCOMPARE(calls.take({"mcu"}), QStringList()); // once
+}
+
+// The moment of the restoring may lie behind a jump to an earlier one.
+void tst_AudioStage::mixComesBackAfterAJump()
+{
+    moveTo(500000);
+    notify(4, 3);
+    notify(0);
+    CallSpy calls;
+    moveTo(1000);
+    QCOMPARE(calls.take({"mcu"}), QStringList{"mcu::McuService::setMixChannel(63, 1)"});
+    QCOMPARE(m_stage->musicSpeakers(), int(AllSpeakers));
 }
 
 void tst_AudioStage::aNewVoiceKeepsTheMixApart()

@@ -50,7 +50,10 @@ private slots:
     void disabledWithoutAnyInput();
     void disabledCameraSendsNothing();
     void hostsWordIsRead();
+    void everyTouchNotifies();
+    void notificationsOnRequest_data();
     void notificationsOnRequest();
+    void accessorDefaults();
     void moduleSettingsKey();
     void settingsSlotFlipsTheSplit();
     void valuesSurviveARestart();
@@ -255,7 +258,7 @@ void tst_CameraKeys::hostsWordIsRead()
     QVERIFY(!key("key_split")->isChecked());
 }
 
-void tst_CameraKeys::notificationsOnRequest()
+void tst_CameraKeys::everyTouchNotifies()
 {
     QSignalSpy notified(mem::SettingsUtil::instance(), &mem::SettingsUtil::VantiqSplit);
     for (const int expected : {1, 0, 1}) {
@@ -263,6 +266,50 @@ void tst_CameraKeys::notificationsOnRequest()
         QCOMPARE(notified.takeFirst(), QVariantList{expected});
         QCOMPARE(notified.count(), 0);
     }
+}
+
+void tst_CameraKeys::notificationsOnRequest_data()
+{
+    QTest::addColumn<bool>("on");
+    QTest::addColumn<bool>("notify");
+    for (const bool on : {true, false}) {
+        for (const bool notify : {true, false})
+            QTest::addRow("%s, %s", on ? "on" : "off", notify ? "told" : "not told")
+                << on << notify;
+    }
+}
+
+void tst_CameraKeys::notificationsOnRequest()
+{
+    QFETCH(bool, on);
+    QFETCH(bool, notify);
+    mem::SettingsUtil *settings = mem::SettingsUtil::instance();
+    QSignalSpy camera(settings, &mem::SettingsUtil::VantiqCamera);
+    QSignalSpy split(settings, &mem::SettingsUtil::VantiqSplit);
+    CallSpy calls;
+    const char *value = on ? "true" : "false";
+    settings->setVantiqCamera(on, notify);
+    QCOMPARE(calls.take(), QStringList{written("VantiqCamera", value)});
+    settings->setVantiqSplit(on, notify);
+    QCOMPARE(calls.take(), QStringList{written("VantiqSplit", value)});
+    QCOMPARE(settings->getVantiqSplit(!on), on);
+    for (QSignalSpy *told : {&camera, &split}) {
+        QCOMPARE(told->count(), int(notify));
+        QCOMPARE(told->value(0).value(0).toInt(), int(on && notify));
+    }
+}
+
+void tst_CameraKeys::accessorDefaults()
+{
+    mem::SettingsUtil *settings = mem::SettingsUtil::instance();
+    QCOMPARE(settings->getCameraInput(), 0);
+    QCOMPARE(settings->getCameraInput(5), 5);
+    QCOMPARE(settings->getRearInput(), true);
+    QCOMPARE(settings->getRearInput(false), false);
+    QCOMPARE(settings->getFrontInput(), true);
+    QCOMPARE(settings->getFrontInput(false), false);
+    QCOMPARE(settings->getVantiqSplit(), false);
+    QCOMPARE(settings->getVantiqSplit(true), true);
 }
 
 void tst_CameraKeys::moduleSettingsKey()

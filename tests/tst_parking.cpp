@@ -50,6 +50,7 @@ private slots:
     void blindSpots_data();
     void blindSpots();
     void clearMessage();
+    void longerMessages();
     void ignoredMessages_data();
     void ignoredMessages();
     void shortMessages_data();
@@ -223,6 +224,15 @@ void tst_Parking::clearMessage()
         QCOMPARE(blindSpot(), QString());
         QCOMPARE(levels(), QStringLiteral("00200000"));
     }
+}
+
+void tst_Parking::longerMessages()
+{
+    send(bytes({3, 2, 9, 9}));
+    QCOMPARE(levels(), QStringLiteral("00200000"));
+    send(bytes({9, 3}) + QByteArray(100000, 'x'));
+    QCOMPARE(blindSpot(), QStringLiteral("Left Blind stop:3"));
+    QCOMPARE(levels(), QStringLiteral("00200000"));
 }
 
 void tst_Parking::ignoredMessages_data()

@@ -91,6 +91,8 @@ std::optional<std::array<int, zonesPerEnd>> parseDistances(const QByteArray &byt
 std::optional<ParkingMessage> parseParkingMessage(const QByteArray &bytes)
 {
     enum : unsigned char { ClearCode = 0, LastZone = 8, LeftCode = 9, RightCode = 10 };
+    if (bytes.size() < parkingMessageSize)
+        return std::nullopt;
     const auto code = static_cast<unsigned char>(bytes[0]);
     const auto level = static_cast<unsigned char>(bytes[1]);
     if (code > RightCode || level >= parkingLevelCount)

@@ -23,6 +23,7 @@ enum ParkingZone {
 
 constexpr int parkingLevelCount = 5;
 constexpr int zonesPerEnd = 4;
+constexpr int parkingMessageSize = 2;
 
 /** A raw distance byte as a level: 0 for 0, then 1 to 4. */
 int distanceLevel8Set(unsigned char distance);
@@ -43,7 +44,7 @@ struct ParkingMessage
     ParkingZone zone; ///< only of a zone message
     int level;        ///< 0 to 4
 };
-/** Nothing for a message whose code or level does not exist; it must have two bytes. */
+/** Nothing for a message that is too short, or whose code or level does not exist. */
 std::optional<ParkingMessage> parseParkingMessage(const QByteArray &bytes);
 
 } // namespace norda

@@ -215,9 +215,9 @@ void Vantiq_Parking_Widget::onParkingDistanceRight(const QByteArray &distances)
 
 void Vantiq_Parking_Widget::onNordaParkingData(const QByteArray &message)
 {
-    static constexpr int needed = 2;
-    if (message.size() < needed) {
-        NORDA_WARNING << "parking message: expected" << needed << "bytes, got" << message.size();
+    if (message.size() < parkingMessageSize) {
+        NORDA_WARNING << "parking message: expected" << parkingMessageSize << "bytes, got"
+                      << message.size();
         return;
     }
     const auto parsed = parseParkingMessage(message);

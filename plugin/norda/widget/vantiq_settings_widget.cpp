@@ -42,7 +42,7 @@ Vantiq_Settings_Widget::Vantiq_Settings_Widget(QWidget *parent)
 {
     m_form->setupUi(this);
     m_settingsExe = new mem::SettingsExe(this);
-    m_scrollManage = new cm::ScrollManage(m_form->scrollArea_item_01, 1, 0);
+    new cm::ScrollManage(m_form->scrollArea_item_01, 1, 0);
     init();
     connect(m_form->key_back, &QPushButton::clicked, this, &Screen::onBackClicked);
     if (m_adaptor)
@@ -178,7 +178,6 @@ void Vantiq_Settings_Widget::keepRow(int line, const QString &label, const QStri
         return;
     m_rowTexts.insert(label, value);
     m_pageRows.insert(line, m_rowTexts);
-    m_rowKeys.append(label);
 }
 
 void Vantiq_Settings_Widget::layOutPage()
@@ -264,7 +263,6 @@ void Vantiq_Settings_Widget::forgetRows()
 {
     m_rowTexts.clear();
     m_pageRows.clear();
-    m_rowKeys.clear();
 }
 
 void Vantiq_Settings_Widget::scrollToTop()

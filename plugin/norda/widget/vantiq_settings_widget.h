@@ -11,10 +11,6 @@ class QLabel;
 class QVBoxLayout;
 class Ui_norda_vantiq_settings;
 
-namespace cm {
-class ScrollManage;
-}
-
 namespace mem {
 class SettingsExe;
 }
@@ -74,7 +70,6 @@ private:
 
     const std::unique_ptr<Ui_norda_vantiq_settings> m_form;
     mem::SettingsExe *m_settingsExe;
-    cm::ScrollManage *m_scrollManage;
     VtqAdaptor *m_adaptor;
     Vantiq_Bar_Widget *m_bar = nullptr;
     QMap<int, QWidget *> m_lineWidgets; // by line number
@@ -84,7 +79,6 @@ private:
     QString m_itemText3;
     RowTexts m_rowTexts;
     QMap<int, RowTexts> m_pageRows; // by line number, so that rows lie in their order
-    QStringList m_rowKeys;
 };
 
 } // namespace norda

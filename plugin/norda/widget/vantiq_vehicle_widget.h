@@ -9,7 +9,6 @@
 #include <array>
 #include <memory>
 
-class QButtonGroup;
 class QLabel;
 class Ui_norda_vehicles;
 
@@ -96,8 +95,6 @@ private:
 
     const std::unique_ptr<Ui_norda_vehicles> m_form;
     mem::SettingsExe *m_settingsExe;
-    QButtonGroup *m_customKeys = nullptr;
-    QList<QLabel *> m_customLabels;
     bool m_infoTextShown = false;
     QString m_topBarText;
     QMap<int, QLabel *> m_doorLabels; // by door code
