@@ -114,7 +114,7 @@ norda_fuzz() {
         set -- "$@" -artifact_prefix="build/fuzz/fault-$name-" -rss_limit_mb=4096 -max_len=4096 -len_control=0
         [ -f "fuzz/$name.dict" ] && set -- "$@" -dict="fuzz/$name.dict"
         if ! "$target" "$@" >"$log" 2>&1; then
-            grep -m 1 -E "ERROR|runtime error|ALARM" "$log" >&2 || true
+            grep -m 1 -A 12 -E "ERROR|runtime error|ALARM" "$log" >&2 || true
             echo "A fault of $name: see $log and build/fuzz/fault-$name-*" >&2
             return 1
         fi

@@ -3,9 +3,13 @@
 #include "mem/settingsfunc.h"
 #include "norda/vtqadaptor.h"
 #include "pluginfixture.h"
+#include "program.h"
 #include "testmain.h"
 
 #include <QPointer>
+
+#include <cstdlib>
+#include <cstring>
 
 using namespace module;
 
@@ -25,6 +29,7 @@ private slots:
     void dataDuringDestruction_data();
     void dataDuringDestruction();
     void pageDeletedTwice();
+    void exitWithPagesOpen();
 };
 
 static QVariant sample(int type)
@@ -216,5 +221,37 @@ void tst_Destruction::loadUseUnload()
     QCOMPARE(QApplication::allWidgets().size(), widgetsBefore);
 }
 
-NORDA_TEST_MAIN(tst_Destruction)
+static constexpr char exitArgument[] = "--exit-with-pages-open";
+
+/** A head unit that simply exits: the platform's windows go before the library does. */
+[[noreturn]] static void exitWithPages(int argc, char *argv[])
+{
+    new QApplication(argc, argv);
+    auto *plugin =
+        qobject_cast<AppPlugin *>(QPluginLoader(QStringLiteral(NORDA_PLUGIN_FILE)).instance());
+    for (const int id : plugin->windowInterfaceID()) {
+        plugin->requestWindowInterface(id)->onCreate();
+        QWidget *page = plugin->requestWindowInterface(id)->mainWidget();
+        page->show();
+        page->repaint();
+    }
+    QCoreApplication::processEvents();
+    std::exit(0);
+}
+
+void tst_Destruction::exitWithPagesOpen()
+{
+    QStringList command{QCoreApplication::applicationFilePath(), QLatin1String(exitArgument)};
+    const QString emulator = QStringLiteral(NORDA_EMULATOR);
+    command = emulator.split(QLatin1Char(' '), Qt::SkipEmptyParts) + command;
+    const ProgramResult result = runProgram(command);
+    QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+}
+
+int main(int argc, char *argv[])
+{
+    if (argc == 2 && std::strcmp(argv[1], exitArgument) == 0)
+        exitWithPages(argc, argv);
+    return nordaTestMain<tst_Destruction>(argc, argv);
+}
 #include "tst_destruction.moc"

@@ -6,35 +6,20 @@
 #include "norda/widget/datascreen.h"
 
 #include <QCoreApplication>
-#include <QPointer>
 
 namespace norda {
 
 /**
- * The screens that are alive. A head unit may unload the library with a page open; what is left
- * then would be without its code, so it goes with the library.
+ * Set once the process ends. The platform's part of every window goes before the host's loader
+ * destroys the root, so pages have to be left to the process then.
  */
-class LiveScreens
+static bool processEnds = false;
+
+struct EndOfProcess
 {
-public:
-    ~LiveScreens()
-    {
-        if (!QCoreApplication::instance())
-            return; // the process ends, and its windows are gone
-        for (const QPointer<QWidget> &screen : m_screens)
-            delete screen;
-    }
-
-    void add(QWidget *screen)
-    {
-        m_screens.removeAll(nullptr);
-        m_screens.append(screen);
-    }
-
-private:
-    QList<QPointer<QWidget>> m_screens;
+    ~EndOfProcess() { processEnds = true; }
 };
-static LiveScreens liveScreens;
+static EndOfProcess endOfProcess;
 
 ScreenWindow::ScreenWindow(const Shell &shell, QObject *parent)
     : cm::BaseWindow(parent), m_shell(shell)
@@ -42,7 +27,12 @@ ScreenWindow::ScreenWindow(const Shell &shell, QObject *parent)
     setWindowAttribute(4, QVariant(false), true);
 }
 
-ScreenWindow::~ScreenWindow() = default;
+// A head unit may unload the library with a page open, which would be without its code then.
+ScreenWindow::~ScreenWindow()
+{
+    if (!processEnds && QCoreApplication::instance())
+        delete m_screen;
+}
 
 QString ScreenWindow::name()
 {
@@ -65,7 +55,6 @@ void ScreenWindow::onCreate()
     if (m_shell.marked)
         NORDA_TRACE;
     m_screen = createScreen();
-    liveScreens.add(m_screen);
     connect(m_screen, &QObject::destroyed, this, &ScreenWindow::onDestroyObj);
     if (m_shell.screenId != NoScreen)
         setMainWidget(m_screen, m_shell.screenId);
