@@ -41,8 +41,8 @@ static QByteArray samplesOf(const QVector<Note> &notes, const Loudness &loudness
             const double wave =
                 note.hertz ? loudest * fade * qSin(2 * M_PI * note.hertz * i / samplesPerSecond)
                            : 0;
-            samples[2 * i] = qint16(wave * loudness.left);
-            samples[2 * i + 1] = qint16(wave * loudness.right);
+            *samples++ = qint16(wave * loudness.left);
+            *samples++ = qint16(wave * loudness.right);
         }
     }
     return bytes;

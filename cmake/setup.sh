@@ -6,6 +6,7 @@ norda_packages_tests=""
 norda_packages_benchmarks="libbenchmark-dev libqwt-qt5-dev"
 norda_packages_fuzz="clang"
 norda_packages_format="clang-format"
+norda_packages_lint="clang-tidy"
 norda_packages_packages="lintian mmdebstrap"
 norda_packages_armhf="crossbuild-essential-armhf qemu-user mmdebstrap"
 
@@ -126,4 +127,15 @@ norda_fuzz() {
 norda_check_format() {
     find host plugin module bench tests benchmarks fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 |
         xargs -0 clang-format --dry-run --Werror
+}
+
+# norda_lint: clang-tidy over what ships, with the checks of .clang-tidy, after a release build.
+norda_lint() {
+    local log
+    log=$(norda_log lint)
+    run-clang-tidy -quiet -p build/release "$PWD/(host/src|plugin|module|bench)/.*\.cpp\$" \
+        >"$log" 2>&1 && return 0
+    grep -E "(error|warning):" "$log" | sort -u >&2
+    echo "clang-tidy has more in $log." >&2
+    return 1
 }

@@ -84,8 +84,9 @@ static QVariant bytesFromJson(const QJsonValue &json)
 
 static QVariant integersFromJson(const QJsonValue &json)
 {
+    const QJsonArray array = json.toArray();
     QList<int> values;
-    for (const QJsonValue &value : json.toArray()) {
+    for (const QJsonValue value : array) {
         values.append(value.toInt());
         if (double(values.last()) != value.toDouble(qQNaN()))
             return {};
@@ -105,8 +106,9 @@ static QVariant fromJson(const QJsonValue &json, int type);
 
 static QVariant anyListFromJson(const QJsonValue &json)
 {
+    const QJsonArray array = json.toArray();
     QVariantList values;
-    for (const QJsonValue &value : json.toArray()) {
+    for (const QJsonValue value : array) {
         const QJsonObject object = value.toObject();
         if (object.size() != 1)
             return {};

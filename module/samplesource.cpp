@@ -45,7 +45,7 @@ qint64 SampleSource::nextDueMs() const
 
 Emission SampleSource::take()
 {
-    const Emission emission = m_pending.takeLast();
+    Emission emission = m_pending.takeLast();
     fill();
     return emission;
 }

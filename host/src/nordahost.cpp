@@ -100,7 +100,7 @@ private:
 /** Beside the library in a build folder, or where an installed library has its shared files. */
 static QString iconFile()
 {
-    const QString file = qEnvironmentVariable("NORDA_ICONS");
+    QString file = qEnvironmentVariable("NORDA_ICONS");
     if (!file.isEmpty())
         return file;
     Dl_info library = {};

@@ -52,7 +52,7 @@ qint64 SimulatedCar::nextDueMs() const
 
 Emission SimulatedCar::take()
 {
-    const Emission emission = m_out.take();
+    Emission emission = m_out.take();
     runUntilEmission();
     return emission;
 }

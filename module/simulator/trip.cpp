@@ -35,7 +35,7 @@ static constexpr Leg legs[] = {
     {600,   0, false}, // parked
 };
 // clang-format on
-static_assert(legs[std::size(legs) - 1].untilSecond * 1000 == tripMs);
+static_assert(legs[std::size(legs) - 1].untilSecond * qint64(1000) == tripMs);
 
 static constexpr qint64 crankMs = 4000;
 static constexpr qint64 crankLengthMs = 900;
@@ -49,7 +49,7 @@ DriverWish tripWish(qint64 ms)
     wish.cranking = ms >= crankMs && ms < crankMs + crankLengthMs;
     wish.engineOn = ms >= crankMs + crankLengthMs && ms < engineOffMs;
     for (const Leg &leg : legs) {
-        if (ms < leg.untilSecond * 1000) {
+        if (ms < leg.untilSecond * qint64(1000)) {
             wish.speedKmh = leg.speedKmh;
             wish.sporty = leg.sporty;
             break;

@@ -17,7 +17,7 @@ struct DriverWish
 };
 
 /** Length of the built-in trip: cold start, town, motorway, town, parked. */
-constexpr qint64 tripMs = 600 * 1000;
+constexpr qint64 tripMs = 600'000;
 
 DriverWish tripWish(qint64 ms);
 

@@ -33,7 +33,7 @@
     for (bool nordaLogs = QLoggingCategory::defaultCategory()->enabled(); nordaLogs;               \
          nordaLogs = false)                                                                        \
     QMessageLogger(__FILE__, line, Q_FUNC_INFO).level()                                            \
-        << "[DBG]" << norda::kernelThreadId() << Q_FUNC_INFO << line << "--"
+        << "[DBG]" << norda::kernelThreadId() << Q_FUNC_INFO << (line) << "--"
 
 namespace norda {
 

@@ -37,6 +37,7 @@ Dashboard::Dashboard(QWidget *parent) : QLabel(parent), m_timer(new QTimer(this)
 
 Dashboard::~Dashboard() = default;
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): by value, as hosts link it
 void Dashboard::setPointerIcon(QString path)
 {
     m_pointer.load(path);
@@ -80,7 +81,8 @@ void Dashboard::paintEvent(QPaintEvent *)
     const int w = width();
     const int h = height() + m_heightExtension;
     const int side = qMin(w, h);
-    painter.translate(w / 2 + 1, float(h * 0.6 - m_centreLift));
+    const int middle = w / 2 + 1;
+    painter.translate(middle, float(h * 0.6 - m_centreLift));
     painter.setRenderHint(QPainter::SmoothPixmapTransform, true);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(138, 43, 226, 255));

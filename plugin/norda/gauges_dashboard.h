@@ -6,6 +6,8 @@
 #include <QPixmap>
 #include <QString>
 
+#include <utility>
+
 class QTimer;
 
 namespace norda {
@@ -41,8 +43,8 @@ public:
     void set_value_coefficient(double coefficient) { m_valueCoefficient = coefficient; }
     /** The text box's corner, relative to the dial's centre. */
     void set_txtvalue(int x, int y);
-    void set_valuetext(QString text) { m_valueText = text; }
-    void set_txtunits(QString units) { m_unitsText = units; }
+    void set_valuetext(QString text) { m_valueText = std::move(text); }
+    void set_txtunits(QString units) { m_unitsText = std::move(units); }
 
 public slots:
     void instrument_animation();
