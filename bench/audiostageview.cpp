@@ -94,7 +94,8 @@ void AudioStageView::drawState(QPainter *painter) const
     painter->drawText(stateArea, Qt::AlignLeft | Qt::AlignTop,
                       isSilent ? tr("No interruption") : m_stage->voiceName());
 
-    const auto row = [painter](int y, const QString &name, const QString &value, const QColor &color) {
+    const auto row = [painter](int y, const QString &name, const QString &value,
+                               const QColor &color) {
         painter->setFont(letters(19));
         painter->setPen(night::secondary);
         painter->drawText(stateArea.x(), y, name);

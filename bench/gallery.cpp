@@ -8,6 +8,7 @@
 #include "options.h"
 #include "screen.h"
 #include "session.h"
+#include "statuscolumn.h"
 
 #include <QAbstractButton>
 #include <QDir>
@@ -248,6 +249,7 @@ QStringList writeGallery(const Options &options, Screen *screen, HeadUnit *unit,
     const auto refuse = [error](const QString &file) {
         *error = QStringLiteral("%1: expected a picture file that can be written").arg(file);
     };
+    screen->statusColumn()->setTime(QTime(21, 40)); // pictures are compared with each other
     QStringList files;
     for (const State &state : states) {
         unit->openWindow(state.window);

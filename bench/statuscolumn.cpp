@@ -4,7 +4,6 @@
 
 #include <QPainter>
 #include <QPainterPath>
-#include <QTime>
 
 StatusColumn::StatusColumn(QWidget *parent) : QWidget(parent)
 {
@@ -14,6 +13,12 @@ StatusColumn::StatusColumn(QWidget *parent) : QWidget(parent)
 void StatusColumn::setSource(const QString &text)
 {
     m_source = text;
+    update();
+}
+
+void StatusColumn::setTime(QTime time)
+{
+    m_time = time;
     update();
 }
 
@@ -95,8 +100,9 @@ void StatusColumn::paintEvent(QPaintEvent *)
     font.setBold(true);
     painter.setFont(font);
     painter.setPen(night::text);
+    const QTime time = m_time.isValid() ? m_time : QTime::currentTime();
     painter.drawText(QRect(0, 24, Width, 44), Qt::AlignCenter,
-                     QTime::currentTime().toString(QStringLiteral("HH:mm")));
+                     time.toString(QStringLiteral("HH:mm")));
 
     painter.setPen(Qt::NoPen);
     drawSignal(&painter, QPoint(44, 110));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QBasicTimer>
+#include <QTime>
 #include <QWidget>
 
 /** The head unit's status bar: a column at the left with the time and what the unit is doing. */
@@ -14,6 +15,8 @@ public:
 
     /** What is being driven, in a word. */
     void setSource(const QString &text);
+    /** Shows this time from now on instead of the machine's. */
+    void setTime(QTime time);
     /** The volume hides while the module speaks. */
     void setVolumeShown(bool shown);
     bool isVolumeShown() const { return m_volumeShown; }
@@ -27,6 +30,7 @@ protected:
 private:
     void waitForNextMinute();
 
+    QTime m_time;
     QBasicTimer m_minute;
     QString m_source;
     bool m_volumeShown = true;

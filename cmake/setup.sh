@@ -1,7 +1,7 @@
 # What ./run and ./test share: the packages they need, and how they build.
 
 norda_packages_base="g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools
-    qtmultimedia5-dev librsvg2-bin fonts-liberation"
+    qtmultimedia5-dev librsvg2-bin fonts-liberation fonts-dejavu-core"
 norda_packages_tests=""
 norda_packages_benchmarks="libbenchmark-dev libqwt-qt5-dev"
 norda_packages_fuzz="clang"
@@ -11,7 +11,7 @@ norda_packages_packages="lintian mmdebstrap"
 norda_packages_armhf="crossbuild-essential-armhf qemu-user mmdebstrap"
 
 # What the board has, as far as building and testing need it.
-norda_sysroot_packages=qtbase5-dev,qttools5-dev,qtmultimedia5-dev,libqt5multimedia5-plugins,fonts-liberation
+norda_sysroot_packages=qtbase5-dev,qttools5-dev,qtmultimedia5-dev,libqt5multimedia5-plugins,fonts-liberation,fonts-dejavu-core
 
 norda_is_installed() {
     [ "$(dpkg-query -W -f='${Status}' "$1" 2>/dev/null)" = "install ok installed" ]
@@ -67,6 +67,9 @@ norda_sysroot() {
     norda_main_archive | mmdebstrap --architectures=armhf --variant=extract \
         --include="$norda_sysroot_packages" "" "$sysroot" - >"$(norda_log sysroot)" 2>&1 ||
         norda_fail sysroot
+    # What setting up the package would have chosen: both processors draw the same letters.
+    ln -sf ../../../usr/share/fontconfig/conf.avail/10-hinting-slight.conf \
+        "$sysroot/etc/fonts/conf.d/10-hinting-slight.conf"
     # Tools that run while building are this machine's own.
     for tool in moc rcc uic lrelease lupdate lconvert; do
         ln -sf "/usr/lib/qt5/bin/$tool" "$sysroot/usr/lib/qt5/bin/$tool"

@@ -21,7 +21,7 @@ norda_package(dev norda-host-dev
     TEXT "The headers that head unit plugins are compiled against, and the CMake\npackage NordaHost with the target norda::host.")
 norda_package(bench norda-bench
     SECTION devel
-    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), fonts-liberation"
+    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), fonts-liberation, fonts-dejavu-core"
     SUMMARY "head unit on a desk for the norda plugin"
     TEXT "Loads the plugin as a head unit does and drives it with a simulated car or\nwith recorded drives: OBD-II exports, candump logs and recordings of its own.")
 

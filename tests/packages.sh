@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the packages into a clean root, uses them there and removes them without remains; then
-# unpacks those for 32-bit ARM, where they were built, and runs the bench under emulation.
+# unpacks those for 32-bit ARM, where they were built, runs the bench under emulation and compares
+# its pictures.
 #   tests/packages.sh build/release/packages [build/armhf/packages]
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -37,7 +38,7 @@ check_native() {
     lintian --fail-on error "$packages"/*.deb || die "lintian found errors"
     say "no errors of lintian in $(find "$packages" -maxdepth 1 -name '*.deb' | wc -l) packages"
     norda_main_archive | mmdebstrap --variant=minbase --include=libqt5widgets5,libqt5multimedia5 \
-        --include=fonts-liberation,qtbase5-dev,g++,cmake,make "" "$root" - \
+        --include=fonts-liberation,fonts-dejavu-core,qtbase5-dev,g++,cmake,make "" "$root" - \
         >"$(norda_log root)" 2>&1 || norda_fail root
     contents >"$work/before"
     mkdir "$root/packages"
@@ -50,6 +51,7 @@ check_native() {
         --duration 60 --gallery /tmp/gallery >/dev/null 2>"$work/bench.log" ||
         die "$(tail -n 3 "$work/bench.log")"
     expect_gallery "$root/tmp/gallery"
+    cp -r "$root/tmp/gallery" "$work/gallery"
     say "the installed bench drives"
 
     cp -r tests/sdk "$root/tmp/sdk"
@@ -77,6 +79,9 @@ check_arm() {
         die "$(tail -n 3 "$work/arm.log")"
     expect_gallery "$work/arm-gallery"
     say "the bench from the ARM packages drives under emulation"
+    build/release/bin/norda-compare-pictures "$work/gallery" "$work/arm-gallery" \
+        >"$work/compared" || die "expected the pictures of the other processor"
+    say "both processors draw the same: $(cat "$work/compared")"
 }
 
 check_native "$1"
