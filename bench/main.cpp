@@ -4,6 +4,7 @@
 #include "mainwindow.h"
 #include "options.h"
 #include "palette.h"
+#include "recordingtools.h"
 #include "screen.h"
 #include "session.h"
 #include "soundoutput.h"
@@ -16,12 +17,31 @@
 
 #include <cstdio>
 
-enum ExitCode { Done = 0, Unusable = 2 };
+enum ExitCode { Done = 0, Differs = 1, Unusable = 2 };
 
 static int refuse(const QString &error)
 {
     std::fprintf(stderr, "%s\n", qPrintable(error));
     return Unusable;
+}
+
+/** What is done with recordings alone, without a head unit. */
+static int workOnRecordings(const Options &options)
+{
+    QString error;
+    if (!options.cut.isEmpty())
+        return module::cutRecording(options.cut, options.fromMs, options.toMs, options.record,
+                                    &error)
+                   ? Done
+                   : refuse(error);
+    QStringList report;
+    const module::Comparison found =
+        module::compareRecordings(options.diff[0], options.diff[1], &report, &error);
+    if (found == module::Comparison::Unusable)
+        return refuse(error);
+    for (const QString &line : qAsConst(report))
+        std::printf("%s\n", qPrintable(line));
+    return found == module::Comparison::Alike ? Done : Differs;
 }
 
 /** The plugin of the same build, or the installed one. */
@@ -44,7 +64,9 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
     const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
                             qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
                             qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-    if (options->text.isEmpty() && !options->headless && !hasDisplay) {
+    const bool needsScreen =
+        options->text.isEmpty() && options->diff.isEmpty() && options->cut.isEmpty();
+    if (needsScreen && !options->headless && !hasDisplay) {
         std::fprintf(stderr, "No display here: running as with --headless.\n");
         options->headless = true;
     }
@@ -104,6 +126,8 @@ int main(int argc, char *argv[])
         std::printf("%s", qPrintable(options.text));
         return Done;
     }
+    if (!options.diff.isEmpty() || !options.cut.isEmpty())
+        return workOnRecordings(options);
     if (options.headless)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (!qFuzzyCompare(options.scale, 1.0))

@@ -13,9 +13,12 @@ Examples:
                                                a whole drive without a display
   norda-bench --record session.jsonl           keep all that crosses the adaptor
   norda-bench --source session.jsonl           and play it again
+  norda-bench --diff good.jsonl bad.jsonl      where two recordings part
+  norda-bench --cut session.jsonl --from 90 --to 120 --record part.jsonl
+                                               half a minute of one
 
 Keys: 1 to 6 open the pages, Esc goes back, Space plays and pauses.
-Exit codes: 0 done, 1 an expectation failed, 2 unusable input or arguments.
+Exit codes: 0 done, 1 an expectation failed or recordings differ, 2 unusable input or arguments.
 )";
 
 // clang-format off
@@ -31,6 +34,11 @@ static const QList<QCommandLineOption> known = {
     {"record", "Write everything that crosses the adaptor, both ways, as JSON lines.", "FILE"},
     {"summary", "At the end, write totals as JSON: drive time, signals, calls, frames, warnings.",
                 "FILE"},
+    {"diff", "Compare a recording with the one named behind it: where they part, and what occurs "
+             "more often in one of them.", "FILE"},
+    {"cut", "Write a part of a recording to the file named with --record.", "FILE"},
+    {"from", "Where the part begins.", "SECONDS", "0"},
+    {"to", "Where the part ends; without it the recording's end.", "SECONDS"},
     {"trim", "What the simulated car is equipped with: \"full\", \"no-rear\" or \"manual\" climate.",
              "NAME", "full"},
     {"headless", "Run without a window, whatever the display."},
@@ -70,6 +78,24 @@ static bool writable(const QString &option, const QString &file, QString *error)
     return false;
 }
 
+/** The range of a recording to cut out, in seconds. */
+static bool readPart(const QCommandLineParser &parser, Options *options, QString *error)
+{
+    static constexpr double longest = 30 * 24 * 3600;
+    double from = 0;
+    double to = longest;
+    if (!number(parser, "from", 0, longest, &from, error) ||
+        (parser.isSet(QStringLiteral("to")) && !number(parser, "to", from, longest, &to, error)))
+        return false;
+    if (options->record.isEmpty()) {
+        *error = QStringLiteral("--cut: expected --record with the file for the part");
+        return false;
+    }
+    options->fromMs = qRound64(from * 1000);
+    options->toMs = qRound64(to * 1000);
+    return true;
+}
+
 bool Options::parse(const QStringList &arguments, QString *error)
 {
     QCommandLineParser parser;
@@ -92,6 +118,13 @@ bool Options::parse(const QStringList &arguments, QString *error)
     if (parser.isSet(version)) {
         text = QStringLiteral("norda-bench " NORDA_VERSION "\n");
         return true;
+    }
+    diff = parser.values(QStringLiteral("diff")) + parser.positionalArguments();
+    if (parser.isSet(QStringLiteral("diff"))) {
+        if (diff.size() == 2)
+            return true;
+        *error = QStringLiteral("--diff: expected two recordings, got %1").arg(diff.size());
+        return false;
     }
     if (!parser.positionalArguments().isEmpty()) {
         *error = QStringLiteral("%1: expected an option; a drive is named with --source")
@@ -135,6 +168,9 @@ bool Options::parse(const QStringList &arguments, QString *error)
         if (parser.isSet(name) && !writable(name, parser.value(name), error))
             return false;
     }
+    cut = parser.value(QStringLiteral("cut"));
+    if (!cut.isEmpty() && !readPart(parser, this, error))
+        return false;
     if (!gallery.isEmpty() && !QDir().mkpath(gallery)) {
         *error =
             QStringLiteral("--gallery: expected a folder that can be made, got '%1'").arg(gallery);

@@ -17,6 +17,10 @@ struct Options
     QString record;
     QString summary;
     QString plugin;
+    QStringList diff; ///< two recordings to compare, or none
+    QString cut;      ///< a recording to write a part of
+    qint64 fromMs = 0;
+    qint64 toMs = -1;
     module::Trim trim = module::Trim::Full;
     bool headless = false;
     bool trace = false;

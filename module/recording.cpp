@@ -155,7 +155,7 @@ RecordingWriter::RecordingWriter(const QString &path, const QString &title, QStr
                      .arg(path, m_file.errorString());
         return;
     }
-    write({{"format", formatName}, {"version", formatVersion}, {"title", title}});
+    m_file.write(recordingHeader(title));
 }
 
 RecordingWriter::~RecordingWriter() = default;
@@ -189,21 +189,37 @@ bool isRecordingHeader(const QByteArray &line)
     return QJsonDocument::fromJson(line).object().value("format").toString() == formatName;
 }
 
+QByteArray recordingHeader(const QString &title)
+{
+    const QJsonObject header{{"format", formatName}, {"version", formatVersion}, {"title", title}};
+    return QJsonDocument(header).toJson(QJsonDocument::Compact) + '\n';
+}
+
+bool readRecordingHeader(LineReader *lines, const QString &path, QString *error)
+{
+    QByteArray line;
+    lines->next(&line);
+    const QJsonObject header = QJsonDocument::fromJson(line).object();
+    if (header.value("format").toString() != formatName) {
+        *error = QStringLiteral("%1: line 1: expected the header of a recording, found '%2'")
+                     .arg(path, excerpt(line));
+        return false;
+    }
+    if (header.value("version").toInt() == formatVersion)
+        return true;
+    *error = QStringLiteral("%1: line 1: expected a recording of version %2, found version %3")
+                 .arg(path)
+                 .arg(formatVersion)
+                 .arg(header.value("version").toInt());
+    return false;
+}
+
 std::unique_ptr<RecordingSource> RecordingSource::open(const QString &path, QString *error)
 {
     LineReader lines(path, error);
+    if (!lines.isOpen() || !readRecordingHeader(&lines, path, error))
+        return nullptr;
     QByteArray line;
-    if (!lines.isOpen())
-        return nullptr;
-    lines.next(&line);
-    const QJsonObject header = QJsonDocument::fromJson(line).object();
-    if (header.value("version").toInt() != formatVersion) {
-        *error = QStringLiteral("%1: line 1: expected a recording of version %2, found version %3")
-                     .arg(path)
-                     .arg(formatVersion)
-                     .arg(header.value("version").toInt());
-        return nullptr;
-    }
     auto source = std::make_unique<RecordingSource>();
     source->m_title = QFileInfo(path).fileName();
     while (lines.next(&line)) {

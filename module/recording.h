@@ -8,6 +8,8 @@
 
 namespace module {
 
+class LineReader;
+
 /**
  * Writes everything that crosses the adaptor, both ways, as JSON lines: a header, then
  * {"t":ms,"signal":name,"args":[...]} and {"t":ms,"call":operation,"args":[...]}, and an end line.
@@ -67,5 +69,12 @@ private:
 
 /** Whether a file's first line is a recording's header. */
 bool isRecordingHeader(const QByteArray &line);
+/** The first line of a recording. */
+QByteArray recordingHeader(const QString &title);
+/**
+ * Takes the header off a file.
+ * @param error  one line that names the file, when it is no recording of this version
+ */
+bool readRecordingHeader(LineReader *lines, const QString &path, QString *error);
 
 } // namespace module

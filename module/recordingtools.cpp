@@ -1,0 +1,183 @@
+#include "recordingtools.h"
+
+#include "linereader.h"
+#include "recording.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMap>
+#include <QSaveFile>
+
+#include <array>
+
+namespace module {
+
+/** The lines of a recording behind its header, each checked for what every line has. */
+class RecordedLines
+{
+public:
+    RecordedLines(const QString &path, QString *error) : m_path(path), m_lines(path, error)
+    {
+        m_isOpen = m_lines.isOpen() && readRecordingHeader(&m_lines, path, error);
+    }
+
+    bool isOpen() const { return m_isOpen; }
+    int lineNumber() const { return m_lines.lineNumber(); }
+    const QJsonObject &line() const { return m_line; }
+    double ms() const { return m_line.value("t").toDouble(); }
+    QString name() const
+    {
+        return m_line.value(m_line.contains("call") ? "call" : "signal").toString();
+    }
+
+    /** @return false at the end, and after an error */
+    bool next(QString *error)
+    {
+        QByteArray text;
+        do {
+            if (!m_lines.next(&text))
+                return false;
+        } while (text.trimmed().isEmpty() && !m_lines.wasTooLong());
+        m_line = QJsonDocument::fromJson(text).object();
+        const bool isKnown =
+            m_line.contains("signal") || m_line.contains("call") || m_line.contains("end");
+        if (m_line.value("t").isDouble() && isKnown)
+            return true;
+        *error = QStringLiteral("%1: line %2: expected a signal, a call or the end, found '%3'")
+                     .arg(m_path)
+                     .arg(lineNumber())
+                     .arg(excerpt(text));
+        return false;
+    }
+
+private:
+    QString m_path;
+    LineReader m_lines;
+    QJsonObject m_line;
+    bool m_isOpen = false;
+};
+
+static QString inWords(const QString &path, const RecordedLines &lines, bool hasLine)
+{
+    if (!hasLine)
+        return QStringLiteral("%1: ends after line %2").arg(path).arg(lines.lineNumber());
+    const QByteArray text = QJsonDocument(lines.line()).toJson(QJsonDocument::Compact);
+    return QStringLiteral("%1: line %2: %3")
+        .arg(path)
+        .arg(lines.lineNumber())
+        .arg(QString::fromUtf8(text));
+}
+
+Comparison compareRecordings(const QString &first, const QString &second, QStringList *report,
+                             QString *error)
+{
+    RecordedLines a(first, error);
+    if (!a.isOpen())
+        return Comparison::Unusable;
+    RecordedLines b(second, error);
+    if (!b.isOpen())
+        return Comparison::Unusable;
+
+    QMap<QString, std::array<int, 2>> counts;
+    bool areAlike = true;
+    int alikeLines = 0;
+    double alikeMs = 0;
+    for (;;) {
+        const bool hasA = a.next(error);
+        const bool hasB = error->isEmpty() && b.next(error);
+        if (!error->isEmpty())
+            return Comparison::Unusable;
+        if (!hasA && !hasB)
+            break;
+        if (hasA && !a.name().isEmpty())
+            ++counts[a.name()][0];
+        if (hasB && !b.name().isEmpty())
+            ++counts[b.name()][1];
+        if (!areAlike)
+            continue;
+        areAlike = hasA && hasB && a.line() == b.line();
+        if (areAlike) {
+            ++alikeLines;
+            alikeMs = a.ms();
+            continue;
+        }
+        report->append(QStringLiteral("alike for %1 lines, until %2 s; then")
+                           .arg(alikeLines)
+                           .arg(alikeMs / 1000, 0, 'f', 3));
+        report->append(inWords(first, a, hasA));
+        report->append(inWords(second, b, hasB));
+    }
+    if (areAlike) {
+        report->append(
+            QStringLiteral("alike: %1 lines, %2 s").arg(alikeLines).arg(alikeMs / 1000, 0, 'f', 3));
+        return Comparison::Alike;
+    }
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
+        const auto [inFirst, inSecond] = *it;
+        if (inFirst != inSecond)
+            report->append(QStringLiteral("%1: %2 times and %3 times")
+                               .arg(it.key())
+                               .arg(inFirst)
+                               .arg(inSecond));
+    }
+    return Comparison::Different;
+}
+
+bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString &part,
+                  QString *error)
+{
+    RecordedLines lines(file, error);
+    if (!lines.isOpen())
+        return false;
+    QSaveFile out(part); // may be the recording itself
+    if (!out.open(QIODevice::WriteOnly)) {
+        *error = QStringLiteral("%1: expected a file that can be written: %2")
+                     .arg(part, out.errorString());
+        return false;
+    }
+    const auto write = [&out](QJsonObject line, double ms) {
+        line.insert("t", ms);
+        out.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
+    };
+    out.write(recordingHeader(QStringLiteral("part of %1").arg(file)));
+
+    QMap<QString, QPair<int, QJsonObject>> latest; // of each signal before the cut
+    bool isWithin = false;
+    double lastMs = 0;
+    while (lines.next(error)) {
+        lastMs = lines.ms();
+        if (lastMs > double(toMs))
+            break;
+        if (lastMs < double(fromMs)) {
+            if (lines.line().contains("signal"))
+                latest[lines.name()] = {lines.lineNumber(), lines.line()};
+            continue;
+        }
+        if (!isWithin) {
+            isWithin = true;
+            QMap<int, QJsonObject> inOrder;
+            for (const auto &[number, line] : qAsConst(latest))
+                inOrder.insert(number, line);
+            for (const QJsonObject &line : qAsConst(inOrder))
+                write(line, 0);
+        }
+        if (!lines.line().contains("end"))
+            write(lines.line(), lastMs - double(fromMs));
+    }
+    if (!error->isEmpty())
+        return false;
+    if (!isWithin) {
+        *error = QStringLiteral("%1: expected a part of its %2 s, from %3 s on there is nothing")
+                     .arg(file)
+                     .arg(lastMs / 1000)
+                     .arg(double(fromMs) / 1000);
+        return false;
+    }
+    write({{"end", true}}, double(qMin(toMs, qint64(lastMs)) - fromMs));
+    if (out.commit())
+        return true;
+    *error = QStringLiteral("%1: %2").arg(part, out.errorString());
+    return false;
+}
+
+} // namespace module
