@@ -67,9 +67,14 @@ HeadUnit::~HeadUnit()
     m_loader.unload();
 }
 
+QString HeadUnit::wantedIid()
+{
+    return QStringLiteral("com.stavel.Qt.nordaPlugin");
+}
+
 bool HeadUnit::load(const QString &file, QString *error)
 {
-    static const QString wanted = QStringLiteral("com.stavel.Qt.nordaPlugin");
+    const QString wanted = wantedIid();
     if (!QFileInfo(file).isFile()) {
         *error = QStringLiteral("%1: expected a plugin, found no such file").arg(file);
         return false;

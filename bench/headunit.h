@@ -21,6 +21,8 @@ public:
 
     /** @param error  one line that says what is wrong with the file */
     bool load(const QString &file, QString *error);
+    /** The id that a plugin states in its metadata. */
+    static QString wantedIid();
     QList<int> windowIds() const;
     int currentWindow() const { return m_stack.isEmpty() ? -1 : m_stack.constLast(); }
     /** An audio source of the plugin, null for an id that it does not have. */

@@ -1,4 +1,5 @@
 #include "audiostage.h"
+#include "doctor.h"
 #include "headlessrun.h"
 #include "headunit.h"
 #include "mainwindow.h"
@@ -25,10 +26,12 @@ static int refuse(const QString &error)
     return Unusable;
 }
 
-/** What is done with recordings alone, without a head unit. */
-static int workOnRecordings(const Options &options)
+/** What is done without a head unit. */
+static int workAsTool(const Options &options)
 {
     QString error;
+    if (!options.check.isEmpty())
+        return checkPlugin(options.check, &error) ? Done : refuse(error);
     if (!options.cut.isEmpty())
         return module::cutRecording(options.cut, options.fromMs, options.toMs, options.record,
                                     &error)
@@ -64,8 +67,7 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
     const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
                             qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
                             qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-    const bool needsScreen =
-        options->text.isEmpty() && options->diff.isEmpty() && options->cut.isEmpty();
+    const bool needsScreen = options->text.isEmpty() && !options->isTool();
     if (needsScreen && !options->headless && !hasDisplay) {
         std::fprintf(stderr, "No display here: running as with --headless.\n");
         options->headless = true;
@@ -126,14 +128,14 @@ int main(int argc, char *argv[])
         std::printf("%s", qPrintable(options.text));
         return Done;
     }
-    if (!options.diff.isEmpty() || !options.cut.isEmpty())
-        return workOnRecordings(options);
     if (options.headless)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (!qFuzzyCompare(options.scale, 1.0))
         qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
     if (!options.trace)
         QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    if (options.isTool())
+        return workAsTool(options);
 
     QApplication application(argc, argv);
     const Warnings warnings;

@@ -13,6 +13,7 @@ Examples:
                                                a whole drive without a display
   norda-bench --record session.jsonl           keep all that crosses the adaptor
   norda-bench --source session.jsonl           and play it again
+  norda-bench --check libmyplugin.so           would a head unit accept it?
   norda-bench --diff good.jsonl bad.jsonl      where two recordings part
   norda-bench --cut session.jsonl --from 90 --to 120 --record part.jsonl
                                                half a minute of one
@@ -34,6 +35,7 @@ static const QList<QCommandLineOption> known = {
     {"record", "Write everything that crosses the adaptor, both ways, as JSON lines.", "FILE"},
     {"summary", "At the end, write totals as JSON: drive time, signals, calls, frames, warnings.",
                 "FILE"},
+    {"check", "Tell whether a head unit would accept a plugin, and what to do if not.", "FILE.so"},
     {"diff", "Compare a recording with the one named behind it: where they part, and what occurs "
              "more often in one of them.", "FILE"},
     {"cut", "Write a part of a recording to the file named with --record.", "FILE"},
@@ -132,6 +134,7 @@ bool Options::parse(const QStringList &arguments, QString *error)
         return false;
     }
 
+    check = parser.value(QStringLiteral("check"));
     headless = parser.isSet(QStringLiteral("headless"));
     trace = parser.isSet(QStringLiteral("trace"));
     source = parser.value(QStringLiteral("source"));

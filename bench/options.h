@@ -17,6 +17,7 @@ struct Options
     QString record;
     QString summary;
     QString plugin;
+    QString check;    ///< a plugin to examine
     QStringList diff; ///< two recordings to compare, or none
     QString cut;      ///< a recording to write a part of
     qint64 fromMs = 0;
@@ -26,6 +27,9 @@ struct Options
     bool trace = false;
     double scale = 1.0;
     QString text; ///< what --help or --version print; everything else is unset then
+
+    /** Whether there is work that no head unit is needed for. */
+    bool isTool() const { return !check.isEmpty() || !diff.isEmpty() || !cut.isEmpty(); }
 
     /**
      * @param arguments  with the program's name first

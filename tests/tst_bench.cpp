@@ -45,8 +45,8 @@ void tst_Bench::helpNamesEveryOption()
     QCOMPARE(help.exitCode, 0);
     for (const char *option :
          {"--source", "--speed", "--duration", "--window", "--gallery", "--record", "--summary",
-          "--headless", "--scale", "--plugin", "--trim", "--trace", "--diff", "--cut", "--from",
-          "--to", "Exit codes"})
+          "--headless", "--scale", "--plugin", "--trim", "--trace", "--check", "--diff", "--cut",
+          "--from", "--to", "Exit codes"})
         QVERIFY2(help.out.contains(QLatin1String(option)), option);
 }
 
