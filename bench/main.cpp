@@ -2,6 +2,7 @@
 #include "doctor.h"
 #include "headlessrun.h"
 #include "headunit.h"
+#include "loopback.h"
 #include "mainwindow.h"
 #include "options.h"
 #include "palette.h"
@@ -64,7 +65,7 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
         return false;
     if (options->plugin.isEmpty())
         options->plugin = ownPlugin();
-    const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
+    const bool hasDisplay = !options->platform.isEmpty() || qEnvironmentVariableIsSet("DISPLAY") ||
                             qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
                             qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
     const bool needsScreen = options->text.isEmpty() && !options->isTool();
@@ -130,6 +131,10 @@ int main(int argc, char *argv[])
     }
     if (options.headless)
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    else if (!options.platform.isEmpty())
+        qputenv("QT_QPA_PLATFORM", options.platform.toLocal8Bit());
+    if (qgetenv("QT_QPA_PLATFORM").startsWith("vnc"))
+        listenOnLoopbackOnly();
     if (!qFuzzyCompare(options.scale, 1.0))
         qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
     if (!options.trace)

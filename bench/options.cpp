@@ -14,6 +14,7 @@ Examples:
   norda-bench --record session.jsonl           keep all that crosses the adaptor
   norda-bench --source session.jsonl           and play it again
   norda-bench --check libmyplugin.so           would a head unit accept it?
+  norda-bench --platform vnc:port=5901         shown to a VNC viewer on this machine
   norda-bench --diff good.jsonl bad.jsonl      where two recordings part
   norda-bench --cut session.jsonl --from 90 --to 120 --record part.jsonl
                                                half a minute of one
@@ -44,6 +45,8 @@ static const QList<QCommandLineOption> known = {
     {"trim", "What the simulated car is equipped with: \"full\", \"no-rear\" or \"manual\" climate.",
              "NAME", "full"},
     {"headless", "Run without a window, whatever the display."},
+    {"platform", "What Qt draws on, for instance \"vnc:port=5901\": a remote view for this machine "
+                 "only, to be reached through a tunnel.", "NAME"},
     {"scale", "Size of the 1280 x 720 screen on a desktop, 0.25 to 4.", "X", "1"},
     {"plugin", "The plugin to load instead of the one that was built with the bench.", "FILE"},
     {"trace", "Let the plugin's trace lines through."},
@@ -134,6 +137,7 @@ bool Options::parse(const QStringList &arguments, QString *error)
         return false;
     }
 
+    platform = parser.value(QStringLiteral("platform"));
     check = parser.value(QStringLiteral("check"));
     headless = parser.isSet(QStringLiteral("headless"));
     trace = parser.isSet(QStringLiteral("trace"));

@@ -17,6 +17,7 @@ struct Options
     QString record;
     QString summary;
     QString plugin;
+    QString platform; ///< what Qt draws on, empty for its own choice
     QString check;    ///< a plugin to examine
     QStringList diff; ///< two recordings to compare, or none
     QString cut;      ///< a recording to write a part of

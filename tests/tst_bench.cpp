@@ -21,6 +21,7 @@ private slots:
     void realDrives_data();
     void realDrives();
     void traceLinesOnRequest();
+    void remoteViewIsForThisMachineOnly();
 
 private:
     using Result = ProgramResult;
@@ -45,8 +46,8 @@ void tst_Bench::helpNamesEveryOption()
     QCOMPARE(help.exitCode, 0);
     for (const char *option :
          {"--source", "--speed", "--duration", "--window", "--gallery", "--record", "--summary",
-          "--headless", "--scale", "--plugin", "--trim", "--trace", "--check", "--diff", "--cut",
-          "--from", "--to", "Exit codes"})
+          "--headless", "--scale", "--plugin", "--trim", "--trace", "--platform", "--check",
+          "--diff", "--cut", "--from", "--to", "Exit codes"})
         QVERIFY2(help.out.contains(QLatin1String(option)), option);
 }
 
@@ -258,6 +259,26 @@ void tst_Bench::traceLinesOnRequest()
     const QStringList drive = {"--headless", "--duration", "1"};
     QVERIFY(!run(drive).err.contains(QStringLiteral("[DBG]")));
     QVERIFY(run(drive + QStringList{"--trace"}).err.contains(QStringLiteral("-- norda\n")));
+}
+
+void tst_Bench::remoteViewIsForThisMachineOnly()
+{
+    const int port = 20000 + int(QCoreApplication::applicationPid() % 20000);
+    const QString portText = QStringLiteral("%1").arg(port, 4, 16, QLatin1Char('0')).toUpper();
+    const QString script =
+        QStringLiteral("timeout 60 '%1' --platform vnc:port=%2 --source simulator & bench=$!; "
+                       "for i in $(seq 300); do "
+                       "grep -h ':%3 .* 0A ' /proc/net/tcp /proc/net/tcp6 && break; sleep 0.1; "
+                       "done; kill $bench")
+            .arg(QStringLiteral(NORDA_BENCH_FILE))
+            .arg(port)
+            .arg(portText);
+    const Result result = runProgram({"sh", "-c", script});
+    const QStringList sockets = result.out.split(QLatin1Char('\n')).filter(":" + portText + " ");
+    QVERIFY2(!sockets.isEmpty(), qPrintable(result.err));
+    for (const QString &socket : sockets) // the addresses are words of the machine's byte order
+        QVERIFY2(socket.contains(" 0100007F:") || socket.contains("FFFF00000100007F:"),
+                 qPrintable(socket));
 }
 
 NORDA_TEST_MAIN(tst_Bench)
