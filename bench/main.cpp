@@ -86,6 +86,7 @@ static std::unique_ptr<Session> openSession(const Options &options, QString *err
     auto session = std::make_unique<Session>(std::move(source));
     session->drive()->setSpeed(options.speed);
     session->drive()->setLimit(options.durationMs);
+    session->drive()->faults() = options.faults;
     if (!options.record.isEmpty() && !session->record(options.record, error))
         return nullptr;
     return session;

@@ -83,12 +83,33 @@ void BenchWindow::makeMenus()
 
     QMenu *developer = menuBar()->addMenu(tr("&Developer"));
     developer->addAction(tr("Destroy and build the page anew"), m_unit, &HeadUnit::recreateWindow);
+    makeFaultsMenu(developer->addMenu(tr("&Faults of the module")));
     QAction *trace = developer->addAction(tr("Trace lines"));
     trace->setCheckable(true);
     trace->setChecked(m_options.trace);
     connect(trace, &QAction::toggled, this, [](bool on) {
         QLoggingCategory::setFilterRules(on ? QString() : QStringLiteral("default.debug=false"));
     });
+}
+
+/** What the module does wrong, each at its usual rate unless the command line has said another. */
+void BenchWindow::makeFaultsMenu(QMenu *menu)
+{
+    using module::Faults;
+    for (int i = 0; i < Faults::KindCount; ++i) {
+        const auto kind = Faults::Kind(i);
+        const double stated = m_options.faults.value(kind);
+        QAction *fault = menu->addAction(
+            QStringLiteral("%1 \u2013 %2")
+                .arg(QLatin1String(Faults::nameOf(kind)), tr(Faults::meaningOf(kind))));
+        fault->setObjectName(QStringLiteral("fault-") + QLatin1String(Faults::nameOf(kind)));
+        fault->setCheckable(true);
+        fault->setChecked(stated > 0);
+        const double value = stated > 0 ? stated : Faults::usualValue(kind);
+        connect(fault, &QAction::toggled, this, [this, kind, value](bool on) {
+            m_session->drive()->faults().set(kind, on ? value : 0);
+        });
+    }
 }
 
 /** The audio stage opens on request: it needs a good part of a desktop. */
@@ -148,6 +169,7 @@ void BenchWindow::openDrive(const QString &file)
     }
     auto session = std::make_unique<Session>(std::move(source));
     session->drive()->setSpeed(m_session->drive()->speed());
+    session->drive()->faults() = m_session->drive()->faults();
     start(std::move(session));
 }
 

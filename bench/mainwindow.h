@@ -31,6 +31,7 @@ protected:
 
 private:
     void makeMenus();
+    void makeFaultsMenu(QMenu *menu);
     void makeAudioDock();
     void openDrive(const QString &file);
     void chooseDrive();

@@ -14,6 +14,8 @@ Examples:
   norda-bench --record session.jsonl           keep all that crosses the adaptor
   norda-bench --source session.jsonl           and play it again
   norda-bench --check libmyplugin.so           would a head unit accept it?
+  norda-bench --fault silence:0.3 --fault truncate --seed 7
+                                               a module that misbehaves
   norda-bench --platform vnc:port=5901         shown to a VNC viewer on this machine
   norda-bench --diff good.jsonl bad.jsonl      where two recordings part
   norda-bench --cut session.jsonl --from 90 --to 120 --record part.jsonl
@@ -44,6 +46,11 @@ static const QList<QCommandLineOption> known = {
     {"to", "Where the part ends; without it the recording's end.", "SECONDS"},
     {"trim", "What the simulated car is equipped with: \"full\", \"no-rear\" or \"manual\" climate.",
              "NAME", "full"},
+    {"fault", "Let the module misbehave; may be given several times. \"late-start:5\" and "
+              "\"restart:60\" take seconds; \"silence\", \"flood\", \"duplicate\", \"reorder\", "
+              "\"range\" and \"truncate\" the part of the signals that they spoil, as in "
+              "\"silence:0.2\".", "NAME[:X]"},
+    {"seed", "What the faults are drawn from: the same seed spoils the same signals.", "N", "1"},
     {"headless", "Run without a window, whatever the display."},
     {"platform", "What Qt draws on, for instance \"vnc:port=5901\": a remote view for this machine "
                  "only, to be reached through a tunnel.", "NAME"},
@@ -81,6 +88,22 @@ static bool writable(const QString &option, const QString &file, QString *error)
     *error =
         QStringLiteral("--%1: expected a file that can be written, got '%2'").arg(option, file);
     return false;
+}
+
+static bool readFaults(const QCommandLineParser &parser, module::Faults *faults, QString *error)
+{
+    double seed = 1;
+    if (!number(parser, "seed", 0, 4294967295.0, &seed, error))
+        return false;
+    *faults = module::Faults(quint32(seed));
+    const QStringList wanted = parser.values(QStringLiteral("fault"));
+    for (const QString &fault : wanted) {
+        if (faults->add(fault, error))
+            continue;
+        error->prepend(QStringLiteral("--fault: "));
+        return false;
+    }
+    return true;
 }
 
 /** The range of a recording to cut out, in seconds. */
@@ -166,6 +189,9 @@ bool Options::parse(const QStringList &arguments, QString *error)
                      .arg(parser.value(QStringLiteral("trim")));
         return false;
     }
+
+    if (!readFaults(parser, &faults, error))
+        return false;
 
     gallery = parser.value(QStringLiteral("gallery"));
     record = parser.value(QStringLiteral("record"));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "faults.h"
 #include "simulator/climate.h"
 
 #include <QString>
@@ -24,6 +25,7 @@ struct Options
     qint64 fromMs = 0;
     qint64 toMs = -1;
     module::Trim trim = module::Trim::Full;
+    module::Faults faults;
     bool headless = false;
     bool trace = false;
     double scale = 1.0;

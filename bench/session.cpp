@@ -116,6 +116,7 @@ QJsonObject Session::summary(int framesPainted) const
             {"framesPainted", framesPainted},
             {"beeps", m_beeps},
             {"audio", timeLine(m_stage)},
+            {"faults", m_drive.faults().statistics()},
             {"droppedInput", m_drive.refused()},
             {"warnings", Warnings::count()},
             {"firstWarnings", QJsonArray::fromStringList(Warnings::first())}};

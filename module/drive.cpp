@@ -98,6 +98,7 @@ void Drive::seek(qint64 ms)
     const qint64 end = durationMs();
     m_positionMs = end < 0 ? qMax<qint64>(0, ms) : qBound<qint64>(0, ms, end);
     m_source->seek(m_positionMs);
+    m_faults.jump(m_positionMs);
     if (deliverUntil(m_positionMs, noLimit) == Delivery::Interrupted)
         return; // somebody jumped elsewhere in answer to what was delivered
     restartClock();
@@ -158,9 +159,12 @@ Drive::Delivery Drive::deliverUntil(qint64 ms, qint64 realMs)
         if (turn.elapsed() > realMs)
             return Delivery::TurnUsedUp;
         m_positionMs = due;
-        m_link.deliver(m_source->take());
-        if (m_delivery != delivery)
-            return Delivery::Interrupted;
+        const QVector<Emission> passed = m_faults.pass(m_source->take());
+        for (const Emission &emission : passed) {
+            m_link.deliver(emission);
+            if (m_delivery != delivery)
+                return Delivery::Interrupted;
+        }
     }
     return Delivery::Complete;
 }

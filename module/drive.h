@@ -1,6 +1,7 @@
 #pragma once
 
 #include "adaptorlink.h"
+#include "faults.h"
 #include "vehiclesource.h"
 
 #include <QElapsedTimer>
@@ -33,6 +34,9 @@ public:
     void setSpeed(double factor);
     /** Stops at this drive time even when the source has more; -1 for no limit. */
     void setLimit(qint64 ms);
+    /** What spoils the emissions on their way; none at first. */
+    Faults &faults() { return m_faults; }
+    const Faults &faults() const { return m_faults; }
     /** Emissions that the adaptor has no signal for. */
     int refused() const { return m_link.refused(); }
 
@@ -59,6 +63,7 @@ private:
 
     std::unique_ptr<VehicleSource> m_source;
     AdaptorLink m_link;
+    Faults m_faults;
     QTimer m_timer;
     QElapsedTimer m_clock;   // real time since m_baseMs
     qint64 m_baseMs = 0;     // drive time when the clock was started

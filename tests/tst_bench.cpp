@@ -18,6 +18,7 @@ private slots:
     void damagedLogOfTwoHundredMegabytes();
     void drivesTheSimulatedCar();
     void recordingPlaysBackIdentically();
+    void everyFaultAtOnce();
     void realDrives_data();
     void realDrives();
     void traceLinesOnRequest();
@@ -45,9 +46,10 @@ void tst_Bench::helpNamesEveryOption()
     const Result help = run({"--help"});
     QCOMPARE(help.exitCode, 0);
     for (const char *option :
-         {"--source", "--speed", "--duration", "--window", "--gallery", "--record", "--summary",
-          "--headless", "--scale", "--plugin", "--trim", "--trace", "--platform", "--check",
-          "--diff", "--cut", "--from", "--to", "Exit codes"})
+         {"--source",   "--speed",    "--duration", "--window", "--gallery", "--record",
+          "--summary",  "--headless", "--scale",    "--plugin", "--trim",    "--trace",
+          "--platform", "--fault",    "--seed",     "--check",  "--diff",    "--cut",
+          "--from",     "--to",       "Exit codes"})
         QVERIFY2(help.out.contains(QLatin1String(option)), option);
 }
 
@@ -68,6 +70,11 @@ void tst_Bench::badArguments_data()
                            << "--scale: expected a number from 0.25 to 4, got '0'";
     QTest::newRow("trim") << QStringList{"--trim", "sports"}
                           << "--trim: expected 'full', 'no-rear' or 'manual', got 'sports'";
+    QTest::newRow("fault") << QStringList{"--fault", "silence:2"}
+                           << "--fault: expected silence with a number above 0 and up to 1, got "
+                              "'2'";
+    QTest::newRow("seed") << QStringList{"--seed", "-1"}
+                          << "--seed: expected a number from 0 to 4.29497e+09, got '-1'";
     QTest::newRow("unknown option")
         << QStringList{"--nothing"} << "Unknown option 'nothing'. See --help.";
     QTest::newRow("missing value")
@@ -206,6 +213,24 @@ void tst_Bench::recordingPlaysBackIdentically()
     QVERIFY(recorded.size() > 200);
     QCOMPARE(signalLines(path("b.jsonl")), recorded);
     QCOMPARE(signalLines(path("c.jsonl")), recorded);
+}
+
+// A module that does everything wrong costs values, never the screens or the drive.
+void tst_Bench::everyFaultAtOnce()
+{
+    QStringList arguments{"--headless", "--summary", path("faults.json"), "--seed", "5"};
+    for (const char *fault : {"late-start:20", "silence:0.1", "flood:0.01", "duplicate:0.1",
+                              "reorder:0.1", "range:0.1", "truncate:0.1", "restart:90"})
+        arguments << "--fault" << fault;
+    const Result result = run(arguments);
+    QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+    const QJsonObject summary = json(path("faults.json"));
+    QCOMPARE(summary.value("droppedInput").toInt(), 0);
+    QCOMPARE(summary.value("driveSeconds").toDouble(), 600.0);
+    const QJsonObject faults = summary.value("faults").toObject();
+    QCOMPARE(faults.size(), 8);
+    for (auto it = faults.begin(); it != faults.end(); ++it)
+        QVERIFY2(it.value().toInt() > 0, qPrintable(it.key()));
 }
 
 void tst_Bench::realDrives_data()
