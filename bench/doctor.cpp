@@ -284,7 +284,7 @@ static QString faultOfRoot(const QString &file, Shared *shared)
                               "windowInterfaceID() and sourceInterfaceID()");
     for (const int id : windows) {
         doing(QStringLiteral("building window %1").arg(id));
-        const QString fault = faultOfWindow(plugin, id);
+        QString fault = faultOfWindow(plugin, id);
         if (!fault.isEmpty())
             return fault;
     }
