@@ -26,7 +26,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using ElfHeader = ElfW(Ehdr);
+using ElfSection = ElfW(Shdr);
+using ElfSymbol = ElfW(Sym);
+using ElfDynamic = ElfW(Dyn);
+
 static constexpr unsigned longestCheckSeconds = 60;
+static constexpr qint64 largestLibrary = 256 * 1024 * 1024;
 
 // What the two processes share: the words for what is being done, and what was found wrong.
 struct Shared
@@ -57,16 +63,16 @@ static QString machineName(int machine, int bits)
 }
 
 /** The machine that this program was built for, from its own header. */
-static const ElfW(Ehdr) & ownHeader()
+static const ElfHeader &ownHeader()
 {
-    static ElfW(Ehdr) header = {};
+    static ElfHeader header = {};
     QFile own(QStringLiteral("/proc/self/exe"));
     if (header.e_machine == 0 && own.open(QIODevice::ReadOnly))
         own.read(reinterpret_cast<char *>(&header), sizeof header);
     return header;
 }
 
-static QString machineOf(const ElfW(Ehdr) & header)
+static QString machineOf(const ElfHeader &header)
 {
     return machineName(header.e_machine, header.e_ident[EI_CLASS] == ELFCLASS64 ? 64 : 32);
 }
@@ -79,21 +85,21 @@ public:
     {
         QFile file(path);
         if (file.open(QIODevice::ReadOnly))
-            m_bytes = file.readAll();
+            m_bytes = file.read(largestLibrary);
     }
 
     bool isLibrary() const
     {
-        const auto *header = at<ElfW(Ehdr)>(0);
+        const auto *header = at<ElfHeader>(0);
         return header && std::memcmp(header->e_ident, ELFMAG, SELFMAG) == 0 &&
                header->e_type == ET_DYN;
     }
-    const ElfW(Ehdr) & header() const { return *at<ElfW(Ehdr)>(0); }
+    const ElfHeader &header() const { return *at<ElfHeader>(0); }
 
     QStringList undefinedSymbols() const
     {
         QStringList names;
-        forEachEntry<ElfW(Sym)>(SHT_DYNSYM, [&names](const ElfW(Sym) & symbol, auto text) {
+        forEachEntry<ElfSymbol>(SHT_DYNSYM, [&names](const ElfSymbol &symbol, auto text) {
             const bool isWeak = ELF64_ST_BIND(symbol.st_info) == STB_WEAK;
             if (symbol.st_shndx == SHN_UNDEF && !isWeak && symbol.st_name != 0)
                 names.append(text(symbol.st_name));
@@ -103,7 +109,7 @@ public:
     QStringList neededLibraries() const
     {
         QStringList names;
-        forEachEntry<ElfW(Dyn)>(SHT_DYNAMIC, [&names](const ElfW(Dyn) & entry, auto text) {
+        forEachEntry<ElfDynamic>(SHT_DYNAMIC, [&names](const ElfDynamic &entry, auto text) {
             if (entry.d_tag == DT_NEEDED)
                 names.append(text(entry.d_un.d_val));
         });
@@ -119,10 +125,10 @@ private:
             return nullptr;
         return reinterpret_cast<const Value *>(m_bytes.constData() + offset);
     }
-    const ElfW(Shdr) * section(unsigned index) const
+    const ElfSection *section(unsigned index) const
     {
         return index < header().e_shnum
-                   ? at<ElfW(Shdr)>(header().e_shoff + quint64(index) * sizeof(ElfW(Shdr)))
+                   ? at<ElfSection>(header().e_shoff + quint64(index) * sizeof(ElfSection))
                    : nullptr;
     }
     QString textAt(quint64 offset) const
@@ -136,8 +142,8 @@ private:
     template <typename Entry, typename Visit>
     void forEachEntry(unsigned type, Visit visit) const
     {
-        for (unsigned i = 0; const ElfW(Shdr) *table = section(i); ++i) {
-            const ElfW(Shdr) *strings = section(table->sh_link);
+        for (unsigned i = 0; const ElfSection *table = section(i); ++i) {
+            const ElfSection *strings = section(table->sh_link);
             if (table->sh_type != type || !strings)
                 continue;
             const quint64 start = strings->sh_offset;
