@@ -99,13 +99,16 @@ void BenchWindow::makeFaultsMenu(QMenu *menu)
     for (int i = 0; i < Faults::KindCount; ++i) {
         const auto kind = Faults::Kind(i);
         const double stated = m_options.faults.value(kind);
+        const double value = stated > 0 ? stated : Faults::usualValue(kind);
+        const QString extent = Faults::isInSeconds(kind)
+                                   ? tr("%1 s").arg(value)
+                                   : tr("%1 % of the signals").arg(100 * value);
         QAction *fault = menu->addAction(
-            QStringLiteral("%1 \u2013 %2")
-                .arg(QLatin1String(Faults::nameOf(kind)), tr(Faults::meaningOf(kind))));
+            QStringLiteral("%1, %2: %3")
+                .arg(QLatin1String(Faults::nameOf(kind)), extent, tr(Faults::meaningOf(kind))));
         fault->setObjectName(QStringLiteral("fault-") + QLatin1String(Faults::nameOf(kind)));
         fault->setCheckable(true);
         fault->setChecked(stated > 0);
-        const double value = stated > 0 ? stated : Faults::usualValue(kind);
         connect(fault, &QAction::toggled, this, [this, kind, value](bool on) {
             m_session->drive()->faults().set(kind, on ? value : 0);
         });

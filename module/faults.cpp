@@ -15,14 +15,14 @@ struct FaultRow
 
 // clang-format off
 static constexpr FaultRow rows[Faults::KindCount] = {
-    {"late-start", 5,    3600, "nothing before so many seconds, then all of it at once"},
-    {"silence",    0.2,  1,    "does not arrive"},
-    {"flood",      0.02, 1,    "arrives sixty times in one burst"},
-    {"duplicate",  0.2,  1,    "arrives twice"},
-    {"reorder",    0.2,  1,    "arrives after the one behind it"},
-    {"range",      0.1,  1,    "one of its values is beyond any range"},
-    {"truncate",   0.1,  1,    "one of its texts or lists is cut short"},
-    {"restart",    60,   3600, "the module restarts every so many seconds"},
+    {"late-start", 5,    3600, "nothing arrives before, then all of it at once"},
+    {"silence",    0.2,  1,    "do not arrive"},
+    {"flood",      0.02, 1,    "arrive sixty times in one burst"},
+    {"duplicate",  0.2,  1,    "arrive twice"},
+    {"reorder",    0.2,  1,    "arrive after the next one"},
+    {"range",      0.1,  1,    "have a value beyond any range"},
+    {"truncate",   0.1,  1,    "have a text or list cut short"},
+    {"restart",    60,   3600, "the module restarts every so often"},
 };
 // clang-format on
 static constexpr int burst = 60;

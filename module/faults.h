@@ -21,8 +21,11 @@ public:
 
     /** The word for a kind on the command line. */
     static const char *nameOf(Kind kind);
-    /** What a kind does, for a person. */
+    /** What a kind does to those it strikes, for a person. */
     static const char *meaningOf(Kind kind);
+
+    /** Whether a kind's value is a time, and not a part of the emissions. */
+    static bool isInSeconds(Kind kind) { return kind == LateStart || kind == Restart; }
 
     explicit Faults(quint32 seed = 1);
 

@@ -18,6 +18,7 @@
 #include "touchevent.h"
 #include "transportbar.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QPushButton>
 #include <QSlider>
@@ -47,6 +48,7 @@ private slots:
     void framesAreCounted();
     void unknownCodesAndWindows();
     void windowPlaysAndSeeks();
+    void faultsAreSwitchedInTheMenu();
     void carAnswersTheTouch();
 
 private:
@@ -346,6 +348,34 @@ void tst_HeadUnit::windowPlaysAndSeeks()
     QTRY_COMPARE(m_unit->currentWindow(), 82);
     QTest::keyClick(&window, Qt::Key_Escape);
     QTRY_COMPARE(m_unit->currentWindow(), 80);
+}
+
+void tst_HeadUnit::faultsAreSwitchedInTheMenu()
+{
+    using module::Faults;
+    Options options;
+    options.faults.set(Faults::Truncate, 0.5);
+    QString error;
+    AudioStage stage(m_unit.data());
+    BenchWindow window(options, m_screen.data(), m_unit.data(), &stage);
+    auto session =
+        std::make_unique<Session>(module::openSource(QStringLiteral("simulator"), &error));
+    session->drive()->faults() = options.faults;
+    window.start(std::move(session));
+    const Faults &faults = window.session()->drive()->faults();
+    auto *silence = window.findChild<QAction *>(QStringLiteral("fault-silence"));
+    auto *truncate = window.findChild<QAction *>(QStringLiteral("fault-truncate"));
+    QVERIFY(silence && !silence->isChecked());
+    QVERIFY(truncate && truncate->isChecked());
+    silence->trigger();
+    QCOMPARE(faults.value(Faults::Silence), Faults::usualValue(Faults::Silence));
+    truncate->trigger();
+    QCOMPARE(faults.value(Faults::Truncate), 0.0);
+    truncate->trigger();
+    QCOMPARE(faults.value(Faults::Truncate), 0.5);
+    QCOMPARE(silence->text(), QStringLiteral("silence, 20 % of the signals: do not arrive"));
+    auto *restart = window.findChild<QAction *>(QStringLiteral("fault-restart"));
+    QCOMPARE(restart->text(), QStringLiteral("restart, 60 s: the module restarts every so often"));
 }
 
 void tst_HeadUnit::carAnswersTheTouch()
