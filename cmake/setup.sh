@@ -67,9 +67,12 @@ norda_sysroot() {
     norda_main_archive | mmdebstrap --architectures=armhf --variant=extract \
         --include="$norda_sysroot_packages" "" "$sysroot" - >"$(norda_log sysroot)" 2>&1 ||
         norda_fail sysroot
-    # What setting up the package would have chosen: both processors draw the same letters.
-    ln -sf ../../../usr/share/fontconfig/conf.avail/10-hinting-slight.conf \
-        "$sysroot/etc/fonts/conf.d/10-hinting-slight.conf"
+    # Unpacked packages are not set up; with this machine's choice both draw the same letters.
+    cp -L --remove-destination /etc/fonts/conf.d/*.conf "$sysroot/etc/fonts/conf.d/"
+    # Its own cache of fonts: under emulation that of an earlier sysroot would seem to fit.
+    mkdir -p "$sysroot/var/cache/fontconfig"
+    sed -i "s|<cachedir>/var/cache/fontconfig|<cachedir>$sysroot/var/cache/fontconfig|" \
+        "$sysroot/etc/fonts/fonts.conf"
     # Tools that run while building are this machine's own.
     for tool in moc rcc uic lrelease lupdate lconvert; do
         ln -sf "/usr/lib/qt5/bin/$tool" "$sysroot/usr/lib/qt5/bin/$tool"
