@@ -32,7 +32,7 @@ using ElfSymbol = ElfW(Sym);
 using ElfDynamic = ElfW(Dyn);
 
 static constexpr unsigned longestCheckSeconds = 60;
-static constexpr qint64 largestLibrary = 256 * 1024 * 1024;
+static constexpr qint64 largestLibrary = 256'000'000;
 
 // What the two processes share: the words for what is being done, and what was found wrong.
 struct Shared
