@@ -77,6 +77,11 @@ static QString machineOf(const ElfHeader &header)
     return machineName(header.e_machine, header.e_ident[EI_CLASS] == ELFCLASS64 ? 64 : 32);
 }
 
+static bool isSameMachine(const ElfHeader &a, const ElfHeader &b)
+{
+    return a.e_machine == b.e_machine && a.e_ident[EI_CLASS] == b.e_ident[EI_CLASS];
+}
+
 /** A plugin file's header, sections and dynamic symbols; every offset is checked. */
 class LibraryFile
 {
@@ -169,7 +174,7 @@ static QString faultOfFile(const QString &file, const LibraryFile &library)
         return QStringLiteral("expected a shared library, found another kind of file; build the "
                               "plugin as a library of type MODULE");
     const QString machine = machineOf(library.header());
-    if (machine != machineOf(ownHeader()))
+    if (!isSameMachine(library.header(), ownHeader()))
         return QStringLiteral("built for %1, this head unit is %2; build it with this unit's "
                               "compiler")
             .arg(machine, machineOf(ownHeader()));
