@@ -189,8 +189,8 @@ void tst_RecordingTools::unusable_data()
                                   << "BAD: line 3: expected a signal, a call or the end, found "
                                      "'{\"t\":'";
     QTest::newRow("no recording")
-        << QStringList{"--diff", "/etc/hostname", "GOOD"}
-        << "/etc/hostname: line 1: expected the header of a recording, found '";
+        << QStringList{"--diff", "/etc/passwd", "GOOD"}
+        << "/etc/passwd: line 1: expected the header of a recording, found '";
     QTest::newRow("no file to write")
         << QStringList{"--cut", "GOOD"} << "--cut: expected --record with the file for the part";
     QTest::newRow("ends before it begins")
