@@ -54,7 +54,7 @@ static QString machineName(int machine, int bits)
     {
         int machine;
         const char *name;
-    } known[] = {{EM_X86_64, "x86-64"}, {EM_386, "x86"}, {EM_ARM, "ARM"}, {EM_AARCH64, "ARM"}};
+    } known[] = {{EM_X86_64, "x86-64"}, {EM_386, "x86"}, {EM_ARM, "ARM"}, {EM_AARCH64, "ARMv8"}};
     for (const auto &row : known) {
         if (row.machine == machine)
             return QStringLiteral("%1, %2 bits").arg(QLatin1String(row.name)).arg(bits);

@@ -140,6 +140,8 @@ int main(int argc, char *argv[])
         qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
     if (!options.trace)
         QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    if (!options.makeFolders(&error))
+        return refuse(error);
     if (options.isTool())
         return workAsTool(options);
 

@@ -1,5 +1,7 @@
 #include "options.h"
 
+#include "recording.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
@@ -78,12 +80,19 @@ static bool number(const QCommandLineParser &parser, const char *option, double 
     return false;
 }
 
+/** Whether a folder exists or all that lacks of it can be made; nothing is made here. */
+static bool canBeMade(const QString &folder)
+{
+    QFileInfo info(QDir::cleanPath(QFileInfo(folder).absoluteFilePath()));
+    while (!info.exists() && !info.isRoot())
+        info.setFile(info.absolutePath());
+    return info.isDir() && info.isWritable();
+}
+
 static bool writable(const QString &option, const QString &file, QString *error)
 {
     const QFileInfo info(file);
-    const QFileInfo folder(info.absolutePath());
-    QDir().mkpath(folder.filePath());
-    if (!file.isEmpty() && !info.isDir() && folder.isDir() && folder.isWritable())
+    if (!file.isEmpty() && !info.isDir() && canBeMade(info.absolutePath()))
         return true;
     *error =
         QStringLiteral("--%1: expected a file that can be written, got '%2'").arg(option, file);
@@ -109,7 +118,7 @@ static bool readFaults(const QCommandLineParser &parser, module::Faults *faults,
 /** The range of a recording to cut out, in seconds. */
 static bool readPart(const QCommandLineParser &parser, Options *options, QString *error)
 {
-    static constexpr double longest = 30 * 24 * 3600;
+    static constexpr double longest = module::longestDriveMs / 1000.0;
     double from = 0;
     double to = longest;
     if (!number(parser, "from", 0, longest, &from, error) ||
@@ -121,6 +130,20 @@ static bool readPart(const QCommandLineParser &parser, Options *options, QString
     }
     options->fromMs = qRound64(from * 1000);
     options->toMs = qRound64(to * 1000);
+    return true;
+}
+
+bool Options::makeFolders(QString *error) const
+{
+    QStringList folders = {gallery};
+    for (const QString &file : {record, summary})
+        folders.append(file.isEmpty() ? QString() : QFileInfo(file).absolutePath());
+    for (const QString &folder : qAsConst(folders)) {
+        if (folder.isEmpty() || QDir().mkpath(folder))
+            continue;
+        *error = QStringLiteral("%1: expected a folder that can be made").arg(folder);
+        return false;
+    }
     return true;
 }
 
@@ -204,7 +227,7 @@ bool Options::parse(const QStringList &arguments, QString *error)
     cut = parser.value(QStringLiteral("cut"));
     if (!cut.isEmpty() && !readPart(parser, this, error))
         return false;
-    if (!gallery.isEmpty() && !QDir().mkpath(gallery)) {
+    if (!gallery.isEmpty() && !canBeMade(gallery)) {
         *error =
             QStringLiteral("--gallery: expected a folder that can be made, got '%1'").arg(gallery);
         return false;

@@ -40,4 +40,6 @@ struct Options
      * @return false when the arguments cannot be used
      */
     bool parse(const QStringList &arguments, QString *error);
+    /** Makes the folders that the results go to. @param error  one line that names the folder */
+    bool makeFolders(QString *error) const;
 };

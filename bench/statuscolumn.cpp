@@ -19,6 +19,7 @@ void StatusColumn::setSource(const QString &text)
 void StatusColumn::setTime(QTime time)
 {
     m_time = time;
+    m_minute.stop();
     update();
 }
 
@@ -44,7 +45,8 @@ void StatusColumn::timerEvent(QTimerEvent *)
 
 void StatusColumn::showEvent(QShowEvent *)
 {
-    waitForNextMinute();
+    if (!m_time.isValid())
+        waitForNextMinute();
 }
 
 void StatusColumn::hideEvent(QHideEvent *)

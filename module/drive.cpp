@@ -159,14 +159,25 @@ Drive::Delivery Drive::deliverUntil(qint64 ms, qint64 realMs)
         if (turn.elapsed() > realMs)
             return Delivery::TurnUsedUp;
         m_positionMs = due;
-        const QVector<Emission> passed = m_faults.pass(m_source->take());
-        for (const Emission &emission : passed) {
-            m_link.deliver(emission);
-            if (m_delivery != delivery)
-                return Delivery::Interrupted;
-        }
+        deliver(m_source->take(), delivery);
+        if (m_delivery != delivery)
+            return Delivery::Interrupted;
     }
     return Delivery::Complete;
+}
+
+void Drive::deliver(Emission emission, int delivery)
+{
+    if (m_faults.isIdle()) {
+        m_link.deliver(emission);
+        return;
+    }
+    const QVector<Emission> passed = m_faults.pass(std::move(emission));
+    for (const Emission &next : passed) {
+        m_link.deliver(next);
+        if (m_delivery != delivery)
+            return;
+    }
 }
 
 void Drive::onCall(const QString &operation, const QVariantList &arguments)

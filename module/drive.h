@@ -55,6 +55,7 @@ private:
     void advance();
     enum class Delivery { Complete, TurnUsedUp, Interrupted };
     Delivery deliverUntil(qint64 ms, qint64 realMs);
+    void deliver(Emission emission, int delivery);
     qint64 clockMs() const;
     void schedule();
     void onCall(const QString &operation, const QVariantList &arguments);

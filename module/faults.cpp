@@ -10,19 +10,20 @@ struct FaultRow
     const char *name;
     double usual;
     double most;
+    bool isInSeconds;
     const char *meaning;
 };
 
 // clang-format off
 static constexpr FaultRow rows[Faults::KindCount] = {
-    {"late-start", 5,    3600, "nothing arrives before, then all of it at once"},
-    {"silence",    0.2,  1,    "do not arrive"},
-    {"flood",      0.02, 1,    "arrive sixty times in one burst"},
-    {"duplicate",  0.2,  1,    "arrive twice"},
-    {"reorder",    0.2,  1,    "arrive after the next one"},
-    {"range",      0.1,  1,    "have a value beyond any range"},
-    {"truncate",   0.1,  1,    "have a text or list cut short"},
-    {"restart",    60,   3600, "the module restarts every so often"},
+    {"late-start", 5,    3600, true,  "nothing arrives before, then all of it at once"},
+    {"silence",    0.2,  1,    false, "do not arrive"},
+    {"flood",      0.02, 1,    false, "arrive sixty times in one burst"},
+    {"duplicate",  0.2,  1,    false, "arrive twice"},
+    {"reorder",    0.2,  1,    false, "arrive after the next one"},
+    {"range",      0.1,  1,    false, "have a value beyond any range"},
+    {"truncate",   0.1,  1,    false, "have a text or list cut short"},
+    {"restart",    60,   3600, true,  "the module restarts every so often"},
 };
 // clang-format on
 static constexpr int burst = 60;
@@ -36,6 +37,18 @@ const char *Faults::nameOf(Kind kind)
 const char *Faults::meaningOf(Kind kind)
 {
     return rows[kind].meaning;
+}
+
+bool Faults::isInSeconds(Kind kind)
+{
+    return rows[kind].isInSeconds;
+}
+
+bool Faults::isIdle() const
+{
+    return m_missed.isEmpty() && m_heldBack.signal.isEmpty() &&
+           std::all_of(std::begin(m_values), std::end(m_values),
+                       [](double value) { return value <= 0; });
 }
 
 double Faults::usualValue(Kind kind)

@@ -25,7 +25,7 @@ public:
     static const char *meaningOf(Kind kind);
 
     /** Whether a kind's value is a time, and not a part of the emissions. */
-    static bool isInSeconds(Kind kind) { return kind == LateStart || kind == Restart; }
+    static bool isInSeconds(Kind kind);
 
     explicit Faults(quint32 seed = 1);
 
@@ -38,6 +38,8 @@ public:
     /** @param value  as for add(); 0 is off */
     void set(Kind kind, double value) { m_values[kind] = value; }
     double value(Kind kind) const { return m_values[kind]; }
+    /** Whether no kind is on and nothing is held back: everything passes as it is. */
+    bool isIdle() const;
     static double usualValue(Kind kind);
 
     /** What reaches the adaptor instead of an emission: often just that. */

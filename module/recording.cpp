@@ -2,147 +2,17 @@
 
 #include "adaptorlink.h"
 #include "linereader.h"
+#include "values.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QMap>
 
 namespace module {
 
 static const QString formatName = QStringLiteral("norda-recording");
 static constexpr int formatVersion = 1;
-static constexpr double longestDriveMs = 30 * 24 * 3600e3; // a later moment is a damaged one
-
-// ---- Values as JSON
-// ------------------------------------------------------------------------------
-
-template <typename Container>
-static QJsonArray numbers(const Container &values)
-{
-    QJsonArray array;
-    for (const int value : values)
-        array.append(value);
-    return array;
-}
-
-template <typename Value>
-static QJsonObject numbersByNumber(const QMap<int, Value> &map)
-{
-    QJsonObject object;
-    for (auto it = map.cbegin(); it != map.cend(); ++it)
-        object.insert(QString::number(it.key()), it.value());
-    return object;
-}
-
-static QJsonValue toJson(const QVariant &value);
-
-/** A value of a list that may hold any kind, with its kind beside it. */
-static QJsonValue withKind(const QVariant &value)
-{
-    return QJsonObject{{QLatin1String(value.typeName()), toJson(value)}};
-}
-
-static QJsonValue toJson(const QVariant &value)
-{
-    const int type = value.userType();
-    if (type == QMetaType::QByteArray) {
-        const QByteArray bytes = value.toByteArray();
-        return bytes.isNull() ? QJsonValue() : QJsonValue(QString::fromLatin1(bytes.toHex()));
-    }
-    if (type == qMetaTypeId<QList<int>>())
-        return numbers(value.value<QList<int>>());
-    if (type == qMetaTypeId<QMap<int, int>>())
-        return numbersByNumber(value.value<QMap<int, int>>());
-    if (type == qMetaTypeId<QMap<int, bool>>())
-        return numbersByNumber(value.value<QMap<int, bool>>());
-    if (type == QMetaType::UChar)
-        return value.toInt();
-    if (type == QMetaType::QString)
-        return value.toString() + QLatin1String(""); // a null text is an empty one
-    if (type == QMetaType::QVariantList) {
-        QJsonArray array;
-        for (const QVariant &element : value.toList())
-            array.append(withKind(element));
-        return array;
-    }
-    return QJsonValue::fromVariant(value);
-}
-
-// What is read back is what was written or nothing: the readers return an invalid value for JSON
-// of another shape, which spoils the line.
-
-static QVariant bytesFromJson(const QJsonValue &json)
-{
-    if (json.isNull())
-        return QByteArray();
-    const QByteArray text = json.toString().toLatin1();
-    const QByteArray bytes = QByteArray::fromHex(text) + "";
-    return json.isString() && bytes.toHex() == text ? QVariant(bytes) : QVariant();
-}
-
-static QVariant integersFromJson(const QJsonValue &json)
-{
-    const QJsonArray array = json.toArray();
-    QList<int> values;
-    for (const QJsonValue value : array) {
-        values.append(value.toInt());
-        if (double(values.last()) != value.toDouble(qQNaN()))
-            return {};
-    }
-    return json.isArray() ? QVariant::fromValue(values) : QVariant();
-}
-
-static QVariant textsFromJson(const QJsonValue &json)
-{
-    const QJsonArray array = json.toArray();
-    const bool areTexts = std::all_of(array.begin(), array.end(),
-                                      [](const QJsonValue &value) { return value.isString(); });
-    return json.isArray() && areTexts ? json.toVariant().toStringList() : QVariant();
-}
-
-static QVariant fromJson(const QJsonValue &json, int type);
-
-static QVariant anyListFromJson(const QJsonValue &json)
-{
-    const QJsonArray array = json.toArray();
-    QVariantList values;
-    for (const QJsonValue value : array) {
-        const QJsonObject object = value.toObject();
-        if (object.size() != 1)
-            return {};
-        const int kind = QMetaType::type(object.constBegin().key().toLatin1().constData());
-        values.append(fromJson(object.constBegin().value(), kind));
-        if (!values.last().isValid())
-            return {};
-    }
-    return json.isArray() ? values : QVariant();
-}
-
-static QVariant fromJson(const QJsonValue &json, int type)
-{
-    if (type == QMetaType::QByteArray)
-        return bytesFromJson(json);
-    if (type == qMetaTypeId<QList<int>>())
-        return integersFromJson(json);
-    if (type == QMetaType::QStringList)
-        return textsFromJson(json);
-    if (type == QMetaType::QVariantList)
-        return anyListFromJson(json);
-    if (type == QMetaType::QString)
-        return json.isString() ? json.toString() : QVariant();
-    QVariant value = json.isDouble() || json.isBool() ? json.toVariant() : QVariant();
-    return fitArgument(&value, type) ? value : QVariant();
-}
-
-static QJsonArray toJson(const QVariantList &arguments)
-{
-    QJsonArray array;
-    for (const QVariant &argument : arguments)
-        array.append(toJson(argument));
-    return array;
-}
 
 // ---- Writing
 // -------------------------------------------------------------------------------------

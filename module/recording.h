@@ -34,6 +34,9 @@ private:
     QFile m_file;
 };
 
+/** A later moment in a recording is a damaged one. */
+constexpr double longestDriveMs = 30 * 24 * 3600e3;
+
 /** More signals than this are not kept: they would take more memory than a bench can spare. */
 constexpr int mostRecordedSignals = 2 * 1000 * 1000;
 

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonValue>
+#include <QVariant>
+
+namespace module {
+
+// Arguments of signals and calls as JSON, as recordings and scenarios write them: byte arrays are
+// hex texts, null for a null array; maps are objects with the keys as texts; an element of a list
+// of any kind is an object with its type as the key.
+
+QJsonValue toJson(const QVariant &value);
+QJsonArray toJson(const QVariantList &arguments);
+
+/** @return an invalid value for JSON of another shape than this type's */
+QVariant fromJson(const QJsonValue &json, int type);
+
+} // namespace module
