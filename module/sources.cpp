@@ -31,10 +31,24 @@ static std::unique_ptr<VehicleSource> play(std::optional<SampleLog> log)
     return std::make_unique<SampleSource>(*std::move(log));
 }
 
+/** Nobody drives: all that is heard is what somebody at the bench sends. */
+class SilentSource : public VehicleSource
+{
+public:
+    QString title() const override { return QStringLiteral("No car"); }
+    qint64 durationMs() const override { return -1; }
+    qint64 nextDueMs() const override { return -1; }
+    Emission take() override { return {}; }
+    void seek(qint64) override {}
+    QJsonObject statistics() const override { return {{"kind", "none"}}; }
+};
+
 std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, Trim trim)
 {
     if (name == QLatin1String("simulator"))
         return std::make_unique<SimulatedCar>(trim);
+    if (name == QLatin1String("none"))
+        return std::make_unique<SilentSource>();
     const FileKind kind = kindOf(name, error);
     if (!error->isEmpty())
         return nullptr;

@@ -12,6 +12,8 @@
 
 namespace module {
 
+class Controls;
+
 /** One signal of the adaptor at a moment of drive time. */
 struct Emission
 {
@@ -66,6 +68,8 @@ public:
         return false;
     }
     static constexpr qint64 AnswerMs = 50;
+    /** What can be held in hand; null for a car that cannot be changed any more. */
+    virtual Controls *controls() { return nullptr; }
     /** What the car's rear camera would show now. */
     virtual RearView rearView() const { return {}; }
     /** What was found and what was not, one line each, for a person. */
@@ -75,8 +79,8 @@ public:
 };
 
 /**
- * Opens a source by its name on the command line: "simulator" or the path of a recorded drive,
- * whose kind is told from its content.
+ * Opens a source by its name on the command line: "simulator", "none" for a module that says
+ * nothing by itself, or the path of a recorded drive, whose kind is told from its content.
  * @param error  one line that names the file, the line and what was expected there
  * @param trim   what the simulated car is equipped with
  * @return null when the source cannot be used

@@ -1,5 +1,6 @@
 #include "body.h"
 
+#include "controls.h"
 #include "powertrain.h"
 #include "trip.h"
 
@@ -45,23 +46,45 @@ static constexpr Name names[] = {
     {FrontLeft, "Front left door"}, {FrontRight, "Front right door"}, {RearLeft, "Rear left door"},
     {RearRight, "Rear right door"}, {Hood, "Hood"},                   {Trunk, "Trunk"},
 };
+
+struct HeldOpening
+{
+    Controls::Control control;
+    int bit;
+};
+
+static constexpr HeldOpening heldOpenings[] = {
+    {Controls::Hood, Hood},
+    {Controls::Trunk, Trunk},
+    {Controls::DoorFrontLeft, FrontLeft},
+    {Controls::DoorFrontRight, FrontRight},
+    {Controls::DoorRearLeft, RearLeft},
+    {Controls::DoorRearRight, RearRight},
+};
 // clang-format on
 
 static constexpr qint64 engineFaultMs = 330000; // after the overtaking
 static constexpr qint64 noticeMs = 12000;
 
-void Body::step(qint64 nowMs, const Powertrain &powertrain, const Tires &tires)
+void Body::step(qint64 nowMs, const Powertrain &powertrain, const Tires &tires,
+                const Controls &controls)
 {
     m_open = 0;
     for (const Opening &opening : openings) {
         if (nowMs >= opening.fromSecond * 1000 && nowMs < opening.toSecond * 1000)
             m_open |= opening.bit;
     }
+    for (const auto &[control, bit] : heldOpenings) {
+        if (controls.isHeld(control))
+            m_open = controls.value(control) ? m_open | bit : m_open & ~bit;
+    }
 
     if (!tripWish(nowMs).ignition || !(powertrain.isRunning() || m_engine != EngineUnknown))
         m_engine = EngineUnknown;
     else
         m_engine = nowMs < engineFaultMs ? EngineFine : EngineFault;
+    if (controls.isHeld(Controls::EngineLamp))
+        m_engine = EngineLamp(controls.value(Controls::EngineLamp));
 
     m_metres += powertrain.speedKmh() / 3.6 * Powertrain::stepMs / 1000;
     m_outside = qRound(fahrenheit(powertrain.ambient()));

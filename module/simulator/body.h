@@ -5,6 +5,7 @@
 
 namespace module {
 
+class Controls;
 class Powertrain;
 
 /** Doors, lid and hood, the check-engine lamp, and the texts about all of them. */
@@ -12,7 +13,8 @@ class Body
 {
 public:
     /** Advances to a moment of the trip. */
-    void step(qint64 nowMs, const Powertrain &powertrain, const Tires &tires);
+    void step(qint64 nowMs, const Powertrain &powertrain, const Tires &tires,
+              const Controls &controls);
     void report(EmissionQueue *out, qint64 nowMs) const;
 
     /** What is open: bit 0 the hood, 1 the trunk, 2 to 5 front left, front right, rear left, rear

@@ -6,7 +6,7 @@
 
 namespace module {
 
-/** What a car is equipped with. */
+/** What a car is equipped with, in the order of the words of its control. */
 enum class Trim { Full, NoRear, Manual };
 
 /** The trim of a name on the command line: "full", "no-rear" or "manual"; false for any other. */

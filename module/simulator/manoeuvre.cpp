@@ -97,11 +97,25 @@ static double steeringAt(double travelled)
     return travelled <= 0 || travelled >= turn ? 0 : swing * std::sin(2 * M_PI * travelled / turn);
 }
 
-void Manoeuvre::step(qint64 nowMs, double speedKmh)
+/** Whether somebody has put something in the way of the sensors. */
+static bool isBlocked(const Controls &controls)
 {
-    m_active = nowMs >= beginMs;
+    for (int sensor = 0; sensor < Manoeuvre::SensorCount; ++sensor) {
+        if (controls.isHeld(Controls::Control(Controls::Obstacle + sensor)))
+            return true;
+    }
+    return false;
+}
+
+void Manoeuvre::step(qint64 nowMs, double speedKmh, const Controls &controls)
+{
+    m_controls = controls;
+    m_wasActive = m_active;
+    // What was said to be near is said to be gone before the sensors fall silent.
+    m_active = nowMs >= beginMs || isBlocked(controls) || m_blocked;
+    m_blocked = isBlocked(controls);
     m_backing = isBackingUp(nowMs);
-    if (!m_active) {
+    if (nowMs < beginMs) {
         m_y = startY;
         return;
     }
@@ -121,6 +135,10 @@ double Manoeuvre::wallBehind() const
 /** What a sensor measures: to a post within its beam, or at the rear to the wall. */
 double Manoeuvre::distance(int sensor) const
 {
+    static constexpr double held[] = {farAway, 1.25, 0.8, 0.5, 0.2}; // metres, by level
+    const int level = m_controls.value(Controls::Control(Controls::Obstacle + sensor));
+    if (level != Controls::Automatic)
+        return held[level];
     const Sensor &place = sensors[sensor];
     const double x = m_x + place.x * std::cos(m_heading) - place.y * std::sin(m_heading);
     const double y = m_y + place.x * std::sin(m_heading) + place.y * std::cos(m_heading);
@@ -165,6 +183,8 @@ RearView Manoeuvre::rearView() const
 void Manoeuvre::report(EmissionQueue *out, qint64 nowMs)
 {
     reportBlindSpots(out, nowMs);
+    if (!m_active && m_wasActive)
+        out->say(nowMs, "parkingTopBarText", {QString()});
     if (!m_active)
         return;
     reportZones(out, nowMs);
@@ -216,7 +236,12 @@ void Manoeuvre::reportBlindSpots(EmissionQueue *out, qint64 nowMs)
         message[0] = other.left ? leftCode : rightCode;
         message[1] = char(qRound(4 - 6 * std::abs(share - 0.5)));
     }
-    if (!m_active && nowMs >= overtakers[0].fromSecond * 1000)
+    if (m_controls.value(Controls::BlindLeft) > 0)
+        message = QByteArray{1, leftCode} + '\4';
+    else if (m_controls.value(Controls::BlindRight) > 0)
+        message = QByteArray{1, rightCode} + '\4';
+    m_watchesBlindSpots = m_watchesBlindSpots || message.at(0) != '\0';
+    if (!m_active && m_watchesBlindSpots)
         out->sayChange(nowMs, "parkingDistanceRear", {message});
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls.h"
 #include "emissionqueue.h"
 #include "trip.h"
 #include "vehiclesource.h"
@@ -19,7 +20,7 @@ public:
 
     /** What the driver wants while parking; elsewhere the wish stays as it is. */
     void adjust(qint64 nowMs, DriverWish *wish) const;
-    void step(qint64 nowMs, double speedKmh);
+    void step(qint64 nowMs, double speedKmh, const Controls &controls);
     void report(EmissionQueue *out, qint64 nowMs);
     /** The zones and texts once more, in the order in which a screen has to hear them. */
     void resend(EmissionQueue *out, qint64 atMs) const;
@@ -41,7 +42,11 @@ private:
     double m_y = 0;
     double m_heading = 0;  // radians
     double m_steering = 0; // degrees, positive to the left
+    Controls m_controls;
     bool m_active = false;
+    bool m_wasActive = false;
+    bool m_blocked = false; // by hand
+    bool m_watchesBlindSpots = false;
     bool m_backing = false;
     int m_nearest = -1;
     int m_nearestLevel = 0;

@@ -61,6 +61,16 @@ void Prompts::step(qint64 nowMs, double speedKmh, const Body &body, const Tires 
     }
 }
 
+void Prompts::say(int voice)
+{
+    static constexpr Prompt samples[] = {
+        {Information, FrontLeft | FrontRight, 3000},
+        {Recognition, FrontLeft, 6000},
+        {WarningTone, FrontLeft | FrontRight | Centre, 1500},
+    };
+    plan(samples[voice]);
+}
+
 void Prompts::report(EmissionQueue *out, qint64 nowMs)
 {
     const auto notice = [out, nowMs](int kind, int speakers) {

@@ -20,6 +20,9 @@ public:
     void step(qint64 nowMs, double speedKmh, const Body &body, const Tires &tires,
               const Manoeuvre &manoeuvre);
     void report(EmissionQueue *out, qint64 nowMs);
+    /** Says something although nothing happened. @param voice  0 information, 1 recognition,
+     *  2 a warning */
+    void say(int voice);
 
 private:
     enum Kind { Over = 0, Information = 2, Recognition = 3, WarningTone = 4 };

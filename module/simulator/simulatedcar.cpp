@@ -13,16 +13,23 @@ static constexpr qint64 propertiesMs = 1000;
 static constexpr qint64 clockMs = 1000;
 static constexpr const char *degrees = "\u2109";
 
-SimulatedCar::SimulatedCar(Trim trim) : m_trim(trim), m_climate(trim)
+SimulatedCar::SimulatedCar(Trim trim)
 {
-    norda::VtqService *service = norda::VtqService::instance();
-    for (const int group : {0, 1})
-        service->setRearClimateControlFeatures(group, m_climate.rearFeatures(group));
+    equip(trim);
     QMap<int, bool> zones;
     for (int zone = 1; zone <= Manoeuvre::SensorCount; ++zone)
         zones.insert(zone, true);
-    service->setParkingAssistZones(zones);
+    norda::VtqService::instance()->setParkingAssistZones(zones);
     restart();
+}
+
+void SimulatedCar::equip(Trim trim)
+{
+    m_trim = trim;
+    m_climate = Climate(trim);
+    for (const int group : {0, 1})
+        norda::VtqService::instance()->setRearClimateControlFeatures(group,
+                                                                     m_climate.rearFeatures(group));
 }
 
 void SimulatedCar::restart()
@@ -68,14 +75,36 @@ void SimulatedCar::step()
     m_nowMs += Powertrain::stepMs;
     DriverWish wish = tripWish(m_nowMs);
     m_manoeuvre.adjust(m_nowMs, &wish);
+    obeyHands(&wish);
     m_powertrain.step(wish);
-    m_tires.step(m_nowMs, m_powertrain);
-    m_body.step(m_nowMs, m_powertrain, m_tires);
-    m_manoeuvre.step(m_nowMs, m_powertrain.speedKmh());
+    m_tires.step(m_nowMs, m_powertrain, m_controls);
+    m_body.step(m_nowMs, m_powertrain, m_tires, m_controls);
+    m_manoeuvre.step(m_nowMs, m_powertrain.speedKmh(), m_controls);
     m_prompts.step(m_nowMs, m_powertrain.speedKmh(), m_body, m_tires, m_manoeuvre);
     report();
     if (m_nowMs % centreMs == 0 && m_climate.step(m_powertrain.ambient(), m_powertrain.isRunning()))
         sayClimate(m_nowMs);
+}
+
+void SimulatedCar::obeyHands(DriverWish *wish)
+{
+    if (m_controls.isHeld(Controls::Engine)) {
+        wish->engineOn = m_controls.value(Controls::Engine) != 0;
+        wish->ignition = wish->ignition || wish->engineOn;
+        wish->cranking = false;
+    }
+    if (m_controls.isHeld(Controls::Speed)) {
+        wish->speedKmh = m_controls.value(Controls::Speed);
+        wish->reverse = wish->creeping = false;
+    }
+    if (m_controls.isHeld(Controls::Prompt))
+        m_prompts.say(m_controls.take(Controls::Prompt));
+    if (!m_controls.isHeld(Controls::ClimateTrim))
+        return;
+    equip(Trim(m_controls.take(Controls::ClimateTrim)));
+    m_out.say(m_nowMs, "climateType", {});
+    m_out.say(m_nowMs, "secondclimateType", {});
+    sayClimate(m_nowMs);
 }
 
 void SimulatedCar::seek(qint64 ms)

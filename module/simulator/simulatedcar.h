@@ -2,6 +2,7 @@
 
 #include "body.h"
 #include "climate.h"
+#include "controls.h"
 #include "emissionqueue.h"
 #include "manoeuvre.h"
 #include "menu.h"
@@ -26,6 +27,7 @@ public:
     Emission take() override;
     void seek(qint64 ms) override;
     bool command(qint64 nowMs, const QString &operation, const QVariantList &arguments) override;
+    Controls *controls() override { return &m_controls; }
     RearView rearView() const override { return m_manoeuvre.rearView(); }
     QStringList findings() const override;
     QJsonObject statistics() const override;
@@ -34,7 +36,9 @@ private:
     /** What the top left gauge shows; a touch goes on to the next. */
     enum TopLeft { Transmission, Oil, Ambient, TopLeftCount };
 
+    void equip(Trim trim);
     void restart();
+    void obeyHands(DriverWish *wish);
     void runUntilEmission();
     void step();
     void report();
@@ -48,7 +52,8 @@ private:
     bool answerClimate(qint64 atMs, const QString &command, const QVariantList &arguments);
     bool answer(qint64 atMs, const QString &command, const QVariantList &arguments);
 
-    const Trim m_trim;
+    Trim m_trim;
+    Controls m_controls;
     Powertrain m_powertrain;
     Climate m_climate;
     Tires m_tires;

@@ -1,5 +1,6 @@
 #include "tires.h"
 
+#include "controls.h"
 #include "powertrain.h"
 
 #include <algorithm>
@@ -15,12 +16,15 @@ static constexpr qint64 punctureMs = 255000;
 static constexpr double leakPsiPerSecond = 0.055;
 static constexpr Tires::Tire punctured = Tires::RearRight;
 
-void Tires::step(qint64 nowMs, const Powertrain &powertrain)
+void Tires::step(qint64 nowMs, const Powertrain &powertrain, const Controls &controls)
 {
     if (nowMs > punctureMs)
         m_coldPsi[punctured] = std::max(14.0, m_coldPsi[punctured] - leakPsiPerSecond * dt);
     const double speed = powertrain.speedKmh();
     for (int tire = 0; tire < Count; ++tire) {
+        const auto held = Controls::Control(Controls::TireFrontLeft + tire);
+        if (controls.isHeld(held))
+            m_coldPsi[tire] = controls.value(held);
         // A soft tire flexes more; the driven front ones work harder than the rear ones.
         const double flexing = 1 + std::max(0.0, 30 - m_coldPsi[tire]) * 0.09;
         const double work = speed * (tire == FrontLeft || tire == FrontRight ? 0.17 : 0.14);

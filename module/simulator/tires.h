@@ -6,6 +6,7 @@
 
 namespace module {
 
+class Controls;
 class Powertrain;
 
 /** Four tires: warm from driving, and one with a slow puncture. */
@@ -14,7 +15,7 @@ class Tires
 public:
     enum Tire { FrontLeft, FrontRight, RearRight, RearLeft, Count };
 
-    void step(qint64 nowMs, const Powertrain &powertrain);
+    void step(qint64 nowMs, const Powertrain &powertrain, const Controls &controls);
     /** @param engineFault  travels with the pressures */
     void report(EmissionQueue *out, qint64 nowMs, bool engineFault) const;
 

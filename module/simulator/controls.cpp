@@ -1,0 +1,107 @@
+#include "controls.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace module {
+
+static constexpr const char *opening = "closed open";
+static constexpr const char *onOrOff = "off on";
+
+// clang-format off
+static constexpr Controls::Row rows[] = {
+    {"engine",                "Engine",     "Engine",              onOrOff,              0, 1,   ""},
+    {"speed",                 "Engine",     "Speed",               nullptr,              0, 200, "km/h"},
+    {"engine-lamp",           "Engine",     "Check-engine lamp",   "unknown fine fault", 0, 2,   ""},
+    {"hood",                  "Doors",      "Hood",                opening,              0, 1,   ""},
+    {"trunk",                 "Doors",      "Trunk",               opening,              0, 1,   ""},
+    {"door-front-left",       "Doors",      "Front left",          opening,              0, 1,   ""},
+    {"door-front-right",      "Doors",      "Front right",         opening,              0, 1,   ""},
+    {"door-rear-left",        "Doors",      "Rear left",           opening,              0, 1,   ""},
+    {"door-rear-right",       "Doors",      "Rear right",          opening,              0, 1,   ""},
+    {"tire-front-left",       "Tires",      "Front left",          nullptr,              0, 60,  "psi cold"},
+    {"tire-front-right",      "Tires",      "Front right",         nullptr,              0, 60,  "psi cold"},
+    {"tire-rear-right",       "Tires",      "Rear right",          nullptr,              0, 60,  "psi cold"},
+    {"tire-rear-left",        "Tires",      "Rear left",           nullptr,              0, 60,  "psi cold"},
+    {"obstacle-front-left",   "Obstacles",  "Front left",          nullptr,              0, 4,   "of 4"},
+    {"obstacle-front-middle-left",  "Obstacles", "Front, middle left",  nullptr,         0, 4,   "of 4"},
+    {"obstacle-front-middle-right", "Obstacles", "Front, middle right", nullptr,         0, 4,   "of 4"},
+    {"obstacle-front-right",  "Obstacles",  "Front right",         nullptr,              0, 4,   "of 4"},
+    {"obstacle-rear-left",    "Obstacles",  "Rear left",           nullptr,              0, 4,   "of 4"},
+    {"obstacle-rear-middle-left",   "Obstacles", "Rear, middle left",   nullptr,         0, 4,   "of 4"},
+    {"obstacle-rear-middle-right",  "Obstacles", "Rear, middle right",  nullptr,         0, 4,   "of 4"},
+    {"obstacle-rear-right",   "Obstacles",  "Rear right",          nullptr,              0, 4,   "of 4"},
+    {"blind-left",            "Obstacles",  "Left blind spot",     onOrOff,              0, 1,   ""},
+    {"blind-right",           "Obstacles",  "Right blind spot",    onOrOff,              0, 1,   ""},
+    {"trim",                  "Equipment",  "Climate",             "full no-rear manual", 0, 2,  ""},
+    {"prompt",                "Equipment",  "Voice",               "information recognition warning", 0, 2, ""},
+};
+// clang-format on
+static_assert(std::size(rows) == Controls::Count);
+
+const Controls::Row &Controls::row(Control control)
+{
+    return rows[control];
+}
+
+QStringList Controls::words(Control control)
+{
+    return QString::fromLatin1(rows[control].words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+Controls::Controls() : m_values(Count, Automatic) {}
+
+int Controls::take(Control control)
+{
+    const int value = m_values[control];
+    m_values[control] = Automatic;
+    return value;
+}
+
+static QString expectation(Controls::Control control)
+{
+    const Controls::Row &row = Controls::row(control);
+    return row.words ? Controls::words(control).join(QStringLiteral(", "))
+                     : QStringLiteral("a number from %1 to %2").arg(row.lowest).arg(row.highest);
+}
+
+bool Controls::read(const QString &name, const QString &text, Control *control, int *value,
+                    QString *error)
+{
+    const auto *const found = std::find_if(std::begin(rows), std::end(rows), [&](const Row &row) {
+        return name == QLatin1String(row.name);
+    });
+    if (found == std::end(rows)) {
+        QStringList names;
+        for (const Row &row : rows)
+            names.append(QLatin1String(row.name));
+        *error = QStringLiteral("expected one of %1, got '%2'")
+                     .arg(names.join(QStringLiteral(", ")), name);
+        return false;
+    }
+    *control = Control(found - rows);
+    bool isNumber = found->words == nullptr;
+    if (text == QLatin1String("auto"))
+        *value = Automatic;
+    else if (found->words)
+        *value = words(*control).indexOf(text);
+    else
+        *value = text.toInt(&isNumber);
+    const bool isKnown =
+        text == QLatin1String("auto") ||
+        (found->words ? *value >= 0
+                      : isNumber && *value >= found->lowest && *value <= found->highest);
+    if (!isKnown)
+        *error = QStringLiteral("expected %1 with %2 or auto, got '%3'")
+                     .arg(name, expectation(*control), text);
+    return isKnown;
+}
+
+QString Controls::textOf(Control control, int value)
+{
+    if (value == Automatic)
+        return QStringLiteral("auto");
+    return rows[control].words ? words(control).value(value) : QString::number(value);
+}
+
+} // namespace module
