@@ -90,6 +90,7 @@ void AudioStage::note(const QString &text)
     if (m_timeLine.size() >= mostEntries)
         m_timeLine.removeFirst();
     m_timeLine.append({nowMs(), text});
+    emit noted(text);
     emit changed();
 }
 

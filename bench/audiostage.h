@@ -65,6 +65,8 @@ signals:
     void changed();
     void voiceStarted(int voice, int speakers);
     void voiceStopped();
+    /** The time line has a new entry. */
+    void noted(const QString &text);
 
 private:
     void onNotice(unsigned char kind, unsigned char location);

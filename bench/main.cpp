@@ -7,6 +7,7 @@
 #include "options.h"
 #include "palette.h"
 #include "recordingtools.h"
+#include "scenariosuite.h"
 #include "screen.h"
 #include "session.h"
 #include "soundoutput.h"
@@ -68,7 +69,8 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
     const bool hasDisplay = !options->platform.isEmpty() || qEnvironmentVariableIsSet("DISPLAY") ||
                             qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
                             qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-    const bool needsScreen = options->text.isEmpty() && !options->isTool();
+    const bool needsScreen =
+        options->text.isEmpty() && !options->isTool() && options->scripts.isEmpty();
     if (needsScreen && !options->headless && !hasDisplay) {
         std::fprintf(stderr, "No display here: running as with --headless.\n");
         options->headless = true;
@@ -87,7 +89,7 @@ static std::unique_ptr<Session> openSession(const Options &options, QString *err
     session->drive()->setSpeed(options.speed);
     session->drive()->setLimit(options.durationMs);
     session->drive()->faults() = options.faults;
-    if (!options.record.isEmpty() && !session->record(options.record, error))
+    if (!options.record.isEmpty() && !session->record(options.record, options.recordLimit, error))
         return nullptr;
     return session;
 }
@@ -119,6 +121,41 @@ static int runWindow(const Options &options, Screen *screen, HeadUnit *unit, Aud
     return code;
 }
 
+/** One scenario from its start to its end, with a head unit of its own. */
+static ScenarioResult playScenario(const Options &options, const Scenario &scenario, int argc,
+                                   char *argv[])
+{
+    QApplication application(argc, argv);
+    const Warnings warnings;
+    night::apply(&application);
+    Screen screen;
+    HeadUnit unit(&screen);
+    ScenarioResult result;
+    QString error;
+    if (!unit.load(options.plugin, &error)) {
+        result.failures.append(error);
+        return result;
+    }
+    AudioStage stage(&unit);
+    QObject::connect(&stage, &AudioStage::changed, screen.statusColumn(),
+                     [&] { screen.statusColumn()->setVolumeShown(stage.isVolumeShown()); });
+    auto source = module::openSource(scenario.source, &error, scenario.trim);
+    if (!source) {
+        result.failures.append(error);
+        return result;
+    }
+    Session session(std::move(source));
+    session.journal()->setLimit(Journal::usualLimit);
+    session.drive()->setSpeed(module::Drive::Unlimited);
+    session.drive()->faults() = scenario.faults;
+    session.feed(screen.camera());
+    session.lead(&stage);
+    screen.show();
+    const QString folder =
+        options.gallery.isEmpty() ? QStringLiteral("scenario-failures") : options.gallery;
+    return ScenarioRun(scenario, folder, &screen, &unit, &stage, &session).play();
+}
+
 int main(int argc, char *argv[])
 {
     QCoreApplication::setApplicationName(QStringLiteral("norda-bench"));
@@ -130,7 +167,7 @@ int main(int argc, char *argv[])
         std::printf("%s", qPrintable(options.text));
         return Done;
     }
-    if (options.headless)
+    if (options.headless || !options.scripts.isEmpty())
         qputenv("QT_QPA_PLATFORM", "offscreen");
     else if (!options.platform.isEmpty())
         qputenv("QT_QPA_PLATFORM", options.platform.toLocal8Bit());
@@ -144,6 +181,13 @@ int main(int argc, char *argv[])
         return refuse(error);
     if (options.isTool())
         return workAsTool(options);
+    if (!options.scripts.isEmpty()) {
+        const SuiteOutcome outcome = playScenarios(
+            options,
+            [&](const Scenario &scenario) { return playScenario(options, scenario, argc, argv); },
+            &error);
+        return outcome == SuiteOutcome::Unusable ? refuse(error) : int(outcome);
+    }
 
     QApplication application(argc, argv);
     const Warnings warnings;

@@ -15,6 +15,7 @@ Examples:
                                                a whole drive without a display
   norda-bench --record session.jsonl           keep all that crosses the adaptor
   norda-bench --source session.jsonl           and play it again
+  norda-bench --script bench/scenarios         play all scenarios that ship
   norda-bench --check libmyplugin.so           would a head unit accept it?
   norda-bench --fault silence:0.3 --fault truncate --seed 7
                                                a module that misbehaves
@@ -29,8 +30,8 @@ Exit codes: 0 done, 1 an expectation failed or recordings differ, 2 unusable inp
 
 // clang-format off
 static const QList<QCommandLineOption> known = {
-    {"source", "What to drive: \"simulator\", an OBD-II CSV export, a candump log or a recording "
-               "of the bench.", "simulator|FILE", "simulator"},
+    {"source", "What to drive: \"simulator\", \"none\" for a silent module, an OBD-II CSV export, a candump log or a recording "
+               "of the bench.", "simulator|none|FILE", "simulator"},
     {"speed", "Factor of real time, 0.1 to 100, or \"max\" (the default without a display).",
               "X|max", "1"},
     {"duration", "Stop after that much drive time.", "SECONDS"},
@@ -38,8 +39,14 @@ static const QList<QCommandLineOption> known = {
                "85 about.", "80..85", "80"},
     {"gallery", "At the end, write a PNG of every page and notable state.", "DIR"},
     {"record", "Write everything that crosses the adaptor, both ways, as JSON lines.", "FILE"},
+    {"record-limit", "What the recording may take, 1 to 100000 MB. When half of it is full, the file "
+                     "becomes FILE.1 in place of an older one, and a new part begins.", "MB", "512"},
     {"summary", "At the end, write totals as JSON: drive time, signals, calls, frames, warnings.",
                 "FILE"},
+    {"script", "Play a scenario, or all of a folder, and tell which expectations fail; may be given "
+               "several times. Pictures of failures go to the folder of --gallery or to "
+               "scenario-failures.", "FILE|DIR"},
+    {"junit", "Report on the scenarios in JUnit's XML as well.", "FILE"},
     {"check", "Tell whether a head unit would accept a plugin, and what to do if not.", "FILE.so"},
     {"diff", "Compare a recording with the one named behind it: where they part, and what occurs "
              "more often in one of them.", "FILE"},
@@ -136,7 +143,7 @@ static bool readPart(const QCommandLineParser &parser, Options *options, QString
 bool Options::makeFolders(QString *error) const
 {
     QStringList folders = {gallery};
-    for (const QString &file : {record, summary})
+    for (const QString &file : {record, summary, junit})
         folders.append(file.isEmpty() ? QString() : QFileInfo(file).absolutePath());
     for (const QString &folder : qAsConst(folders)) {
         if (folder.isEmpty() || QDir().mkpath(folder))
@@ -218,8 +225,14 @@ bool Options::parse(const QStringList &arguments, QString *error)
 
     gallery = parser.value(QStringLiteral("gallery"));
     record = parser.value(QStringLiteral("record"));
+    double megabytes = 0;
+    if (!number(parser, "record-limit", 1, 100000, &megabytes, error))
+        return false;
+    recordLimit = qRound64(megabytes * 1e6);
     summary = parser.value(QStringLiteral("summary"));
-    for (const char *file : {"record", "summary"}) {
+    scripts = parser.values(QStringLiteral("script"));
+    junit = parser.value(QStringLiteral("junit"));
+    for (const char *file : {"record", "summary", "junit"}) {
         const QString name = QLatin1String(file);
         if (parser.isSet(name) && !writable(name, parser.value(name), error))
             return false;

@@ -16,12 +16,15 @@ struct Options
     int window = 80;
     QString gallery;
     QString record;
+    qint64 recordLimit = 0; ///< in bytes
     QString summary;
     QString plugin;
-    QString platform; ///< what Qt draws on, empty for its own choice
-    QString check;    ///< a plugin to examine
-    QStringList diff; ///< two recordings to compare, or none
-    QString cut;      ///< a recording to write a part of
+    QString platform;    ///< what Qt draws on, empty for its own choice
+    QStringList scripts; ///< scenarios to play, files or folders of them
+    QString junit;       ///< where to report on them
+    QString check;       ///< a plugin to examine
+    QStringList diff;    ///< two recordings to compare, or none
+    QString cut;         ///< a recording to write a part of
     qint64 fromMs = 0;
     qint64 toMs = -1;
     module::Trim trim = module::Trim::Full;

@@ -7,6 +7,8 @@
 
 #include <QEvent>
 
+#include <algorithm>
+
 static const QRect wholeView(StatusColumn::Width, 0, 1280 - StatusColumn::Width, 720);
 // Between the title strip and the navigation bar, over the keys of the parking page.
 static const QRect splitView(StatusColumn::Width, 89, 440, 531);
@@ -34,6 +36,14 @@ void Screen::adopt(QWidget *page)
     page->setParent(this);
     page->move(0, 0);
     m_statusColumn->raise();
+}
+
+QWidget *Screen::widgetNamed(const QString &name) const
+{
+    const QList<QWidget *> found = findChildren<QWidget *>(name);
+    const auto seen = std::find_if(found.begin(), found.end(),
+                                   [](const QWidget *widget) { return widget->isVisible(); });
+    return seen != found.end() ? *seen : found.value(0);
 }
 
 void Screen::setSplit(bool on)

@@ -17,6 +17,8 @@ public:
     explicit Screen(QWidget *parent = nullptr);
 
     StatusColumn *statusColumn() const { return m_statusColumn; }
+    /** The widget of this name on the screen, one that can be seen before one that cannot. */
+    QWidget *widgetNamed(const QString &name) const;
     /** Takes a page's widget in; the page shows and hides itself. */
     void adopt(QWidget *page);
     void showCamera(bool on);

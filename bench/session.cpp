@@ -18,6 +18,7 @@ Session::Session(std::unique_ptr<module::VehicleSource> source, QObject *parent)
 {
     m_wall.start();
     connect(CallLog::instance(), &CallLog::called, this, &Session::onCall);
+    connect(&m_drive, &module::Drive::jumped, this, &Session::onJump);
     connect(svaudio::AudioService::instance(), &svaudio::AudioService::beeped, this,
             [this] { ++m_beeps; });
 }
@@ -33,6 +34,8 @@ void Session::lead(AudioStage *stage)
     const QPointer<Session> session = this;
     stage->setClock([session] { return session ? session->m_drive.positionMs() : 0; });
     connect(&m_drive, &module::Drive::positionChanged, stage, &AudioStage::advance);
+    connect(stage, &AudioStage::noted, this,
+            [this](const QString &text) { m_journal.note(nowMs(), Journal::Sound, text, {}); });
 }
 
 void Session::feed(CameraView *camera)
@@ -42,9 +45,10 @@ void Session::feed(CameraView *camera)
     show();
 }
 
-bool Session::record(const QString &file, QString *error)
+bool Session::record(const QString &file, qint64 limitBytes, QString *error)
 {
     m_recording = std::make_unique<module::RecordingWriter>(file, m_drive.source()->title(), error);
+    m_recording->setLimit(limitBytes);
     return m_recording->isOpen();
 }
 
@@ -54,41 +58,59 @@ void Session::finish()
         return;
     m_finished = true;
     if (m_recording)
-        m_recording->finish(m_drive.positionMs());
+        m_recording->finish(nowMs());
+}
+
+void Session::setLookingBack(bool on)
+{
+    m_lookingBack = on;
+    m_drive.setAnswering(!on);
+}
+
+/** The session's time goes on: what is recorded in it stands in order, however one jumps. */
+void Session::onJump(qint64 fromMs, qint64 toMs)
+{
+    m_jumpedMs += fromMs - toMs;
+}
+
+void Session::tell()
+{
+    const QString notice = m_recording->takeNotice();
+    if (!notice.isEmpty())
+        emit noticed(notice);
 }
 
 void Session::onSignal(const QByteArray &name, const QVariantList &arguments)
 {
-    if (m_finished)
+    if (m_finished || m_lookingBack)
         return;
-    ++m_signals[QString::fromLatin1(name)];
-    ++m_signalCount;
-    if (m_recording)
-        m_recording->writeSignal(m_drive.positionMs(), name, arguments);
+    m_journal.noteSignal(nowMs(), name, arguments);
+    if (m_recording) {
+        m_recording->writeSignal(nowMs(), name, arguments);
+        tell();
+    }
     if (name == "centerGaugeValueNotify" && arguments.value(0).toInt() > m_fastestRpm) {
         m_fastestRpm = arguments.value(0).toInt();
         m_fastestMs = m_drive.positionMs();
     }
-    emit counted();
 }
 
 void Session::onCall(const QString &operation, const QVariantList &arguments)
 {
-    if (m_finished)
+    if (m_finished || m_lookingBack)
         return;
-    ++m_calls[operation];
-    ++m_callCount;
+    m_journal.note(nowMs(), Journal::Call, operation, arguments);
     if (m_recording)
-        m_recording->writeCall(m_drive.positionMs(), operation, arguments);
-    emit called(operation, arguments);
-    emit counted();
+        m_recording->writeCall(nowMs(), operation, arguments);
 }
 
-static QJsonObject byName(const QMap<QString, int> &counts)
+static QJsonObject byName(const Journal &journal, Journal::Kind kind)
 {
     QJsonObject object;
-    for (auto it = counts.cbegin(); it != counts.cend(); ++it)
-        object.insert(it.key(), it.value());
+    for (const Journal::Total &total : journal.totals()) {
+        if (total.kind == kind)
+            object.insert(total.name, total.count);
+    }
     return object;
 }
 
@@ -109,10 +131,10 @@ QJsonObject Session::summary(int framesPainted) const
     return {{"driveSeconds", double(m_drive.positionMs()) / 1000.0},
             {"wallSeconds", double(m_wall.elapsed()) / 1000.0},
             {"source", source},
-            {"signalsTotal", m_signalCount},
-            {"signals", byName(m_signals)},
-            {"callsTotal", m_callCount},
-            {"calls", byName(m_calls)},
+            {"signalsTotal", signalCount()},
+            {"signals", byName(m_journal, Journal::Signal)},
+            {"callsTotal", callCount()},
+            {"calls", byName(m_journal, Journal::Call)},
             {"framesPainted", framesPainted},
             {"beeps", m_beeps},
             {"audio", timeLine(m_stage)},

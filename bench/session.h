@@ -2,10 +2,10 @@
 
 #include "adaptortap.h"
 #include "drive.h"
+#include "journal.h"
 #include "recording.h"
 
 #include <QElapsedTimer>
-#include <QMap>
 #include <QObject>
 #include <QPointer>
 
@@ -30,13 +30,25 @@ public:
     void lead(AudioStage *stage);
     /** Lets a camera see what is behind the car. */
     void feed(CameraView *camera);
-    /** @param error  one line, when the file cannot be written */
-    bool record(const QString &file, QString *error);
+    /**
+     * @param limitBytes  what the recording may take; the oldest part goes first
+     * @param error       one line, when the file cannot be written
+     */
+    bool record(const QString &file, qint64 limitBytes, QString *error);
     /** Ends the recording and the count; what crosses the adaptor later is left out. */
     void finish();
 
-    int signalCount() const { return m_signalCount; }
-    int callCount() const { return m_callCount; }
+    /** What happened; without entries unless somebody gives it a limit. */
+    Journal *journal() { return &m_journal; }
+    const Journal *journal() const { return &m_journal; }
+    /** Drive time that has passed: it goes on where somebody jumps in the drive. */
+    qint64 nowMs() const { return m_drive.positionMs() + m_jumpedMs; }
+    /** While it looks back, what crosses the adaptor is not the drive's and is left out. */
+    void setLookingBack(bool on);
+    bool isLookingBack() const { return m_lookingBack; }
+
+    int signalCount() const { return m_journal.count(Journal::Signal); }
+    int callCount() const { return m_journal.count(Journal::Call); }
     int beepCount() const { return m_beeps; }
     /** Drive time at which the engine turned fastest. */
     qint64 fastestMs() const { return m_fastestMs; }
@@ -44,25 +56,25 @@ public:
     QJsonObject summary(int framesPainted) const;
 
 signals:
-    void called(const QString &operation, const QVariantList &arguments);
-    /** A counter moved. */
-    void counted();
+    /** Something that a person should know, in one line. */
+    void noticed(const QString &line);
 
 private:
     void onSignal(const QByteArray &name, const QVariantList &arguments);
     void onCall(const QString &operation, const QVariantList &arguments);
+    void onJump(qint64 fromMs, qint64 toMs);
+    void tell();
 
     module::Drive m_drive;
     module::AdaptorTap m_tap;
     QPointer<AudioStage> m_stage;
     std::unique_ptr<module::RecordingWriter> m_recording;
     QElapsedTimer m_wall;
-    QMap<QString, int> m_signals;
-    QMap<QString, int> m_calls;
-    int m_signalCount = 0;
-    int m_callCount = 0;
+    Journal m_journal;
+    qint64 m_jumpedMs = 0;
     int m_beeps = 0;
     int m_fastestRpm = -1;
     qint64 m_fastestMs = 0;
+    bool m_lookingBack = false;
     bool m_finished = false;
 };

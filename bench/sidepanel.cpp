@@ -53,8 +53,7 @@ void SidePanel::setSession(Session *session)
     module::VehicleSource *source = session->drive()->source();
     m_findings->setText(source->title() + QLatin1Char('\n') +
                         source->findings().join(QLatin1Char('\n')));
-    connect(session, &Session::called, this, &SidePanel::noteCall);
-    connect(session, &Session::counted, this, [this] {
+    connect(session->journal(), &Journal::noted, this, [this] {
         if (!m_refresh.isActive())
             m_refresh.start();
     });

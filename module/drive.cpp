@@ -96,7 +96,9 @@ void Drive::pause()
 void Drive::seek(qint64 ms)
 {
     const qint64 end = durationMs();
+    const qint64 fromMs = clockMs();
     m_positionMs = end < 0 ? qMax<qint64>(0, ms) : qBound<qint64>(0, ms, end);
+    emit jumped(fromMs, m_positionMs);
     m_source->seek(m_positionMs);
     m_faults.jump(m_positionMs);
     if (deliverUntil(m_positionMs, noLimit) == Delivery::Interrupted)
@@ -182,7 +184,7 @@ void Drive::deliver(Emission emission, int delivery)
 
 void Drive::onCall(const QString &operation, const QVariantList &arguments)
 {
-    if (!operation.startsWith(QLatin1String("norda::")))
+    if (!m_answering || !operation.startsWith(QLatin1String("norda::")))
         return;
     const bool answers = m_source->command(clockMs(), operation, arguments);
     if (m_playing && m_speed != Unlimited)

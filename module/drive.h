@@ -37,6 +37,8 @@ public:
     /** What spoils the emissions on their way; none at first. */
     Faults &faults() { return m_faults; }
     const Faults &faults() const { return m_faults; }
+    /** Whether commands of the plugin reach the source; they do at first. */
+    void setAnswering(bool on) { m_answering = on; }
     /** Emissions that the adaptor has no signal for. */
     int refused() const { return m_link.refused(); }
 
@@ -47,6 +49,8 @@ public slots:
 
 signals:
     void positionChanged(qint64 ms);
+    /** Somebody jumped in the drive; what brings screens up to date there follows. */
+    void jumped(qint64 fromMs, qint64 toMs);
     void playingChanged(bool playing);
     /** The source has no more to give, or the limit was reached. */
     void finished();
@@ -73,6 +77,7 @@ private:
     int m_delivery = 0; // counts deliveries and what breaks them off
     double m_speed = 1.0;
     bool m_playing = false;
+    bool m_answering = true;
 };
 
 } // namespace module

@@ -58,6 +58,12 @@ double Faults::usualValue(Kind kind)
 
 Faults::Faults(quint32 seed) : m_seed(seed), m_random(seed) {}
 
+void Faults::setSeed(quint32 seed)
+{
+    m_seed = seed;
+    m_random.seed(seed);
+}
+
 bool Faults::add(const QString &fault, QString *error)
 {
     const QString name = fault.section(QLatin1Char(':'), 0, 0);
@@ -77,8 +83,8 @@ bool Faults::add(const QString &fault, QString *error)
         const QString text = fault.section(QLatin1Char(':'), 1);
         bool isNumber = false;
         value = text.toDouble(&isNumber);
-        if (!isNumber || !(value > 0 && value <= row->most)) {
-            *error = QStringLiteral("expected %1 with a number above 0 and up to %2, got '%3'")
+        if (!isNumber || !(value >= 0 && value <= row->most)) {
+            *error = QStringLiteral("expected %1 with a number from 0 to %2, got '%3'")
                          .arg(name)
                          .arg(row->most)
                          .arg(text);

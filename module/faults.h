@@ -28,10 +28,11 @@ public:
     static bool isInSeconds(Kind kind);
 
     explicit Faults(quint32 seed = 1);
+    void setSeed(quint32 seed);
 
     /**
      * Adds a fault by its name and, behind a colon, its value: the part of the emissions that it
-     * spoils, from 0 to 1, or for a late start and for restarts the seconds until then.
+     * spoils, from 0 (off) to 1, or for a late start and for restarts the seconds until then.
      * @param error  one line that says what was expected
      */
     bool add(const QString &fault, QString *error);

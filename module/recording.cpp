@@ -4,10 +4,14 @@
 #include "linereader.h"
 #include "values.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+#include <algorithm>
+#include <tuple>
 
 namespace module {
 
@@ -25,29 +29,84 @@ RecordingWriter::RecordingWriter(const QString &path, const QString &title, QStr
                      .arg(path, m_file.errorString());
         return;
     }
-    m_file.write(recordingHeader(title));
+    m_title = title;
+    begin(title);
 }
 
 RecordingWriter::~RecordingWriter() = default;
 
-void RecordingWriter::write(const QJsonObject &line)
+void RecordingWriter::begin(const QString &title)
 {
-    m_file.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
+    m_file.write(recordingHeader(title));
+}
+
+void RecordingWriter::write(qint64 ms, QJsonObject line)
+{
+    line.insert(QStringLiteral("t"), double(ms - m_beginMs));
+    const QByteArray text = QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n';
+    if (m_file.write(text) == text.size() || m_isBroken)
+        return;
+    m_isBroken = true;
+    m_notice = QStringLiteral("%1: expected room for the recording: %2")
+                   .arg(m_file.fileName(), m_file.errorString());
 }
 
 void RecordingWriter::writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments)
 {
-    write({{"t", double(ms)}, {"signal", QString::fromLatin1(name)}, {"args", toJson(arguments)}});
+    if (m_limit > 0 && m_file.pos() >= m_limit / 2)
+        beginNextPart(ms);
+    if (m_limit > 0)
+        m_last.insert(name, {ms, name, arguments});
+    write(ms, {{"signal", QString::fromLatin1(name)}, {"args", toJson(arguments)}});
 }
 
 void RecordingWriter::writeCall(qint64 ms, const QString &operation, const QVariantList &arguments)
 {
-    write({{"t", double(ms)}, {"call", operation}, {"args", toJson(arguments)}});
+    write(ms, {{"call", operation}, {"args", toJson(arguments)}});
+}
+
+void RecordingWriter::beginNextPart(qint64 ms)
+{
+    const QString path = m_file.fileName();
+    const QFileInfo info(path);
+    const QString before = info.dir().filePath(
+        QStringLiteral("%1.1.%2").arg(info.completeBaseName(), info.suffix()));
+    finish(ms);
+    QFile::remove(before);
+    const bool isKept = QFile::rename(path, before);
+    if (!m_file.open(QIODevice::WriteOnly)) {
+        m_notice = QStringLiteral("%1: expected a file that can be written: %2")
+                       .arg(path, m_file.errorString());
+        return;
+    }
+    m_notice = QStringLiteral("%1: half of what it may take was full at %2 s; the part before is "
+                              "%3, and what is older is gone")
+                   .arg(path)
+                   .arg(double(ms) / 1000, 0, 'f', 1)
+                   .arg(isKept ? before : QStringLiteral("gone too"));
+    begin(QStringLiteral("%1, from %2 s").arg(m_title).arg(double(ms) / 1000, 0, 'f', 1));
+    m_beginMs = ms;
+    QVector<Emission> last;
+    for (const Emission &emission : qAsConst(m_last))
+        last.append(emission);
+    std::sort(last.begin(), last.end(), [](const Emission &one, const Emission &other) {
+        return std::tie(one.atMs, one.signal) < std::tie(other.atMs, other.signal);
+    });
+    for (const Emission &emission : qAsConst(last))
+        write(ms, {{"signal", QString::fromLatin1(emission.signal)},
+                   {"args", toJson(emission.arguments)}});
+}
+
+QString RecordingWriter::takeNotice()
+{
+    QString notice;
+    notice.swap(m_notice);
+    return notice;
 }
 
 void RecordingWriter::finish(qint64 ms)
 {
-    write({{"t", double(ms)}, {"end", true}});
+    write(ms, {{"end", true}});
     m_file.close();
 }
 

@@ -3,6 +3,7 @@
 #include "vehiclesource.h"
 
 #include <QFile>
+#include <QHash>
 #include <QMetaMethod>
 #include <QSet>
 
@@ -23,15 +24,31 @@ public:
     ~RecordingWriter();
 
     bool isOpen() const { return m_file.isOpen(); }
+    /**
+     * What the recording may take on the disk, in bytes; 0 for no limit. When half of it is full,
+     * the file becomes "NAME.1.jsonl" beside it, in place of an older one, and a new part begins
+     * with the last of each signal.
+     */
+    void setLimit(qint64 bytes) { m_limit = bytes; }
+    /** What a person should know, in one line, once; mostly nothing. */
+    QString takeNotice();
     void writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments);
     void writeCall(qint64 ms, const QString &operation, const QVariantList &arguments);
     /** Notes the length of the drive; the recording is complete with it. */
     void finish(qint64 ms);
 
 private:
-    void write(const QJsonObject &line);
+    void write(qint64 ms, QJsonObject line);
+    void begin(const QString &title);
+    void beginNextPart(qint64 ms);
 
     QFile m_file;
+    QString m_title;
+    QString m_notice;
+    QHash<QByteArray, Emission> m_last; // of each signal, with the time of the session
+    qint64 m_limit = 0;
+    qint64 m_beginMs = 0; // what the part's times count from
+    bool m_isBroken = false;
 };
 
 /** A later moment in a recording is a damaged one. */

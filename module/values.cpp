@@ -4,6 +4,7 @@
 
 #include <QJsonObject>
 #include <QMap>
+#include <QVarLengthArray>
 
 #include <algorithm>
 
@@ -150,6 +151,63 @@ QJsonArray toJson(const QVariantList &arguments)
     for (const QVariant &argument : arguments)
         array.append(toJson(argument));
     return array;
+}
+
+// ---- Arguments of a method
+// ------------------------------------------------------------------------
+
+static QString expectation(int type)
+{
+    static const QMap<int, QString> known = {
+        {QMetaType::UChar, QStringLiteral("a number from 0 to 255")},
+        {QMetaType::Int, QStringLiteral("a number")},
+        {QMetaType::Bool, QStringLiteral("true or false")},
+        {QMetaType::QString, QStringLiteral("a text")},
+        {QMetaType::QStringList, QStringLiteral("a list of texts")},
+        {QMetaType::QByteArray, QStringLiteral("bytes as a hex text or null")},
+        {QMetaType::QVariantList, QStringLiteral("a list of objects, each with its type")},
+        {qMetaTypeId<QList<int>>(), QStringLiteral("a list of numbers")},
+        {qMetaTypeId<QMap<int, int>>(), QStringLiteral("an object of numbers by number")},
+        {qMetaTypeId<QMap<int, bool>>(), QStringLiteral("an object of true or false by number")},
+    };
+    return known.value(type, QString::fromLatin1(QMetaType::typeName(type)));
+}
+
+bool bindArguments(const QMetaMethod &method, QVariantList *arguments, QString *error)
+{
+    if (arguments->size() != method.parameterCount()) {
+        *error = QStringLiteral("expected %1 with %2 arguments, got %3")
+                     .arg(QString::fromLatin1(method.name()))
+                     .arg(method.parameterCount())
+                     .arg(arguments->size());
+        return false;
+    }
+    for (int i = 0; i < arguments->size(); ++i) {
+        QVariant &value = (*arguments)[i];
+        const int type = method.parameterType(i);
+        if (type == QMetaType::QVariant || value.userType() == type)
+            continue;
+        value = fromJson(QJsonValue::fromVariant(value), type);
+        if (value.isValid())
+            continue;
+        *error = QStringLiteral("argument %1 of %2: expected %3")
+                     .arg(i + 1)
+                     .arg(QString::fromLatin1(method.name()), expectation(type));
+        return false;
+    }
+    return true;
+}
+
+void invokeMethod(QObject *object, const QMetaMethod &method, QVariantList arguments)
+{
+    const bool hasResult = method.returnType() != QMetaType::Void;
+    QVariant result = hasResult ? QVariant(method.returnType(), nullptr) : QVariant();
+    QVarLengthArray<void *, 8> passed = {hasResult ? result.data() : nullptr};
+    for (int i = 0; i < arguments.size(); ++i) {
+        const bool isAny = method.parameterType(i) == QMetaType::QVariant;
+        passed.append(isAny ? static_cast<void *>(&arguments[i]) : arguments[i].data());
+    }
+    object->qt_metacall(QMetaObject::InvokeMetaMethod, method.methodIndex(), passed.data());
 }
 
 } // namespace module

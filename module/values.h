@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QJsonValue>
+#include <QMetaMethod>
 #include <QVariant>
 
 namespace module {
@@ -15,5 +16,13 @@ QJsonArray toJson(const QVariantList &arguments);
 
 /** @return an invalid value for JSON of another shape than this type's */
 QVariant fromJson(const QJsonValue &json, int type);
+
+/**
+ * Brings arguments, typed or as JSON has them, to what a method takes.
+ * @param error  what was expected there instead
+ */
+bool bindArguments(const QMetaMethod &method, QVariantList *arguments, QString *error);
+/** Calls a method, or emits a signal, with arguments of its own types. */
+void invokeMethod(QObject *object, const QMetaMethod &method, QVariantList arguments);
 
 } // namespace module

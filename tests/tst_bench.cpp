@@ -71,7 +71,7 @@ void tst_Bench::badArguments_data()
     QTest::newRow("trim") << QStringList{"--trim", "sports"}
                           << "--trim: expected 'full', 'no-rear' or 'manual', got 'sports'";
     QTest::newRow("fault") << QStringList{"--fault", "silence:2"}
-                           << "--fault: expected silence with a number above 0 and up to 1, got "
+                           << "--fault: expected silence with a number from 0 to 1, got "
                               "'2'";
     QTest::newRow("seed") << QStringList{"--seed", "-1"}
                           << "--seed: expected a number from 0 to 4.29497e+09, got '-1'";

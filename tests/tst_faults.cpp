@@ -61,16 +61,18 @@ void tst_Faults::namesAndValues_data()
             << QString::fromLatin1(Faults::nameOf(Faults::Kind(kind))) << QString();
     QTest::newRow("with a value") << "silence:1"
                                   << "";
+    QTest::newRow("off") << "silence:0"
+                         << "";
     QTest::newRow("unknown") << "noise:1"
                              << "expected one of late-start, silence, flood, duplicate, reorder, "
                                 "range, truncate, restart, got 'noise'";
     QTest::newRow("nothing") << ""
                              << "expected one of late-start, silence, flood, duplicate, reorder, "
                                 "range, truncate, restart, got ''";
-    for (const char *bad : {"0", "1.1", "-1", "nan", "much", ""})
+    for (const char *bad : {"1.1", "-1", "nan", "much", ""})
         QTest::newRow(bad[0] ? bad : "no value")
             << QStringLiteral("silence:") + bad
-            << QStringLiteral("expected silence with a number above 0 and up to 1, got '%1'")
+            << QStringLiteral("expected silence with a number from 0 to 1, got '%1'")
                    .arg(QLatin1String(bad));
 }
 
