@@ -189,6 +189,7 @@ int Expectations::find(int kind, const QVariantList &words, qint64 from, QString
 {
     static constexpr int mostTold = 6;
     const Journal *journal = m_session->journal();
+    QStringList alike; // of the same name: the likeliest slip
     QStringList others;
     const int first = int(qMax<qint64>(0, from - journal->dropped()));
     for (int i = first; i < journal->entries().size(); ++i) {
@@ -203,14 +204,14 @@ int Expectations::find(int kind, const QVariantList &words, qint64 from, QString
             *seen = (name + QLatin1Char(' ') + argumentsText(entry.arguments)).trimmed();
             return i;
         }
-        // Of the same name with other arguments first: that is the likeliest slip.
         const QString text = (name + QLatin1Char(' ') + argumentsText(entry.arguments)).trimmed();
         if (isNamed(name, word(words, 1)))
-            others.prepend(text);
+            alike.append(text);
         else if (kind != Journal::Signal)
             others.append(text);
     }
-    *seen = others.isEmpty() ? QStringLiteral("none") : others.mid(0, mostTold).join(", ");
+    others += alike;
+    *seen = others.isEmpty() ? QStringLiteral("none") : others.mid(qMax(0, others.size() - mostTold)).join(", ");
     return -1;
 }
 

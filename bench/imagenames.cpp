@@ -30,12 +30,12 @@ QString imagePathOf(const QPixmap &pixmap)
     const auto it = known.constFind(pixmap.cacheKey());
     if (it != known.constEnd())
         return *it;
-    const QImage wanted = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    const QImage wanted = pixmap.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
     const QStringList candidates =
         bySize.value(QStringLiteral("%1x%2").arg(pixmap.width()).arg(pixmap.height()));
     QString path;
     for (const QString &candidate : candidates) {
-        if (QImage(candidate).convertToFormat(QImage::Format_ARGB32) == wanted) {
+        if (QImage(candidate).convertToFormat(QImage::Format_ARGB32_Premultiplied) == wanted) {
             path = candidate;
             break;
         }
@@ -60,11 +60,13 @@ QStringList imagesShownBy(const QWidget *widget)
     if (const auto *label = qobject_cast<const QLabel *>(widget))
         paths.append(imagePathOf(label->pixmap(Qt::ReturnByValue)));
     if (const auto *button = qobject_cast<const QAbstractButton *>(widget)) {
-        const QIcon::State state = button->isChecked() || button->isDown() ? QIcon::On : QIcon::Off;
-        const QList<QSize> sizes = button->icon().availableSizes(QIcon::Normal, state);
-        if (!sizes.isEmpty())
-            paths.append(
-                imagePathOf(button->icon().pixmap(sizes.constFirst(), QIcon::Normal, state)));
+        const bool isOn = button->isChecked() || button->isDown();
+        QIcon::State state = isOn ? QIcon::On : QIcon::Off;
+        if (button->icon().availableSizes(QIcon::Normal, state).isEmpty())
+            state = isOn ? QIcon::Off : QIcon::On; // an icon without one shows the other
+        const QSize size = button->icon().availableSizes(QIcon::Normal, state).value(0);
+        if (size.isValid())
+            paths.append(imagePathOf(button->icon().pixmap(size, QIcon::Normal, state)));
     }
     paths.removeAll(QString());
     return paths + shownByStyle(widget->styleSheet());

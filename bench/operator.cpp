@@ -296,12 +296,6 @@ static void sendMouse(QWidget *widget, QEvent::Type type, QPoint at)
     QApplication::sendEvent(widget, &event);
 }
 
-static QString describe(const QWidget *widget)
-{
-    return widget->objectName().isEmpty() ? QString::fromLatin1(widget->metaObject()->className())
-                                          : widget->objectName();
-}
-
 /** Where on the screen a finger goes: to the middle of a widget, a place in it, or a bare place. */
 bool Operator::findPlace(const QVariantList &arguments, QPoint *place, QString *error) const
 {
@@ -330,7 +324,7 @@ bool Operator::findPlace(const QVariantList &arguments, QPoint *place, QString *
     if (top && (top == widget || widget->isAncestorOf(top)))
         return true;
     *error = QStringLiteral("expected to reach '%1', %2 lies over it")
-                 .arg(name, top ? QStringLiteral("'%1'").arg(describe(top))
+                 .arg(name, top ? QStringLiteral("'%1'").arg(m_screen->nameOf(top))
                                 : QStringLiteral("the edge of the screen"));
     return false;
 }

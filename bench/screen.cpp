@@ -38,9 +38,36 @@ void Screen::adopt(QWidget *page)
     m_statusColumn->raise();
 }
 
+/** One of a class among those that can be seen, as they follow each other. */
+QWidget *Screen::nthSeen(const QByteArray &className, int number) const
+{
+    for (QWidget *widget : findChildren<QWidget *>()) {
+        if (widget->isVisible() && className == widget->metaObject()->className() && number-- == 0)
+            return widget;
+    }
+    return nullptr;
+}
+
+QString Screen::nameOf(const QWidget *wanted) const
+{
+    if (!wanted->objectName().isEmpty())
+        return wanted->objectName();
+    const QByteArray className = wanted->metaObject()->className();
+    int number = 0;
+    for (const QWidget *widget : findChildren<QWidget *>()) {
+        if (widget == wanted)
+            break;
+        number += widget->isVisible() && className == widget->metaObject()->className();
+    }
+    return QStringLiteral("%1#%2").arg(QLatin1String(className)).arg(number);
+}
+
 QWidget *Screen::widgetNamed(const QString &name) const
 {
-    const QList<QWidget *> found = findChildren<QWidget *>(name);
+    QList<QWidget *> found = findChildren<QWidget *>(name);
+    if (found.isEmpty() && name.contains(QLatin1Char('#')))
+        return nthSeen(name.section(QLatin1Char('#'), 0, 0).toLatin1(),
+                       name.section(QLatin1Char('#'), 1).toInt());
     const auto seen = std::find_if(found.begin(), found.end(),
                                    [](const QWidget *widget) { return widget->isVisible(); });
     return seen != found.end() ? *seen : found.value(0);

@@ -17,8 +17,13 @@ public:
     explicit Screen(QWidget *parent = nullptr);
 
     StatusColumn *statusColumn() const { return m_statusColumn; }
-    /** The widget of this name on the screen, one that can be seen before one that cannot. */
+    /**
+     * The widget of this name on the screen, one that can be seen before one that cannot. One
+     * without a name is known by its class and, from 0, its number: "norda::SQuilloGauge#0".
+     */
     QWidget *widgetNamed(const QString &name) const;
+    /** What widgetNamed() finds a widget by. */
+    QString nameOf(const QWidget *widget) const;
     /** Takes a page's widget in; the page shows and hides itself. */
     void adopt(QWidget *page);
     void showCamera(bool on);
@@ -36,6 +41,8 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    QWidget *nthSeen(const QByteArray &className, int number) const;
+
     StatusColumn *m_statusColumn;
     CameraView *m_camera;
     QPointer<QWidget> m_watchedWindow;

@@ -8,14 +8,27 @@ void EmissionQueue::clear()
 {
     m_queue.clear();
     m_last.clear();
+    m_said.clear();
+}
+
+Emission EmissionQueue::take()
+{
+    Emission emission = m_queue.takeFirst();
+    m_said.insert(emission.signal, emission.arguments);
+    return emission;
+}
+
+void EmissionQueue::insert(const Emission &emission)
+{
+    const auto behind =
+        std::upper_bound(m_queue.begin(), m_queue.end(), emission.atMs,
+                         [](qint64 ms, const Emission &other) { return ms < other.atMs; });
+    m_queue.insert(behind, emission);
 }
 
 void EmissionQueue::say(qint64 atMs, const QByteArray &signal, const QVariantList &arguments)
 {
-    const auto behind =
-        std::upper_bound(m_queue.begin(), m_queue.end(), atMs,
-                         [](qint64 ms, const Emission &emission) { return ms < emission.atMs; });
-    m_queue.insert(behind, {atMs, signal, arguments});
+    insert({atMs, signal, arguments});
     m_last.insert(signal, arguments);
 }
 
@@ -33,9 +46,17 @@ void EmissionQueue::drop(const QByteArray &signal)
 
 void EmissionQueue::resend(qint64 atMs, const QByteArray &signal)
 {
-    const auto last = m_last.constFind(signal);
-    if (last != m_last.constEnd())
-        say(atMs, signal, QVariantList(*last));
+    // What is planned for later is not known by then.
+    Emission last = {atMs, signal, m_said.value(signal)};
+    bool isKnown = m_said.contains(signal);
+    for (const Emission &planned : qAsConst(m_queue)) {
+        if (planned.signal != signal || planned.atMs > atMs)
+            continue;
+        last.arguments = planned.arguments;
+        isKnown = true;
+    }
+    if (isKnown)
+        insert(last);
 }
 
 void EmissionQueue::resendAll(qint64 atMs, const QByteArray &prefix)
