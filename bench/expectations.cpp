@@ -7,8 +7,6 @@
 #include "values.h"
 #include "warnings.h"
 
-#include <QJsonDocument>
-
 #include <algorithm>
 
 static QString word(const QVariantList &words, int i)
@@ -19,20 +17,6 @@ static QString word(const QVariantList &words, int i)
 static bool isText(const QVariant &value)
 {
     return value.userType() == QMetaType::QString;
-}
-
-static QString jsonText(const QJsonValue &value)
-{
-    const QByteArray text = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
-    return QString::fromUtf8(text).mid(1).chopped(1);
-}
-
-static QString argumentsText(const QVariantList &arguments)
-{
-    QStringList texts;
-    for (const QVariant &argument : arguments)
-        texts.append(jsonText(module::toJson(argument)));
-    return texts.join(QLatin1Char(' '));
 }
 
 // ---- What can be expected
@@ -201,17 +185,19 @@ int Expectations::find(int kind, const QVariantList &words, qint64 from, QString
                                                    : isNamed(name, word(words, 1)) &&
                                                          areAlike(entry.arguments, words.mid(2));
         if (isSame) {
-            *seen = (name + QLatin1Char(' ') + argumentsText(entry.arguments)).trimmed();
+            *seen = (name + QLatin1Char(' ') + module::argumentsText(entry.arguments)).trimmed();
             return i;
         }
-        const QString text = (name + QLatin1Char(' ') + argumentsText(entry.arguments)).trimmed();
+        const QString text =
+            (name + QLatin1Char(' ') + module::argumentsText(entry.arguments)).trimmed();
         if (isNamed(name, word(words, 1)))
             alike.append(text);
         else if (kind != Journal::Signal)
             others.append(text);
     }
     others += alike;
-    *seen = others.isEmpty() ? QStringLiteral("none") : others.mid(qMax(0, others.size() - mostTold)).join(", ");
+    *seen = others.isEmpty() ? QStringLiteral("none")
+                             : others.mid(qMax(0, others.size() - mostTold)).join(", ");
     return -1;
 }
 
@@ -272,7 +258,7 @@ bool Expectations::widget(const QVariantList &words, QString *seen)
         });
     }
     const QVariant value = widget->property(property.toLatin1().constData());
-    *seen = value.isValid() ? jsonText(module::toJson(value)) : QStringLiteral("no such property");
+    *seen = value.isValid() ? module::jsonText(value) : QStringLiteral("no such property");
     return contains ? value.toString().contains(wanted.toString())
                     : value.isValid() && module::toJson(value) == QJsonValue::fromVariant(wanted);
 }

@@ -102,6 +102,8 @@ static int runHeadless(const Options &options, Screen *screen, HeadUnit *unit, A
     session->feed(screen->camera());
     session->lead(stage);
     HeadlessRun run(options, screen, unit, stage, session);
+    QObject::connect(session, &Session::noticed,
+                     [](const QString &line) { std::fprintf(stderr, "%s\n", qPrintable(line)); });
     run.start();
     return QApplication::exec();
 }
@@ -116,6 +118,8 @@ static int runWindow(const Options &options, Screen *screen, HeadUnit *unit, Aud
     window.show();
     const int code = QApplication::exec();
     QString error;
+    if (!options.gallery.isEmpty() && !window.writePictures(options.gallery, &error))
+        return refuse(error);
     if (!writeResults(options, screen, unit, stage, window.session(), &error))
         return refuse(error);
     return code;

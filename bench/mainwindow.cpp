@@ -2,8 +2,16 @@
 
 #include "audiostage.h"
 #include "audiostageview.h"
+#include "fingerwatch.h"
 #include "headunit.h"
+#include "lookback.h"
+#include "operator.h"
 #include "options.h"
+#include "panels/callspanel.h"
+#include "panels/carpanel.h"
+#include "panels/inspectorpanel.h"
+#include "panels/signalspanel.h"
+#include "panels/timeline.h"
 #include "screen.h"
 #include "session.h"
 #include "sidepanel.h"
@@ -11,23 +19,38 @@
 #include "transportbar.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QLoggingCategory>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QSaveFile>
+#include <QSettings>
+#include <QStatusBar>
 #include <QVBoxLayout>
+
+static const QString settingsOwner = QStringLiteral("norda");
+static const QString settingsName = QStringLiteral("bench");
 
 BenchWindow::BenchWindow(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage)
     : m_options(options)
     , m_screen(screen)
     , m_unit(unit)
     , m_stage(stage)
+    , m_hand(new Operator(screen, unit, stage, this))
+    , m_fingers(new FingerWatch(screen, this))
+    , m_lookBack(new LookBack(unit, this))
     , m_transport(new TransportBar)
     , m_panel(new SidePanel(screen))
+    , m_signals(new SignalsPanel(m_hand))
+    , m_calls(new CallsPanel)
+    , m_car(new CarPanel(m_hand))
+    , m_timeline(new TimelinePanel(m_lookBack))
 {
     setWindowTitle(tr("Head unit bench"));
     setAcceptDrops(true);
@@ -39,15 +62,18 @@ BenchWindow::BenchWindow(const Options &options, Screen *screen, HeadUnit *unit,
     column->addWidget(m_transport);
     column->addStretch(1);
     setCentralWidget(centre);
+    makeDocks();
+    makeFileMenu();
+    makePageMenu();
+    makePanelsMenu();
+    makeDeveloperMenu();
+    connect(m_calls, &CallsPanel::momentWanted, m_timeline, &TimelinePanel::lookAt);
+    connect(m_lookBack, &LookBack::changed, m_transport,
+            [this] { m_transport->setEnabled(!m_lookBack->isActive()); });
 
-    auto *dock = new QDockWidget(tr("Service"));
-    dock->setObjectName(QStringLiteral("service"));
-    dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
-    m_panel->setMinimumWidth(340);
-    dock->setWidget(m_panel);
-    addDockWidget(Qt::RightDockWidgetArea, dock);
-    makeMenus();
-    makeAudioDock();
+    const QSettings settings(settingsOwner, settingsName);
+    restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
+    restoreState(settings.value(QStringLiteral("panels")).toByteArray());
 }
 
 BenchWindow::~BenchWindow()
@@ -56,7 +82,61 @@ BenchWindow::~BenchWindow()
     m_screen->setParent(nullptr);
 }
 
-void BenchWindow::makeMenus()
+QDockWidget *BenchWindow::addDock(const QString &name, const QString &title, QWidget *panel,
+                                  Qt::DockWidgetArea area)
+{
+    auto *dock = new QDockWidget(title);
+    dock->setObjectName(name);
+    dock->setWidget(panel);
+    addDockWidget(area, dock);
+    m_docks.append(dock);
+    return dock;
+}
+
+/** The panels share one place beside the screen; the lines below it open on request. */
+void BenchWindow::makeDocks()
+{
+    static constexpr int panelWidth = 500;
+    setDockOptions(AnimatedDocks | AllowTabbedDocks | AllowNestedDocks);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    setTabPosition(Qt::RightDockWidgetArea, QTabWidget::North);
+    addDock(QStringLiteral("service"), tr("Drive"), m_panel, Qt::RightDockWidgetArea);
+    QDockWidget *first =
+        addDock(QStringLiteral("signals"), tr("Signals"), m_signals, Qt::RightDockWidgetArea);
+    QDockWidget *before = first;
+    const std::pair<QString, QWidget *> others[] = {
+        {tr("Calls"), m_calls},
+        {tr("Car"), m_car},
+        {tr("Inspector"), new InspectorPanel(m_screen)},
+    };
+    static constexpr const char *names[] = {"calls", "car", "inspector"};
+    for (int i = 0; i < 3; ++i) {
+        QDockWidget *dock = addDock(QLatin1String(names[i]), others[i].first, others[i].second,
+                                    Qt::RightDockWidgetArea);
+        tabifyDockWidget(before, dock);
+        before = dock;
+    }
+    first->raise();
+    m_signals->setMinimumWidth(panelWidth);
+    QDockWidget *line =
+        addDock(QStringLiteral("timeline"), tr("Time line"), m_timeline, Qt::BottomDockWidgetArea);
+    QDockWidget *audio = addDock(QStringLiteral("audio"), tr("Audio stage"),
+                                 new AudioStageView(m_stage), Qt::BottomDockWidgetArea);
+    tabifyDockWidget(line, audio);
+    line->hide();
+    audio->hide();
+}
+
+void BenchWindow::makeFileMenu()
+{
+    QMenu *file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Open drive..."), this, &BenchWindow::chooseDrive, QKeySequence::Open);
+    file->addAction(tr("&Save session as scenario..."), this, &BenchWindow::chooseScenario,
+                    QKeySequence::Save);
+    file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+}
+
+void BenchWindow::makePageMenu()
 {
     static constexpr struct
     {
@@ -65,25 +145,47 @@ void BenchWindow::makeMenus()
     } pages[] = {{"Gauges", 80},  {"Vehicle", 81},  {"Climate", 82},
                  {"Parking", 83}, {"Settings", 84}, {"About", 85}};
 
-    QMenu *file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Open drive..."), this, &BenchWindow::chooseDrive, QKeySequence::Open);
-    file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
-
     QMenu *view = menuBar()->addMenu(tr("&Page"));
     for (const auto &page : pages) {
         view->addAction(
-            tr(page.text), m_unit, [this, page] { m_unit->openWindow(page.id); },
+            tr(page.text), this, [this, page] { act(QStringLiteral("page"), {page.id}); },
             QKeySequence(Qt::Key_1 + page.id - 80));
     }
     view->addSeparator();
-    view->addAction(tr("&Split view"), m_unit, &HeadUnit::toggleSplit, QKeySequence(Qt::Key_S));
-    view->addAction(tr("&Back"), m_unit, &HeadUnit::back, QKeySequence(Qt::Key_Escape));
+    view->addAction(
+        tr("&Split view"), this, [this] { act(QStringLiteral("split")); }, QKeySequence(Qt::Key_S));
+    view->addAction(
+        tr("&Back"), this, [this] { act(QStringLiteral("back")); }, QKeySequence(Qt::Key_Escape));
     view->addAction(tr("Play or pause"), m_transport, &TransportBar::togglePlaying,
                     QKeySequence(Qt::Key_Space));
+}
 
+void BenchWindow::makePanelsMenu()
+{
+    static constexpr int keys[] = {0,          Qt::Key_F5, Qt::Key_F6, Qt::Key_F7,
+                                   Qt::Key_F8, Qt::Key_F9, Qt::Key_A};
+    QMenu *panels = menuBar()->addMenu(tr("Pa&nels"));
+    for (int i = 0; i < m_docks.size(); ++i) {
+        QAction *show = m_docks[i]->toggleViewAction();
+        if (keys[i])
+            show->setShortcut(QKeySequence(keys[i]));
+        panels->addAction(show);
+        connect(show, &QAction::triggered, m_docks[i], [this, i](bool on) {
+            if (on)
+                m_docks[i]->raise();
+        });
+    }
+}
+
+void BenchWindow::makeDeveloperMenu()
+{
     QMenu *developer = menuBar()->addMenu(tr("&Developer"));
     developer->addAction(tr("Destroy and build the page anew"), m_unit, &HeadUnit::recreateWindow);
-    makeFaultsMenu(developer->addMenu(tr("&Faults of the module")));
+    QAction *refuse = developer->addAction(tr("Refuse the audio focus"));
+    refuse->setCheckable(true);
+    connect(refuse, &QAction::toggled, this, [this](bool on) {
+        act(QStringLiteral("focus"), {on ? QStringLiteral("refused") : QStringLiteral("granted")});
+    });
     QAction *trace = developer->addAction(tr("Trace lines"));
     trace->setCheckable(true);
     trace->setChecked(m_options.trace);
@@ -92,54 +194,32 @@ void BenchWindow::makeMenus()
     });
 }
 
-/** What the module does wrong, each at its usual rate unless the command line has said another. */
-void BenchWindow::makeFaultsMenu(QMenu *menu)
+void BenchWindow::act(const QString &word, const QVariantList &arguments)
 {
-    using module::Faults;
-    for (int i = 0; i < Faults::KindCount; ++i) {
-        const auto kind = Faults::Kind(i);
-        const double stated = m_options.faults.value(kind);
-        const double value = stated > 0 ? stated : Faults::usualValue(kind);
-        const QString extent = Faults::isInSeconds(kind)
-                                   ? tr("%1 s").arg(value)
-                                   : tr("%1 % of the signals").arg(100 * value);
-        QAction *fault = menu->addAction(
-            QStringLiteral("%1, %2: %3")
-                .arg(QLatin1String(Faults::nameOf(kind)), extent, tr(Faults::meaningOf(kind))));
-        fault->setObjectName(QStringLiteral("fault-") + QLatin1String(Faults::nameOf(kind)));
-        fault->setCheckable(true);
-        fault->setChecked(stated > 0);
-        connect(fault, &QAction::toggled, this, [this, kind, value](bool on) {
-            m_session->drive()->faults().set(kind, on ? value : 0);
-        });
-    }
-}
-
-/** The audio stage opens on request: it needs a good part of a desktop. */
-void BenchWindow::makeAudioDock()
-{
-    auto *dock = new QDockWidget(tr("Audio stage"));
-    dock->setObjectName(QStringLiteral("audio"));
-    dock->setWidget(new AudioStageView(m_stage));
-    addDockWidget(Qt::BottomDockWidgetArea, dock);
-    dock->hide();
-
-    QMenu *audio = menuBar()->addMenu(tr("&Audio"));
-    QAction *show = dock->toggleViewAction();
-    show->setShortcut(QKeySequence(Qt::Key_A));
-    audio->addAction(show);
-    QAction *refuse = audio->addAction(tr("Refuse the audio focus"));
-    refuse->setCheckable(true);
-    connect(refuse, &QAction::toggled, m_stage, [this](bool on) { m_stage->setFocusGranted(!on); });
+    m_lookBack->end();
+    m_hand->act(word, arguments);
 }
 
 void BenchWindow::start(std::unique_ptr<Session> session)
 {
     m_session = std::move(session);
+    m_session->journal()->setLimit(Journal::usualLimit);
     module::Drive *drive = m_session->drive();
+    m_start = {m_options.source, m_options.trim, m_options.faultTexts,
+               m_unit->currentWindow() < 0 ? m_options.window : m_unit->currentWindow()};
     connect(drive, &module::Drive::finished, this, &BenchWindow::onFinished);
+    connect(m_session.get(), &Session::noticed, this,
+            [this](const QString &line) { statusBar()->showMessage(line); });
+    m_session->watch(m_unit);
+    m_hand->setSession(m_session.get());
+    m_fingers->setSession(m_session.get());
+    m_lookBack->setSession(m_session.get());
     m_transport->setDrive(drive);
     m_panel->setSession(m_session.get());
+    m_signals->setSession(m_session.get());
+    m_calls->setSession(m_session.get());
+    m_car->setSession(m_session.get());
+    m_timeline->setSession(m_session.get());
     m_session->feed(m_screen->camera());
     m_session->lead(m_stage);
     const bool simulated = drive->source()->title().startsWith(QLatin1String("Simulated"));
@@ -162,6 +242,44 @@ void BenchWindow::chooseDrive()
         openDrive(file);
 }
 
+void BenchWindow::chooseScenario()
+{
+    const QString file = QFileDialog::getSaveFileName(this, tr("Save the session as a scenario"),
+                                                      QStringLiteral("session.scenario"),
+                                                      tr("Scenarios (*.scenario)"));
+    QString error;
+    if (!file.isEmpty() && !saveScenario(file, &error))
+        QMessageBox::warning(this, tr("Save the session as a scenario"), error);
+}
+
+bool BenchWindow::saveScenario(const QString &file, QString *error) const
+{
+    QSaveFile out(file);
+    const QByteArray text =
+        scenarioOf(m_session->journal(), m_start, QFileInfo(file).completeBaseName()).toUtf8();
+    if (out.open(QIODevice::WriteOnly) && out.write(text) == text.size() && out.commit())
+        return true;
+    *error =
+        QStringLiteral("%1: expected a file that can be written: %2").arg(file, out.errorString());
+    return false;
+}
+
+bool BenchWindow::writePictures(const QString &folder, QString *error)
+{
+    for (QDockWidget *dock : qAsConst(m_docks)) {
+        dock->show();
+        dock->raise();
+        QApplication::processEvents();
+        const QString file =
+            QDir(folder).filePath(QStringLiteral("bench-%1.png").arg(dock->objectName()));
+        if (grab().save(file))
+            continue;
+        *error = QStringLiteral("%1: expected a picture file that can be written").arg(file);
+        return false;
+    }
+    return true;
+}
+
 void BenchWindow::openDrive(const QString &file)
 {
     QString error;
@@ -173,13 +291,26 @@ void BenchWindow::openDrive(const QString &file)
     auto session = std::make_unique<Session>(std::move(source));
     session->drive()->setSpeed(m_session->drive()->speed());
     session->drive()->faults() = m_session->drive()->faults();
+    m_lookBack->end();
     start(std::move(session));
+    m_start.source = QFileInfo(file).absoluteFilePath();
+}
+
+void BenchWindow::closeEvent(QCloseEvent *event)
+{
+    QSettings settings(settingsOwner, settingsName);
+    settings.setValue(QStringLiteral("geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("panels"), saveState());
+    QMainWindow::closeEvent(event);
 }
 
 void BenchWindow::keyPressEvent(QKeyEvent *event)
 {
-    if (!m_unit->pressKey(event->key()) && event->key() == Qt::Key_Backspace)
-        m_unit->back();
+    const bool isModifier = event->key() >= Qt::Key_Shift && event->key() <= Qt::Key_ScrollLock;
+    if (isModifier)
+        return;
+    if (!m_hand->act(QStringLiteral("key"), {event->key()}) && event->key() == Qt::Key_Backspace)
+        act(QStringLiteral("back"));
 }
 
 void BenchWindow::dragEnterEvent(QDragEnterEvent *event)

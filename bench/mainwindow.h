@@ -1,18 +1,27 @@
 #pragma once
 
+#include "scenariowriter.h"
+
 #include <QMainWindow>
 
 #include <memory>
 
 class AudioStage;
+class CallsPanel;
+class CarPanel;
+class FingerWatch;
 class HeadUnit;
+class LookBack;
+class Operator;
 class Screen;
 class Session;
 class SidePanel;
+class SignalsPanel;
+class TimelinePanel;
 class TransportBar;
 struct Options;
 
-/** The bench on a desktop: the head unit's screen, the transport strip and a panel beside it. */
+/** The bench on a desktop: the head unit's screen, the transport strip and the panels beside it. */
 class BenchWindow : public QMainWindow
 {
     Q_OBJECT
@@ -23,25 +32,45 @@ public:
     /** Drives a source from its start. */
     void start(std::unique_ptr<Session> session);
     Session *session() const { return m_session.get(); }
+    /** Writes what was done by hand as a scenario. @param error  one line that names the file */
+    bool saveScenario(const QString &file, QString *error) const;
+    /** Pictures of the bench with each of its panels. @param error  one line that names the file */
+    bool writePictures(const QString &folder, QString *error);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
 
 private:
-    void makeMenus();
-    void makeFaultsMenu(QMenu *menu);
-    void makeAudioDock();
+    QDockWidget *addDock(const QString &name, const QString &title, QWidget *panel,
+                         Qt::DockWidgetArea area);
+    void makeDocks();
+    void makeFileMenu();
+    void makePageMenu();
+    void makePanelsMenu();
+    void makeDeveloperMenu();
+    void act(const QString &word, const QVariantList &arguments = {});
     void openDrive(const QString &file);
     void chooseDrive();
+    void chooseScenario();
     void onFinished();
 
     const Options &m_options;
     Screen *m_screen;
     HeadUnit *m_unit;
     AudioStage *m_stage;
+    Operator *m_hand;
+    FingerWatch *m_fingers;
+    LookBack *m_lookBack;
     TransportBar *m_transport;
     SidePanel *m_panel;
+    SignalsPanel *m_signals;
+    CallsPanel *m_calls;
+    CarPanel *m_car;
+    TimelinePanel *m_timeline;
+    QList<QDockWidget *> m_docks;
+    SessionStart m_start;
     std::unique_ptr<Session> m_session;
 };

@@ -272,8 +272,9 @@ bool Operator::split(const QVariantList &, QString *)
     return true;
 }
 
-bool Operator::pressKey(const QVariantList &arguments, QString *)
+bool Operator::pressKey(const QVariantList &arguments, QString *error)
 {
+    *error = QStringLiteral("expected a key that the open page uses");
     return m_unit->pressKey(arguments.value(0).toInt());
 }
 

@@ -96,13 +96,22 @@ static bool canBeMade(const QString &folder)
     return info.isDir() && info.isWritable();
 }
 
+static QString notAFile(const QString &option, const QString &file)
+{
+    return QStringLiteral("--%1: expected a file that can be written, got '%2'").arg(option, file);
+}
+
+static QString notAFolder(const QString &folder)
+{
+    return QStringLiteral("--gallery: expected a folder that can be made, got '%1'").arg(folder);
+}
+
 static bool writable(const QString &option, const QString &file, QString *error)
 {
     const QFileInfo info(file);
     if (!file.isEmpty() && !info.isDir() && canBeMade(info.absolutePath()))
         return true;
-    *error =
-        QStringLiteral("--%1: expected a file that can be written, got '%2'").arg(option, file);
+    *error = notAFile(option, file);
     return false;
 }
 
@@ -142,13 +151,16 @@ static bool readPart(const QCommandLineParser &parser, Options *options, QString
 
 bool Options::makeFolders(QString *error) const
 {
-    QStringList folders = {gallery};
-    for (const QString &file : {record, summary, junit})
-        folders.append(file.isEmpty() ? QString() : QFileInfo(file).absolutePath());
-    for (const QString &folder : qAsConst(folders)) {
-        if (folder.isEmpty() || QDir().mkpath(folder))
+    if (!gallery.isEmpty() && !QDir().mkpath(gallery)) {
+        *error = notAFolder(gallery);
+        return false;
+    }
+    const std::pair<const char *, const QString &> files[] = {
+        {"record", record}, {"summary", summary}, {"junit", junit}};
+    for (const auto &[option, file] : files) {
+        if (file.isEmpty() || QDir().mkpath(QFileInfo(file).absolutePath()))
             continue;
-        *error = QStringLiteral("%1: expected a folder that can be made").arg(folder);
+        *error = notAFile(QLatin1String(option), file);
         return false;
     }
     return true;
@@ -220,6 +232,7 @@ bool Options::parse(const QStringList &arguments, QString *error)
         return false;
     }
 
+    faultTexts = parser.values(QStringLiteral("fault"));
     if (!readFaults(parser, &faults, error))
         return false;
 
@@ -241,8 +254,7 @@ bool Options::parse(const QStringList &arguments, QString *error)
     if (!cut.isEmpty() && !readPart(parser, this, error))
         return false;
     if (!gallery.isEmpty() && !canBeMade(gallery)) {
-        *error =
-            QStringLiteral("--gallery: expected a folder that can be made, got '%1'").arg(gallery);
+        *error = notAFolder(gallery);
         return false;
     }
     return true;

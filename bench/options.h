@@ -29,6 +29,7 @@ struct Options
     qint64 toMs = -1;
     module::Trim trim = module::Trim::Full;
     module::Faults faults;
+    QStringList faultTexts; ///< as they were given
     bool headless = false;
     bool trace = false;
     double scale = 1.0;

@@ -106,10 +106,7 @@ static QString wordText(const QVariant &value)
         if (isBare)
             return text;
     }
-    const QJsonArray wrapped = {module::toJson(value)};
-    return QString::fromUtf8(QJsonDocument(wrapped).toJson(QJsonDocument::Compact))
-        .mid(1)
-        .chopped(1);
+    return module::jsonText(value);
 }
 
 QString scenarioLine(const QString &word, const QVariantList &arguments)

@@ -3,6 +3,7 @@
 #include "audiostage.h"
 #include "calllog.h"
 #include "cameraview.h"
+#include "headunit.h"
 #include "svaudio/audioservice.h"
 #include "warnings.h"
 
@@ -36,6 +37,17 @@ void Session::lead(AudioStage *stage)
     connect(&m_drive, &module::Drive::positionChanged, stage, &AudioStage::advance);
     connect(stage, &AudioStage::noted, this,
             [this](const QString &text) { m_journal.note(nowMs(), Journal::Sound, text, {}); });
+}
+
+void Session::watch(HeadUnit *unit)
+{
+    const auto note = [this](int id) {
+        if (!m_lookingBack && !m_finished)
+            m_journal.note(nowMs(), Journal::Page, QStringLiteral("page"), {id});
+    };
+    connect(unit, &HeadUnit::windowOpened, this, note);
+    if (unit->currentWindow() >= 0)
+        note(unit->currentWindow());
 }
 
 void Session::feed(CameraView *camera)

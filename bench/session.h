@@ -13,6 +13,7 @@
 
 class AudioStage;
 class CameraView;
+class HeadUnit;
 
 /**
  * One drive from its start to its end: the source on its virtual clock, the recording, and the
@@ -28,6 +29,8 @@ public:
     module::Drive *drive() { return &m_drive; }
     /** Gives an audio stage the drive's time; its time line goes into the summary. */
     void lead(AudioStage *stage);
+    /** Notes which pages a head unit opens. */
+    void watch(HeadUnit *unit);
     /** Lets a camera see what is behind the car. */
     void feed(CameraView *camera);
     /**

@@ -5,11 +5,10 @@
 #include <QWidget>
 
 class QLabel;
-class QPlainTextEdit;
 class Screen;
 class Session;
 
-/** Tells what the plugin was sent and what it sent back. */
+/** Tells what is being driven, and how much has crossed the adaptor. */
 class SidePanel : public QWidget
 {
     Q_OBJECT
@@ -18,15 +17,15 @@ public:
 
     void setSession(Session *session);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
-    void noteCall(const QString &operation, const QVariantList &arguments);
     void refresh();
 
     Screen *m_screen;
     QPointer<Session> m_session;
     QLabel *m_counters;
     QLabel *m_findings;
-    QPlainTextEdit *m_calls;
-    QStringList m_newCalls;
     QTimer m_refresh;
 };

@@ -51,6 +51,7 @@ TransportBar::TransportBar(QWidget *parent)
     , m_time(new QLabel)
     , m_speed(new QComboBox)
 {
+    m_play->setObjectName(QStringLiteral("play"));
     m_play->setIconSize(QSize(24, 24));
     m_play->setToolTip(tr("Play or pause (Space)"));
     m_time->setMinimumWidth(110);

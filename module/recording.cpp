@@ -69,8 +69,8 @@ void RecordingWriter::beginNextPart(qint64 ms)
 {
     const QString path = m_file.fileName();
     const QFileInfo info(path);
-    const QString before = info.dir().filePath(
-        QStringLiteral("%1.1.%2").arg(info.completeBaseName(), info.suffix()));
+    const QString before =
+        info.dir().filePath(QStringLiteral("%1.1.%2").arg(info.completeBaseName(), info.suffix()));
     finish(ms);
     QFile::remove(before);
     const bool isKept = QFile::rename(path, before);

@@ -2,6 +2,7 @@
 
 #include "adaptorlink.h"
 
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
 #include <QVarLengthArray>
@@ -151,6 +152,22 @@ QJsonArray toJson(const QVariantList &arguments)
     for (const QVariant &argument : arguments)
         array.append(toJson(argument));
     return array;
+}
+
+QString jsonText(const QVariant &value)
+{
+    // A bare text is no document of its own.
+    const QJsonArray wrapped = {toJson(value)};
+    const QByteArray text = QJsonDocument(wrapped).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(text).mid(1).chopped(1);
+}
+
+QString argumentsText(const QVariantList &arguments)
+{
+    QStringList texts;
+    for (const QVariant &argument : arguments)
+        texts.append(jsonText(argument));
+    return texts.join(QLatin1Char(' '));
 }
 
 // ---- Arguments of a method

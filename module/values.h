@@ -14,6 +14,11 @@ namespace module {
 QJsonValue toJson(const QVariant &value);
 QJsonArray toJson(const QVariantList &arguments);
 
+/** The same as a text: what a line of a recording has for it. */
+QString jsonText(const QVariant &value);
+/** Arguments by spaces. */
+QString argumentsText(const QVariantList &arguments);
+
 /** @return an invalid value for JSON of another shape than this type's */
 QVariant fromJson(const QJsonValue &json, int type);
 

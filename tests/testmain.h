@@ -16,6 +16,7 @@ int nordaTestMain(int argc, char *argv[])
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QTemporaryDir scratch;
     qputenv("NORDA_HOST_ROOT", scratch.filePath(QStringLiteral("root")).toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", scratch.filePath(QStringLiteral("config")).toLocal8Bit());
     QApplication application(argc, argv);
     QApplication::setFont(QFont(QStringLiteral("Arial")));
 
@@ -33,6 +34,9 @@ int nordaTestMain(int argc, char *argv[])
         return 1;
     for (const QByteArray &line : file.readAll().split('\n')) {
         if (!line.startsWith("QWARN") && !line.startsWith("QCRITICAL"))
+            continue;
+        // The offscreen platform has no window manager to tell the smallest size to.
+        if (line.endsWith("This plugin does not support propagateSizeHints()"))
             continue;
         ++unexpected;
         fprintf(stderr, "FAIL!  : unexpected: %s\n", line.constData());

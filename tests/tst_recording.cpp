@@ -19,6 +19,7 @@ private slots:
     void damagedRecordings_data();
     void damagedRecordings();
     void linkRefusesWhatTheAdaptorHasNot();
+    void longRecordingStaysBounded();
 
 private:
     QString file() const { return m_folder.filePath(QStringLiteral("recording.jsonl")); }
@@ -260,6 +261,54 @@ void tst_Recording::linkRefusesWhatTheAdaptorHasNot()
         QVERIFY(!link.deliver({0, "doorStatus", {unfit}}));
     QVERIFY(link.deliver({0, "doorStatus", {255}}));
     QCOMPARE(link.refused(), 6);
+}
+
+/** A day of signals: what is on the disk stays within the limit and can be played. */
+void tst_Recording::longRecordingStaysBounded()
+{
+    static constexpr qint64 limit = 200 * 1000;
+    static constexpr int seconds = 24 * 3600;
+    const QString before = m_folder.filePath("recording.1.jsonl");
+    QString error;
+    RecordingWriter writer(file(), "A day", &error);
+    writer.setLimit(limit);
+    writer.writeSignal(0, "gauTopBarTextNotify", {QStringLiteral("said once")});
+    QStringList notices;
+    for (int second = 0; second < seconds; second += 10) {
+        writer.writeSignal(second * 1000, "batteryVoltage", {QString::number(second)});
+        const QString notice = writer.takeNotice();
+        if (!notice.isEmpty())
+            notices.append(notice);
+        QVERIFY(QFileInfo(file()).size() + QFileInfo(before).size() <= limit + 8192);
+    }
+    writer.finish(seconds * 1000);
+    QVERIFY(notices.size() >= 3);
+    QVERIFY2(
+        notices[0].startsWith(file() + ": half of what it may take was full at ") &&
+            notices[0].endsWith("; the part before is " + before + ", and what is older is gone"),
+        qPrintable(notices[0]));
+
+    // The two parts follow each other without a gap, and each begins with what was said before.
+    int last = -1;
+    for (const QString &part : {before, file()}) {
+        const auto source = RecordingSource::open(part, &error);
+        QVERIFY2(source, qPrintable(error));
+        QVERIFY(source->durationMs() < 3600 * 1000 * 12);
+        QStringList first;
+        while (source->nextDueMs() >= 0) {
+            const Emission emission = source->take();
+            if (first.size() < 2)
+                first.append(emission.arguments[0].toString());
+            if (emission.signal != "batteryVoltage" || emission.atMs == 0)
+                continue;
+            const int second = emission.arguments[0].toInt();
+            QVERIFY(last < 0 || second - last == 10 || second - last == 20);
+            last = second;
+        }
+        QCOMPARE(first[0], QStringLiteral("said once"));
+        QCOMPARE(source->statistics().value("badLines").toInt(), 0);
+    }
+    QCOMPARE(last, seconds - 10);
 }
 
 NORDA_TEST_MAIN(tst_Recording)

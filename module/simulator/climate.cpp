@@ -1,5 +1,7 @@
 #include "climate.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <cmath>
 
@@ -34,6 +36,7 @@ struct Climate::Key
 {
     int byte;
     int mask;
+    const char *name;
     void (*press)(Climate &c);
 };
 
@@ -44,53 +47,63 @@ static void toggle(bool *value)
 
 // clang-format off
 const Climate::Key Climate::keys[] = {
-    { 4, 128, [](Climate &c) { toggle(&c.m_front.on); }},
-    { 4,  64, [](Climate &c) { toggle(&c.m_automatic); }},
-    { 4,  32, [](Climate &c) { c.stepFan(&c.m_front, 1); }},
-    { 4,  16, [](Climate &c) { c.stepFan(&c.m_front, -1); }},
-    { 4,   2, [](Climate &c) { c.stepTemperature(&c.m_front.left, 1); }},
-    { 4,   1, [](Climate &c) { c.stepTemperature(&c.m_front.left, -1); }},
-    { 5, 128, [](Climate &c) { c.stepTemperature(&c.m_front.right, 1); }},
-    { 5,  64, [](Climate &c) { c.stepTemperature(&c.m_front.right, -1); }},
-    { 5,  32, [](Climate &c) { toggle(&c.m_fresh); }},
-    { 5,  16, [](Climate &c) { toggle(&c.m_front.ac); }},
-    { 5,   8, [](Climate &c) { toggle(&c.m_front.maxAc); }},
-    { 5,   4, [](Climate &c) { toggle(&c.m_rearDefroster); }},
-    { 5,   2, [](Climate &c) { toggle(&c.m_frontDefroster); }},
-    { 6, 128, [](Climate &c) { c.m_front.vent = 3; }},
-    { 6,  64, [](Climate &c) { c.m_front.vent = 1; }},
-    { 6,  32, [](Climate &c) { c.m_front.vent = 2; }},
-    { 6,  16, [](Climate &c) { c.m_front.vent = 0; }},
-    { 6,   8, [](Climate &c) { heatSeat(&c.m_front.seats[0], -1); }},
-    { 6,   4, [](Climate &c) { heatSeat(&c.m_front.seats[1], -1); }},
-    { 6,   2, [](Climate &c) { heatSeat(&c.m_front.seats[0], 1); }},
-    { 6,   1, [](Climate &c) { heatSeat(&c.m_front.seats[1], 1); }},
-    { 7, 128, [](Climate &c) { coolSeat(&c.m_front.seats[0], -1); }},
-    { 7,  64, [](Climate &c) { coolSeat(&c.m_front.seats[0], 1); }},
-    { 7,  32, [](Climate &c) { coolSeat(&c.m_front.seats[1], -1); }},
-    { 7,  16, [](Climate &c) { coolSeat(&c.m_front.seats[1], 1); }},
-    { 7,   8, [](Climate &c) { toggle(&c.m_wheel); }},
-    { 7,   1, [](Climate &c) { toggle(&c.m_dual); }},
-    { 8, 128, [](Climate &c) { c.m_rearOnView = false; }},
-    { 8,  64, [](Climate &c) { c.m_rearOnView = true; }},
-    { 8,  32, [](Climate &c) { toggle(&c.m_rear.on); }},
-    { 8,   8, [](Climate &c) { c.stepFan(&c.m_rear, 1); }},
-    { 8,   4, [](Climate &c) { c.stepFan(&c.m_rear, -1); }},
-    { 8,   2, [](Climate &c) { c.stepTemperature(&c.m_rear.left, 1); }},
-    { 8,   1, [](Climate &c) { c.stepTemperature(&c.m_rear.left, -1); }},
-    { 9, 128, [](Climate &c) { toggle(&c.m_rear.ac); }},
-    { 9,  64, [](Climate &c) { toggle(&c.m_rear.maxAc); }},
-    { 9,  32, [](Climate &c) { heatSeat(&c.m_rear.seats[0], 1); }},
-    { 9,  16, [](Climate &c) { heatSeat(&c.m_rear.seats[0], -1); }},
-    { 9,   8, [](Climate &c) { heatSeat(&c.m_rear.seats[1], 1); }},
-    { 9,   4, [](Climate &c) { heatSeat(&c.m_rear.seats[1], -1); }},
-    { 9,   2, [](Climate &c) { coolSeat(&c.m_rear.seats[0], -1); }},
-    { 9,   1, [](Climate &c) { coolSeat(&c.m_rear.seats[0], 1); }},
-    {10, 128, [](Climate &c) { coolSeat(&c.m_rear.seats[1], -1); }},
-    {10,  64, [](Climate &c) { coolSeat(&c.m_rear.seats[1], 1); }},
-    {10,  16, [](Climate &c) { c.m_rear.vent = (c.m_rear.vent + 1) % 4; }},
+    { 4, 128, "power", [](Climate &c) { toggle(&c.m_front.on); }},
+    { 4,  64, "automatic", [](Climate &c) { toggle(&c.m_automatic); }},
+    { 4,  32, "fan up", [](Climate &c) { c.stepFan(&c.m_front, 1); }},
+    { 4,  16, "fan down", [](Climate &c) { c.stepFan(&c.m_front, -1); }},
+    { 4,   2, "left warmer", [](Climate &c) { c.stepTemperature(&c.m_front.left, 1); }},
+    { 4,   1, "left cooler", [](Climate &c) { c.stepTemperature(&c.m_front.left, -1); }},
+    { 5, 128, "right warmer", [](Climate &c) { c.stepTemperature(&c.m_front.right, 1); }},
+    { 5,  64, "right cooler", [](Climate &c) { c.stepTemperature(&c.m_front.right, -1); }},
+    { 5,  32, "fresh or recirculated air", [](Climate &c) { toggle(&c.m_fresh); }},
+    { 5,  16, "A/C", [](Climate &c) { toggle(&c.m_front.ac); }},
+    { 5,   8, "max A/C", [](Climate &c) { toggle(&c.m_front.maxAc); }},
+    { 5,   4, "rear defroster", [](Climate &c) { toggle(&c.m_rearDefroster); }},
+    { 5,   2, "front defroster", [](Climate &c) { toggle(&c.m_frontDefroster); }},
+    { 6, 128, "vents to windshield and feet", [](Climate &c) { c.m_front.vent = 3; }},
+    { 6,  64, "vents to the feet", [](Climate &c) { c.m_front.vent = 1; }},
+    { 6,  32, "vents to head and feet", [](Climate &c) { c.m_front.vent = 2; }},
+    { 6,  16, "vents to the head", [](Climate &c) { c.m_front.vent = 0; }},
+    { 6,   8, "left seat heating down", [](Climate &c) { heatSeat(&c.m_front.seats[0], -1); }},
+    { 6,   4, "right seat heating down", [](Climate &c) { heatSeat(&c.m_front.seats[1], -1); }},
+    { 6,   2, "left seat heating up", [](Climate &c) { heatSeat(&c.m_front.seats[0], 1); }},
+    { 6,   1, "right seat heating up", [](Climate &c) { heatSeat(&c.m_front.seats[1], 1); }},
+    { 7, 128, "left seat cooling down", [](Climate &c) { coolSeat(&c.m_front.seats[0], -1); }},
+    { 7,  64, "left seat cooling up", [](Climate &c) { coolSeat(&c.m_front.seats[0], 1); }},
+    { 7,  32, "right seat cooling down", [](Climate &c) { coolSeat(&c.m_front.seats[1], -1); }},
+    { 7,  16, "right seat cooling up", [](Climate &c) { coolSeat(&c.m_front.seats[1], 1); }},
+    { 7,   8, "steering wheel heating", [](Climate &c) { toggle(&c.m_wheel); }},
+    { 7,   1, "dual", [](Climate &c) { toggle(&c.m_dual); }},
+    { 8, 128, "front zone", [](Climate &c) { c.m_rearOnView = false; }},
+    { 8,  64, "rear zone", [](Climate &c) { c.m_rearOnView = true; }},
+    { 8,  32, "rear power", [](Climate &c) { toggle(&c.m_rear.on); }},
+    { 8,   8, "rear fan up", [](Climate &c) { c.stepFan(&c.m_rear, 1); }},
+    { 8,   4, "rear fan down", [](Climate &c) { c.stepFan(&c.m_rear, -1); }},
+    { 8,   2, "rear warmer", [](Climate &c) { c.stepTemperature(&c.m_rear.left, 1); }},
+    { 8,   1, "rear cooler", [](Climate &c) { c.stepTemperature(&c.m_rear.left, -1); }},
+    { 9, 128, "rear A/C", [](Climate &c) { toggle(&c.m_rear.ac); }},
+    { 9,  64, "rear max A/C", [](Climate &c) { toggle(&c.m_rear.maxAc); }},
+    { 9,  32, "rear left seat heating up", [](Climate &c) { heatSeat(&c.m_rear.seats[0], 1); }},
+    { 9,  16, "rear left seat heating down", [](Climate &c) { heatSeat(&c.m_rear.seats[0], -1); }},
+    { 9,   8, "rear right seat heating up", [](Climate &c) { heatSeat(&c.m_rear.seats[1], 1); }},
+    { 9,   4, "rear right seat heating down", [](Climate &c) { heatSeat(&c.m_rear.seats[1], -1); }},
+    { 9,   2, "rear left seat cooling down", [](Climate &c) { coolSeat(&c.m_rear.seats[0], -1); }},
+    { 9,   1, "rear left seat cooling up", [](Climate &c) { coolSeat(&c.m_rear.seats[0], 1); }},
+    {10, 128, "rear right seat cooling down", [](Climate &c) { coolSeat(&c.m_rear.seats[1], -1); }},
+    {10,  64, "rear right seat cooling up", [](Climate &c) { coolSeat(&c.m_rear.seats[1], 1); }},
+    {10,  16, "rear vents", [](Climate &c) { c.m_rear.vent = (c.m_rear.vent + 1) % 4; }},
 };
 // clang-format on
+
+QString Climate::keyName(const QMap<int, int> &bytes)
+{
+    QStringList names;
+    for (const Key &key : keys) {
+        if (bytes.value(key.byte) & key.mask)
+            names.append(QLatin1String(key.name));
+    }
+    return names.join(QStringLiteral(" and "));
+}
 
 void Climate::press(const QMap<int, int> &bytes)
 {

@@ -24,6 +24,8 @@ public:
 
     explicit Climate(Trim trim = Trim::Full);
 
+    /** What the keys of a touch are called; empty when it is none. */
+    static QString keyName(const QMap<int, int> &bytes);
     /** The key bytes of a touch. */
     void press(const QMap<int, int> &bytes);
     /** A temperature set by dragging, 0 to 255 over the bar. */

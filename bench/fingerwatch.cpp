@@ -1,0 +1,48 @@
+#include "fingerwatch.h"
+
+#include "screen.h"
+#include "session.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+
+FingerWatch::FingerWatch(Screen *screen, QObject *parent) : QObject(parent), m_screen(screen)
+{
+    qApp->installEventFilter(this);
+}
+
+void FingerWatch::setSession(Session *session)
+{
+    m_session = session;
+}
+
+void FingerWatch::note(const QString &word, const QVariantList &arguments)
+{
+    m_session->journal()->note(m_session->nowMs(), Journal::Deed, word, arguments);
+}
+
+bool FingerWatch::eventFilter(QObject *watched, QEvent *event)
+{
+    static constexpr int slip = 8; // pixels that a finger moves without meaning it
+    const bool isTouch =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease;
+    auto *widget = isTouch && m_session ? qobject_cast<QWidget *>(watched) : nullptr;
+    if (!widget || !m_screen->isAncestorOf(widget))
+        return false;
+    const QPoint place = static_cast<QMouseEvent *>(event)->pos();
+    const QPoint onScreen = widget->mapTo(m_screen, place);
+    if (event->type() == QEvent::MouseButtonPress) {
+        // A widget that does not use it hands the press on to its parent, which is the same one.
+        if (m_screen->childAt(onScreen) != widget)
+            return false;
+        m_pressed = widget;
+        m_at = onScreen;
+        note(QStringLiteral("press"), {m_screen->nameOf(widget), place.x(), place.y()});
+    } else if (widget == m_pressed) {
+        if ((onScreen - m_at).manhattanLength() > slip)
+            note(QStringLiteral("move"), {onScreen.x(), onScreen.y()});
+        note(QStringLiteral("release"), {});
+        m_pressed.clear();
+    }
+    return false;
+}

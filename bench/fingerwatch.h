@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+#include <QPoint>
+#include <QPointer>
+#include <QWidget>
+
+class Screen;
+class Session;
+
+/** Notes every touch of the screen in the session's journal, in the words of a scenario. */
+class FingerWatch : public QObject
+{
+    Q_OBJECT
+public:
+    explicit FingerWatch(Screen *screen, QObject *parent = nullptr);
+
+    void setSession(Session *session);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void note(const QString &word, const QVariantList &arguments);
+
+    Screen *m_screen;
+    QPointer<Session> m_session;
+    QPointer<QWidget> m_pressed;
+    QPoint m_at; // on the screen
+};

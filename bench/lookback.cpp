@@ -1,0 +1,83 @@
+#include "lookback.h"
+
+#include "adaptorlink.h"
+#include "headunit.h"
+#include "session.h"
+#include "values.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+LookBack::LookBack(HeadUnit *unit, QObject *parent) : QObject(parent), m_unit(unit) {}
+
+void LookBack::setSession(Session *session)
+{
+    m_session = session;
+    m_isActive = false;
+    emit changed();
+}
+
+void LookBack::begin()
+{
+    m_wasPlaying = m_session->drive()->isPlaying();
+    m_presentPage = m_unit->currentWindow();
+    m_session->drive()->pause();
+    m_session->setLookingBack(true);
+    m_isActive = true;
+}
+
+void LookBack::show(qint64 ms)
+{
+    if (!m_session)
+        return;
+    if (!m_isActive)
+        begin();
+    m_momentMs = ms;
+    const Journal *journal = m_session->journal();
+    const int place = journal->lowerBound(Journal::Page, ms + 1) - 1;
+    if (place >= 0) {
+        const int entry = journal->ofKind(Journal::Page)[place];
+        m_unit->openWindow(journal->entries()[entry].arguments.value(0).toInt());
+    }
+    bringBack(ms);
+    emit changed();
+}
+
+void LookBack::end()
+{
+    if (!m_session || !m_isActive)
+        return;
+    m_unit->openWindow(m_presentPage);
+    bringBack(m_session->nowMs());
+    m_isActive = false;
+    m_session->setLookingBack(false);
+    if (m_wasPlaying)
+        m_session->drive()->play();
+    emit changed();
+}
+
+/** The last of each signal up to a moment, in the order in which they were said. */
+void LookBack::bringBack(qint64 ms)
+{
+    const Journal *journal = m_session->journal();
+    const QVector<int> &places = journal->ofKind(Journal::Signal);
+    QSet<int> seen;
+    QVector<int> last;
+    const auto known =
+        std::count_if(journal->totals().begin(), journal->totals().end(),
+                      [](const Journal::Total &total) { return total.kind == Journal::Signal; });
+    for (int i = journal->lowerBound(Journal::Signal, ms + 1) - 1; i >= 0 && last.size() < known;
+         --i) {
+        const int name = journal->entries()[places[i]].name;
+        if (seen.contains(name))
+            continue;
+        seen.insert(name);
+        last.prepend(places[i]);
+    }
+    for (const int place : qAsConst(last)) {
+        const Journal::Entry &entry = journal->entries()[place];
+        const module::ModuleSignal signal = module::moduleSignal(journal->nameOf(entry).toLatin1());
+        module::invokeMethod(signal.emitter, signal.method, entry.arguments);
+    }
+}

@@ -1,0 +1,183 @@
+#include "callspanel.h"
+
+#include "callwords.h"
+#include "panelparts.h"
+#include "session.h"
+#include "values.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+// ---- Model
+// ---------------------------------------------------------------------------------------
+
+CallsModel::CallsModel(QObject *parent) : QAbstractTableModel(parent) {}
+
+void CallsModel::setJournal(const Journal *journal)
+{
+    m_journal = journal;
+    // Numbers of entries stay as they are when the oldest go; rows that are gone leave the table.
+    connect(journal, &Journal::shifted, this, &CallsModel::rebuild);
+    rebuild();
+}
+
+void CallsModel::setFilter(const QString &filter)
+{
+    m_filter = filter;
+    rebuild();
+}
+
+void CallsModel::rebuild()
+{
+    beginResetModel();
+    m_rows.clear();
+    m_next = m_journal ? m_journal->dropped() : 0;
+    endResetModel();
+    catchUp();
+}
+
+bool CallsModel::isWanted(const Journal::Entry &entry) const
+{
+    return m_filter.isEmpty() || m_journal->nameOf(entry).contains(m_filter, Qt::CaseInsensitive) ||
+           module::argumentsText(entry.arguments).contains(m_filter, Qt::CaseInsensitive) ||
+           meaningOfCall(m_journal->nameOf(entry), entry.arguments)
+               .contains(m_filter, Qt::CaseInsensitive);
+}
+
+void CallsModel::catchUp()
+{
+    if (!m_journal)
+        return;
+    QVector<qint64> added;
+    const QVector<int> &calls = m_journal->ofKind(Journal::Call);
+    auto place = std::lower_bound(calls.cbegin(), calls.cend(), m_next - m_journal->dropped());
+    for (; place != calls.cend(); ++place) {
+        if (isWanted(m_journal->entries()[*place]))
+            added.append(m_journal->dropped() + *place);
+    }
+    m_next = m_journal->total();
+    if (added.isEmpty())
+        return;
+    beginInsertRows({}, m_rows.size(), m_rows.size() + added.size() - 1);
+    m_rows += added;
+    endInsertRows();
+}
+
+const Journal::Entry *CallsModel::entryAt(int row) const
+{
+    const qint64 place = m_journal ? m_rows.value(row, -1) - m_journal->dropped() : -1;
+    return place < 0 ? nullptr : &m_journal->entries()[int(place)];
+}
+
+qint64 CallsModel::timeOf(int row) const
+{
+    const Journal::Entry *entry = entryAt(row);
+    return entry ? entry->ms : 0;
+}
+
+int CallsModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : m_rows.size();
+}
+
+int CallsModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant CallsModel::data(const QModelIndex &index, int role) const
+{
+    const Journal::Entry *entry = entryAt(index.row());
+    if (!entry || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
+        return {};
+    const QString &name = m_journal->nameOf(*entry);
+    switch (index.column()) {
+    case Time:
+        return secondsText(entry->ms);
+    case Operation:
+        return role == Qt::ToolTipRole ? name : name.section(QStringLiteral("::"), -1);
+    case Arguments:
+        return module::argumentsText(entry->arguments);
+    default:
+        return meaningOfCall(name, entry->arguments);
+    }
+}
+
+QVariant CallsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    static const QStringList titles = {tr("Time"), tr("Operation"), tr("Arguments"), tr("Meaning")};
+    return role == Qt::DisplayRole && orientation == Qt::Horizontal ? titles.value(section)
+                                                                    : QVariant();
+}
+
+// ---- Panel
+// ---------------------------------------------------------------------------------------
+
+CallsPanel::CallsPanel(QWidget *parent)
+    : QWidget(parent)
+    , m_model(new CallsModel(this))
+    , m_filter(makeFilter(tr("Filter calls, for instance climate or fan up")))
+    , m_table(makeTable(m_model))
+{
+    m_table->setObjectName(QStringLiteral("calls"));
+    m_table->setColumnWidth(CallsModel::Time, 76);
+    m_table->setColumnWidth(CallsModel::Operation, 190);
+    m_table->setColumnWidth(CallsModel::Arguments, 110);
+    auto *column = new QVBoxLayout(this);
+    column->addWidget(m_filter);
+    column->addWidget(m_table);
+
+    auto *copying = new QAction(tr("Copy"), m_table);
+    copying->setShortcut(QKeySequence::Copy);
+    copying->setShortcutContext(Qt::WidgetShortcut);
+    m_table->addAction(copying);
+    m_table->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(copying, &QAction::triggered, this, &CallsPanel::copy);
+    connect(m_filter, &QLineEdit::textChanged, m_model, &CallsModel::setFilter);
+    connect(m_table, &QTableView::doubleClicked, this,
+            [this](const QModelIndex &index) { emit momentWanted(m_model->timeOf(index.row())); });
+    startsWhenNeeded(&m_refresh);
+    connect(&m_refresh, &QTimer::timeout, this, &CallsPanel::refresh);
+}
+
+void CallsPanel::setSession(Session *session)
+{
+    m_model->setJournal(session->journal());
+    connect(session->journal(), &Journal::noted, this, [this] { wake(this, &m_refresh); });
+    refresh();
+}
+
+void CallsPanel::showEvent(QShowEvent *)
+{
+    refresh();
+}
+
+void CallsPanel::refresh()
+{
+    const QScrollBar *bar = m_table->verticalScrollBar();
+    const bool follows = bar->value() == bar->maximum();
+    m_model->catchUp();
+    if (follows)
+        m_table->scrollToBottom();
+}
+
+void CallsPanel::copy()
+{
+    QStringList lines;
+    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    for (const QModelIndex &row : rows) {
+        QStringList cells;
+        for (int column = 0; column < CallsModel::ColumnCount; ++column)
+            cells.append(row.sibling(row.row(), column).data().toString());
+        lines.append(cells.join(QLatin1Char('\t')));
+    }
+    QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+}

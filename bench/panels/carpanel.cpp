@@ -1,0 +1,163 @@
+#include "carpanel.h"
+
+#include "operator.h"
+#include "session.h"
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+using module::Controls;
+using module::Faults;
+
+static QFormLayout *addGroup(QVBoxLayout *column, const QString &title)
+{
+    auto *box = new QGroupBox(title);
+    auto *form = new QFormLayout(box);
+    column->addWidget(box);
+    return form;
+}
+
+CarPanel::CarPanel(Operator *hand, QWidget *parent)
+    : QWidget(parent), m_hand(hand), m_controls(new QWidget)
+{
+    auto *controls = new QVBoxLayout(m_controls);
+    controls->setContentsMargins(0, 0, 0, 0);
+    QFormLayout *form = nullptr;
+    QString group;
+    for (int i = 0; i < Controls::Count; ++i) {
+        const Controls::Row &row = Controls::row(Controls::Control(i));
+        if (group != QLatin1String(row.group))
+            form = addGroup(controls, tr(row.group));
+        group = QLatin1String(row.group);
+        form->addRow(tr(row.title), makeControl(Controls::Control(i)));
+    }
+
+    auto *all = new QWidget;
+    auto *column = new QVBoxLayout(all);
+    column->addWidget(m_controls);
+    QFormLayout *faults = addGroup(column, tr("What the module does wrong"));
+    for (int i = 0; i < Faults::KindCount; ++i)
+        faults->addRow(QLatin1String(Faults::nameOf(Faults::Kind(i))), makeFault(Faults::Kind(i)));
+    column->addStretch(1);
+
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setWidget(all);
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(area);
+    connect(hand, &Operator::done, this, &CarPanel::showFaults);
+}
+
+QWidget *CarPanel::makeControl(Controls::Control control)
+{
+    QWidget *made = nullptr;
+    if (control == Controls::Prompt)
+        made = makeButtons(control);
+    else
+        made = Controls::row(control).words ? makeChoice(control) : makeNumber(control);
+    made->setObjectName(QStringLiteral("car-") + QLatin1String(Controls::row(control).name));
+    return made;
+}
+
+/** The first entry lets go. */
+QWidget *CarPanel::makeChoice(Controls::Control control)
+{
+    auto *box = new QComboBox;
+    box->addItem(control == Controls::ClimateTrim ? tr("as it is") : tr("as on the trip"));
+    box->addItems(Controls::words(control));
+    connect(box, qOverload<int>(&QComboBox::activated), this,
+            [this, control](int row) { hold(control, row - 1); });
+    return box;
+}
+
+QWidget *CarPanel::makeNumber(Controls::Control control)
+{
+    const Controls::Row &row = Controls::row(control);
+    auto *box = new QSpinBox;
+    box->setRange(Controls::Automatic, row.highest);
+    box->setSpecialValueText(tr("as on the trip"));
+    box->setValue(Controls::Automatic);
+    box->setSuffix(QLatin1Char(' ') + QLatin1String(row.unit));
+    connect(box, qOverload<int>(&QSpinBox::valueChanged), this,
+            [this, control](int value) { hold(control, value); });
+    return box;
+}
+
+/** For what happens once. */
+QWidget *CarPanel::makeButtons(Controls::Control control)
+{
+    auto *row = new QWidget;
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    const QStringList words = Controls::words(control);
+    for (int value = 0; value < words.size(); ++value) {
+        auto *button = new QPushButton(words[value]);
+        button->setObjectName(words[value]);
+        layout->addWidget(button);
+        connect(button, &QPushButton::clicked, this,
+                [this, control, value] { hold(control, value); });
+    }
+    return row;
+}
+
+QWidget *CarPanel::makeFault(Faults::Kind kind)
+{
+    auto *box = new QDoubleSpinBox;
+    const bool inSeconds = Faults::isInSeconds(kind);
+    box->setObjectName(QStringLiteral("fault-") + QLatin1String(Faults::nameOf(kind)));
+    box->setToolTip(inSeconds
+                        ? tr(Faults::meaningOf(kind))
+                        : tr("that part of the signals: %1").arg(tr(Faults::meaningOf(kind))));
+    box->setRange(0, inSeconds ? 3600 : 100);
+    box->setDecimals(0);
+    box->setSuffix(inSeconds ? tr(" s") : tr(" %"));
+    box->setSpecialValueText(tr("off"));
+    m_faults.append(box);
+    connect(box, qOverload<double>(&QDoubleSpinBox::valueChanged), this,
+            [this, kind, inSeconds](double value) {
+                const double stated = inSeconds ? value : value / 100;
+                m_hand->act(
+                    QStringLiteral("fault"),
+                    {QStringLiteral("%1:%2").arg(QLatin1String(Faults::nameOf(kind))).arg(stated)});
+            });
+    return box;
+}
+
+void CarPanel::hold(Controls::Control control, int value)
+{
+    m_hand->act(QStringLiteral("car"), {QString::fromLatin1(Controls::row(control).name),
+                                        Controls::textOf(control, value)});
+}
+
+void CarPanel::setSession(Session *session)
+{
+    m_session = session;
+    const bool canBeChanged = session->drive()->source()->controls() != nullptr;
+    m_controls->setEnabled(canBeChanged);
+    m_controls->setToolTip(canBeChanged ? QString()
+                                        : tr("A recorded drive cannot be changed any more."));
+    showFaults();
+}
+
+void CarPanel::showFaults()
+{
+    if (!m_session)
+        return;
+    for (int i = 0; i < m_faults.size(); ++i) {
+        const auto kind = Faults::Kind(i);
+        const QSignalBlocker silent(m_faults[i]);
+        const double value = m_session->drive()->faults().value(kind);
+        m_faults[i]->setValue(Faults::isInSeconds(kind) ? value : 100 * value);
+    }
+}

@@ -1,0 +1,47 @@
+#include "panelparts.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTimer>
+
+QLineEdit *makeFilter(const QString &hint)
+{
+    auto *filter = new QLineEdit;
+    filter->setPlaceholderText(hint);
+    filter->setClearButtonEnabled(true);
+    return filter;
+}
+
+QTableView *makeTable(QAbstractItemModel *model)
+{
+    auto *table = new QTableView;
+    table->setModel(model);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(24);
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    return table;
+}
+
+QString secondsText(qint64 ms)
+{
+    return QString::number(double(ms) / 1000, 'f', 3);
+}
+
+void startsWhenNeeded(QTimer *refresh)
+{
+    static constexpr int refreshMs = 150;
+    refresh->setSingleShot(true);
+    refresh->setInterval(refreshMs);
+}
+
+void wake(const QWidget *panel, QTimer *refresh)
+{
+    if (panel->isVisible() && !refresh->isActive())
+        refresh->start();
+}

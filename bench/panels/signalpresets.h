@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QStringList>
+#include <QVariant>
+
+/** Arguments worth sending, by the signal that they belong to. */
+struct SignalPreset
+{
+    QString title;
+    QVariantList arguments;
+};
+
+QVector<SignalPreset> presetsOf(const QByteArray &signal);

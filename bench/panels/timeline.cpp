@@ -1,0 +1,349 @@
+#include "timeline.h"
+
+#include "lookback.h"
+#include "palette.h"
+#include "panelparts.h"
+#include "session.h"
+#include "values.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QToolButton>
+#include <QToolTip>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+
+#include <cmath>
+
+static constexpr int captionWidth = 70;
+static constexpr int scaleHeight = 20;
+static constexpr qint64 shortestMs = 20;
+static constexpr qint64 longestMs = qint64(24) * 3600 * 1000;
+static constexpr int textRoom = 60; // pixels that an entry's text takes at least
+
+struct Lane
+{
+    const char *caption;
+    QColor color;
+};
+
+static const Lane &laneOf(int kind)
+{
+    static const Lane lanes[Journal::KindCount] = {
+        {QT_TRANSLATE_NOOP("TimelineView", "Signals"), night::accent},
+        {QT_TRANSLATE_NOOP("TimelineView", "Done"), night::amber},
+        {QT_TRANSLATE_NOOP("TimelineView", "Calls"), QColor(0x41, 0xD9, 0x8D)},
+        {QT_TRANSLATE_NOOP("TimelineView", "Pages"), night::secondary},
+        {QT_TRANSLATE_NOOP("TimelineView", "Sound"), QColor(0xC3, 0x9B, 0xFF)},
+    };
+    return lanes[kind];
+}
+
+// ---- View
+// ----------------------------------------------------------------------------------------
+
+TimelineView::TimelineView(QWidget *parent) : QWidget(parent)
+{
+    setMinimumHeight(130);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void TimelineView::setSession(const Session *session)
+{
+    m_session = session;
+    m_beginMs = 0;
+    clearMoment();
+}
+
+void TimelineView::setMoment(qint64 ms)
+{
+    m_momentMs = ms;
+    if (ms < m_beginMs || ms > m_beginMs + m_spanMs)
+        m_beginMs = qMax<qint64>(0, ms - m_spanMs / 2);
+    update();
+}
+
+void TimelineView::clearMoment()
+{
+    m_momentMs = -1;
+    refresh();
+}
+
+void TimelineView::setRange(qint64 beginMs, qint64 spanMs)
+{
+    m_spanMs = qBound(shortestMs, spanMs, longestMs);
+    m_beginMs = qMax<qint64>(0, beginMs);
+    update();
+}
+
+void TimelineView::refresh()
+{
+    const qint64 nowMs = m_session ? m_session->nowMs() : 0;
+    if (follows() && m_dragX < 0)
+        m_beginMs = qMax<qint64>(0, nowMs - m_spanMs * 9 / 10);
+    update();
+}
+
+qint64 TimelineView::msAt(int x) const
+{
+    const double share = double(x - captionWidth) / qMax(1, width() - captionWidth);
+    return m_beginMs + qint64(std::llround(share * double(m_spanMs)));
+}
+
+int TimelineView::xAt(qint64 ms) const
+{
+    const double share = double(ms - m_beginMs) / double(m_spanMs);
+    return captionWidth + int(share * (width() - captionWidth));
+}
+
+int TimelineView::laneHeight() const
+{
+    return (height() - scaleHeight) / Journal::KindCount;
+}
+
+int TimelineView::laneAt(int y) const
+{
+    return y < scaleHeight ? -1 : qMin((y - scaleHeight) / laneHeight(), Journal::KindCount - 1);
+}
+
+QString TimelineView::textOf(const Journal::Entry &entry) const
+{
+    const QString &name = m_session->journal()->nameOf(entry);
+    const QString shown = name.section(QStringLiteral("::"), -1);
+    return (shown + QLatin1Char(' ') + module::argumentsText(entry.arguments)).trimmed();
+}
+
+void TimelineView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), night::background);
+    for (int lane = 0; lane < Journal::KindCount; ++lane) {
+        const QRect place(0, scaleHeight + lane * laneHeight(), width(), laneHeight());
+        painter.fillRect(place.adjusted(0, 0, 0, -1),
+                         lane % 2 ? night::background : night::panel.darker(115));
+        painter.setPen(night::secondary);
+        painter.drawText(place.adjusted(8, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft,
+                         tr(laneOf(lane).caption));
+        if (m_session)
+            drawLane(&painter, lane);
+    }
+    drawScale(&painter);
+}
+
+/**
+ * However many entries there are, a lane costs one search for each pixel: a bar says that there are
+ * some, the taller the more.
+ */
+void TimelineView::drawLane(QPainter *painter, int lane) const
+{
+    const auto kind = Journal::Kind(lane);
+    const Journal *journal = m_session->journal();
+    const int top = scaleHeight + lane * laneHeight();
+    const int room = laneHeight() - 4;
+    const int first = journal->lowerBound(kind, m_beginMs);
+    const int last = journal->lowerBound(kind, m_beginMs + m_spanMs + 1);
+    const bool hasRoom = (last - first) * textRoom < width() - captionWidth;
+    int before = first;
+    for (int x = captionWidth; x < width() && before < last; ++x) {
+        const int next = qMin(last, journal->lowerBound(kind, msAt(x + 1)));
+        if (next > before) {
+            const int count = next - before;
+            const int bar =
+                hasRoom ? room : qMin(room, int(std::lround(6 + 4 * std::log2(double(count)))));
+            painter->fillRect(x, top + 2 + room - bar, 1, bar, laneOf(lane).color);
+        }
+        before = next;
+    }
+    // A page stays until the next one: what is open at the left edge has begun before it.
+    if (kind == Journal::Page && first > 0)
+        drawTexts(painter, lane, first - 1, qMin(first, last));
+    if (hasRoom)
+        drawTexts(painter, lane, first, last);
+}
+
+void TimelineView::drawTexts(QPainter *painter, int lane, int first, int last) const
+{
+    const Journal *journal = m_session->journal();
+    const QVector<int> &places = journal->ofKind(Journal::Kind(lane));
+    const int top = scaleHeight + lane * laneHeight();
+    painter->setPen(night::text);
+    for (int i = first; i < last; ++i) {
+        const Journal::Entry &entry = journal->entries()[places[i]];
+        const int x = qMax(captionWidth, xAt(entry.ms)) + 4;
+        const int end = i + 1 < places.size() ? xAt(journal->entries()[places[i + 1]].ms) : width();
+        const QRect room(x, top, qMin(end, width()) - x - 2, laneHeight());
+        if (room.width() > textRoom / 2)
+            painter->drawText(
+                room, Qt::AlignVCenter | Qt::AlignLeft,
+                painter->fontMetrics().elidedText(textOf(entry), Qt::ElideRight, room.width()));
+    }
+}
+
+void TimelineView::drawScale(QPainter *painter) const
+{
+    static constexpr int leastPixels = 90;
+    const double pixelsPerMs = double(width() - captionWidth) / double(m_spanMs);
+    qint64 step = 10;
+    for (const qint64 next : {20, 50, 100, 200, 500, 1000, 2000, 5000, 10000, 30000, 60000, 300000,
+                              600000, 1800000, 3600000, 14400000}) {
+        if (double(step) * pixelsPerMs >= leastPixels)
+            break;
+        step = next;
+    }
+    painter->setPen(night::secondary);
+    for (qint64 ms = (m_beginMs / step + 1) * step; ms < m_beginMs + m_spanMs; ms += step) {
+        const int x = xAt(ms);
+        painter->fillRect(x, 0, 1, height(), night::hairline);
+        painter->drawText(x + 4, scaleHeight - 6,
+                          tr("%1 s").arg(QString::number(double(ms) / 1000, 'g', 8)));
+    }
+    const int now = m_session ? xAt(m_session->nowMs()) : -1;
+    if (now >= captionWidth && now < width())
+        painter->fillRect(now, 0, 1, height(), night::text);
+    if (m_momentMs >= 0) {
+        const int x = xAt(m_momentMs);
+        painter->fillRect(x - 1, 0, 2, height(), night::red);
+        painter->setPen(night::red);
+        painter->drawText(x + 5, scaleHeight - 6, tr("%1 s").arg(secondsText(m_momentMs)));
+    }
+}
+
+void TimelineView::wheelEvent(QWheelEvent *event)
+{
+    const double factor = std::pow(0.8, double(event->angleDelta().y()) / 120);
+    const qint64 under = msAt(int(event->position().x()));
+    const auto span = qint64(double(m_spanMs) * factor);
+    const double share = double(under - m_beginMs) / double(m_spanMs);
+    setRange(under - qint64(share * double(qBound(shortestMs, span, longestMs))), span);
+    event->accept();
+}
+
+void TimelineView::mousePressEvent(QMouseEvent *event)
+{
+    m_dragX = event->x();
+    m_hasDragged = false;
+}
+
+void TimelineView::mouseMoveEvent(QMouseEvent *event)
+{
+    static constexpr int slack = 4; // pixels by which a click may slip
+    if (m_dragX < 0 || (!m_hasDragged && qAbs(event->x() - m_dragX) < slack))
+        return;
+    m_hasDragged = true;
+    setRange(m_beginMs + msAt(m_dragX) - msAt(event->x()), m_spanMs);
+    m_dragX = event->x();
+}
+
+void TimelineView::mouseReleaseEvent(QMouseEvent *event)
+{
+    m_dragX = -1;
+    if (!m_hasDragged && m_session && event->x() >= captionWidth)
+        emit momentWanted(qBound<qint64>(0, msAt(event->x()), m_session->nowMs()));
+}
+
+/** What lies under the pointer, in words. */
+bool TimelineView::event(QEvent *event)
+{
+    static constexpr int reach = 4;     // pixels
+    static constexpr int mostTold = 12; // entries
+    if (event->type() != QEvent::ToolTip || !m_session)
+        return QWidget::event(event);
+    const auto *help = static_cast<QHelpEvent *>(event);
+    const int lane = laneAt(help->y());
+    if (lane < 0)
+        return true;
+    const auto kind = Journal::Kind(lane);
+    const Journal *journal = m_session->journal();
+    const int first = journal->lowerBound(kind, msAt(help->x() - reach));
+    const int last = journal->lowerBound(kind, msAt(help->x() + reach));
+    QStringList lines;
+    for (int i = first; i < qMin(last, first + mostTold); ++i) {
+        const Journal::Entry &entry = journal->entries()[journal->ofKind(kind)[i]];
+        lines.append(secondsText(entry.ms) + QStringLiteral("  ") + textOf(entry).left(120));
+    }
+    if (last - first > mostTold)
+        lines.append(tr("and %1 more").arg(last - first - mostTold));
+    QToolTip::showText(help->globalPos(), lines.join(QLatin1Char('\n')), this);
+    return true;
+}
+
+// ---- Panel
+// ---------------------------------------------------------------------------------------
+
+TimelinePanel::TimelinePanel(LookBack *lookBack, QWidget *parent)
+    : QWidget(parent)
+    , m_lookBack(lookBack)
+    , m_view(new TimelineView)
+    , m_state(new QLabel)
+    , m_present(new QToolButton)
+{
+    m_view->setObjectName(QStringLiteral("timeline"));
+    m_present->setObjectName(QStringLiteral("present"));
+    m_present->setText(tr("Back to the present"));
+    m_state->setObjectName(QStringLiteral("timelineState"));
+    auto *row = new QHBoxLayout;
+    row->addWidget(m_state, 1);
+    row->addWidget(m_present);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 4, 8, 8);
+    column->addLayout(row);
+    column->addWidget(m_view, 1);
+    connect(m_view, &TimelineView::momentWanted, this, &TimelinePanel::lookAt);
+    connect(m_present, &QToolButton::clicked, lookBack, &LookBack::end);
+    connect(lookBack, &LookBack::changed, this, &TimelinePanel::showState);
+    startsWhenNeeded(&m_refresh);
+    connect(&m_refresh, &QTimer::timeout, this, &TimelinePanel::refresh);
+    showState();
+}
+
+void TimelinePanel::setSession(Session *session)
+{
+    m_session = session;
+    m_view->setSession(session);
+    const auto look = [this] { wake(this, &m_refresh); };
+    connect(session->journal(), &Journal::noted, this, look);
+    connect(session->drive(), &module::Drive::positionChanged, this, look);
+    showState();
+}
+
+void TimelinePanel::showEvent(QShowEvent *)
+{
+    refresh();
+}
+
+void TimelinePanel::refresh()
+{
+    m_view->refresh();
+    showState();
+}
+
+void TimelinePanel::lookAt(qint64 ms)
+{
+    m_lookBack->show(ms);
+}
+
+void TimelinePanel::showState()
+{
+    const bool back = m_lookBack->isActive();
+    m_present->setEnabled(back);
+    if (back)
+        m_view->setMoment(m_lookBack->momentMs());
+    else if (!m_view->follows())
+        m_view->clearMoment();
+    if (!m_session)
+        return;
+    const Journal *journal = m_session->journal();
+    QString text = back ? tr("The screen as it was at %1 s; the drive stands still.")
+                              .arg(secondsText(m_lookBack->momentMs()))
+                        : tr("%1 events.").arg(journal->total());
+    text += QLatin1Char(' ') + tr("Wheel: zoom. Drag: move. Click: look back.");
+    if (journal->dropped() > 0)
+        text += QLatin1Char(' ') + tr("What was before %1 s is no longer kept: %2 events are the "
+                                      "most. Record the session to keep all.")
+                                       .arg(secondsText(journal->beginMs()))
+                                       .arg(journal->limit());
+    m_state->setText(text);
+}
