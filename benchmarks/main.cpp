@@ -33,6 +33,9 @@ public:
             {"burst/page", "burst/labels", 1.5},
             {"climate/changed", "climate/bare", 1.5},
             {"menu/page", "menu/bare", 1.5},
+            {"panels/closed", "panels/none", 1.05},
+            {"panels/open", "panels/none", 1.25},
+            {"timeline/million", "timeline/thousand", 0},
             {"parking/one_zone", "parking/bare", 1.0},
             {"parking/sixty_hidden", "parking/sixty_visible", 0},
             {"startup/page", "startup/empty_window", 0},
@@ -46,7 +49,7 @@ public:
             std::printf("%-18s / %-22s %5.2f", ratio.ours, ratio.theirs,
                         ours->second / theirs->second);
             if (ratio.limit > 0)
-                std::printf("   (at most %.1f)", ratio.limit);
+                std::printf("   (at most %.2f)", ratio.limit);
             std::printf("\n");
         }
     }

@@ -1,6 +1,6 @@
 #include "audiostage.h"
+#include "benchwindow.h"
 #include "headunit.h"
-#include "mainwindow.h"
 #include "norda/vtqadaptor.h"
 #include "options.h"
 #include "panels/carpanel.h"

@@ -35,7 +35,7 @@ QString secondsText(qint64 ms)
 
 void startsWhenNeeded(QTimer *refresh)
 {
-    static constexpr int refreshMs = 150;
+    static constexpr int refreshMs = 250;
     refresh->setSingleShot(true);
     refresh->setInterval(refreshMs);
 }

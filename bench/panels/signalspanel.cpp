@@ -23,6 +23,7 @@ SignalsModel::SignalsModel(QObject *parent)
     : QAbstractTableModel(parent)
     , m_signals(module::moduleSignals())
     , m_texts(m_signals.size(), QVector<QString>(ColumnCount))
+    , m_counts(m_signals.size(), 0)
 {
     for (int row = 0; row < m_signals.size(); ++row)
         m_texts[row][Name] = QString::fromLatin1(m_signals[row].method.name());
@@ -31,6 +32,11 @@ SignalsModel::SignalsModel(QObject *parent)
 void SignalsModel::setSession(const Session *session)
 {
     m_session = session;
+    beginResetModel();
+    m_counts.fill(0);
+    for (QVector<QString> &texts : m_texts)
+        texts[Last] = texts[Count] = texts[Age] = QString();
+    endResetModel();
     refresh();
 }
 
@@ -46,6 +52,13 @@ static int listenersOf(const module::ModuleSignal &signal)
     return qMax(0, (signal.emitter->*receivers)(code.constData()) - 1);
 }
 
+/** Tenths of a second matter for what has just come, and cost a repaint each. */
+static QString ageText(qint64 ms)
+{
+    static constexpr qint64 recentMs = 10000;
+    return SignalsModel::tr("%1 s").arg(double(ms) / 1000, 0, 'f', ms < recentMs ? 1 : 0);
+}
+
 void SignalsModel::refresh()
 {
     if (!m_session)
@@ -53,19 +66,24 @@ void SignalsModel::refresh()
     for (int row = 0; row < m_signals.size(); ++row) {
         const Journal::Total *total =
             m_session->journal()->totalOf(Journal::Signal, m_texts[row][Name]);
-        QVector<QString> texts = m_texts[row];
-        texts[Last] = total ? module::argumentsText(total->last) : QString();
-        texts[Count] = total ? QString::number(total->count) : QString();
-        texts[Age] =
-            total ? tr("%1 s").arg(double(m_session->nowMs() - total->lastMs) / 1000, 0, 'f', 1)
-                  : QString();
         const int listeners = listenersOf(m_signals[row]);
-        texts[Listeners] = listeners > 0 ? QString::number(listeners) : tr("nobody");
-        if (texts == m_texts[row])
+        setText(row, Listeners, listeners > 0 ? QString::number(listeners) : tr("nobody"));
+        setText(row, Age, total ? ageText(m_session->nowMs() - total->lastMs) : QString());
+        const int count = total ? total->count : 0;
+        if (count == m_counts[row])
             continue;
-        m_texts[row] = texts;
-        emit dataChanged(index(row, Last), index(row, Listeners));
+        m_counts[row] = count;
+        setText(row, Count, QString::number(count));
+        setText(row, Last, module::argumentsText(total->last));
     }
+}
+
+void SignalsModel::setText(int row, Column column, const QString &text)
+{
+    if (m_texts[row][column] == text)
+        return;
+    m_texts[row][column] = text;
+    emit dataChanged(index(row, column), index(row, column));
 }
 
 QVariantList SignalsModel::lastOf(int row) const

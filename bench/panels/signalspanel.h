@@ -39,8 +39,11 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    void setText(int row, Column column, const QString &text);
+
     const QList<module::ModuleSignal> m_signals;
     QVector<QVector<QString>> m_texts; // by row and column, as they are drawn
+    QVector<int> m_counts;             // by row, as they were when the texts were made
     QPointer<const Session> m_session;
 };
 

@@ -1,4 +1,4 @@
-#include "mainwindow.h"
+#include "benchwindow.h"
 
 #include "audiostage.h"
 #include "audiostageview.h"
