@@ -10,11 +10,13 @@
 SidePanel::SidePanel(Screen *screen, QWidget *parent)
     : QWidget(parent), m_screen(screen), m_counters(new QLabel), m_findings(new QLabel)
 {
-    static constexpr int linesShown = 5;
+    static constexpr int linesShown = 4;
+    static constexpr int mostLines = 9;
     m_findings->setWordWrap(true);
     m_findings->setAlignment(Qt::AlignTop);
     m_findings->setMinimumHeight(linesShown * fontMetrics().lineSpacing());
     m_findings->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setMaximumHeight(mostLines * fontMetrics().lineSpacing());
     auto *column = new QVBoxLayout(this);
     column->addWidget(m_findings);
     column->addWidget(m_counters);

@@ -113,7 +113,7 @@ QVariant CallsModel::data(const QModelIndex &index, int role) const
 
 QVariant CallsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static const QStringList titles = {tr("Time"), tr("Operation"), tr("Arguments"), tr("Meaning")};
+    static const QStringList titles = {tr("Time"), tr("Operation"), tr("Meaning"), tr("Arguments")};
     return role == Qt::DisplayRole && orientation == Qt::Horizontal ? titles.value(section)
                                                                     : QVariant();
 }
@@ -128,9 +128,9 @@ CallsPanel::CallsPanel(QWidget *parent)
     , m_table(makeTable(m_model))
 {
     m_table->setObjectName(QStringLiteral("calls"));
-    m_table->setColumnWidth(CallsModel::Time, 76);
-    m_table->setColumnWidth(CallsModel::Operation, 190);
-    m_table->setColumnWidth(CallsModel::Arguments, 110);
+    m_table->setColumnWidth(CallsModel::Time, 70);
+    m_table->setColumnWidth(CallsModel::Operation, 196);
+    m_table->setColumnWidth(CallsModel::Meaning, 120);
     auto *column = new QVBoxLayout(this);
     column->addWidget(m_filter);
     column->addWidget(m_table);

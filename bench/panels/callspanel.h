@@ -11,12 +11,12 @@ class QLineEdit;
 class QTableView;
 class Session;
 
-/** The calls of a journal as a table: time, operation, arguments, and what they mean. */
+/** The calls of a journal as a table: time, operation, what its arguments mean, and the arguments. */
 class CallsModel : public QAbstractTableModel
 {
     Q_OBJECT
 public:
-    enum Column { Time, Operation, Arguments, Meaning, ColumnCount };
+    enum Column { Time, Operation, Meaning, Arguments, ColumnCount };
 
     explicit CallsModel(QObject *parent = nullptr);
 

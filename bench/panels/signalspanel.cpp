@@ -139,10 +139,10 @@ SignalsPanel::SignalsPanel(Operator *hand, QWidget *parent)
     m_filtered->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_table = makeTable(m_filtered);
     m_table->setObjectName(QStringLiteral("signals"));
-    m_table->setColumnWidth(SignalsModel::Name, 200);
-    m_table->setColumnWidth(SignalsModel::Last, 118);
+    m_table->setColumnWidth(SignalsModel::Name, 190);
+    m_table->setColumnWidth(SignalsModel::Last, 100);
     m_table->setColumnWidth(SignalsModel::Count, 46);
-    m_table->setColumnWidth(SignalsModel::Age, 56);
+    m_table->setColumnWidth(SignalsModel::Age, 52);
     m_send->setObjectName(QStringLiteral("send"));
     m_presets->setObjectName(QStringLiteral("presets"));
     m_fault->setWordWrap(true);

@@ -95,8 +95,9 @@ qint64 TimelineView::msAt(int x) const
 
 int TimelineView::xAt(qint64 ms) const
 {
+    static constexpr double farOut = 1e6; // beyond any screen
     const double share = double(ms - m_beginMs) / double(m_spanMs);
-    return captionWidth + int(share * (width() - captionWidth));
+    return captionWidth + int(qBound(-farOut, share * (width() - captionWidth), farOut));
 }
 
 int TimelineView::laneHeight() const
@@ -170,11 +171,16 @@ void TimelineView::drawTexts(QPainter *painter, int lane, int first, int last) c
     const QVector<int> &places = journal->ofKind(Journal::Kind(lane));
     const int top = scaleHeight + lane * laneHeight();
     painter->setPen(night::text);
-    for (int i = first; i < last; ++i) {
+    const auto xOf = [&](int i) {
+        return i < places.size() ? xAt(journal->entries()[places[i]].ms) : width();
+    };
+    for (int i = first, next = first; i < last; i = next) {
         const Journal::Entry &entry = journal->entries()[places[i]];
-        const int x = qMax(captionWidth, xAt(entry.ms)) + 4;
-        const int end = i + 1 < places.size() ? xAt(journal->entries()[places[i + 1]].ms) : width();
-        const QRect room(x, top, qMin(end, width()) - x - 2, laneHeight());
+        // What follows within a few pixels is told by the pointer only.
+        for (next = i + 1; next < places.size() && xOf(next) <= xOf(i) + 2;)
+            ++next;
+        const int x = qMax(captionWidth, xOf(i)) + 4;
+        const QRect room(x, top, qMin(xOf(next), width()) - x - 2, laneHeight());
         if (room.width() > textRoom / 2)
             painter->drawText(
                 room, Qt::AlignVCenter | Qt::AlignLeft,
@@ -205,9 +211,12 @@ void TimelineView::drawScale(QPainter *painter) const
         painter->fillRect(now, 0, 1, height(), night::text);
     if (m_momentMs >= 0) {
         const int x = xAt(m_momentMs);
+        const QString text = tr("%1 s").arg(secondsText(m_momentMs));
+        const QRect label(x, 0, painter->fontMetrics().horizontalAdvance(text) + 10, scaleHeight);
         painter->fillRect(x - 1, 0, 2, height(), night::red);
-        painter->setPen(night::red);
-        painter->drawText(x + 5, scaleHeight - 6, tr("%1 s").arg(secondsText(m_momentMs)));
+        painter->fillRect(label, night::red);
+        painter->setPen(night::background);
+        painter->drawText(label, Qt::AlignCenter, text);
     }
 }
 
