@@ -14,7 +14,7 @@
 #include <QJsonArray>
 #include <QTimer>
 
-static constexpr int patienceMs = 1500;
+static constexpr int patienceMs = 1000;
 static constexpr int pauseMs = 20;
 
 QJsonObject ScenarioResult::toJson() const

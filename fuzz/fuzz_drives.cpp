@@ -1,8 +1,9 @@
 // Files of any content as recorded drives: OBD-II exports, candump logs, recordings. What opens is
-// looked at, sought in and played.
+// looked at, sought in and played; what is a recording is cut in two and compared.
 
 #include "adaptorlink.h"
 #include "fuzzinput.h"
+#include "recordingtools.h"
 #include "vehiclesource.h"
 
 #include <QCoreApplication>
@@ -27,6 +28,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     file->flush();
 
     QString error;
+    QStringList report;
+    const QString part = file->fileName() + QStringLiteral(".part");
+    if (module::cutRecording(file->fileName(), 1000, 2000, part, &error) &&
+        module::compareRecordings(part, part, &report, &error) != module::Comparison::Alike)
+        std::abort(); // a part is a recording, and like itself
+    QFile::remove(part);
+    error.clear();
     const auto source = module::openSource(file->fileName(), &error);
     if (!source) {
         if (error.isEmpty() || error.contains(QLatin1Char('\n')))
