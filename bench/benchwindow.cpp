@@ -68,6 +68,11 @@ BenchWindow::BenchWindow(const Options &options, Screen *screen, HeadUnit *unit,
     makePanelsMenu();
     makeDeveloperMenu();
     connect(m_calls, &CallsPanel::momentWanted, m_timeline, &TimelinePanel::lookAt);
+    connect(m_transport, &TransportBar::momentWanted, m_hand,
+            [this](qint64 ms) { m_hand->act(QStringLiteral("seek"), {double(ms) / 1000}); });
+    // Whatever is done is done now.
+    connect(m_hand, &Operator::begins, m_lookBack, &LookBack::end);
+    connect(m_fingers, &FingerWatch::pastTouched, m_lookBack, &LookBack::end);
     connect(m_lookBack, &LookBack::changed, m_transport,
             [this] { m_transport->setEnabled(!m_lookBack->isActive()); });
 
@@ -148,14 +153,16 @@ void BenchWindow::makePageMenu()
     QMenu *view = menuBar()->addMenu(tr("&Page"));
     for (const auto &page : pages) {
         view->addAction(
-            tr(page.text), this, [this, page] { act(QStringLiteral("page"), {page.id}); },
+            tr(page.text), this, [this, page] { m_hand->act(QStringLiteral("page"), {page.id}); },
             QKeySequence(Qt::Key_1 + page.id - 80));
     }
     view->addSeparator();
     view->addAction(
-        tr("&Split view"), this, [this] { act(QStringLiteral("split")); }, QKeySequence(Qt::Key_S));
+        tr("&Split view"), this, [this] { m_hand->act(QStringLiteral("split")); },
+        QKeySequence(Qt::Key_S));
     view->addAction(
-        tr("&Back"), this, [this] { act(QStringLiteral("back")); }, QKeySequence(Qt::Key_Escape));
+        tr("&Back"), this, [this] { m_hand->act(QStringLiteral("back")); },
+        QKeySequence(Qt::Key_Escape));
     view->addAction(tr("Play or pause"), m_transport, &TransportBar::togglePlaying,
                     QKeySequence(Qt::Key_Space));
 }
@@ -184,7 +191,8 @@ void BenchWindow::makeDeveloperMenu()
     QAction *refuse = developer->addAction(tr("Refuse the audio focus"));
     refuse->setCheckable(true);
     connect(refuse, &QAction::toggled, this, [this](bool on) {
-        act(QStringLiteral("focus"), {on ? QStringLiteral("refused") : QStringLiteral("granted")});
+        m_hand->act(QStringLiteral("focus"),
+                    {on ? QStringLiteral("refused") : QStringLiteral("granted")});
     });
     QAction *trace = developer->addAction(tr("Trace lines"));
     trace->setCheckable(true);
@@ -192,12 +200,6 @@ void BenchWindow::makeDeveloperMenu()
     connect(trace, &QAction::toggled, this, [](bool on) {
         QLoggingCategory::setFilterRules(on ? QString() : QStringLiteral("default.debug=false"));
     });
-}
-
-void BenchWindow::act(const QString &word, const QVariantList &arguments)
-{
-    m_lookBack->end();
-    m_hand->act(word, arguments);
 }
 
 void BenchWindow::start(std::unique_ptr<Session> session)
@@ -310,7 +312,7 @@ void BenchWindow::keyPressEvent(QKeyEvent *event)
     if (isModifier)
         return;
     if (!m_hand->act(QStringLiteral("key"), {event->key()}) && event->key() == Qt::Key_Backspace)
-        act(QStringLiteral("back"));
+        m_hand->act(QStringLiteral("back"));
 }
 
 void BenchWindow::dragEnterEvent(QDragEnterEvent *event)

@@ -51,7 +51,6 @@ private:
     void makePageMenu();
     void makePanelsMenu();
     void makeDeveloperMenu();
-    void act(const QString &word, const QVariantList &arguments = {});
     void openDrive(const QString &file);
     void chooseDrive();
     void chooseScenario();

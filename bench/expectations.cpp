@@ -68,7 +68,8 @@ struct Expectations::Kind
 // clang-format off
 const Expectations::Kind Expectations::kinds[] = {
     {"page", "the number of a page",
-        [](const QVariantList &w) { return w.size() == 2 && w[1].userType() == QMetaType::Double; },
+        [](const QVariantList &w) { return w.size() == 2 && w[1].userType() == QMetaType::Double &&
+                   w[1].toDouble() >= 0 && w[1].toDouble() < 1000; },
         &Expectations::page},
     {"camera", "shown, split or hidden",
         [](const QVariantList &w) {

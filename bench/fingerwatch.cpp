@@ -29,6 +29,10 @@ bool FingerWatch::eventFilter(QObject *watched, QEvent *event)
     auto *widget = isTouch && m_session ? qobject_cast<QWidget *>(watched) : nullptr;
     if (!widget || !m_screen->isAncestorOf(widget))
         return false;
+    if (m_session->isLookingBack()) {
+        emit pastTouched();
+        return true;
+    }
     const QPoint place = static_cast<QMouseEvent *>(event)->pos();
     const QPoint onScreen = widget->mapTo(m_screen, place);
     if (event->type() == QEvent::MouseButtonPress) {

@@ -19,6 +19,10 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+signals:
+    /** A finger came down on what is past; the page does not feel it. */
+    void pastTouched();
+
 private:
     void note(const QString &word, const QVariantList &arguments);
 

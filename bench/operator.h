@@ -42,6 +42,8 @@ public:
     bool act(const QString &word, const QVariantList &arguments = {});
 
 signals:
+    /** Something is about to be done. */
+    void begins();
     void done(const QString &word);
 
 private:

@@ -73,7 +73,7 @@ TransportBar::TransportBar(QWidget *parent)
     connect(m_play, &QToolButton::clicked, this, &TransportBar::togglePlaying);
     connect(m_slider, &QSlider::valueChanged, this, [this](int second) {
         if (m_drive)
-            m_drive->seek(second * 1000LL);
+            emit momentWanted(second * 1000LL);
     });
     connect(m_speed, QOverload<int>::of(&QComboBox::activated), this, &TransportBar::setSpeed);
     showPlaying(false);
@@ -111,7 +111,7 @@ void TransportBar::togglePlaying()
         return;
     }
     if (m_drive->positionMs() >= m_drive->durationMs())
-        m_drive->seek(0);
+        emit momentWanted(0);
     m_drive->play();
 }
 

@@ -24,6 +24,10 @@ public:
 public slots:
     void togglePlaying();
 
+signals:
+    /** Somebody wants to jump in the drive. */
+    void momentWanted(qint64 ms);
+
 private:
     void showPosition(qint64 ms);
     void showPlaying(bool playing);

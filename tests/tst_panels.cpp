@@ -277,6 +277,12 @@ void tst_Panels::screenAsItWas()
     QTest::qWait(50);
     QCOMPARE(journal->total(), known); // looking back is not part of the session
 
+    // A touch of the past brings the present back, and nothing else.
+    click("norda_key_about");
+    QVERIFY(drive->isPlaying());
+    QCOMPARE(m_unit->currentWindow(), 81);
+    emit line->momentWanted(2000);
+    QVERIFY(!drive->isPlaying());
     QTest::mouseClick(find<QToolButton>("present"), Qt::LeftButton);
     QVERIFY(drive->isPlaying());
     QCOMPARE(m_unit->currentWindow(), 81);

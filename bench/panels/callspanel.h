@@ -11,7 +11,7 @@ class QLineEdit;
 class QTableView;
 class Session;
 
-/** The calls of a journal as a table: time, operation, what its arguments mean, and the arguments. */
+/** The calls of a journal as a table: time, operation, what its arguments mean, and they. */
 class CallsModel : public QAbstractTableModel
 {
     Q_OBJECT
