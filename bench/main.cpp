@@ -155,9 +155,7 @@ static ScenarioResult playScenario(const Options &options, const Scenario &scena
     session.feed(screen.camera());
     session.lead(&stage);
     screen.show();
-    const QString folder =
-        options.gallery.isEmpty() ? QStringLiteral("scenario-failures") : options.gallery;
-    return ScenarioRun(scenario, folder, &screen, &unit, &stage, &session).play();
+    return ScenarioRun(scenario, options.gallery, &screen, &unit, &stage, &session).play();
 }
 
 int main(int argc, char *argv[])

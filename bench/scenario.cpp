@@ -97,7 +97,7 @@ bool splitScenarioLine(const QString &line, QVariantList *words, QString *error)
 static QString wordText(const QVariant &value)
 {
     if (value.userType() == QMetaType::QString) {
-        const QString text = value.toString();
+        QString text = value.toString();
         const bool isBare = !text.isEmpty() &&
                             readBareWord(text).userType() == QMetaType::QString &&
                             std::none_of(text.begin(), text.end(), [](QChar c) {

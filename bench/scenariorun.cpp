@@ -39,10 +39,10 @@ ScenarioResult ScenarioResult::fromJson(const QJsonObject &json)
     return result;
 }
 
-ScenarioRun::ScenarioRun(const Scenario &scenario, const QString &folder, Screen *screen,
+ScenarioRun::ScenarioRun(const Scenario &scenario, const QString &gallery, Screen *screen,
                          HeadUnit *unit, AudioStage *stage, Session *session)
     : m_scenario(scenario)
-    , m_folder(folder)
+    , m_gallery(gallery)
     , m_screen(screen)
     , m_unit(unit)
     , m_session(session)
@@ -76,7 +76,7 @@ ScenarioResult ScenarioRun::play()
         else if (step.word == QLatin1String("wait"))
             settle(int(step.arguments[0].toDouble() * 1000));
         else if (step.word == QLatin1String("picture"))
-            m_result.pictures.append(takePicture(step.arguments[0].toString()));
+            takeWantedPicture(step.arguments[0].toString());
         else
             perform(step);
     }
@@ -136,15 +136,24 @@ void ScenarioRun::fail(const ScenarioStep &step, const QString &message)
 {
     m_result.failures.append(
         QStringLiteral("%1:%2: %3").arg(m_scenario.file).arg(step.line).arg(message));
-    m_result.pictures.append(takePicture(QStringLiteral("%1-line-%2")
-                                             .arg(QFileInfo(m_scenario.file).completeBaseName())
-                                             .arg(step.line)));
+    takePicture(m_gallery.isEmpty() ? QStringLiteral("scenario-failures") : m_gallery,
+                QStringLiteral("%1-line-%2")
+                    .arg(QFileInfo(m_scenario.file).completeBaseName())
+                    .arg(step.line));
 }
 
-QString ScenarioRun::takePicture(const QString &name) const
+void ScenarioRun::takeWantedPicture(const QString &name)
 {
-    const QString file = QDir(m_folder).filePath(name + QStringLiteral(".png"));
-    if (QDir().mkpath(m_folder) && m_screen->grab().save(file))
-        return file;
-    return QStringLiteral("%1: expected a picture file that can be written").arg(file);
+    if (!m_gallery.isEmpty())
+        takePicture(m_gallery, name);
+}
+
+void ScenarioRun::takePicture(const QString &folder, const QString &name)
+{
+    const QString file = QDir(folder).filePath(name + QStringLiteral(".png"));
+    if (QDir().mkpath(folder) && m_screen->grab().save(file))
+        m_result.pictures.append(file);
+    else
+        m_result.failures.append(
+            QStringLiteral("%1: expected a picture file that can be written").arg(file));
 }

@@ -28,8 +28,11 @@ struct ScenarioResult
 class ScenarioRun
 {
 public:
-    /** @param folder  where pictures go; it is made when there is one */
-    ScenarioRun(const Scenario &scenario, const QString &folder, Screen *screen, HeadUnit *unit,
+    /**
+     * @param gallery  where pictures go; without one only those of failures are taken, and go to
+     *                 "scenario-failures"
+     */
+    ScenarioRun(const Scenario &scenario, const QString &gallery, Screen *screen, HeadUnit *unit,
                 AudioStage *stage, Session *session);
 
     ScenarioResult play();
@@ -39,10 +42,11 @@ private:
     void perform(const ScenarioStep &step);
     void expect(const ScenarioStep &step);
     void fail(const ScenarioStep &step, const QString &message);
-    QString takePicture(const QString &name) const;
+    void takeWantedPicture(const QString &name);
+    void takePicture(const QString &folder, const QString &name);
 
     const Scenario &m_scenario;
-    const QString m_folder;
+    const QString m_gallery;
     Screen *m_screen;
     HeadUnit *m_unit;
     Session *m_session;

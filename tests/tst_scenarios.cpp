@@ -18,6 +18,7 @@ private slots:
     void crashIsOneFailure();
     void nothingIsLeftForTheNext();
     void picturesOfFailures();
+    void picturesWithoutAGallery();
     void report();
 
 private:
@@ -267,6 +268,21 @@ void tst_Scenarios::picturesOfFailures()
         QCOMPARE(picture.size(), QSize(1280, 720));
     }
     QVERIFY(result.out.contains(QStringLiteral("picture: ") + path("pictures/seen-line-3.png")));
+}
+
+/** Without a folder for them only failures leave pictures, where the bench was called. */
+void tst_Scenarios::picturesWithoutAGallery()
+{
+    const auto playHere = [this](const char *text) {
+        const QString file = write("here.scenario", text);
+        return runProgram({"sh", "-c", "cd \"$0\" && exec \"$1\" --script \"$2\"", m_folder.path(),
+                           NORDA_BENCH_FILE, file});
+    };
+    QCOMPARE(playHere("0 picture asked\nexpect page 80\n").exitCode, 0);
+    QVERIFY(!QFile::exists(path("scenario-failures")));
+    QCOMPARE(playHere("0 picture asked\nexpect page 81\n").exitCode, 1);
+    QCOMPARE(QDir(path("scenario-failures")).entryList(QDir::Files),
+             QStringList{"here-line-2.png"});
 }
 
 void tst_Scenarios::report()
