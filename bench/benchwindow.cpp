@@ -9,12 +9,12 @@
 #include "options.h"
 #include "panels/callspanel.h"
 #include "panels/carpanel.h"
+#include "panels/drivepanel.h"
 #include "panels/inspectorpanel.h"
 #include "panels/signalspanel.h"
 #include "panels/timeline.h"
 #include "screen.h"
 #include "session.h"
-#include "sidepanel.h"
 #include "statuscolumn.h"
 #include "transportbar.h"
 
@@ -46,11 +46,6 @@ BenchWindow::BenchWindow(const Options &options, Screen *screen, HeadUnit *unit,
     , m_fingers(new FingerWatch(screen, this))
     , m_lookBack(new LookBack(unit, this))
     , m_transport(new TransportBar)
-    , m_panel(new SidePanel(screen))
-    , m_signals(new SignalsPanel(m_hand))
-    , m_calls(new CallsPanel)
-    , m_car(new CarPanel(m_hand))
-    , m_timeline(new TimelinePanel(m_lookBack))
 {
     setWindowTitle(tr("Head unit bench"));
     setAcceptDrops(true);
@@ -67,7 +62,6 @@ BenchWindow::BenchWindow(const Options &options, Screen *screen, HeadUnit *unit,
     makePageMenu();
     makePanelsMenu();
     makeDeveloperMenu();
-    connect(m_calls, &CallsPanel::momentWanted, m_timeline, &TimelinePanel::lookAt);
     connect(m_transport, &TransportBar::momentWanted, m_hand,
             [this](qint64 ms) { m_hand->act(QStringLiteral("seek"), {double(ms) / 1000}); });
     // Whatever is done is done now.
@@ -105,26 +99,25 @@ void BenchWindow::makeDocks()
     setDockOptions(AnimatedDocks | AllowTabbedDocks | AllowNestedDocks);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     setTabPosition(Qt::RightDockWidgetArea, QTabWidget::North);
-    addDock(QStringLiteral("service"), tr("Drive"), m_panel, Qt::RightDockWidgetArea);
+    auto *signalsPanel = new SignalsPanel(m_hand);
+    auto *calls = new CallsPanel;
+    auto *timeline = new TimelinePanel(m_lookBack);
+    signalsPanel->setMinimumWidth(panelWidth);
+    connect(calls, &CallsPanel::momentWanted, timeline, &TimelinePanel::lookAt);
+
+    addDock(QStringLiteral("service"), tr("Drive"), new DrivePanel(m_screen),
+            Qt::RightDockWidgetArea);
     QDockWidget *first =
-        addDock(QStringLiteral("signals"), tr("Signals"), m_signals, Qt::RightDockWidgetArea);
-    QDockWidget *before = first;
-    const std::pair<QString, QWidget *> others[] = {
-        {tr("Calls"), m_calls},
-        {tr("Car"), m_car},
-        {tr("Inspector"), new InspectorPanel(m_screen)},
-    };
-    static constexpr const char *names[] = {"calls", "car", "inspector"};
-    for (int i = 0; i < 3; ++i) {
-        QDockWidget *dock = addDock(QLatin1String(names[i]), others[i].first, others[i].second,
-                                    Qt::RightDockWidgetArea);
-        tabifyDockWidget(before, dock);
-        before = dock;
-    }
+        addDock(QStringLiteral("signals"), tr("Signals"), signalsPanel, Qt::RightDockWidgetArea);
+    tabifyDockWidget(first,
+                     addDock(QStringLiteral("calls"), tr("Calls"), calls, Qt::RightDockWidgetArea));
+    tabifyDockWidget(first, addDock(QStringLiteral("car"), tr("Car"), new CarPanel(m_hand),
+                                    Qt::RightDockWidgetArea));
+    tabifyDockWidget(first, addDock(QStringLiteral("inspector"), tr("Inspector"),
+                                    new InspectorPanel(m_screen), Qt::RightDockWidgetArea));
     first->raise();
-    m_signals->setMinimumWidth(panelWidth);
     QDockWidget *line =
-        addDock(QStringLiteral("timeline"), tr("Time line"), m_timeline, Qt::BottomDockWidgetArea);
+        addDock(QStringLiteral("timeline"), tr("Time line"), timeline, Qt::BottomDockWidgetArea);
     QDockWidget *audio = addDock(QStringLiteral("audio"), tr("Audio stage"),
                                  new AudioStageView(m_stage), Qt::BottomDockWidgetArea);
     tabifyDockWidget(line, audio);
@@ -217,11 +210,8 @@ void BenchWindow::start(std::unique_ptr<Session> session)
     m_fingers->setSession(m_session.get());
     m_lookBack->setSession(m_session.get());
     m_transport->setDrive(drive);
-    m_panel->setSession(m_session.get());
-    m_signals->setSession(m_session.get());
-    m_calls->setSession(m_session.get());
-    m_car->setSession(m_session.get());
-    m_timeline->setSession(m_session.get());
+    for (Panel *panel : findChildren<Panel *>())
+        panel->setSession(m_session.get());
     m_session->feed(m_screen->camera());
     m_session->lead(m_stage);
     const bool simulated = drive->source()->title().startsWith(QLatin1String("Simulated"));

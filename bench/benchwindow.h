@@ -7,17 +7,12 @@
 #include <memory>
 
 class AudioStage;
-class CallsPanel;
-class CarPanel;
 class FingerWatch;
 class HeadUnit;
 class LookBack;
 class Operator;
 class Screen;
 class Session;
-class SidePanel;
-class SignalsPanel;
-class TimelinePanel;
 class TransportBar;
 struct Options;
 
@@ -64,11 +59,6 @@ private:
     FingerWatch *m_fingers;
     LookBack *m_lookBack;
     TransportBar *m_transport;
-    SidePanel *m_panel;
-    SignalsPanel *m_signals;
-    CallsPanel *m_calls;
-    CarPanel *m_car;
-    TimelinePanel *m_timeline;
     QList<QDockWidget *> m_docks;
     SessionStart m_start;
     std::unique_ptr<Session> m_session;

@@ -99,11 +99,7 @@ bool Operator::perform(const QString &word, const QVariantList &arguments, QStri
         return false;
     emit begins();
     m_session->journal()->note(m_session->nowMs(), Journal::Deed, word, arguments);
-    const QPointer<Operator> self = this;
-    const bool isDone = (this->*verb->perform)(arguments, error);
-    if (self)
-        emit done(word);
-    return isDone;
+    return (this->*verb->perform)(arguments, error);
 }
 
 bool Operator::act(const QString &word, const QVariantList &arguments)

@@ -44,7 +44,6 @@ public:
 signals:
     /** Something is about to be done. */
     void begins();
-    void done(const QString &word);
 
 private:
     struct Verb;

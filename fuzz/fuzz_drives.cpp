@@ -2,40 +2,32 @@
 // looked at, sought in and played; what is a recording is cut in two and compared.
 
 #include "adaptorlink.h"
-#include "fuzzinput.h"
+#include "inputfile.h"
 #include "recordingtools.h"
 #include "vehiclesource.h"
 
-#include <QCoreApplication>
-#include <QTemporaryFile>
-
-static QTemporaryFile *file;
+static InputFile *file;
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    new QCoreApplication(*argc, *argv);
-    file = new QTemporaryFile;
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    return file->open() ? 0 : 1;
+    file = new InputFile(argc, *argv);
+    return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static constexpr int mostEmissions = 2000;
-    file->resize(0);
-    file->seek(0);
-    file->write(reinterpret_cast<const char *>(data), qint64(size));
-    file->flush();
+    const QString path = file->hold(data, size);
 
     QString error;
     QStringList report;
-    const QString part = file->fileName() + QStringLiteral(".part");
-    if (module::cutRecording(file->fileName(), 1000, 2000, part, &error) &&
+    const QString part = path + QStringLiteral(".part");
+    if (module::cutRecording(path, 1000, 2000, part, &error) &&
         module::compareRecordings(part, part, &report, &error) != module::Comparison::Alike)
         std::abort(); // a part is a recording, and like itself
     QFile::remove(part);
     error.clear();
-    const auto source = module::openSource(file->fileName(), &error);
+    const auto source = module::openSource(path, &error);
     if (!source) {
         if (error.isEmpty() || error.contains(QLatin1Char('\n')))
             std::abort(); // one line says what is wrong

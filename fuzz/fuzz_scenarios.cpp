@@ -1,32 +1,24 @@
 // Files of any content as scenarios: steps that can be written down again, or one line that says
 // what is wrong.
 
-#include "fuzzinput.h"
+#include "inputfile.h"
 #include "scenario.h"
 
-#include <QCoreApplication>
-#include <QTemporaryFile>
-
-static QTemporaryFile *file;
+static InputFile *file;
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    new QCoreApplication(*argc, *argv);
-    file = new QTemporaryFile;
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    return file->open() ? 0 : 1;
+    file = new InputFile(argc, *argv);
+    return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    file->resize(0);
-    file->seek(0);
-    file->write(reinterpret_cast<const char *>(data), qint64(size));
-    file->flush();
+    const QString path = file->hold(data, size);
 
     Scenario scenario;
     QString error;
-    if (!scenario.read(file->fileName(), &error)) {
+    if (!scenario.read(path, &error)) {
         if (error.isEmpty() || error.contains(QLatin1Char('\n')))
             std::abort();
         return 0;

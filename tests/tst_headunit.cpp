@@ -12,7 +12,6 @@
 #include "paintcounter.h"
 #include "screen.h"
 #include "session.h"
-#include "sidepanel.h"
 #include "statuscolumn.h"
 #include "testmain.h"
 #include "touchevent.h"

@@ -122,7 +122,7 @@ QVariant CallsModel::headerData(int section, Qt::Orientation orientation, int ro
 // ---------------------------------------------------------------------------------------
 
 CallsPanel::CallsPanel(QWidget *parent)
-    : QWidget(parent)
+    : Panel(parent)
     , m_model(new CallsModel(this))
     , m_filter(makeFilter(tr("Filter calls, for instance climate or fan up")))
     , m_table(makeTable(m_model))
@@ -144,20 +144,12 @@ CallsPanel::CallsPanel(QWidget *parent)
     connect(m_filter, &QLineEdit::textChanged, m_model, &CallsModel::setFilter);
     connect(m_table, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { emit momentWanted(m_model->timeOf(index.row())); });
-    startsWhenNeeded(&m_refresh);
-    connect(&m_refresh, &QTimer::timeout, this, &CallsPanel::refresh);
 }
 
 void CallsPanel::setSession(Session *session)
 {
     m_model->setJournal(session->journal());
-    connect(session->journal(), &Journal::noted, this, [this] { wake(this, &m_refresh); });
-    refresh();
-}
-
-void CallsPanel::showEvent(QShowEvent *)
-{
-    refresh();
+    Panel::setSession(session);
 }
 
 void CallsPanel::refresh()

@@ -1,15 +1,13 @@
 #pragma once
 
 #include "journal.h"
+#include "panel.h"
 
 #include <QAbstractTableModel>
 #include <QPointer>
-#include <QTimer>
-#include <QWidget>
 
 class QLineEdit;
 class QTableView;
-class Session;
 
 /** The calls of a journal as a table: time, operation, what its arguments mean, and they. */
 class CallsModel : public QAbstractTableModel
@@ -44,26 +42,24 @@ private:
 };
 
 /** What the plugin asked of the host, decoded; a double click shows the moment on the time line. */
-class CallsPanel : public QWidget
+class CallsPanel : public Panel
 {
     Q_OBJECT
 public:
     explicit CallsPanel(QWidget *parent = nullptr);
 
-    void setSession(Session *session);
+    void setSession(Session *session) override;
 
 signals:
     void momentWanted(qint64 ms);
 
 protected:
-    void showEvent(QShowEvent *event) override;
+    void refresh() override;
 
 private:
-    void refresh();
     void copy();
 
     CallsModel *m_model;
     QLineEdit *m_filter;
     QTableView *m_table;
-    QTimer m_refresh;
 };

@@ -27,7 +27,7 @@ static QFormLayout *addGroup(QVBoxLayout *column, const QString &title)
 }
 
 CarPanel::CarPanel(Operator *hand, QWidget *parent)
-    : QWidget(parent), m_hand(hand), m_controls(new QWidget)
+    : Panel(parent), m_hand(hand), m_controls(new QWidget)
 {
     auto *controls = new QVBoxLayout(m_controls);
     controls->setContentsMargins(0, 0, 0, 0);
@@ -56,7 +56,6 @@ CarPanel::CarPanel(Operator *hand, QWidget *parent)
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
     outer->addWidget(area);
-    connect(hand, &Operator::done, this, &CarPanel::showFaults);
 }
 
 QWidget *CarPanel::makeControl(Controls::Control control)
@@ -142,22 +141,19 @@ void CarPanel::hold(Controls::Control control, int value)
 
 void CarPanel::setSession(Session *session)
 {
-    m_session = session;
     const bool canBeChanged = session->drive()->source()->controls() != nullptr;
     m_controls->setEnabled(canBeChanged);
     m_controls->setToolTip(canBeChanged ? QString()
                                         : tr("A recorded drive cannot be changed any more."));
-    showFaults();
+    Panel::setSession(session);
 }
 
-void CarPanel::showFaults()
+void CarPanel::refresh()
 {
-    if (!m_session)
-        return;
     for (int i = 0; i < m_faults.size(); ++i) {
         const auto kind = Faults::Kind(i);
         const QSignalBlocker silent(m_faults[i]);
-        const double value = m_session->drive()->faults().value(kind);
+        const double value = session()->drive()->faults().value(kind);
         m_faults[i]->setValue(Faults::isInSeconds(kind) ? value : 100 * value);
     }
 }

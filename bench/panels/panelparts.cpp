@@ -3,7 +3,6 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTableView>
-#include <QTimer>
 
 QLineEdit *makeFilter(const QString &hint)
 {
@@ -33,17 +32,4 @@ QTableView *makeTable(QAbstractItemModel *model)
 QString secondsText(qint64 ms)
 {
     return QString::number(double(ms) / 1000, 'f', 3);
-}
-
-void startsWhenNeeded(QTimer *refresh)
-{
-    static constexpr int refreshMs = 250;
-    refresh->setSingleShot(true);
-    refresh->setInterval(refreshMs);
-}
-
-void wake(const QWidget *panel, QTimer *refresh)
-{
-    if (panel->isVisible() && !refresh->isActive())
-        refresh->start();
 }

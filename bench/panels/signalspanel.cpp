@@ -124,7 +124,7 @@ QVariant SignalsModel::headerData(int section, Qt::Orientation orientation, int 
 // ---------------------------------------------------------------------------------------
 
 SignalsPanel::SignalsPanel(Operator *hand, QWidget *parent)
-    : QWidget(parent)
+    : Panel(parent)
     , m_hand(hand)
     , m_model(new SignalsModel(this))
     , m_filtered(new QSortFilterProxyModel(this))
@@ -165,22 +165,13 @@ SignalsPanel::SignalsPanel(Operator *hand, QWidget *parent)
     connect(m_presets, qOverload<int>(&QComboBox::activated), this, &SignalsPanel::takePreset);
     connect(m_editor, &ArgumentEditor::changed, this, &SignalsPanel::check);
     connect(m_send, &QPushButton::clicked, this, &SignalsPanel::send);
-    startsWhenNeeded(&m_refresh);
-    connect(&m_refresh, &QTimer::timeout, this, &SignalsPanel::refresh);
     check();
 }
 
 void SignalsPanel::setSession(Session *session)
 {
     m_model->setSession(session);
-    const auto look = [this] { wake(this, &m_refresh); };
-    connect(session->journal(), &Journal::noted, this, look);
-    connect(session->drive(), &module::Drive::positionChanged, this, look);
-}
-
-void SignalsPanel::showEvent(QShowEvent *)
-{
-    refresh();
+    Panel::setSession(session);
 }
 
 void SignalsPanel::refresh()

@@ -1,14 +1,12 @@
 #pragma once
 
 #include "adaptorlink.h"
+#include "panel.h"
 
 #include <QAbstractTableModel>
 #include <QPointer>
-#include <QTimer>
-#include <QWidget>
 
 class ArgumentEditor;
-class Journal;
 class Operator;
 class QComboBox;
 class QLabel;
@@ -16,7 +14,6 @@ class QLineEdit;
 class QPushButton;
 class QSortFilterProxyModel;
 class QTableView;
-class Session;
 
 /** Every signal of the module: what it said last, how often, how long ago, and who hears it. */
 class SignalsModel : public QAbstractTableModel
@@ -48,23 +45,22 @@ private:
 };
 
 /** All signals, and an editor to send one by hand. */
-class SignalsPanel : public QWidget
+class SignalsPanel : public Panel
 {
     Q_OBJECT
 public:
     explicit SignalsPanel(Operator *hand, QWidget *parent = nullptr);
 
-    void setSession(Session *session);
+    void setSession(Session *session) override;
 
 protected:
-    void showEvent(QShowEvent *event) override;
+    void refresh() override;
 
 private:
     void choose(const QModelIndex &index);
     void takePreset(int row);
     void check();
     void send();
-    void refresh();
 
     Operator *m_hand;
     SignalsModel *m_model;
@@ -76,6 +72,5 @@ private:
     ArgumentEditor *m_editor;
     QPushButton *m_send;
     QLabel *m_fault;
-    QTimer m_refresh;
     int m_chosen = -1;
 };

@@ -234,6 +234,13 @@ void TimelineView::mousePressEvent(QMouseEvent *event)
 {
     m_dragX = event->x();
     m_hasDragged = false;
+    m_isScrubbing = event->y() < scaleHeight;
+}
+
+void TimelineView::wantMoment(int x)
+{
+    if (m_session)
+        emit momentWanted(qBound<qint64>(0, msAt(x), m_session->nowMs()));
 }
 
 void TimelineView::mouseMoveEvent(QMouseEvent *event)
@@ -242,6 +249,10 @@ void TimelineView::mouseMoveEvent(QMouseEvent *event)
     if (m_dragX < 0 || (!m_hasDragged && qAbs(event->x() - m_dragX) < slack))
         return;
     m_hasDragged = true;
+    if (m_isScrubbing) {
+        wantMoment(event->x());
+        return;
+    }
     setRange(m_beginMs + msAt(m_dragX) - msAt(event->x()), m_spanMs);
     m_dragX = event->x();
 }
@@ -249,8 +260,8 @@ void TimelineView::mouseMoveEvent(QMouseEvent *event)
 void TimelineView::mouseReleaseEvent(QMouseEvent *event)
 {
     m_dragX = -1;
-    if (!m_hasDragged && m_session && event->x() >= captionWidth)
-        emit momentWanted(qBound<qint64>(0, msAt(event->x()), m_session->nowMs()));
+    if (!m_hasDragged && event->x() >= captionWidth)
+        wantMoment(event->x());
 }
 
 /** What lies under the pointer, in words. */
@@ -283,7 +294,7 @@ bool TimelineView::event(QEvent *event)
 // ---------------------------------------------------------------------------------------
 
 TimelinePanel::TimelinePanel(LookBack *lookBack, QWidget *parent)
-    : QWidget(parent)
+    : Panel(parent)
     , m_lookBack(lookBack)
     , m_view(new TimelineView)
     , m_state(new QLabel)
@@ -303,24 +314,13 @@ TimelinePanel::TimelinePanel(LookBack *lookBack, QWidget *parent)
     connect(m_view, &TimelineView::momentWanted, this, &TimelinePanel::lookAt);
     connect(m_present, &QToolButton::clicked, lookBack, &LookBack::end);
     connect(lookBack, &LookBack::changed, this, &TimelinePanel::showState);
-    startsWhenNeeded(&m_refresh);
-    connect(&m_refresh, &QTimer::timeout, this, &TimelinePanel::refresh);
     showState();
 }
 
 void TimelinePanel::setSession(Session *session)
 {
-    m_session = session;
     m_view->setSession(session);
-    const auto look = [this] { wake(this, &m_refresh); };
-    connect(session->journal(), &Journal::noted, this, look);
-    connect(session->drive(), &module::Drive::positionChanged, this, look);
-    showState();
-}
-
-void TimelinePanel::showEvent(QShowEvent *)
-{
-    refresh();
+    Panel::setSession(session);
 }
 
 void TimelinePanel::refresh()
@@ -342,13 +342,14 @@ void TimelinePanel::showState()
         m_view->setMoment(m_lookBack->momentMs());
     else if (!m_view->follows())
         m_view->clearMoment();
-    if (!m_session)
+    if (!session())
         return;
-    const Journal *journal = m_session->journal();
+    const Journal *journal = session()->journal();
     QString text = back ? tr("The screen as it was at %1 s; the drive stands still.")
                               .arg(secondsText(m_lookBack->momentMs()))
                         : tr("%1 events.").arg(journal->total());
-    text += QLatin1Char(' ') + tr("Wheel: zoom. Drag: move. Click: look back.");
+    text += QLatin1Char(' ') +
+            tr("Wheel: zoom. Drag: move, or on the scale: look back. Click: look back.");
     if (journal->dropped() > 0)
         text += QLatin1Char(' ') + tr("What was before %1 s is no longer kept: %2 events are the "
                                       "most. Record the session to keep all.")

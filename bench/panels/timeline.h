@@ -1,19 +1,18 @@
 #pragma once
 
 #include "journal.h"
+#include "panel.h"
 
 #include <QPointer>
-#include <QTimer>
-#include <QWidget>
 
 class LookBack;
 class QLabel;
 class QToolButton;
-class Session;
 
 /**
  * The session from left to right: signals, deeds, calls, pages and sound, each in a lane of its
- * own. The wheel zooms around the pointer, dragging moves along, and a click asks for a moment.
+ * own. The wheel zooms around the pointer, dragging moves along, and a click, or dragging along
+ * the scale, asks for a moment.
  */
 class TimelineView : public QWidget
 {
@@ -50,6 +49,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
+    void wantMoment(int x);
     int laneHeight() const;
     int laneAt(int y) const;
     void drawLane(QPainter *painter, int lane) const;
@@ -63,32 +63,30 @@ private:
     qint64 m_momentMs = -1;
     int m_dragX = -1;
     bool m_hasDragged = false;
+    bool m_isScrubbing = false;
 };
 
 /** The line with what one can do about it: zoom, look at a moment, come back to the present. */
-class TimelinePanel : public QWidget
+class TimelinePanel : public Panel
 {
     Q_OBJECT
 public:
     explicit TimelinePanel(LookBack *lookBack, QWidget *parent = nullptr);
 
-    void setSession(Session *session);
+    void setSession(Session *session) override;
 
 public slots:
     /** Shows a moment on the line and on the screen. */
     void lookAt(qint64 ms);
 
 protected:
-    void showEvent(QShowEvent *event) override;
+    void refresh() override;
 
 private:
-    void refresh();
     void showState();
 
-    QPointer<Session> m_session;
     LookBack *m_lookBack;
     TimelineView *m_view;
     QLabel *m_state;
     QToolButton *m_present;
-    QTimer m_refresh;
 };

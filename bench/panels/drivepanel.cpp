@@ -1,14 +1,13 @@
-#include "sidepanel.h"
+#include "drivepanel.h"
 
-#include "panels/panelparts.h"
 #include "screen.h"
 #include "session.h"
 
 #include <QLabel>
 #include <QVBoxLayout>
 
-SidePanel::SidePanel(Screen *screen, QWidget *parent)
-    : QWidget(parent), m_screen(screen), m_counters(new QLabel), m_findings(new QLabel)
+DrivePanel::DrivePanel(Screen *screen, QWidget *parent)
+    : Panel(parent), m_screen(screen), m_counters(new QLabel), m_findings(new QLabel)
 {
     static constexpr int linesShown = 4;
     static constexpr int mostLines = 9;
@@ -20,33 +19,21 @@ SidePanel::SidePanel(Screen *screen, QWidget *parent)
     auto *column = new QVBoxLayout(this);
     column->addWidget(m_findings);
     column->addWidget(m_counters);
-
-    startsWhenNeeded(&m_refresh);
-    connect(&m_refresh, &QTimer::timeout, this, &SidePanel::refresh);
 }
 
-void SidePanel::setSession(Session *session)
+void DrivePanel::setSession(Session *session)
 {
-    m_session = session;
-    module::VehicleSource *source = session->drive()->source();
+    const module::VehicleSource *source = session->drive()->source();
     m_findings->setText(source->title() + QLatin1Char('\n') +
                         source->findings().join(QLatin1Char('\n')));
-    connect(session->journal(), &Journal::noted, this, [this] { wake(this, &m_refresh); });
-    refresh();
+    Panel::setSession(session);
 }
 
-void SidePanel::showEvent(QShowEvent *)
+void DrivePanel::refresh()
 {
-    refresh();
-}
-
-void SidePanel::refresh()
-{
-    if (!m_session)
-        return;
     m_counters->setText(tr("Signals %1   Calls %2   Beeps %3   Frames %4")
-                            .arg(m_session->signalCount())
-                            .arg(m_session->callCount())
-                            .arg(m_session->beepCount())
+                            .arg(session()->signalCount())
+                            .arg(session()->callCount())
+                            .arg(session()->beepCount())
                             .arg(m_screen->framesPainted()));
 }

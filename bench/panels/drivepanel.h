@@ -1,0 +1,24 @@
+#pragma once
+
+#include "panel.h"
+
+class QLabel;
+class Screen;
+
+/** Tells what is being driven, and how much has crossed the adaptor. */
+class DrivePanel : public Panel
+{
+    Q_OBJECT
+public:
+    explicit DrivePanel(Screen *screen, QWidget *parent = nullptr);
+
+    void setSession(Session *session) override;
+
+protected:
+    void refresh() override;
+
+private:
+    Screen *m_screen;
+    QLabel *m_counters;
+    QLabel *m_findings;
+};

@@ -1,0 +1,41 @@
+#include "panel.h"
+
+#include "session.h"
+
+Panel::Panel(QWidget *parent) : QWidget(parent)
+{
+    static constexpr int refreshMs = 250;
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(refreshMs);
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        if (m_session)
+            refresh();
+    });
+}
+
+Panel::~Panel() = default;
+
+Session *Panel::session() const
+{
+    return m_session;
+}
+
+void Panel::setSession(Session *session)
+{
+    m_session = session;
+    connect(session->journal(), &Journal::noted, this, &Panel::wake);
+    connect(session->drive(), &module::Drive::positionChanged, this, &Panel::wake);
+    refresh();
+}
+
+void Panel::showEvent(QShowEvent *)
+{
+    if (m_session)
+        refresh();
+}
+
+void Panel::wake()
+{
+    if (isVisible() && !m_timer.isActive())
+        m_timer.start();
+}
