@@ -121,6 +121,10 @@ void BenchWindow::makeDocks()
     QDockWidget *audio = addDock(QStringLiteral("audio"), tr("Audio stage"),
                                  new AudioStageView(m_stage), Qt::BottomDockWidgetArea);
     tabifyDockWidget(line, audio);
+    connect(calls, &CallsPanel::momentWanted, line, [line] {
+        line->show();
+        line->raise();
+    });
     line->hide();
     audio->hide();
 }
@@ -156,8 +160,16 @@ void BenchWindow::makePageMenu()
     view->addAction(
         tr("&Back"), this, [this] { m_hand->act(QStringLiteral("back")); },
         QKeySequence(Qt::Key_Escape));
-    view->addAction(tr("Play or pause"), m_transport, &TransportBar::togglePlaying,
+    view->addAction(tr("Play or pause"), this, &BenchWindow::togglePlaying,
                     QKeySequence(Qt::Key_Space));
+}
+
+void BenchWindow::togglePlaying()
+{
+    if (m_lookBack->isActive())
+        m_lookBack->end();
+    else
+        m_transport->togglePlaying();
 }
 
 void BenchWindow::makePanelsMenu()

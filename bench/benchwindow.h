@@ -46,6 +46,7 @@ private:
     void makePageMenu();
     void makePanelsMenu();
     void makeDeveloperMenu();
+    void togglePlaying();
     void openDrive(const QString &file);
     void chooseDrive();
     void chooseScenario();

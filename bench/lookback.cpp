@@ -2,6 +2,7 @@
 
 #include "adaptorlink.h"
 #include "headunit.h"
+#include "norda/vtqadaptor.h"
 #include "session.h"
 #include "values.h"
 
@@ -78,6 +79,9 @@ void LookBack::bringBack(qint64 ms)
     for (const int place : qAsConst(last)) {
         const Journal::Entry &entry = journal->entries()[place];
         const module::ModuleSignal signal = module::moduleSignal(journal->nameOf(entry).toLatin1());
+        // The unit would speak again: what is heard is no part of the screen.
+        if (signal.emitter != norda::VtqAdaptor::instance())
+            continue;
         module::invokeMethod(signal.emitter, signal.method, entry.arguments);
     }
 }

@@ -4,6 +4,7 @@
 #include "benchwindow.h"
 #include "headunit.h"
 #include "norda/vtqadaptor.h"
+#include "norda/vtqservice.h"
 #include "options.h"
 #include "screen.h"
 #include "session.h"

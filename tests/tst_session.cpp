@@ -60,6 +60,15 @@ void tst_Session::screenAsItWas()
     QTRY_VERIFY(drive->positionMs() > 30000);
     QVERIFY(m_screen->widgetNamed("icon_door_front_left")->isHidden());
 
+    // The module speaks for a moment.
+    norda::VtqService *service = norda::VtqService::instance();
+    emit service->audioInterruptNotify(4, 19);
+    QCOMPARE(m_stage->voice(), AudioStage::WarningTone);
+    const qint64 spoken = m_window->session()->nowMs();
+    QTRY_VERIFY(m_window->session()->nowMs() > spoken + 500);
+    emit service->audioInterruptNotify(0, 0);
+    QCOMPARE(m_stage->voice(), AudioStage::Silent);
+
     // At 2 s the driver's door was open, and the gauges were on the screen.
     auto *line = find<TimelineView>("timeline");
     line->setRange(0, 40000);
@@ -68,6 +77,8 @@ void tst_Session::screenAsItWas()
     QCOMPARE(m_unit->currentWindow(), 80);
     QCOMPARE(text("Txt_center_value"), QStringLiteral("0 RPM"));
     const qint64 known = journal->total();
+    emit line->momentWanted(spoken + 100);
+    QCOMPARE(m_stage->voice(), AudioStage::Silent); // what is past is seen and not heard
     // Along the scale, the screen follows the pointer.
     QTest::mousePress(line, Qt::LeftButton, {}, QPoint(line->xAt(3000), 5));
     for (const int ms : {10000, 20000, 29000}) {
@@ -81,6 +92,11 @@ void tst_Session::screenAsItWas()
     QVERIFY(text("Txt_battery").startsWith("1"));
     QTest::qWait(50);
     QCOMPARE(journal->total(), known); // looking back is not part of the session
+
+    QTest::keyClick(m_window.data(), Qt::Key_Space); // the key for it goes on
+    QVERIFY(drive->isPlaying());
+    emit line->momentWanted(29000);
+    QVERIFY(!drive->isPlaying());
 
     // A touch of the past brings the present back, and nothing else.
     click("norda_key_about");
