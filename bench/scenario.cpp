@@ -106,7 +106,13 @@ static QString wordText(const QVariant &value)
         if (isBare)
             return text;
     }
-    return module::jsonText(value);
+    // A list or map that was read from a line goes back as it came.
+    const bool isRead =
+        value.userType() == QMetaType::QVariantList || value.userType() == QMetaType::QVariantMap;
+    if (!isRead)
+        return module::jsonText(value);
+    const QJsonDocument document(QJsonArray{QJsonValue::fromVariant(value)});
+    return QString::fromUtf8(document.toJson(QJsonDocument::Compact)).mid(1).chopped(1);
 }
 
 QString scenarioLine(const QString &word, const QVariantList &arguments)

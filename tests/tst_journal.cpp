@@ -21,6 +21,8 @@ private slots:
     void presetsFit();
     void words_data();
     void words();
+    void linesStayAsTheyAre_data();
+    void linesStayAsTheyAre();
     void becomesAScenario();
 };
 
@@ -188,6 +190,27 @@ void tst_Journal::words()
     QCOMPARE(read.size(), arguments.size() + 1);
     for (int i = 0; i < arguments.size(); ++i)
         QCOMPARE(QJsonValue::fromVariant(read[i + 1]), module::toJson(arguments[i]));
+}
+
+void tst_Journal::linesStayAsTheyAre_data()
+{
+    QTest::addColumn<QString>("line");
+    for (const char *line :
+         {"page 81", "signal tirePressureStatus 32 0 [\"1\",\"\",\"3\"]",
+          "signal listInfoNotify t 0a [\"r\"] [{\"QString\":\"x\"}] null",
+          "host norda::VtqService setParkingAssistZones {\"1\":true,\"2\":false}",
+          "expect call A::b 1 * \"x y\" null true [1,[2,{}]]"})
+        QTest::newRow(line) << QString(line);
+}
+
+/** What was read from a line makes the same line again. */
+void tst_Journal::linesStayAsTheyAre()
+{
+    QFETCH(QString, line);
+    QVariantList words;
+    QString error;
+    QVERIFY2(splitScenarioLine(line, &words, &error), qPrintable(error));
+    QCOMPARE(scenarioLine(words[0].toString(), words.mid(1)), line);
 }
 
 void tst_Journal::becomesAScenario()

@@ -4,6 +4,7 @@
 
 #include <QComboBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QToolButton>
 
 using norda::VtqAdaptor;
@@ -205,6 +206,12 @@ void tst_Session::sessionByHandBecomesAScenario()
     auto *trunk = find<QComboBox>("car-trunk");
     trunk->setCurrentText("open");
     emit trunk->activated(trunk->currentIndex());
+    auto *table = find<QTableView>("signals");
+    table->selectRow(rowOf("signals", "tirePressureStatus", 0));
+    auto *presets = find<QComboBox>("presets");
+    presets->setCurrentText("Soft, rear right");
+    emit presets->activated(presets->currentIndex());
+    QTest::mouseClick(find<QPushButton>("send"), Qt::LeftButton);
     const QString file = m_folder.filePath("by-hand.scenario");
     QString error;
     QVERIFY2(m_window->saveScenario(file, &error), qPrintable(error));
@@ -216,6 +223,8 @@ void tst_Session::sessionByHandBecomesAScenario()
     QVERIFY2(scenario.contains("expect call NordatriggerRearDefrostButton {"),
              qPrintable(scenario));
     QVERIFY2(scenario.contains("car trunk open"), qPrintable(scenario));
+    QVERIFY2(scenario.contains("signal tirePressureStatus 40 0 [\"34 psi\",\"34 psi\",\"17 psi\","),
+             qPrintable(scenario));
     const ProgramResult result =
         runProgram({NORDA_BENCH_FILE, "--gallery", m_folder.path(), "--script", file});
     QVERIFY2(result.exitCode == 0, qPrintable(scenario + result.out + result.err));

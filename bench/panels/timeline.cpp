@@ -3,6 +3,7 @@
 #include "lookback.h"
 #include "palette.h"
 #include "panelparts.h"
+#include "scenario.h"
 #include "session.h"
 #include "values.h"
 
@@ -113,6 +114,8 @@ int TimelineView::laneAt(int y) const
 QString TimelineView::textOf(const Journal::Entry &entry) const
 {
     const QString &name = m_session->journal()->nameOf(entry);
+    if (entry.kind == Journal::Deed)
+        return scenarioLine(name, entry.arguments);
     const QString shown = name.section(QStringLiteral("::"), -1);
     return (shown + QLatin1Char(' ') + module::argumentsText(entry.arguments)).trimmed();
 }
