@@ -311,10 +311,8 @@ void BenchWindow::closeEvent(QCloseEvent *event)
 void BenchWindow::keyPressEvent(QKeyEvent *event)
 {
     const bool isModifier = event->key() >= Qt::Key_Shift && event->key() <= Qt::Key_ScrollLock;
-    if (isModifier)
-        return;
-    if (!m_hand->act(QStringLiteral("key"), {event->key()}) && event->key() == Qt::Key_Backspace)
-        m_hand->act(QStringLiteral("back"));
+    if (!isModifier)
+        m_hand->act(QStringLiteral("key"), {event->key()});
 }
 
 void BenchWindow::dragEnterEvent(QDragEnterEvent *event)

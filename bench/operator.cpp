@@ -15,8 +15,7 @@
 using module::Controls;
 using module::Faults;
 
-// ---- What can be done, and what is expected behind each word
-// -------------------------------------
+// ---- What can be done, and what is expected behind each word ------------------------------------
 
 struct Operator::Verb
 {
@@ -82,12 +81,9 @@ QStringList Operator::words()
 bool Operator::check(const QString &word, const QVariantList &arguments, QString *error)
 {
     const Verb *verb = find(word);
-    if (!verb)
-        *error = QStringLiteral("expected one of %1, got '%2'")
-                     .arg(words().join(QStringLiteral(", ")), word);
-    else if (verb->check(arguments, error))
+    if (verb && verb->check(arguments, error))
         return true;
-    else if (error->isEmpty())
+    if (verb && error->isEmpty())
         *error = QStringLiteral("expected %1 behind '%2'").arg(QLatin1String(verb->form), word);
     return false;
 }
@@ -108,8 +104,7 @@ bool Operator::act(const QString &word, const QVariantList &arguments)
     return perform(word, arguments, &error);
 }
 
-// ---- The unit's own keys
-// -------------------------------------------------------------------------
+// ---- The unit's own keys ------------------------------------------------------------------------
 
 bool Operator::openPage(const QVariantList &arguments, QString *error)
 {
@@ -138,10 +133,10 @@ bool Operator::split(const QVariantList &, QString *)
     return true;
 }
 
-bool Operator::pressKey(const QVariantList &arguments, QString *error)
+bool Operator::pressKey(const QVariantList &arguments, QString *)
 {
-    *error = QStringLiteral("expected a key that the open page uses");
-    return m_unit->pressKey(arguments.value(0).toInt());
+    m_unit->pressKey(arguments.value(0).toInt()); // a page need not use it
+    return true;
 }
 
 bool Operator::setFocus(const QVariantList &arguments, QString *)
@@ -150,8 +145,7 @@ bool Operator::setFocus(const QVariantList &arguments, QString *)
     return true;
 }
 
-// ---- Fingers
-// -------------------------------------------------------------------------------------
+// ---- Fingers ------------------------------------------------------------------------------------
 
 static void sendMouse(QWidget *widget, QEvent::Type type, QPoint at)
 {
@@ -237,8 +231,7 @@ bool Operator::touch(const QVariantList &arguments, QString *error)
     return press(arguments, error) && (!m_pressed || release({}, error));
 }
 
-// ---- The car and the host
-// ------------------------------------------------------------------------
+// ---- The car and the host -----------------------------------------------------------------------
 
 bool Operator::sendSignal(const QVariantList &arguments, QString *error)
 {
