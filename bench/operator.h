@@ -28,7 +28,8 @@ public:
 
     static QStringList words();
     /**
-     * Whether a word can be done with these arguments, as far as that can be told beforehand.
+     * Whether one of the words can be done with these arguments, as far as that can be told
+     * beforehand.
      * @param error  one line that says what was expected
      */
     static bool check(const QString &word, const QVariantList &arguments, QString *error);

@@ -12,8 +12,7 @@
 #include <algorithm>
 #include <cmath>
 
-// ---- Words
-// ---------------------------------------------------------------------------------------
+// ---- Words --------------------------------------------------------------------------------------
 
 /** Where a text, list or object that begins here ends; -1 when it does not. */
 static int endOfJson(const QString &line, int begin)
@@ -123,8 +122,26 @@ QString scenarioLine(const QString &word, const QVariantList &arguments)
     return line;
 }
 
-// ---- Lines
-// ---------------------------------------------------------------------------------------
+// ---- Lines --------------------------------------------------------------------------------------
+
+/** A word that only a scenario knows; the others are the operator's. */
+struct OwnWord
+{
+    const char *word;
+    const char *form; // of what follows, for a person
+    bool (*check)(const QVariant &value);
+};
+
+// clang-format off
+static constexpr OwnWord ownWords[] = {
+    {"wait", "up to 10 seconds",
+        [](const QVariant &value) { return value.userType() == QMetaType::Double &&
+                   value.toDouble() >= 0 && value.toDouble() <= 10; }},
+    {"picture", "a name without a folder",
+        [](const QVariant &value) { return value.userType() == QMetaType::QString &&
+                   !value.toString().contains(QLatin1Char('/')); }},
+};
+// clang-format on
 
 /** Reads a scenario's lines, one after the other. */
 class ScenarioReader
@@ -252,22 +269,19 @@ private:
     {
         if (step.word == QLatin1String("expect"))
             return Expectations::check(step.arguments, error);
-        if (step.word == QLatin1String("wait") || step.word == QLatin1String("picture")) {
-            const bool isWait = step.word == QLatin1String("wait");
-            const QVariant value = step.arguments.value(0);
-            if (step.arguments.size() == 1 &&
-                (isWait ? value.userType() == QMetaType::Double && value.toDouble() <= 10
-                        : value.userType() == QMetaType::QString &&
-                              !value.toString().contains(QLatin1Char('/'))))
+        for (const OwnWord &own : ownWords) {
+            if (step.word != QLatin1String(own.word))
+                continue;
+            if (step.arguments.size() == 1 && own.check(step.arguments[0]))
                 return true;
-            *error = isWait ? QStringLiteral("expected up to 10 seconds behind 'wait'")
-                            : QStringLiteral("expected a name without a folder behind 'picture'");
+            *error = QStringLiteral("expected %1 behind '%2'")
+                         .arg(QLatin1String(own.form), QLatin1String(own.word));
             return false;
         }
-        if (Operator::check(step.word, step.arguments, error))
-            return true;
-        error->replace(QLatin1String("expected one of page,"),
-                       QLatin1String("expected one of expect, wait, picture, page,"));
+        if (Operator::words().contains(step.word))
+            return Operator::check(step.word, step.arguments, error);
+        *error = QStringLiteral("expected one of expect, wait, picture, %1, got '%2'")
+                     .arg(Operator::words().join(QStringLiteral(", ")), step.word);
         return false;
     }
 

@@ -82,8 +82,7 @@ void tst_Scenarios::unusable_data()
         "line 2: expected a time of 2 s or later, up to a day, got +1e12");
     row("unknown deed", "0 fly\n",
         "line 1: expected one of expect, wait, picture, page, back, split, key, touch, press, "
-        "move, "
-        "release, signal, host, invoke, car, fault, focus, seek, got 'fly'");
+        "move, release, signal, host, invoke, car, fault, focus, seek, got 'fly'");
     row("page", "0 page gauges\n", "line 1: expected the number of a page behind 'page'");
     row("back", "0 back 1\n", "line 1: expected nothing behind 'back'");
     row("touch", "0 touch\n",
@@ -114,6 +113,7 @@ void tst_Scenarios::unusable_data()
     row("focus", "0 focus maybe\n", "line 1: expected 'granted' or 'refused' behind 'focus'");
     row("seek", "0 seek -1\n", "line 1: expected a time in seconds behind 'seek'");
     row("wait", "0 wait 11\n", "line 1: expected up to 10 seconds behind 'wait'");
+    row("wait back", "0 wait -1\n", "line 1: expected up to 10 seconds behind 'wait'");
     row("picture", "0 picture a/b\n", "line 1: expected a name without a folder behind 'picture'");
     row("expected page", "0 expect page\n", "line 1: expected the number of a page behind 'page'");
     row("expected camera", "0 expect camera open\n",
