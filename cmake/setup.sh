@@ -107,26 +107,42 @@ norda_fail() {
     return 1
 }
 
-# norda_fuzz SECONDS: runs every fuzz target for so long and tells what it did.
+# norda_fuzz SECONDS: runs every fuzz target for so long, one on each processor, and tells what it did.
 norda_fuzz() {
-    local seconds=$1 target name found log
-    export ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1
+    local target running=0 result=0
+    echo "Fuzzing for $1 s each"
     for target in build/fuzz/bin/fuzz_*; do
-        name=${target##*/fuzz_}
-        found=build/fuzz/found/$name
-        log=build/fuzz/$name.log
-        mkdir -p "$found"
-        echo "Fuzzing $name for $seconds s"
-        set -- "$found" "fuzz/corpus/$name" -max_total_time="$seconds" -timeout=20 -print_final_stats=1
-        set -- "$@" -artifact_prefix="build/fuzz/fault-$name-" -rss_limit_mb=4096 -max_len=4096 -len_control=0
-        [ -f "fuzz/$name.dict" ] && set -- "$@" -dict="fuzz/$name.dict"
-        if ! "$target" "$@" >"$log" 2>&1; then
-            grep -m 1 -A 12 -E "ERROR|runtime error|ALARM" "$log" >&2 || true
-            echo "A fault of $name: see $log and build/fuzz/fault-$name-*" >&2
-            return 1
+        if [ "$running" -ge "$(nproc)" ]; then
+            wait -n || result=1
+            running=$((running - 1))
         fi
-        grep -E "stat::number_of_executed_units|stat::average_exec|signal deliveries" "$log"
+        norda_fuzz_one "$target" "$1" &
+        running=$((running + 1))
     done
+    for ((; running > 0; running--)); do
+        wait -n || result=1
+    done
+    return $result
+}
+
+norda_fuzz_one() {
+    local target=$1 seconds=$2 name=${1##*/fuzz_}
+    local found=build/fuzz/found/$name log=build/fuzz/$name.log
+    mkdir -p "$found"
+    set -- "$found" "fuzz/corpus/$name" -max_total_time="$seconds" -timeout=20 -print_final_stats=1
+    set -- "$@" -artifact_prefix="build/fuzz/fault-$name-" -rss_limit_mb=4096 -max_len=4096 -len_control=0
+    [ -f "fuzz/$name.dict" ] && set -- "$@" -dict="fuzz/$name.dict"
+    if ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 "$target" "$@" >"$log" 2>&1; then
+        awk -v name="$name" '
+            /^stat::number_of_executed_units/ { executions = $2 }
+            /^stat::average_exec_per_sec/ { rate = $2 }
+            /^signal deliveries/ { more = ", " $0 }
+            END { printf "%s: %d executions, %d a second%s\n", name, executions, rate, more }' "$log"
+        return
+    fi
+    grep -m 1 -A 12 -E "ERROR|runtime error|ALARM" "$log" >&2 || true
+    echo "A fault of $name: see $log and build/fuzz/fault-$name-*" >&2
+    return 1
 }
 
 # norda_check_format: every source as clang-format writes it.
