@@ -19,8 +19,7 @@ static bool isText(const QVariant &value)
     return value.userType() == QMetaType::QString;
 }
 
-// ---- What can be expected
-// ------------------------------------------------------------------------
+// ---- What can be expected -----------------------------------------------------------------------
 
 /** What a widget is, by one word. */
 struct WidgetState
@@ -116,8 +115,7 @@ bool Expectations::check(const QVariantList &words, QString *error)
     return false;
 }
 
-// ---- Whether it is so
-// ----------------------------------------------------------------------------
+// ---- Whether it is so ---------------------------------------------------------------------------
 
 Expectations::Expectations(Screen *screen, HeadUnit *unit, const Session *session)
     : m_screen(screen), m_unit(unit), m_session(session)

@@ -18,8 +18,7 @@
 
 static constexpr int longestSeconds = 300;
 
-// ---- Which scenarios
-// -----------------------------------------------------------------------------
+// ---- Which scenarios ----------------------------------------------------------------------------
 
 /** A folder stands for all scenarios in it, in the order of their names. */
 static QStringList filesOf(const QStringList &scripts, QString *error)
@@ -55,8 +54,7 @@ static bool readAll(const QStringList &scripts, QVector<Scenario> *scenarios, QS
     return error->isEmpty();
 }
 
-// ---- A process for each
-// --------------------------------------------------------------------------
+// ---- A process for each -------------------------------------------------------------------------
 
 [[noreturn]] static void playAndTell(const Scenario &scenario, int pipe,
                                      const std::function<ScenarioResult(const Scenario &)> &play)
@@ -121,8 +119,7 @@ static ScenarioResult playInProcess(const Scenario &scenario,
     return result;
 }
 
-// ---- The report
-// ----------------------------------------------------------------------------------
+// ---- The report ---------------------------------------------------------------------------------
 
 static void print(const ScenarioResult &result)
 {

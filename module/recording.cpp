@@ -18,8 +18,7 @@ namespace module {
 static const QString formatName = QStringLiteral("norda-recording");
 static constexpr int formatVersion = 1;
 
-// ---- Writing
-// -------------------------------------------------------------------------------------
+// ---- Writing ------------------------------------------------------------------------------------
 
 RecordingWriter::RecordingWriter(const QString &path, const QString &title, QString *error)
     : m_file(path)
@@ -110,8 +109,7 @@ void RecordingWriter::finish(qint64 ms)
     m_file.close();
 }
 
-// ---- Reading
-// -------------------------------------------------------------------------------------
+// ---- Reading ------------------------------------------------------------------------------------
 
 bool isRecordingHeader(const QByteArray &line)
 {

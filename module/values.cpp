@@ -170,8 +170,7 @@ QString argumentsText(const QVariantList &arguments)
     return texts.join(QLatin1Char(' '));
 }
 
-// ---- Arguments of a method
-// ------------------------------------------------------------------------
+// ---- Arguments of a method ----------------------------------------------------------------------
 
 static QString expectation(int type)
 {

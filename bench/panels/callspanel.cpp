@@ -16,8 +16,7 @@
 
 #include <algorithm>
 
-// ---- Model
-// ---------------------------------------------------------------------------------------
+// ---- Model --------------------------------------------------------------------------------------
 
 CallsModel::CallsModel(QObject *parent) : QAbstractTableModel(parent) {}
 
@@ -118,8 +117,7 @@ QVariant CallsModel::headerData(int section, Qt::Orientation orientation, int ro
                                                                     : QVariant();
 }
 
-// ---- Panel
-// ---------------------------------------------------------------------------------------
+// ---- Panel --------------------------------------------------------------------------------------
 
 CallsPanel::CallsPanel(QWidget *parent)
     : Panel(parent)

@@ -16,8 +16,7 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
-// ---- Model
-// ---------------------------------------------------------------------------------------
+// ---- Model --------------------------------------------------------------------------------------
 
 SignalsModel::SignalsModel(QObject *parent)
     : QAbstractTableModel(parent)
@@ -120,8 +119,7 @@ QVariant SignalsModel::headerData(int section, Qt::Orientation orientation, int 
                                                                     : QVariant();
 }
 
-// ---- Panel
-// ---------------------------------------------------------------------------------------
+// ---- Panel --------------------------------------------------------------------------------------
 
 SignalsPanel::SignalsPanel(Operator *hand, QWidget *parent)
     : Panel(parent)

@@ -43,8 +43,7 @@ static const Lane &laneOf(int kind)
     return lanes[kind];
 }
 
-// ---- View
-// ----------------------------------------------------------------------------------------
+// ---- View ---------------------------------------------------------------------------------------
 
 TimelineView::TimelineView(QWidget *parent) : QWidget(parent)
 {
@@ -293,8 +292,7 @@ bool TimelineView::event(QEvent *event)
     return true;
 }
 
-// ---- Panel
-// ---------------------------------------------------------------------------------------
+// ---- Panel --------------------------------------------------------------------------------------
 
 TimelinePanel::TimelinePanel(LookBack *lookBack, QWidget *parent)
     : Panel(parent)

@@ -29,8 +29,7 @@ static constexpr int fullFan = 7;
 
 Climate::Climate(Trim trim) : m_trim(trim), m_reported(report()) {}
 
-// ---- Touches
-// -------------------------------------------------------------------------------------
+// ---- Touches ------------------------------------------------------------------------------------
 
 struct Climate::Key
 {
@@ -157,8 +156,7 @@ void Climate::setFan(int raw, bool rear)
     zone.fan = std::clamp((raw + fanStep - 1) / fanStep, 0, fullFan);
 }
 
-// ---- The cabin
-// -----------------------------------------------------------------------------------
+// ---- The cabin ----------------------------------------------------------------------------------
 
 bool Climate::step(double outsideCelsius, bool engineRunning)
 {
@@ -188,8 +186,7 @@ void Climate::automate()
         --m_front.fan;
 }
 
-// ---- The report
-// ----------------------------------------------------------------------------------
+// ---- The report ---------------------------------------------------------------------------------
 
 static int temperatureCode(int degrees)
 {

@@ -6,8 +6,6 @@
 
 namespace norda {
 
-// --------------------------------------------------------------------------------
-
 void Vantiq_Climate_Widget::showManualTemperature(int up, int down, int temperature)
 {
     updateIconButtonState(m_form->key_temp_next, up);

@@ -6,8 +6,7 @@
 
 namespace norda {
 
-// ---- The status list
-// -----------------------------------------------------------------------------
+// ---- The status list ----------------------------------------------------------------------------
 
 void Vantiq_Climate_Widget::onNordaNotifyClimateCtrlStatus(const QList<int> &status)
 {
@@ -97,8 +96,7 @@ void Vantiq_Climate_Widget::followVentMode(int statusValue, int *index)
     updateVentPositionIdentifier(mode.position);
 }
 
-// ---- Controls
-// ------------------------------------------------------------------------------------
+// ---- Controls -----------------------------------------------------------------------------------
 
 void Vantiq_Climate_Widget::updateIconButtonState(QPushButton *key, int state)
 {

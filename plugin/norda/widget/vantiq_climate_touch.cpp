@@ -10,8 +10,7 @@
 
 namespace norda {
 
-// ---- The byte map
-// --------------------------------------------------------------------------------
+// ---- The byte map -------------------------------------------------------------------------------
 
 void Vantiq_Climate_Widget::InitByte()
 {
@@ -69,8 +68,7 @@ void Vantiq_Climate_Widget::OnNordaDualButtonClicked(int id)
     touch(ClimateGroup::AutoDualIcon, id);
 }
 
-// ---- Drags
-// ---------------------------------------------------------------------------------------
+// ---- Drags --------------------------------------------------------------------------------------
 
 bool Vantiq_Climate_Widget::eventFilter(QObject *watched, QEvent *event)
 {
@@ -168,8 +166,7 @@ void Vantiq_Climate_Widget::onAutoFan()
     sendToZone(&VtqAdaptor::fanDirectValue, &VtqAdaptor::secoundfanDirectValue, m_rawAutoFan, true);
 }
 
-// ---- Single commands
-// -----------------------------------------------------------------------------
+// ---- Single commands ----------------------------------------------------------------------------
 
 using ClickCommand = void (VtqAdaptor::*)(bool on);
 using PressCommand = void (VtqAdaptor::*)(bool pressed, bool released);

@@ -178,11 +178,7 @@ void Vantiq_Climate_Widget::onClimateType() {}
 
 void Vantiq_Climate_Widget::onSecondClimateType() {}
 
-// ---- Zones
-// ---------------------------------------------------------------------------------------
-
-// ---- Module-defined keys, display types, lists, popups
-// --------------------------------------------
+// ---- Module-defined keys, display types, lists, popups ------------------------------------------
 
 void Vantiq_Climate_Widget::showCustomControls(const QStringList &captions,
                                                const QByteArray &states)
