@@ -1,8 +1,10 @@
 #include "fingerwatch.h"
 
+#include "norda/squillogauge.h"
 #include "screen.h"
 #include "session.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMouseEvent>
 
@@ -19,6 +21,13 @@ void FingerWatch::setSession(Session *session)
 void FingerWatch::note(const QString &word, const QVariantList &arguments)
 {
     m_session->journal()->note(m_session->nowMs(), Journal::Deed, word, arguments);
+}
+
+/** What is there to be touched is known by its name; anything else is a place on the screen. */
+static bool isControl(const QWidget *widget)
+{
+    return qobject_cast<const QAbstractButton *>(widget) ||
+           qobject_cast<const norda::SQuilloGauge *>(widget);
 }
 
 bool FingerWatch::eventFilter(QObject *watched, QEvent *event)
@@ -41,7 +50,9 @@ bool FingerWatch::eventFilter(QObject *watched, QEvent *event)
             return false;
         m_pressed = widget;
         m_at = onScreen;
-        note(QStringLiteral("press"), {m_screen->nameOf(widget), place.x(), place.y()});
+        note(QStringLiteral("press"),
+             isControl(widget) ? QVariantList{m_screen->nameOf(widget), place.x(), place.y()}
+                               : QVariantList{onScreen.x(), onScreen.y()});
     } else if (widget == m_pressed) {
         if ((onScreen - m_at).manhattanLength() > slip)
             note(QStringLiteral("move"), {onScreen.x(), onScreen.y()});

@@ -45,7 +45,7 @@ public:
     Journal *journal() { return &m_journal; }
     const Journal *journal() const { return &m_journal; }
     /** Drive time that has passed: it goes on where somebody jumps in the drive. */
-    qint64 nowMs() const { return m_drive.positionMs() + m_jumpedMs; }
+    qint64 nowMs() const { return m_drive.nowMs() + m_jumpedMs; }
     /** While it looks back, what crosses the adaptor is not the drive's and is left out. */
     void setLookingBack(bool on);
     bool isLookingBack() const { return m_lookingBack; }

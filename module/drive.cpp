@@ -2,6 +2,7 @@
 
 #include "calllog.h"
 
+#include <QScopedValueRollback>
 #include <QtMath>
 
 #include <limits>
@@ -47,6 +48,11 @@ qint64 Drive::clockMs() const
             now = qMin(now, bound);
     }
     return qMax(m_positionMs, now);
+}
+
+qint64 Drive::nowMs() const
+{
+    return m_delivering ? m_positionMs : clockMs();
 }
 
 void Drive::setSpeed(double factor)
@@ -155,6 +161,7 @@ void Drive::advance()
 Drive::Delivery Drive::deliverUntil(qint64 ms, qint64 realMs)
 {
     const int delivery = ++m_delivery;
+    const QScopedValueRollback<bool> delivering(m_delivering, true);
     QElapsedTimer turn;
     turn.start();
     for (qint64 due = m_source->nextDueMs(); due >= 0 && due <= ms; due = m_source->nextDueMs()) {
@@ -186,7 +193,7 @@ void Drive::onCall(const QString &operation, const QVariantList &arguments)
 {
     if (!m_answering || !operation.startsWith(QLatin1String("norda::")))
         return;
-    const bool answers = m_source->command(clockMs(), operation, arguments);
+    const bool answers = m_source->command(nowMs(), operation, arguments);
     if (m_playing && m_speed != Unlimited)
         schedule();
     else if (!m_playing && answers)

@@ -26,6 +26,8 @@ public:
 
     VehicleSource *source() const { return m_source.get(); }
     qint64 positionMs() const;
+    /** The moment of what is being delivered or, between two emissions, where the clock stands. */
+    qint64 nowMs() const;
     /** Length of the drive, up to the limit; -1 when it never ends. */
     qint64 durationMs() const;
     bool isPlaying() const { return m_playing; }
@@ -76,6 +78,7 @@ private:
     qint64 m_limitMs = -1;
     int m_delivery = 0; // counts deliveries and what breaks them off
     double m_speed = 1.0;
+    bool m_delivering = false;
     bool m_playing = false;
     bool m_answering = true;
 };

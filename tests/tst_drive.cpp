@@ -58,6 +58,7 @@ private slots:
     void pausesKeepTheTimeBetween();
     void aNewSpeedKeepsTheTimeBetween();
     void commandsCarryTheMoment();
+    void nowIsExactBetweenSignalsAndDueWithinOne();
     void aLimitCountsAtOnce();
     void nothingFollowsAPause_data();
     void nothingFollowsAPause();
@@ -125,6 +126,22 @@ void tst_Drive::commandsCarryTheMoment()
     norda::VtqAdaptor::instance()->gaugesSettings();
     QVERIFY2(source->commandMs >= 1900 && source->commandMs <= 4000,
              qPrintable(QString::number(source->commandMs)));
+}
+
+void tst_Drive::nowIsExactBetweenSignalsAndDueWithinOne()
+{
+    Drive drive(std::make_unique<ScriptedSource>(QVector<qint64>{0, 1500, 60000}, 60000));
+    QVector<qint64> moments;
+    m_onText = [&] {
+        QThread::msleep(20); // of real time, in which the drive's clock goes on
+        moments.append(drive.nowMs());
+    };
+    drive.setSpeed(10);
+    drive.play();
+    QTRY_COMPARE(moments, (QVector<qint64>{0, 1500}));
+    QTest::qWait(100);
+    const qint64 sinceMs = drive.nowMs() - drive.positionMs();
+    QVERIFY2(sinceMs >= 700, qPrintable(QString::number(sinceMs)));
 }
 
 void tst_Drive::aLimitCountsAtOnce()

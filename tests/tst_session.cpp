@@ -201,6 +201,7 @@ void tst_Session::sessionByHandBecomesAScenario()
     QTRY_COMPARE(text("Txt_left_temp"), QStringLiteral("70.00 F"));
     click("key_left_temp_next");
     QTRY_COMPARE(text("Txt_left_temp"), QStringLiteral("71.00 F"));
+    click("Txt_left_temp");                      // nothing to be touched
     QTest::keyClick(m_window.data(), Qt::Key_K); // no page uses it
     QTest::keyClick(m_window.data(), Qt::Key_5);
     QTRY_COMPARE(m_unit->currentWindow(), 84);
@@ -223,6 +224,8 @@ void tst_Session::sessionByHandBecomesAScenario()
     QVERIFY2(scenario.contains("touch key_left_temp_next "), qPrintable(scenario));
     QVERIFY2(scenario.contains("expect call NordatriggerRearDefrostButton {"),
              qPrintable(scenario));
+    QVERIFY2(scenario.contains(QRegularExpression("touch \\d+ \\d+\n")), qPrintable(scenario));
+    QVERIFY2(!scenario.contains("Txt_left_temp"), qPrintable(scenario));
     QVERIFY2(scenario.contains("key 75\n"), qPrintable(scenario));
     QVERIFY2(scenario.contains("car trunk open"), qPrintable(scenario));
     QVERIFY2(scenario.contains("signal tirePressureStatus 40 0 [\"34 psi\",\"34 psi\",\"17 psi\","),
