@@ -26,6 +26,14 @@ static QFormLayout *addGroup(QVBoxLayout *column, const QString &title)
     return form;
 }
 
+/** A row whose field stands below those of the other groups. */
+static void addRow(QFormLayout *form, const QString &title, QWidget *field)
+{
+    static constexpr int titleWidth = 130;
+    form->addRow(title, field);
+    form->labelForField(field)->setMinimumWidth(titleWidth);
+}
+
 CarPanel::CarPanel(Operator *hand, QWidget *parent)
     : Panel(parent), m_hand(hand), m_controls(new QWidget)
 {
@@ -38,7 +46,7 @@ CarPanel::CarPanel(Operator *hand, QWidget *parent)
         if (group != QLatin1String(row.group))
             form = addGroup(controls, tr(row.group));
         group = QLatin1String(row.group);
-        form->addRow(tr(row.title), makeControl(Controls::Control(i)));
+        addRow(form, tr(row.title), makeControl(Controls::Control(i)));
     }
 
     auto *all = new QWidget;
@@ -46,7 +54,7 @@ CarPanel::CarPanel(Operator *hand, QWidget *parent)
     column->addWidget(m_controls);
     QFormLayout *faults = addGroup(column, tr("What the module does wrong"));
     for (int i = 0; i < Faults::KindCount; ++i)
-        faults->addRow(QLatin1String(Faults::nameOf(Faults::Kind(i))), makeFault(Faults::Kind(i)));
+        addRow(faults, QLatin1String(Faults::nameOf(Faults::Kind(i))), makeFault(Faults::Kind(i)));
     column->addStretch(1);
 
     auto *area = new QScrollArea;

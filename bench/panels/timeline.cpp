@@ -201,24 +201,26 @@ void TimelineView::drawScale(QPainter *painter) const
             break;
         step = next;
     }
+    const QString moment = m_momentMs < 0 ? QString() : tr("%1 s").arg(secondsText(m_momentMs));
+    const QRect label(xAt(m_momentMs), 0, painter->fontMetrics().horizontalAdvance(moment) + 10,
+                      moment.isEmpty() ? 0 : scaleHeight);
     painter->setPen(night::secondary);
     for (qint64 ms = (m_beginMs / step + 1) * step; ms < m_beginMs + m_spanMs; ms += step) {
-        const int x = xAt(ms);
-        painter->fillRect(x, 0, 1, height(), night::hairline);
-        painter->drawText(x + 4, scaleHeight - 6,
-                          tr("%1 s").arg(QString::number(double(ms) / 1000, 'g', 8)));
+        const QString text = tr("%1 s").arg(QString::number(double(ms) / 1000, 'g', 8));
+        const QRect place(xAt(ms) + 4, 0, painter->fontMetrics().horizontalAdvance(text),
+                          scaleHeight);
+        painter->fillRect(xAt(ms), 0, 1, height(), night::hairline);
+        if (!place.intersects(label))
+            painter->drawText(place, Qt::AlignVCenter, text);
     }
     const int now = m_session ? xAt(m_session->nowMs()) : -1;
     if (now >= captionWidth && now < width())
         painter->fillRect(now, 0, 1, height(), night::text);
     if (m_momentMs >= 0) {
-        const int x = xAt(m_momentMs);
-        const QString text = tr("%1 s").arg(secondsText(m_momentMs));
-        const QRect label(x, 0, painter->fontMetrics().horizontalAdvance(text) + 10, scaleHeight);
-        painter->fillRect(x - 1, 0, 2, height(), night::red);
+        painter->fillRect(label.x() - 1, 0, 2, height(), night::red);
         painter->fillRect(label, night::red);
         painter->setPen(night::background);
-        painter->drawText(label, Qt::AlignCenter, text);
+        painter->drawText(label, Qt::AlignCenter, moment);
     }
 }
 
