@@ -2,11 +2,10 @@
 
 #include "adaptorlink.h"
 #include "headunit.h"
+#include "lastsaid.h"
 #include "norda/vtqadaptor.h"
 #include "session.h"
 #include "values.h"
-
-#include <QSet>
 
 #include <algorithm>
 
@@ -39,7 +38,7 @@ void LookBack::show(qint64 ms)
     const int place = journal->lowerBound(Journal::Page, ms + 1) - 1;
     if (place >= 0) {
         const int entry = journal->ofKind(Journal::Page)[place];
-        m_unit->openWindow(journal->entries()[entry].arguments.value(0).toInt());
+        openPage(journal->entries()[entry].arguments.value(0).toInt());
     }
     bringBack(ms);
     emit changed();
@@ -49,7 +48,7 @@ void LookBack::end()
 {
     if (!m_session || !m_isActive)
         return;
-    m_unit->openWindow(m_presentPage);
+    openPage(m_presentPage);
     bringBack(m_session->nowMs());
     m_isActive = false;
     m_session->setLookingBack(false);
@@ -58,23 +57,32 @@ void LookBack::end()
     emit changed();
 }
 
-/** The last of each signal up to a moment, in the order in which they were said. */
+void LookBack::openPage(int id)
+{
+    static constexpr int settingsPage = 84;
+    m_unit->openWindow(id);
+    // It would keep the rows that another page of the menu does not fill.
+    if (id == settingsPage)
+        m_unit->recreateWindow();
+}
+
+/** What had been said last up to a moment, in the order in which it was said. */
 void LookBack::bringBack(qint64 ms)
 {
     const Journal *journal = m_session->journal();
     const QVector<int> &places = journal->ofKind(Journal::Signal);
-    QSet<int> seen;
-    QVector<int> last;
     const auto known =
         std::count_if(journal->totals().begin(), journal->totals().end(),
                       [](const Journal::Total &total) { return total.kind == Journal::Signal; });
-    for (int i = journal->lowerBound(Journal::Signal, ms + 1) - 1; i >= 0 && last.size() < known;
+    module::SaidBefore<int> before{int(known)};
+    QVector<int> last;
+    for (int i = journal->lowerBound(Journal::Signal, ms + 1) - 1; i >= 0 && !before.isComplete();
          --i) {
-        const int name = journal->entries()[places[i]].name;
-        if (seen.contains(name))
-            continue;
-        seen.insert(name);
-        last.prepend(places[i]);
+        const Journal::Entry &entry = journal->entries()[places[i]];
+        if (!before.isWhole(entry.name) &&
+            before.takes(entry.name,
+                         module::partTold(journal->nameOf(entry).toLatin1(), entry.arguments)))
+            last.prepend(places[i]);
     }
     for (const int place : qAsConst(last)) {
         const Journal::Entry &entry = journal->entries()[place];

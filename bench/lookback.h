@@ -7,9 +7,9 @@ class HeadUnit;
 class Session;
 
 /**
- * Shows the screen as it was at a moment of the session: the page that was open, and on it the last
- * of each signal before. The drive stands still meanwhile, and nothing of it is noted. What a touch
- * alone had changed within a page stays as it is now.
+ * Shows the screen as it was at a moment of the session: the page that was open, and on it what had
+ * been said last. The drive stands still meanwhile, and nothing of it is noted. What a touch alone
+ * had changed within a page stays as it is now.
  */
 class LookBack : public QObject
 {
@@ -31,6 +31,7 @@ signals:
 
 private:
     void begin();
+    void openPage(int id);
     void bringBack(qint64 ms);
 
     HeadUnit *m_unit;

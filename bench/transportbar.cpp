@@ -94,7 +94,8 @@ void TransportBar::setDrive(module::Drive *drive)
 {
     m_drive = drive;
     const QSignalBlocker blocker(m_slider);
-    m_slider->setMaximum(int(drive->durationMs() / 1000));
+    m_slider->setMaximum(int(qMax<qint64>(0, drive->durationMs()) / 1000));
+    m_slider->setEnabled(drive->durationMs() >= 0);
     showSpeed(drive->speed());
     connect(drive, &module::Drive::positionChanged, this, &TransportBar::showPosition);
     connect(drive, &module::Drive::playingChanged, this, &TransportBar::showPlaying);
@@ -110,14 +111,16 @@ void TransportBar::togglePlaying()
         m_drive->pause();
         return;
     }
-    if (m_drive->positionMs() >= m_drive->durationMs())
+    if (m_drive->durationMs() >= 0 && m_drive->positionMs() >= m_drive->durationMs())
         emit momentWanted(0);
     m_drive->play();
 }
 
 void TransportBar::showPosition(qint64 ms)
 {
-    const QString text = clock(ms) + QStringLiteral(" / ") + clock(m_drive->durationMs());
+    QString text = clock(ms);
+    if (m_drive->durationMs() >= 0)
+        text += QStringLiteral(" / ") + clock(m_drive->durationMs());
     if (text == m_time->text())
         return; // the second has not changed, and nothing finer is shown
     m_time->setText(text);

@@ -9,8 +9,9 @@
 
 namespace module {
 
-static constexpr qint64 sliceMs = 250; // of drive time, at unlimited speed
-static constexpr qint64 turnMs = 20;   // of real time, after which screens get to paint
+static constexpr qint64 sliceMs = 250;  // of drive time, at unlimited speed
+static constexpr qint64 turnMs = 20;    // of real time, after which screens get to paint
+static constexpr int idleTickMs = 1000; // of real time, when nothing is due and nothing ends
 static constexpr qint64 noLimit = std::numeric_limits<qint64>::max();
 
 Drive::Drive(std::unique_ptr<VehicleSource> source, QObject *parent)
@@ -123,6 +124,10 @@ void Drive::schedule()
     }
     const qint64 end = durationMs();
     qint64 due = m_source->nextDueMs();
+    if (due < 0 && end < 0) {
+        m_timer.start(idleTickMs);
+        return;
+    }
     if (due < 0 || (end >= 0 && due > end))
         due = qMax(end, m_positionMs);
     const double waitMs = double(due - m_baseMs) / m_speed - double(m_clock.elapsed());
@@ -148,7 +153,10 @@ void Drive::advance()
     if (!m_playing)
         return;
 
-    const bool isOver = isComplete && (end >= 0 ? m_positionMs >= end : m_source->nextDueMs() < 0);
+    // Without an end the clock goes on, unless nobody waits for it.
+    const bool isEndless = end < 0 && m_speed != Unlimited;
+    const bool isOver =
+        isComplete && !isEndless && (end >= 0 ? m_positionMs >= end : m_source->nextDueMs() < 0);
     if (!isOver) {
         schedule();
         return;

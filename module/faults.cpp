@@ -163,17 +163,12 @@ static QVariant beyond(const QVariant &value)
 QVector<Emission> Faults::pass(Emission emission)
 {
     if (isDown(emission.atMs)) {
-        const auto sameSignal = [&emission](const Emission &missed) {
-            return missed.signal == emission.signal;
-        };
-        m_missed.erase(std::remove_if(m_missed.begin(), m_missed.end(), sameSignal),
-                       m_missed.end());
-        m_missed.append(emission);
+        m_missed.say(emission.signal, emission.arguments, emission);
         ++m_struck[double(emission.atMs) < m_values[LateStart] * 1000 ? LateStart : Restart];
         return {};
     }
-    QVector<Emission> passed;
-    passed.swap(m_missed);
+    QVector<Emission> passed = m_missed.inOrder();
+    m_missed.clear();
     for (Emission &missed : passed)
         missed.atMs = emission.atMs;
     if (strikes(Silence))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lastsaid.h"
 #include "vehiclesource.h"
 
 #include <QJsonObject>
@@ -61,8 +62,8 @@ private:
     int m_struck[KindCount] = {};
     quint32 m_seed;
     std::mt19937 m_random;
-    QVector<Emission> m_missed; // while the module was down: the last of each signal
-    Emission m_heldBack;        // its turn comes after the next one
+    LastSaid<Emission> m_missed; // while the module was down
+    Emission m_heldBack;         // its turn comes after the next one
 };
 
 } // namespace module

@@ -11,7 +11,6 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <tuple>
 
 namespace module {
 
@@ -55,7 +54,7 @@ void RecordingWriter::writeSignal(qint64 ms, const QByteArray &name, const QVari
     if (m_limit > 0 && m_file.pos() >= m_limit / 2)
         beginNextPart(ms);
     if (m_limit > 0)
-        m_last.insert(name, {ms, name, arguments});
+        m_last.say(name, arguments, {ms, name, arguments});
     write(ms, {{"signal", QString::fromLatin1(name)}, {"args", toJson(arguments)}});
 }
 
@@ -85,13 +84,8 @@ void RecordingWriter::beginNextPart(qint64 ms)
                    .arg(isKept ? before : QStringLiteral("gone too"));
     begin(QStringLiteral("%1, from %2 s").arg(m_title).arg(double(ms) / 1000, 0, 'f', 1));
     m_beginMs = ms;
-    QVector<Emission> last;
-    for (const Emission &emission : qAsConst(m_last))
-        last.append(emission);
-    std::sort(last.begin(), last.end(), [](const Emission &one, const Emission &other) {
-        return std::tie(one.atMs, one.signal) < std::tie(other.atMs, other.signal);
-    });
-    for (const Emission &emission : qAsConst(last))
+    const QVector<Emission> last = m_last.inOrder();
+    for (const Emission &emission : last)
         write(ms, {{"signal", QString::fromLatin1(emission.signal)},
                    {"args", toJson(emission.arguments)}});
 }
@@ -206,13 +200,15 @@ Emission RecordingSource::take()
     return m_caughtUp.isEmpty() ? m_emissions[m_index++] : m_caughtUp.takeLast();
 }
 
-/** The last of each signal before an index, the latest first. */
-QVector<int> RecordingSource::latestBefore(int end) const
+/** What brings a screen up to date before an index, the latest first. */
+QVector<int> RecordingSource::saidBefore(int end) const
 {
-    QSet<QByteArray> wanted = m_names;
+    SaidBefore<QByteArray> before(m_names.size());
     QVector<int> found;
-    for (int i = end - 1; i >= 0 && !wanted.isEmpty(); --i) {
-        if (wanted.remove(m_emissions[i].signal))
+    for (int i = end - 1; i >= 0 && !before.isComplete(); --i) {
+        const Emission &emission = m_emissions[i];
+        if (!before.isWhole(emission.signal) &&
+            before.takes(emission.signal, partTold(emission.signal, emission.arguments)))
             found.append(i);
     }
     return found;
@@ -225,7 +221,7 @@ void RecordingSource::seek(qint64 ms)
         [](const Emission &emission, qint64 moment) { return emission.atMs < moment; });
     m_index = int(next - m_emissions.cbegin());
     m_caughtUp.clear();
-    for (const int index : latestBefore(m_index)) {
+    for (const int index : saidBefore(m_index)) {
         m_caughtUp.append(m_emissions[index]);
         m_caughtUp.last().atMs = ms;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lastsaid.h"
 #include "vehiclesource.h"
 
 #include <QFile>
@@ -27,7 +28,7 @@ public:
     /**
      * What the recording may take on the disk, in bytes; 0 for no limit. When half of it is full,
      * the file becomes "NAME.1.jsonl" beside it, in place of an older one, and a new part begins
-     * with the last of each signal.
+     * with what brings a screen up to date.
      */
     void setLimit(qint64 bytes) { m_limit = bytes; }
     /** What a person should know, in one line, once; mostly nothing. */
@@ -45,7 +46,7 @@ private:
     QFile m_file;
     QString m_title;
     QString m_notice;
-    QHash<QByteArray, Emission> m_last; // of each signal, with the time of the session
+    LastSaid<Emission> m_last;
     qint64 m_limit = 0;
     qint64 m_beginMs = 0; // what the part's times count from
     bool m_isBroken = false;
@@ -74,11 +75,11 @@ public:
 
 private:
     void read(const QJsonObject &line);
-    QVector<int> latestBefore(int end) const;
+    QVector<int> saidBefore(int end) const;
 
     QString m_title;
     QVector<Emission> m_emissions;
-    QVector<Emission> m_caughtUp; // after a seek: the last of each signal before it, in reverse
+    QVector<Emission> m_caughtUp; // after a seek: what brings a screen up to date, in reverse
     QSet<QByteArray> m_names;     // of the signals that occur
     int m_index = 0;
     qint64 m_durationMs = 0;

@@ -1,7 +1,10 @@
 #include "recordingtools.h"
 
+#include "adaptorlink.h"
+#include "lastsaid.h"
 #include "linereader.h"
 #include "recording.h"
+#include "values.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -28,6 +31,14 @@ public:
     QString name() const
     {
         return m_line.value(m_line.contains("call") ? "call" : "signal").toString();
+    }
+    /** Of a signal, as it takes them; as they stand where it does not exist or takes others. */
+    QVariantList arguments() const
+    {
+        QString ignored;
+        QVariantList arguments = m_line.value("args").toArray().toVariantList();
+        bindArguments(moduleSignal(name().toLatin1()).method, &arguments, &ignored);
+        return arguments;
     }
 
     /** @return false at the end, and after an error */
@@ -141,7 +152,7 @@ bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString
     };
     out.write(recordingHeader(QStringLiteral("part of %1").arg(file)));
 
-    QMap<QString, QPair<int, QJsonObject>> latest; // of each signal before the cut
+    LastSaid<QJsonObject> before;
     bool isWithin = false;
     double lastMs = 0;
     while (lines.next(error)) {
@@ -150,15 +161,13 @@ bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString
             break;
         if (lastMs < double(fromMs)) {
             if (lines.line().contains("signal"))
-                latest[lines.name()] = {lines.lineNumber(), lines.line()};
+                before.say(lines.name().toLatin1(), lines.arguments(), lines.line());
             continue;
         }
         if (!isWithin) {
             isWithin = true;
-            QMap<int, QJsonObject> inOrder;
-            for (const auto &[number, line] : qAsConst(latest))
-                inOrder.insert(number, line);
-            for (const QJsonObject &line : qAsConst(inOrder))
+            const QVector<QJsonObject> last = before.inOrder();
+            for (const QJsonObject &line : last)
                 write(line, 0);
         }
         if (!lines.line().contains("end"))

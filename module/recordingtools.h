@@ -18,7 +18,7 @@ Comparison compareRecordings(const QString &first, const QString &second, QStrin
 
 /**
  * Writes a part of a recording as one of its own. It begins with what brings a screen up to the
- * moment that it is cut at: the last of each signal before.
+ * moment that it is cut at: what brings a screen up to date.
  * @param error  one line that names the file, when one cannot be used
  */
 bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString &part,

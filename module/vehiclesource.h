@@ -53,7 +53,7 @@ public:
     virtual Emission take() = 0;
     /**
      * Goes to a moment of the drive. What follows are first the emissions that bring a screen up
-     * to that moment (the last of each signal before it, stamped with it), then those after it.
+     * to that moment (see `LastSaid`; stamped with it), then those after it.
      */
     virtual void seek(qint64 ms) = 0;
     /**

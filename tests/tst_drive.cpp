@@ -59,6 +59,7 @@ private slots:
     void aNewSpeedKeepsTheTimeBetween();
     void commandsCarryTheMoment();
     void nowIsExactBetweenSignalsAndDueWithinOne();
+    void aDriveWithoutAnEndGoesOn();
     void aLimitCountsAtOnce();
     void nothingFollowsAPause_data();
     void nothingFollowsAPause();
@@ -142,6 +143,22 @@ void tst_Drive::nowIsExactBetweenSignalsAndDueWithinOne()
     QTest::qWait(100);
     const qint64 sinceMs = drive.nowMs() - drive.positionMs();
     QVERIFY2(sinceMs >= 700, qPrintable(QString::number(sinceMs)));
+}
+
+void tst_Drive::aDriveWithoutAnEndGoesOn()
+{
+    QString error;
+    Drive drive(openSource(QStringLiteral("none"), &error));
+    QSignalSpy positions(&drive, &Drive::positionChanged);
+    QSignalSpy finished(&drive, &Drive::finished);
+    drive.play();
+    QTest::qWait(200);
+    QVERIFY(drive.nowMs() >= 190);
+    QTRY_VERIFY(drive.positionMs() >= 1000); // a clock that shows it goes on too
+    QVERIFY(drive.isPlaying());
+    QVERIFY(positions.size() <= 3);
+    drive.setSpeed(Drive::Unlimited); // nobody waits for anything
+    QVERIFY(finished.wait(2000));
 }
 
 void tst_Drive::aLimitCountsAtOnce()

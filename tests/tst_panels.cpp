@@ -45,7 +45,7 @@ void tst_Panels::signalsTellLastValueAndListeners()
     emit VtqAdaptor::instance()->doorStatus(5);
     QTRY_COMPARE(cell("signals", doors, Count), QStringLiteral("2"));
     QCOMPARE(cell("signals", doors, Last), QStringLiteral("5"));
-    QCOMPARE(cell("signals", doors, Ago), QStringLiteral("0.0 s"));
+    QVERIFY(cell("signals", doors, Ago).startsWith("0."));
     QCOMPARE(cell("signals", doors, HeardBy), QStringLiteral("1"));
 
     auto *filter = find<QDockWidget>("signals")->findChild<QLineEdit *>();

@@ -2,9 +2,13 @@
 #include "adaptortap.h"
 #include "norda/vtqadaptor.h"
 #include "recording.h"
+#include "recordingtools.h"
 #include "testmain.h"
+#include "values.h"
 
 using namespace module;
+
+Q_DECLARE_METATYPE(module::Emission)
 
 /** What is recorded plays back as it was. */
 class tst_Recording : public QObject
@@ -16,6 +20,8 @@ private slots:
     void callsAreKept();
     void wholeSequence();
     void seekCatchesUp();
+    void whatBringsAScreenUpToDate_data();
+    void whatBringsAScreenUpToDate();
     void damagedRecordings_data();
     void damagedRecordings();
     void linkRefusesWhatTheAdaptorHasNot();
@@ -187,6 +193,67 @@ void tst_Recording::seekCatchesUp()
     }
     QCOMPARE(played,
              (QStringList{"35 batteryVoltage 12.0V", "35 doorStatus 2", "40 doorStatus 3"}));
+}
+
+static Emission zone(const char *message)
+{
+    return {0, "parkingDistanceRear", {QByteArray::fromHex(message)}};
+}
+
+static Emission menuLine(int type, int line, const QString &text)
+{
+    return {0,
+            "NordaConfigMenuTextInfo",
+            {QVariant::fromValue(QList<int>{type, 0, line}), QStringList{text}, QStringList{}}};
+}
+
+void tst_Recording::whatBringsAScreenUpToDate_data()
+{
+    QTest::addColumn<QVector<Emission>>("said");
+    QTest::addColumn<QVector<int>>("needed");
+    const auto row = [](const char *name, const QVector<Emission> &said,
+                        const QVector<int> &needed) { QTest::newRow(name) << said << needed; };
+    row("the last zone", {zone("0703"), zone("0500"), zone("0704")}, {2});
+    row("a zone and nobody beside", {zone("0703"), zone("0902"), zone("0000")}, {0, 2});
+    row("a zone and somebody beside", {zone("0102"), zone("0804"), zone("0a03")}, {1, 2});
+    row("nobody beside any more", {zone("0902"), zone("0703")}, {1});
+    row("what is no zone", {zone("0703"), zone("0902"), zone("0b01"), zone("0105")}, {0, 1, 3});
+    row("too short", {zone("0703"), zone("07")}, {0, 1});
+    const Emission title = menuLine(1, 1, "Lights");
+    row("a page of the menu", {title, menuLine(2, 2, "Fog"), menuLine(3, 3, "Dome")}, {0, 1, 2});
+    row("a line that changes", {title, menuLine(2, 2, "Fog"), title, menuLine(2, 2, "On")}, {2, 3});
+    row("a line once more",
+        {title, menuLine(2, 2, "Off"), menuLine(2, 3, "A"), menuLine(2, 2, "On")}, {0, 2, 3});
+    row("without a row", {title, menuLine(2, 17, "A"), menuLine(2, 99, "B"), menuLine(2, -1, "C")},
+        {0, 2, 3});
+}
+
+/** The same whether somebody jumps in a recording or cuts it there. */
+void tst_Recording::whatBringsAScreenUpToDate()
+{
+    QFETCH(QVector<Emission>, said);
+    QFETCH(QVector<int>, needed);
+    QString error;
+    const QString part = m_folder.filePath("part.jsonl");
+    {
+        RecordingWriter writer(file(), QStringLiteral("test"), &error);
+        for (const Emission &emission : qAsConst(said))
+            writer.writeSignal(5, emission.signal, emission.arguments);
+        writer.finish(50);
+    }
+    QVERIFY2(cutRecording(file(), 10, 50, part, &error), qPrintable(error));
+    for (const QString &recording : {file(), part}) {
+        const auto source = RecordingSource::open(recording, &error);
+        if (recording == file())
+            source->seek(10);
+        for (const int index : qAsConst(needed)) {
+            QVERIFY(source->nextDueMs() >= 0);
+            const Emission emission = source->take();
+            QCOMPARE(emission.signal, said[index].signal);
+            QCOMPARE(argumentsText(emission.arguments), argumentsText(said[index].arguments));
+        }
+        QCOMPARE(source->nextDueMs(), qint64(-1));
+    }
 }
 
 void tst_Recording::damagedRecordings_data()

@@ -1,4 +1,6 @@
 #include "benchfixture.h"
+#include "imagenames.h"
+#include "lookback.h"
 #include "panels/timeline.h"
 #include "program.h"
 
@@ -19,6 +21,7 @@ private slots:
 
     void callLeadsToItsMoment();
     void screenAsItWas();
+    void whatCameInPartsAsItWas();
     void lineZoomsAndMoves();
     void panelsAreRemembered();
     void burstWithEverythingOpen();
@@ -111,6 +114,54 @@ void tst_Session::screenAsItWas()
     const qint64 position = drive->positionMs();
     QTRY_VERIFY(drive->positionMs() > position);
     QTRY_VERIFY(journal->total() > known);
+}
+
+void tst_Session::whatCameInPartsAsItWas()
+{
+    auto *look = m_window->findChild<LookBack *>();
+    const auto now = [this] { return m_window->session()->nowMs(); };
+    const auto send = [](int type, int line, const QString &text) {
+        emit VtqAdaptor::instance()->NordaConfigMenuTextInfo({type, 0, line}, {text}, {});
+    };
+    const auto rows = [this] {
+        QStringList texts;
+        for (int row = 1; row <= 15; ++row) {
+            const QByteArray name = "Txt_item_" + QByteArray::number(row);
+            if (m_screen->widgetNamed(name)->isVisible())
+                texts.append(text(name.constData()));
+        }
+        return text("Txt_pop_title") + ": " + texts.join(' ');
+    };
+    m_unit->openWindow(84);
+    send(1, 1, "Lights");
+    send(2, 2, "Fog");
+    const qint64 shortPage = now();
+    QTRY_VERIFY(now() > shortPage);
+    send(1, 1, "Doors");
+    send(2, 2, "Left");
+    send(2, 3, "Right");
+    QCOMPARE(rows(), QStringLiteral("Doors: Left Right"));
+    QTRY_VERIFY(now() > shortPage + 50);
+    look->show(shortPage);
+    QCOMPARE(rows(), QStringLiteral("Lights: Fog"));
+    look->end();
+    QCOMPARE(rows(), QStringLiteral("Doors: Left Right"));
+
+    // Nobody beside the car says nothing about what is behind it.
+    const auto zoneImage = [this] {
+        return imagesShownBy(m_screen->widgetNamed("icon_rear_right_mid_radar")).join(' ');
+    };
+    m_unit->openWindow(83);
+    emit VtqAdaptor::instance()->parkingDistanceRear(QByteArray::fromHex("0702"));
+    emit VtqAdaptor::instance()->parkingDistanceRear(QByteArray::fromHex("0000"));
+    const qint64 farther = now();
+    QTRY_VERIFY(now() > farther);
+    emit VtqAdaptor::instance()->parkingDistanceRear(QByteArray::fromHex("0704"));
+    QCOMPARE(zoneImage(), QStringLiteral(":/icon/radaricon/R_D_M_4.png"));
+    look->show(farther);
+    QCOMPARE(zoneImage(), QStringLiteral(":/icon/radaricon/R_D_M_2.png"));
+    look->end();
+    QCOMPARE(zoneImage(), QStringLiteral(":/icon/radaricon/R_D_M_4.png"));
 }
 
 void tst_Session::lineZoomsAndMoves()

@@ -18,6 +18,9 @@ class Manoeuvre
 public:
     static constexpr int SensorCount = 8;
 
+    /** The message that nothing is near, in any zone. */
+    static QByteArray allClear() { return QByteArray("\5\0", 2); }
+
     /** What the driver wants while parking; elsewhere the wish stays as it is. */
     void adjust(qint64 nowMs, DriverWish *wish) const;
     void step(qint64 nowMs, double speedKmh, const Controls &controls);

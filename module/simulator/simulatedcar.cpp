@@ -1,5 +1,6 @@
 #include "simulatedcar.h"
 
+#include "lastsaid.h"
 #include "norda/vtqservice.h"
 
 #include <QDateTime>
@@ -46,6 +47,7 @@ void SimulatedCar::restart()
     sayPresets(0);
     sayClimate(0);
     m_out.say(0, "peakIndicatorNotify", {byte(0)});
+    m_out.say(0, "parkingDistanceRear", {Manoeuvre::allClear()});
     report();
     runUntilEmission();
 }
@@ -110,18 +112,12 @@ void SimulatedCar::obeyHands(DriverWish *wish)
 void SimulatedCar::seek(qint64 ms)
 {
     restart();
-    QVector<Emission> passed;
-    QHash<QByteArray, int> latest;
+    LastSaid<Emission> said;
     while (!m_out.isEmpty() && m_out.first().atMs < ms) {
-        passed.append(take());
-        latest.insert(passed.constLast().signal, passed.size() - 1);
+        const Emission passed = take();
+        said.say(passed.signal, passed.arguments, {ms, passed.signal, passed.arguments});
     }
-    QVector<Emission> caughtUp; // in the order in which they were said
-    for (int i = 0; i < passed.size(); ++i) {
-        if (latest.value(passed[i].signal) == i)
-            caughtUp.append({ms, passed[i].signal, passed[i].arguments});
-    }
-    m_out.prepend(caughtUp);
+    m_out.prepend(said.inOrder());
 }
 
 // ---- What the car says by itself ----------------------------------------------------------------
