@@ -4,8 +4,6 @@
 #include "vehiclesource.h"
 
 #include <QFile>
-#include <QHash>
-#include <QMetaMethod>
 #include <QSet>
 
 namespace module {
