@@ -1,6 +1,6 @@
 # What ./run and ./test share: the packages they need, and how they build.
 
-norda_packages_base="g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools
+norda_packages_base="g++ cmake ninja-build ccache qtbase5-dev qttools5-dev qttools5-dev-tools
     qtmultimedia5-dev librsvg2-bin fonts-liberation fonts-dejavu-core"
 norda_packages_tests=""
 norda_packages_benchmarks="libbenchmark-dev libqwt-qt5-dev"
