@@ -9,6 +9,7 @@
 #include "screen.h"
 #include "session.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <QAbstractItemModel>
 #include <QDockWidget>
@@ -25,7 +26,7 @@ public:
         m_screen.reset(new Screen);
         m_unit.reset(new HeadUnit(m_screen.data()));
         QString error;
-        QVERIFY2(m_unit->load(QStringLiteral(NORDA_PLUGIN_FILE), &error), qPrintable(error));
+        QVERIFY2(m_unit->load(testpaths::pluginFile(), &error), qPrintable(error));
         m_stage.reset(new AudioStage(m_unit.data()));
         makeWindow();
     }

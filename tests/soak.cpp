@@ -9,6 +9,7 @@
 #include "norda/vtqadaptor.h"
 #include "screen.h"
 #include "session.h"
+#include "testpaths.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -74,7 +75,7 @@ public:
     Unit() : m_unit(&m_screen)
     {
         QString error;
-        if (!m_unit.load(QStringLiteral(NORDA_PLUGIN_FILE), &error))
+        if (!m_unit.load(testpaths::pluginFile(), &error))
             qFatal("%s", qPrintable(error));
         m_screen.show();
         m_unit.openWindow(firstWindow);

@@ -8,6 +8,7 @@
 #include "screen.h"
 #include "session.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 /** The head unit's audio policy around the plugin's voice sources. */
 class tst_AudioStage : public QObject
@@ -62,7 +63,7 @@ void tst_AudioStage::init()
     m_screen.reset(new Screen);
     m_unit.reset(new HeadUnit(m_screen.data()));
     QString error;
-    QVERIFY2(m_unit->load(QStringLiteral(NORDA_PLUGIN_FILE), &error), qPrintable(error));
+    QVERIFY2(m_unit->load(testpaths::pluginFile(), &error), qPrintable(error));
     m_stage.reset(new AudioStage(m_unit.data()));
     m_nowMs = 0;
     m_stage->setClock([this] { return m_nowMs; });

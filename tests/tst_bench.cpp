@@ -1,5 +1,6 @@
 #include "program.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -28,7 +29,7 @@ private:
     using Result = ProgramResult;
     Result run(const QStringList &arguments)
     {
-        return runProgram(QStringList(QStringLiteral(NORDA_BENCH_FILE)) + arguments);
+        return runProgram(QStringList(testpaths::benchFile()) + arguments);
     }
     QString path(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
     QJsonObject json(const QString &file) const
@@ -153,7 +154,7 @@ void tst_Bench::damagedLogOfTwoHundredMegabytes()
     const Result result = runProgram({"/bin/sh", "-c",
                                       "case $2 in *asan*|*armhf*) ;; *) ulimit -v 1500000;; esac; "
                                       "exec \"$2\" --headless --source \"$1\"",
-                                      "sh", source, NORDA_BENCH_FILE});
+                                      "sh", source, testpaths::benchFile()});
     QFile::remove(source);
     QCOMPARE(result.exitCode, 2);
     const QString error = result.err;
@@ -250,7 +251,7 @@ void tst_Bench::realDrives()
     QFETCH(double, seconds);
     QFETCH(double, highestRpm);
     QFETCH(double, lowestVolts);
-    const QString source = QStringLiteral(NORDA_SOURCE_DIR "/../shared/drives/") + file;
+    const QString source = testpaths::source("../shared/drives/") + file;
     if (!QFile::exists(source))
         QSKIP("this recorded drive is not on this machine");
     const Result result = run({"--headless", "--source", source, "--speed", "max", "--summary",
@@ -295,7 +296,7 @@ void tst_Bench::remoteViewIsForThisMachineOnly()
                        "for i in $(seq 300); do "
                        "grep -h ':%3 .* 0A ' /proc/net/tcp /proc/net/tcp6 && break; sleep 0.1; "
                        "done; kill $bench")
-            .arg(QStringLiteral(NORDA_BENCH_FILE))
+            .arg(testpaths::benchFile())
             .arg(port)
             .arg(portText);
     const Result result = runProgram({"sh", "-c", script});

@@ -14,6 +14,7 @@
 #include "session.h"
 #include "statuscolumn.h"
 #include "testmain.h"
+#include "testpaths.h"
 #include "touchevent.h"
 #include "transportbar.h"
 
@@ -70,7 +71,7 @@ void tst_HeadUnit::init()
     m_screen.reset(new Screen);
     m_unit.reset(new HeadUnit(m_screen.data()));
     QString error;
-    QVERIFY2(m_unit->load(QStringLiteral(NORDA_PLUGIN_FILE), &error), qPrintable(error));
+    QVERIFY2(m_unit->load(testpaths::pluginFile(), &error), qPrintable(error));
     m_screen->show();
     m_unit->openWindow(80);
     QVERIFY(QTest::qWaitForWindowExposed(m_screen.data()));
@@ -223,7 +224,7 @@ void tst_HeadUnit::cameraIsStatedOnce()
     QCOMPARE(settings.readAll(), QByteArray("[General]\nCameraInput=0\n"));
     settings.remove();
     QString error;
-    QVERIFY(m_unit->load(QStringLiteral(NORDA_PLUGIN_FILE), &error));
+    QVERIFY(m_unit->load(testpaths::pluginFile(), &error));
 }
 
 void tst_HeadUnit::cameraFollowsTheSteering()

@@ -2,6 +2,7 @@
 #include "recording.h"
 #include "recordingtools.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 using namespace module;
 
@@ -60,7 +61,7 @@ private:
     }
     ProgramResult run(const QStringList &arguments) const
     {
-        return runProgram(QStringList(QStringLiteral(NORDA_BENCH_FILE)) + arguments);
+        return runProgram(QStringList(testpaths::benchFile()) + arguments);
     }
 
     QTemporaryDir m_folder;

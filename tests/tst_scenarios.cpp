@@ -1,5 +1,6 @@
 #include "program.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <QXmlStreamReader>
 
@@ -32,8 +33,8 @@ private:
     QString path(const QString &name) const { return m_folder.filePath(name); }
     ProgramResult play(const QStringList &arguments) const
     {
-        return runProgram(QStringList{NORDA_BENCH_FILE, "--gallery", path("pictures")} + arguments,
-                          500);
+        return runProgram(
+            QStringList{testpaths::benchFile(), "--gallery", path("pictures")} + arguments, 500);
     }
 
     QTemporaryDir m_folder;
@@ -41,7 +42,7 @@ private:
 
 void tst_Scenarios::shippedOnesPass()
 {
-    const ProgramResult result = play({"--script", NORDA_SOURCE_DIR "/bench/scenarios"});
+    const ProgramResult result = play({"--script", testpaths::source("bench/scenarios")});
     QVERIFY2(result.exitCode == 0, qPrintable(result.out + result.err));
     const QStringList lines = result.out.split(QLatin1Char('\n'));
     QVERIFY(lines.filter(QRegularExpression("^pass ")).size() >= 25);
@@ -241,7 +242,7 @@ void tst_Scenarios::crashIsOneFailure()
 {
     const QString file = write("crash.scenario", "0 expect page 80\n");
     const ProgramResult result = play({"--script", file, "--script", file, "--plugin",
-                                       NORDA_BROKEN_DIR "/libbroken_CRASH_IN_CONSTRUCTOR.so"});
+                                       testpaths::brokenPlugin("CRASH_IN_CONSTRUCTOR")});
     QCOMPARE(result.exitCode, 1);
     QCOMPARE(result.out.count(QStringLiteral("FAIL  crash.scenario")), 2);
     QVERIFY2(result.out.contains(file + ": expected "), qPrintable(result.out));
@@ -276,7 +277,7 @@ void tst_Scenarios::picturesWithoutAGallery()
     const auto playHere = [this](const char *text) {
         const QString file = write("here.scenario", text);
         return runProgram({"sh", "-c", "cd \"$0\" && exec \"$1\" --script \"$2\"", m_folder.path(),
-                           NORDA_BENCH_FILE, file});
+                           testpaths::benchFile(), file});
     };
     QCOMPARE(playHere("0 picture asked\nexpect page 80\n").exitCode, 0);
     QVERIFY(!QFile::exists(path("scenario-failures")));

@@ -3,6 +3,7 @@
 #include "lookback.h"
 #include "panels/timeline.h"
 #include "program.h"
+#include "testpaths.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -282,7 +283,7 @@ void tst_Session::sessionByHandBecomesAScenario()
     QVERIFY2(scenario.contains("signal tirePressureStatus 40 0 [\"34 psi\",\"34 psi\",\"17 psi\","),
              qPrintable(scenario));
     const ProgramResult result =
-        runProgram({NORDA_BENCH_FILE, "--gallery", m_folder.path(), "--script", file});
+        runProgram({testpaths::benchFile(), "--gallery", m_folder.path(), "--script", file});
     QVERIFY2(result.exitCode == 0, qPrintable(scenario + result.out + result.err));
 
     // Somewhere that cannot be written to: one line.
