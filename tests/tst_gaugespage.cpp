@@ -91,9 +91,11 @@ void tst_GaugesPage::peakColors()
     QFETCH(QString, sheet);
     emit adaptor()->centerGaugePeakColorNotify(3);
     emit adaptor()->centerGaugePeakColorNotify(static_cast<unsigned char>(code));
+    const QImage formsColor = label("Txt_ready")->grab().toImage();
     QCOMPARE(label("Txt_ready")->styleSheet(), sheet);
 }
 
+    QCOMPARE(label("Txt_ready")->grab().toImage() == formsColor, sheet.isEmpty());
 void tst_GaugesPage::shifterLamp_data()
 {
     QTest::addColumn<int>("flag");

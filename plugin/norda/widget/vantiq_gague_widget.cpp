@@ -238,8 +238,11 @@ void Vantiq_Gaugue_Widget::onPeakIndicatorText(const QString &text)
 void Vantiq_Gaugue_Widget::ondCenterGaugePeakColor(unsigned char code)
 {
     const QString sheet = QString::fromLatin1(peakStyleSheet(code));
-    if (m_form->Txt_ready->styleSheet() != sheet)
-        m_form->Txt_ready->setStyleSheet(sheet);
+    if (m_form->Txt_ready->styleSheet() == sheet)
+        return;
+    m_form->Txt_ready->setStyleSheet(sheet);
+    if (sheet.isEmpty()) // a removed sheet leaves the application's colours, not the form's
+        m_form->Txt_ready->setPalette(QPalette());
 }
 
 void Vantiq_Gaugue_Widget::onShifterArrowIndicator(unsigned char on)
