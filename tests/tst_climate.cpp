@@ -22,6 +22,8 @@ private slots:
     void autoDualStatus();
     void manualStatus_data();
     void manualStatus();
+    void seatsBelowZero_data();
+    void seatsBelowZero();
     void repeatedStatusPaintsNothing();
 
     void secondZoneTellsTheServiceOnce();
@@ -200,6 +202,12 @@ void tst_Climate::manualStatus_data()
     row("cool leaves heat", listWith({{15, 3}}), listWith({{15, 17}}), "icon_right_seat_heat_2",
         "seat_heat_3");
     row("off clears cool", listWith({{14, 18}}), none, "icon_left_seat_AC_2", "seat_AC_0");
+    row("below 0 leaves heat", listWith({{14, 2}}), listWith({{14, -1}}), "icon_left_seat_heat_2",
+        "seat_heat_2");
+    row("below 0 leaves cool", listWith({{15, 18}}), listWith({{15, -4}}), "icon_right_seat_AC_2",
+        "seat_AC_2");
+    row("-4 names no image", listWith({{15, 3}}), listWith({{15, -4}}), "icon_right_seat_heat_2",
+        "seat_heat_3");
     row("off clears heat", listWith({{15, 3}}), none, "icon_right_seat_heat_2", "seat_heat_0");
 }
 
@@ -220,6 +228,26 @@ void tst_Climate::manualStatus()
         QVERIFY(showsIcon(target, expected));
     else
         QVERIFY(shows(target, expected));
+}
+
+void tst_Climate::seatsBelowZero_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QString>("left");
+    for (int value : {-1, -2, -3, -5, -7})
+        QTest::addRow("%d keeps the level", value) << value << "seat_heat_2";
+    for (int value : {-4, -8, INT_MIN})
+        QTest::addRow("%d is level 0", value) << value << "seat_heat_0";
+}
+
+void tst_Climate::seatsBelowZero()
+{
+    QFETCH(int, value);
+    QFETCH(QString, left);
+    report(listWith({{9, 1}, {10, 2}})); // 2 is the level remembered last
+    report(listWith({{9, value}, {10, 3}}));
+    QVERIFY(shows("icon_left_seat_heat", left));
+    QVERIFY(shows("icon_right_seat_heat", "seat_heat_3"));
 }
 
 void tst_Climate::repeatedStatusPaintsNothing()
