@@ -47,6 +47,7 @@ private slots:
     void autoFanDragMovesTheOtherMeter();
 
     void settingsKeyFollowsTheZone();
+    void customKeysFollowTheZone();
     void singleCommands_data();
     void singleCommands();
 
@@ -375,6 +376,28 @@ void tst_ClimateTouch::autoFanDragMovesTheOtherMeter()
         (QStringList{"McuManager::triggerBeep(0)", "norda::VtqAdaptor::fanDirectValue(0, true)"}));
     QVERIFY(shows("bkg_air_gear_position_2", "position_2"));
     QVERIFY(shows("bkg_air_gear_position", "position_0"));
+}
+
+void tst_ClimateTouch::customKeysFollowTheZone()
+{
+    const auto sent = [this](int id) {
+        CallSpy calls;
+        invoke("onButtonPressed", Q_ARG(int, id));
+        invoke("onButtonReleased", Q_ARG(int, id));
+        return calls.take();
+    };
+    const auto commands = [](const char *command, int control) {
+        const QString call =
+            QStringLiteral("norda::VtqAdaptor::%1(%2, %3)").arg(command).arg(control);
+        return QStringList{call.arg(1), call.arg(2)};
+    };
+    QCOMPARE(sent(0), commands("customCtrlsButton", 18));
+    invoke("onSecondCliTopBarTextNotify", Q_ARG(QString, QString()));
+    QCOMPARE(sent(0), commands("secoundcustomCtrlsButton", 18));
+    QCOMPARE(sent(1), commands("secoundcustomCtrlsButton", 34));
+    QCOMPARE(sent(2), QStringList());
+    invoke("onCliTopBarTextNotify", Q_ARG(QString, QString()));
+    QCOMPARE(sent(1), commands("customCtrlsButton", 34));
 }
 
 void tst_ClimateTouch::settingsKeyFollowsTheZone()

@@ -246,9 +246,7 @@ static int customKey(ClimateGroup group, int id)
 void Vantiq_Climate_Widget::sendSinglePress(ClimateGroup group, int id, bool pressed)
 {
     if (customKey(group, id) >= 0) {
-        sendCustomControl(m_zone == SecondZone ? &A::secoundcustomCtrlsButton
-                                               : &A::customCtrlsButton,
-                          customKey(group, id), pressed ? ControlPressed : ControlReleased);
+        sendCustomControl(customKey(group, id), pressed ? ControlPressed : ControlReleased);
         return;
     }
     const SingleCommand *row = findSingle(group, id);

@@ -144,6 +144,11 @@ void Vantiq_Climate_Widget::onEnter()
 }
 
 void Vantiq_Climate_Widget::resume()
+ScreenCommands::ControlCommand Vantiq_Climate_Widget::customControl() const
+{
+    return m_zone == SecondZone ? secondCommands.customControl : frontCommands.customControl;
+}
+
 {
     onEnter();
 }
