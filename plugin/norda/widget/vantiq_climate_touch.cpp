@@ -70,13 +70,26 @@ void Vantiq_Climate_Widget::OnNordaDualButtonClicked(int id)
 
 // ---- Drags --------------------------------------------------------------------------------------
 
+/** Whether an event belongs to a drag with the left button. */
+static bool isDragStep(const QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+        return static_cast<const QMouseEvent *>(event)->button() == Qt::LeftButton;
+    case QEvent::MouseMove:
+        return static_cast<const QMouseEvent *>(event)->buttons() & Qt::LeftButton;
+    default:
+        return false;
+    }
+}
+
 bool Vantiq_Climate_Widget::eventFilter(QObject *watched, QEvent *event)
 {
-    const QEvent::Type type = event->type();
-    if (type != QEvent::MouseButtonPress && type != QEvent::MouseMove &&
-        type != QEvent::MouseButtonRelease)
+    if (!isDragStep(event))
         return false;
 
+    const QEvent::Type type = event->type();
     const int x = static_cast<QMouseEvent *>(event)->x();
     const bool released = type == QEvent::MouseButtonRelease;
     if (watched == m_form->tempbar_W) {
