@@ -55,6 +55,7 @@ private slots:
     void otherLineTypes();
     void shortInfo_data();
     void shortInfo();
+    void hugeTitleIsCutInTheLog();
     void hostileTexts();
     void eachLinePausesAndPaints();
     void pausesDoNotRunTheLoop();
@@ -413,6 +414,16 @@ void tst_SettingsMenu::shortInfo()
              qPrintable(lines[0]));
     QVERIFY2(lines[0].contains(QStringLiteral("Units")), qPrintable(lines[0]));
     QCOMPARE(rows(), QList<int>{2});
+}
+
+void tst_SettingsMenu::hugeTitleIsCutInTheLog()
+{
+    line(Title, 1, QString(200000, QLatin1Char('x')));
+    MessageCapture messages;
+    emit m_adaptor->NordaConfigMenuTextInfo({}, {"A"}, {"B"});
+    const QString warning = messages.takeTexts().join(QString());
+    QVERIFY(warning.contains(QString(80, QLatin1Char('x'))));
+    QVERIFY(!warning.contains(QString(81, QLatin1Char('x'))));
 }
 
 void tst_SettingsMenu::hostileTexts()

