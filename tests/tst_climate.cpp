@@ -1,4 +1,5 @@
 #include "climatefixture.h"
+#include "disabledlook.h"
 #include "messagecapture.h"
 #include "paintcounter.h"
 
@@ -24,6 +25,9 @@ private slots:
     void manualStatus();
     void seatsBelowZero_data();
     void seatsBelowZero();
+    void disabledKeys_data();
+    void disabledKeys();
+    void disabledZoneKeyFadesItsCaption();
     void repeatedStatusPaintsNothing();
 
     void secondZoneTellsTheServiceOnce();
@@ -248,6 +252,55 @@ void tst_Climate::seatsBelowZero()
     report(listWith({{9, value}, {10, 3}}));
     QVERIFY(shows("icon_left_seat_heat", left));
     QVERIFY(shows("icon_right_seat_heat", "seat_heat_3"));
+}
+
+void tst_Climate::disabledKeys_data()
+{
+    QTest::addColumn<bool>("slabs");
+    QTest::addColumn<int>("checked");
+    QTest::newRow("unchecked") << false << 0;
+    QTest::newRow("checked") << false << 1;
+    QTest::newRow("whatever the style draws") << true << 0;
+}
+
+void tst_Climate::disabledKeys()
+{
+    QFETCH(bool, slabs);
+    QFETCH(int, checked);
+    const QString style = QApplication::style()->objectName();
+    if (slabs)
+        QApplication::setStyle(new SlabStyle);
+    const auto restore = qScopeGuard([&] {
+        if (slabs)
+            QApplication::setStyle(style);
+    });
+    QList<int> status = listWith({});
+    for (int position : {0, 4, 11, 12, 16, 19, 22})
+        status[position] = 9;
+    report(status);
+    QVERIFY(!key("key_power")->isEnabled());
+    int keys = 0;
+    for (auto *each : m_screen->findChildren<QPushButton *>(QRegularExpression("^key_"))) {
+        const QString name = each->objectName();
+        if (name == QLatin1String("key_settings") || name.contains(QLatin1String("_seat_")))
+            continue; // which no state disables
+        each->setChecked(checked);
+        QCOMPARE(faultOfDisabledLook(each), QString());
+        ++keys;
+    }
+    QVERIFY(keys >= 30);
+}
+
+void tst_Climate::disabledZoneKeyFadesItsCaption()
+{
+    const auto captionColor = [this] {
+        return label("Txt_rear")->palette().color(QPalette::WindowText).lightness();
+    };
+    const int live = captionColor();
+    invoke("onRearZoneButtonStatusNotify", Q_ARG(int, 9));
+    QVERIFY(captionColor() < live * 6 / 10);
+    invoke("onRearZoneButtonStatusNotify", Q_ARG(int, 1));
+    QCOMPARE(captionColor(), live);
 }
 
 void tst_Climate::repeatedStatusPaintsNothing()

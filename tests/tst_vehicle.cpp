@@ -1,5 +1,6 @@
 #include "adaptorlink.h"
 #include "callspy.h"
+#include "disabledlook.h"
 #include "drives.h"
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
@@ -41,6 +42,7 @@ private slots:
     void battery();
     void checkEngine_data();
     void checkEngine();
+    void unknownEngineFades();
     void checkEngineTouchSendsNothing();
     void checkEngineSlotSends();
     void texts_data();
@@ -262,6 +264,15 @@ void tst_Vehicle::checkEngine()
     QCOMPARE(key->isChecked(), checked);
 }
 
+void tst_Vehicle::unknownEngineFades()
+{
+    for (const int before : {1, 2}) {
+        emit m_adaptor->checkEngineStatus(static_cast<unsigned char>(before));
+        emit m_adaptor->checkEngineStatus(0);
+        QCOMPARE(faultOfDisabledLook(child<QPushButton>("key_engine")), QString());
+    }
+}
+
 void tst_Vehicle::checkEngineTouchSendsNothing()
 {
     auto *key = child<QPushButton>("key_engine");
@@ -389,6 +400,7 @@ void tst_Vehicle::shortPropertiesAreIgnored_data()
 void tst_Vehicle::shortPropertiesAreIgnored()
 {
     QFETCH(int, size);
+    QFETCH(bool, warns);
     emit m_adaptor->Properties2TextInfo({5, 12, 0, 0, 0, 0, 70, 71, 72, 73});
     const QImage before = m_screen->grab().toImage();
     MessageCapture messages;
@@ -401,7 +413,6 @@ void tst_Vehicle::shortPropertiesAreIgnored()
     QCOMPARE(m_screen->grab().toImage(), before);
 }
 
-    QFETCH(bool, warns);
 void tst_Vehicle::logOnlySignals_data()
 {
     QTest::addColumn<QByteArray>("signal");

@@ -72,6 +72,8 @@ void Vantiq_Vehicle_Widget::initUI()
     scroller->addLabel(m_form->Txt_carInfo_2);
     scroller->setAutoRepeat(true);
 
+    m_form->key_P1->setCaption(m_form->Txt_P1);
+    m_form->key_P2->setCaption(m_form->Txt_P2);
     groupCustomKeys(m_form->key_P1, m_form->key_P2);
     m_form->key_engine->setCheckable(true);
     connect(m_form->key_engine, &QPushButton::clicked, this, &Screen::onCheckEngineClicked);
