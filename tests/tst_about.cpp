@@ -29,6 +29,7 @@ private slots:
     void audioFirmware();
     void hiddenScreenKeepsAndFollows();
     void touchesDoNothing();
+    void labelsLetTouchesThrough();
 
 private:
     static void setFirmware(const QString &text)
@@ -198,6 +199,22 @@ void tst_About::touchesDoNothing()
         QTest::mouseRelease(find<QPushButton>(screen, key), Qt::LeftButton);
     }
     QCOMPARE(calls.take(), QStringList());
+}
+
+void tst_About::labelsLetTouchesThrough()
+{
+    QWidget *screen = m_host->open(85);
+    const struct
+    {
+        const char *label, *key;
+    } rows[] = {{"Interface_Fw_Label", "key_item_1"},
+                {"Radio_Fw_Label", "key_item_2"},
+                {"Time_Label", "key_item_4"}};
+    for (const auto &row : rows) {
+        const auto *label = find<QLabel>(screen, row.label);
+        QCOMPARE(screen->childAt(label->mapTo(screen, label->rect().center())),
+                 find<QPushButton>(screen, row.key));
+    }
 }
 
 NORDA_TEST_MAIN(tst_About)

@@ -163,7 +163,8 @@ void tst_ClimateModel::seats_data()
     QTest::newRow("4 is cooling 0") << 4 << ":/icon/airicon/seat_AC_0.png";
     QTest::newRow("7 is cooling 3") << 7 << ":/icon/airicon/seat_AC_3.png";
     QTest::newRow("largest") << INT_MAX << ":/icon/airicon/seat_AC_3.png";
-    QTest::newRow("negative is off") << -5 << ":/icon/airicon/seat_heat_0.png";
+    QTest::newRow("-4 has a level") << -4 << ":/icon/airicon/seat_heat_0.png";
+    QTest::newRow("-5 has none") << -5 << ":/icon/airicon/seat_heat_-1.png";
     QTest::newRow("smallest") << INT_MIN << ":/icon/airicon/seat_heat_0.png";
 }
 

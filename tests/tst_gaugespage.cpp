@@ -1,3 +1,4 @@
+#include "disabledlook.h"
 #include "gaugesfixture.h"
 #include "messagecapture.h"
 
@@ -32,6 +33,7 @@ private slots:
     void presetKeys();
     void presetLabels_data();
     void presetLabels();
+    void disabledPresetKey();
     void settingsKey();
 
     void receivesWhileHidden();
@@ -89,9 +91,11 @@ void tst_GaugesPage::peakColors()
 {
     QFETCH(int, code);
     QFETCH(QString, sheet);
+    const QImage formsColor = label("Txt_ready")->grab().toImage();
     emit adaptor()->centerGaugePeakColorNotify(3);
     emit adaptor()->centerGaugePeakColorNotify(static_cast<unsigned char>(code));
     QCOMPARE(label("Txt_ready")->styleSheet(), sheet);
+    QCOMPARE(label("Txt_ready")->grab().toImage() == formsColor, sheet.isEmpty());
 }
 
 void tst_GaugesPage::shifterLamp_data()
@@ -261,6 +265,20 @@ void tst_GaugesPage::presetLabels()
         QCOMPARE(key->isChecked(), row.look.checked);
         QCOMPARE(text(row.caption), row.look.caption);
     }
+}
+
+void tst_GaugesPage::disabledPresetKey()
+{
+    find<QWidget>(m_screen, "button_widget")->show();
+    const auto captionColor = [this] {
+        return label("Txt_P2")->palette().color(QPalette::WindowText).lightness();
+    };
+    const int live = captionColor();
+    QCOMPARE(faultOfDisabledLook(find<QPushButton>(m_screen, "key_P2")), QString());
+    emit adaptor()->gauCustomControlLabelsNotify({"A", "B"}, QByteArray("\1\0", 2));
+    QVERIFY(captionColor() < live * 6 / 10);
+    emit adaptor()->gauCustomControlLabelsNotify({"A", "B"}, QByteArray("\1\1", 2));
+    QCOMPARE(captionColor(), live);
 }
 
 void tst_GaugesPage::settingsKey()

@@ -100,8 +100,7 @@ SeatState seatState(int code)
 {
     static constexpr int highestHeating = 3;
     static constexpr int levels = 4;
-    // Codes below 0 have no level of their own and are taken for off.
-    return {code > highestHeating, qMax(0, code) % levels};
+    return {code > highestHeating, code % levels};
 }
 
 QString seatHeatImage(int level)

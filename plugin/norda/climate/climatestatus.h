@@ -83,7 +83,7 @@ const Level_Path *recirculationImages(int state);
 struct SeatState
 {
     bool cooled;
-    int level; ///< 0 to 3
+    int level; ///< 0 to 3; below 0 for a code that names none
 };
 
 SeatState seatState(int code);

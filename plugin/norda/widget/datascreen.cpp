@@ -174,16 +174,20 @@ void DataScreen::onShowListview()
     NORDA_TRACE;
 }
 
-void DataScreen::sendCustomControl(ScreenCommands::ControlCommand command, int id,
-                                   ControlAction action)
+ScreenCommands::ControlCommand DataScreen::customControl() const
+{
+    return m_commands.customControl;
+}
+
+void DataScreen::sendCustomControl(int id, ControlAction action)
 {
     if (const unsigned char control = customControlCode(id))
-        send(command, control, static_cast<unsigned char>(action));
+        send(customControl(), control, static_cast<unsigned char>(action));
 }
 
 void DataScreen::onButtonPressed(int id)
 {
-    sendCustomControl(m_commands.customControl, id, ControlPressed);
+    sendCustomControl(id, ControlPressed);
 }
 
 void DataScreen::onButtonClicked(int id)
@@ -194,7 +198,7 @@ void DataScreen::onButtonClicked(int id)
 
 void DataScreen::onButtonReleased(int id)
 {
-    sendCustomControl(m_commands.customControl, id, ControlReleased);
+    sendCustomControl(id, ControlReleased);
 }
 
 void DataScreen::onSettingsClicked()

@@ -87,8 +87,10 @@ protected:
         if (m_adaptor)
             (m_adaptor->*command)(arguments...);
     }
+    /** The command of the module-defined keys: that of the zone on view where there are two. */
+    virtual ScreenCommands::ControlCommand customControl() const;
     /** Sends the command of a module-defined key; an id without a key sends nothing. */
-    void sendCustomControl(ScreenCommands::ControlCommand command, int id, ControlAction action);
+    void sendCustomControl(int id, ControlAction action);
 
     /** What a display type asks for. */
     struct DisplayWish

@@ -27,6 +27,9 @@ Norda_About_Widget::Norda_About_Widget(QWidget *parent)
     m_form->setupUi(this);
     m_bar = new Vantiq_Bar_Widget(this);
     m_bar->move(0, 620);
+    m_form->key_item_1->setCaption(m_form->Interface_Fw_Label);
+    m_form->key_item_2->setCaption(m_form->Radio_Fw_Label);
+    m_form->key_item_4->setCaption(m_form->Time_Label);
     for (QLabel *line : {m_form->Interface_Fw_Label, m_form->Radio_Fw_Label, m_form->Time_Label})
         line->setTextFormat(Qt::PlainText);
     if (VtqAdaptor *adaptor = VtqAdaptor::instance()) {

@@ -81,10 +81,11 @@ void Vantiq_Climate_Widget::updateManualUi()
 /** Off turns both images off; otherwise only the kind that is on is drawn. */
 void Vantiq_Climate_Widget::drawManualSeat(int code, QLabel *heated, QLabel *cooled)
 {
+    if (code < 0)
+        return; // names no image, so both stay
     const SeatState seat = seatState(code);
-    const bool off = code <= 0;
-    if (seat.cooled || off)
-        m_images.show(cooled, seatCoolImage(off ? 0 : seat.level));
+    if (seat.cooled || code == 0)
+        m_images.show(cooled, seatCoolImage(seat.level));
     if (!seat.cooled)
         m_images.show(heated, seatHeatImage(seat.level));
 }

@@ -70,13 +70,26 @@ void Vantiq_Climate_Widget::OnNordaDualButtonClicked(int id)
 
 // ---- Drags --------------------------------------------------------------------------------------
 
+/** Whether an event belongs to a drag with the left button. */
+static bool isDragStep(const QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+        return static_cast<const QMouseEvent *>(event)->button() == Qt::LeftButton;
+    case QEvent::MouseMove:
+        return static_cast<const QMouseEvent *>(event)->buttons() & Qt::LeftButton;
+    default:
+        return false;
+    }
+}
+
 bool Vantiq_Climate_Widget::eventFilter(QObject *watched, QEvent *event)
 {
-    const QEvent::Type type = event->type();
-    if (type != QEvent::MouseButtonPress && type != QEvent::MouseMove &&
-        type != QEvent::MouseButtonRelease)
+    if (!isDragStep(event))
         return false;
 
+    const QEvent::Type type = event->type();
     const int x = static_cast<QMouseEvent *>(event)->x();
     const bool released = type == QEvent::MouseButtonRelease;
     if (watched == m_form->tempbar_W) {
@@ -246,9 +259,7 @@ static int customKey(ClimateGroup group, int id)
 void Vantiq_Climate_Widget::sendSinglePress(ClimateGroup group, int id, bool pressed)
 {
     if (customKey(group, id) >= 0) {
-        sendCustomControl(m_zone == SecondZone ? &A::secoundcustomCtrlsButton
-                                               : &A::customCtrlsButton,
-                          customKey(group, id), pressed ? ControlPressed : ControlReleased);
+        sendCustomControl(customKey(group, id), pressed ? ControlPressed : ControlReleased);
         return;
     }
     const SingleCommand *row = findSingle(group, id);

@@ -91,21 +91,17 @@ void Vantiq_Climate_Widget::init_UI()
     connect(ui.key_rear, &QPushButton::clicked, this, &Screen::onNordaRearClicked);
     connect(ui.key_settings, &QPushButton::clicked, this, &Screen::onSettingsClicked);
 
-    const QWidgetList overlays = {ui.Txt_rear,
-                                  ui.icon_left_seat_heat,
-                                  ui.icon_left_seat_AC,
-                                  ui.icon_right_seat_heat,
-                                  ui.icon_right_seat_AC,
-                                  ui.icon_left_seat_heat_2,
-                                  ui.icon_left_seat_AC_2,
-                                  ui.icon_right_seat_heat_2,
-                                  ui.icon_right_seat_AC_2,
-                                  ui.Txt_P1,
-                                  ui.Txt_P2,
-                                  ui.Txt_P1_2,
-                                  ui.Txt_P2_2};
+    const QWidgetList overlays = {ui.icon_left_seat_heat,    ui.icon_left_seat_AC,
+                                  ui.icon_right_seat_heat,   ui.icon_right_seat_AC,
+                                  ui.icon_left_seat_heat_2,  ui.icon_left_seat_AC_2,
+                                  ui.icon_right_seat_heat_2, ui.icon_right_seat_AC_2};
     for (QWidget *overlay : overlays)
         overlay->setAttribute(Qt::WA_TransparentForMouseEvents);
+    ui.key_rear->setCaption(ui.Txt_rear);
+    ui.key_P1->setCaption(ui.Txt_P1);
+    ui.key_P2->setCaption(ui.Txt_P2);
+    ui.key_P1_2->setCaption(ui.Txt_P1_2);
+    ui.key_P2_2->setCaption(ui.Txt_P2_2);
     ui.bkg_air_gear_position->installEventFilter(this);
     ui.bkg_air_gear_position_2->installEventFilter(this);
 
@@ -146,6 +142,11 @@ void Vantiq_Climate_Widget::onEnter()
 void Vantiq_Climate_Widget::resume()
 {
     onEnter();
+}
+
+ScreenCommands::ControlCommand Vantiq_Climate_Widget::customControl() const
+{
+    return m_zone == SecondZone ? secondCommands.customControl : frontCommands.customControl;
 }
 
 void Vantiq_Climate_Widget::onSettingsClicked()

@@ -150,6 +150,7 @@ public slots:
     void updateFrontZoneUi();
 
 protected:
+    ScreenCommands::ControlCommand customControl() const override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
 

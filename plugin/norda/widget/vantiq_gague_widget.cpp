@@ -58,11 +58,11 @@ void Vantiq_Gaugue_Widget::initUI()
 {
     createNavigationBar();
 
-    // Touches go through the texts to the gauges and keys beneath.
-    const QWidgetList overlays = {
-        m_form->up_left_widget,    m_form->up_right_widget, m_form->down_left_widget,
-        m_form->down_right_widget, m_form->scale_widget,    m_form->Indicator_lb_2,
-        m_form->Txt_ready,         m_form->Txt_P1,          m_form->Txt_P2};
+    // Touches go through the texts to the gauges beneath.
+    const QWidgetList overlays = {m_form->up_left_widget,   m_form->up_right_widget,
+                                  m_form->down_left_widget, m_form->down_right_widget,
+                                  m_form->scale_widget,     m_form->Indicator_lb_2,
+                                  m_form->Txt_ready};
     for (QWidget *overlay : overlays)
         overlay->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_form->gagus_widget_1->lower();
@@ -81,6 +81,8 @@ void Vantiq_Gaugue_Widget::initUI()
     scrolling->addLabel(m_form->Txt_fork);
     scrolling->setAutoRepeat(true);
 
+    m_form->key_P1->setCaption(m_form->Txt_P1);
+    m_form->key_P2->setCaption(m_form->Txt_P2);
     m_presetKeys = groupCustomKeys(m_form->key_P1, m_form->key_P2);
     connect(m_form->key_settings, &QPushButton::clicked, this, &Screen::onSettingsClicked);
 }
@@ -238,8 +240,11 @@ void Vantiq_Gaugue_Widget::onPeakIndicatorText(const QString &text)
 void Vantiq_Gaugue_Widget::ondCenterGaugePeakColor(unsigned char code)
 {
     const QString sheet = QString::fromLatin1(peakStyleSheet(code));
-    if (m_form->Txt_ready->styleSheet() != sheet)
-        m_form->Txt_ready->setStyleSheet(sheet);
+    if (m_form->Txt_ready->styleSheet() == sheet)
+        return;
+    m_form->Txt_ready->setStyleSheet(sheet);
+    if (sheet.isEmpty()) // a removed sheet leaves the application's colours, not the form's
+        m_form->Txt_ready->setPalette(QPalette());
 }
 
 void Vantiq_Gaugue_Widget::onShifterArrowIndicator(unsigned char on)

@@ -72,6 +72,8 @@ void Vantiq_Parking_Widget::init_UI()
     auto *scroller = new SLabelManager(this);
     scroller->addLabel(m_form->Txt_fork);
     scroller->setAutoRepeat(true);
+    m_form->key_P1->setCaption(m_form->Txt_P1);
+    m_form->key_P2->setCaption(m_form->Txt_P2);
     m_customKeys = groupCustomKeys(m_form->key_P1, m_form->key_P2);
     connect(m_form->key_split, &QPushButton::clicked, this, &Screen::onSplitClicked);
     connect(m_form->key_camera, &QPushButton::clicked, this, &Screen::onCameraClicked);

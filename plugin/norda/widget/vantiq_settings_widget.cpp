@@ -126,7 +126,7 @@ void Vantiq_Settings_Widget::UpdateConfigMenuText(const QList<int> &info, const 
     static constexpr int needed = 3;
     if (info.size() < needed) {
         NORDA_WARNING << "menu line: expected" << needed << "numbers, got" << info.size() << "after"
-                      << m_titleText;
+                      << excerpt(m_titleText);
         QThread::msleep(linePauseMs);
         return;
     }

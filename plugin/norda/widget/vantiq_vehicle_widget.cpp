@@ -72,6 +72,8 @@ void Vantiq_Vehicle_Widget::initUI()
     scroller->addLabel(m_form->Txt_carInfo_2);
     scroller->setAutoRepeat(true);
 
+    m_form->key_P1->setCaption(m_form->Txt_P1);
+    m_form->key_P2->setCaption(m_form->Txt_P2);
     groupCustomKeys(m_form->key_P1, m_form->key_P2);
     m_form->key_engine->setCheckable(true);
     connect(m_form->key_engine, &QPushButton::clicked, this, &Screen::onCheckEngineClicked);
@@ -227,9 +229,11 @@ void Vantiq_Vehicle_Widget::onCheckGearPositionStatus(unsigned char position)
 void Vantiq_Vehicle_Widget::onProperties2TextInfo(QList<int> properties)
 {
     static constexpr int needed = 10;
+    static constexpr int gaugesNeed = 6; // a list that is long enough for them is no fault
     if (properties.size() < needed) {
-        NORDA_WARNING << "vehicle properties: expected" << needed << "numbers, got"
-                      << properties.size();
+        if (properties.size() < gaugesNeed)
+            NORDA_WARNING << "vehicle properties: expected" << needed << "numbers, got"
+                          << properties.size();
         return;
     }
     onDoorStatus(static_cast<unsigned char>(properties[0]));
