@@ -7,7 +7,7 @@ norda_packages_benchmarks="libbenchmark-dev libqwt-qt5-dev"
 norda_packages_fuzz="clang"
 norda_packages_format="clang-format"
 norda_packages_lint="clang-tidy"
-norda_packages_packages="lintian mmdebstrap"
+norda_packages_packages="lintian mmdebstrap doxygen"
 norda_packages_armhf="crossbuild-essential-armhf qemu-user mmdebstrap"
 
 # What the board has, as far as building and testing need it.
