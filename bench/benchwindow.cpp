@@ -286,6 +286,7 @@ bool BenchWindow::writePictures(const QString &folder, QString *error)
 
 void BenchWindow::openDrive(const QString &file)
 {
+    static constexpr int climateWindow = 82, parkingWindow = 83;
     QString error;
     auto source = module::openSource(file, &error);
     if (!source) {
@@ -296,6 +297,9 @@ void BenchWindow::openDrive(const QString &file)
     session->drive()->setSpeed(m_session->drive()->speed());
     session->drive()->faults() = m_session->drive()->faults();
     m_lookBack->end();
+    // No payload shows climate or the zones as unknown: these pages forget the drive before.
+    for (const int id : {climateWindow, parkingWindow})
+        m_unit->rebuildWindow(id);
     start(std::move(session));
     m_start.source = QFileInfo(file).absoluteFilePath();
 }

@@ -211,7 +211,7 @@ static const State states[] = {
             norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
             report(7, 4);
             emit adaptor->parkingDistanceFront(QByteArray::fromHex("50280000"));
-            emit adaptor->parkingTopBarText("Rear 0.3 m");
+            emit adaptor->parkingTopBarText("Rear 1.0 ft");
         },
         [](const Scene &) { emit norda::VtqAdaptor::instance()->parkingTopBarText(""); }},
     {"83-parking-blind", 83,

@@ -228,11 +228,17 @@ bool HeadUnit::pressKey(int key)
 
 void HeadUnit::recreateWindow()
 {
-    if (m_stack.isEmpty())
-        return;
-    const int id = currentWindow();
-    leave(id);
+    if (!m_stack.isEmpty())
+        rebuildWindow(currentWindow());
+}
+
+void HeadUnit::rebuildWindow(int id)
+{
+    const bool isOpen = id == currentWindow();
+    if (isOpen)
+        leave(id);
     window(id)->onDestroy();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    enter(id);
+    if (isOpen)
+        enter(id);
 }

@@ -40,6 +40,8 @@ public slots:
     void toggleSplit();
     /** Makes the open window give its content back and build it anew. */
     void recreateWindow();
+    /** The same for any window; one that is not open is built when it opens next. */
+    void rebuildWindow(int id);
 
 signals:
     void windowOpened(int id);

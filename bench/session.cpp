@@ -94,7 +94,7 @@ void Session::tell()
 
 void Session::onSignal(const QByteArray &name, const QVariantList &arguments)
 {
-    if (m_finished || m_lookingBack)
+    if (m_finished || m_lookingBack || m_drive.isRepeating())
         return;
     m_journal.noteSignal(nowMs(), name, arguments);
     if (m_recording) {
@@ -109,7 +109,7 @@ void Session::onSignal(const QByteArray &name, const QVariantList &arguments)
 
 void Session::onCall(const QString &operation, const QVariantList &arguments)
 {
-    if (m_finished || m_lookingBack)
+    if (m_finished || m_lookingBack || m_drive.isRepeating())
         return;
     m_journal.note(nowMs(), Journal::Call, operation, arguments);
     if (m_recording)

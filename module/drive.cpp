@@ -186,15 +186,21 @@ Drive::Delivery Drive::deliverUntil(qint64 ms, qint64 realMs)
 void Drive::deliver(Emission emission, int delivery)
 {
     if (m_faults.isIdle()) {
-        m_link.deliver(emission);
+        hand(emission);
         return;
     }
     const QVector<Emission> passed = m_faults.pass(std::move(emission));
     for (const Emission &next : passed) {
-        m_link.deliver(next);
+        hand(next);
         if (m_delivery != delivery)
             return;
     }
+}
+
+void Drive::hand(const Emission &emission)
+{
+    const QScopedValueRollback<bool> repeating(m_isRepeating, emission.isRepeat);
+    m_link.deliver(emission);
 }
 
 void Drive::onCall(const QString &operation, const QVariantList &arguments)

@@ -20,6 +20,7 @@ struct Emission
     qint64 atMs = 0;
     QByteArray signal;
     QVariantList arguments;
+    bool isRepeat = false; ///< brings a page up to date in a replay: not recorded once more
 };
 
 /** What lies behind a car, as its rear camera sees it. Metres from the bumper; x to the right. */

@@ -273,7 +273,7 @@ void tst_Bench::realDrives()
         const QString text = object.value("args").toArray().at(0).toString();
         if (object.value("signal") == QLatin1String("centerGaugeValueNotify"))
             highestSent = qMax(highestSent, text.toInt());
-        if (object.value("signal") == QLatin1String("batteryVoltage"))
+        if (object.value("signal") == QLatin1String("batteryVoltage") && text != "--")
             lowestSent = qMin(lowestSent, text.left(text.size() - 1).toDouble());
     }
     QCOMPARE(highestSent, qFloor(highestRpm));

@@ -221,9 +221,9 @@ void tst_Scenarios::passes_data()
     row("null bytes", "0 page 83\nsignal parkingDistanceFront null\nexpect warning \"parking\"\n");
     row("warnings allowed", "allow-warnings\n0 page 83\nsignal parkingDistanceFront null\n"
                             "expect page 83\n");
-    row("seek", "source simulator\n1 seek 500\nexpect Txt_fork text contains \"km/h\"\n");
+    row("seek", "source simulator\n1 seek 500\nexpect Txt_fork text contains \"mph\"\n");
     row("late start", "source simulator\nfault late-start:3\n2 expect Txt_fork text \"\"\n"
-                      "4 expect Txt_fork text contains \"km/h\"\n");
+                      "4 expect Txt_fork text contains \"mph\"\n");
     row("fault underway", "source simulator\n1 fault silence:1\n2 expect no signal "
                           "batteryVoltage\n3 fault none\n5 expect signal batteryVoltage\n");
     row("trim", "source simulator\ntrim no-rear\n0 page 82\n1 touch key_rear\n"
