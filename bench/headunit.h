@@ -31,6 +31,7 @@ public:
     QWidget *currentPage() const;
 
 public slots:
+    /** Opens a page as its key on the navigation bar does. */
     void openWindow(int id);
     void back();
     /** A hardware key: the open window may use it. @return whether it did */
@@ -48,6 +49,7 @@ signals:
 
 private:
     void onTouched(int code);
+    void bringToFront(int id);
     void openCamera();
     bool prefersSplit() const;
     void leave(int id);

@@ -53,6 +53,10 @@ public slots:
 
 signals:
     void positionChanged(qint64 ms);
+    /** The clock has come to this moment; what is due then follows. */
+    void reached(qint64 ms);
+    /** Somebody did this at the unit when the drive was recorded. */
+    void actionDue(const QString &word, const QVariantList &arguments);
     /** Somebody jumped in the drive; what brings screens up to date there follows. */
     void jumped(qint64 fromMs, qint64 toMs);
     void playingChanged(bool playing);

@@ -96,7 +96,7 @@ QVariantList ObdMapper::arguments(const Sample &sample, QByteArray *signal) cons
                     .arg(qRound(value * milesPerKilometre))};
     case Quantity::Voltage:
         *signal = "batteryVoltage";
-        return {QString::number(value, 'f', 2) + QLatin1Char('V')};
+        return {QString::number(value, 'f', 1) + QLatin1Char('V')}; // five characters are shown
     default:
         return {};
     }

@@ -4,6 +4,8 @@
 #include "norda/vtqadaptor.h"
 #include "unknownvalues.h"
 
+#include <algorithm>
+
 namespace module {
 
 RecordedModule::RecordedModule(std::unique_ptr<VehicleSource> drive, Answers answers)
@@ -40,6 +42,15 @@ void RecordedModule::begin(qint64 ms)
         m_answers.say(ms, value.signal, value.arguments);
     if (!reported.contains("NordaVerInfo"))
         m_answers.say(ms, "NordaVerInfo", {versionTexts()});
+}
+
+/** The drive has been read ahead: what is still to be handed out counts. */
+bool RecordedModule::isCatchingUp() const
+{
+    return m_drive->isCatchingUp() ||
+           std::any_of(m_ahead.begin(), m_ahead.end(), [](const Emission &emission) {
+               return emission.isAction && emission.signal == beginAction;
+           });
 }
 
 void RecordedModule::seek(qint64 ms)

@@ -177,8 +177,19 @@ void tst_Panels::faultsAreSet()
     const Faults &faults = m_window->session()->drive()->faults();
     auto *silence = find<QDoubleSpinBox>("fault-silence");
     QCOMPARE(silence->text(), QStringLiteral("off"));
-    silence->setValue(20);
+    silence->setValue(0.2);
     QCOMPARE(faults.value(Faults::Silence), 0.2);
+    QCOMPARE(silence->text(), QStringLiteral("0.2"));
+    // The numbers are those of the command line, also while somebody writes one.
+    silence->setFocus();
+    silence->selectAll();
+    QTest::keyClicks(silence, "0.9");
+    QTest::qWait(400); // the panels look
+    QCOMPARE(silence->cleanText(), QStringLiteral("0.9"));
+    QTest::keyClick(silence, Qt::Key_Return);
+    QCOMPARE(faults.value(Faults::Silence), 0.9);
+    QCOMPARE(silence->text(), QStringLiteral("0.9"));
+    QCOMPARE(silence->maximum(), 1.0);
     find<QDoubleSpinBox>("fault-restart")->setValue(60);
     QCOMPARE(faults.value(Faults::Restart), 60.0);
     silence->setValue(0);
