@@ -20,8 +20,8 @@ struct Emission
     qint64 atMs = 0;
     QByteArray signal;
     QVariantList arguments;
+    bool isAction = false; ///< by its word, not a signal
     bool isRepeat = false; ///< brings a page up to date in a replay: not recorded once more
-    bool isAction = false;
 };
 
 /** The action that ends what a recording catches up with: what follows is what was recorded. */

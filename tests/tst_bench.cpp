@@ -299,10 +299,10 @@ void tst_Bench::realDrives()
         const QString text = object.value("args").toArray().at(0).toString();
         if (object.value("signal") == QLatin1String("centerGaugeValueNotify"))
             highestSent = qMax(highestSent, text.toInt());
-        if (object.value("signal") == QLatin1String("batteryVoltage") && text != "--")
-            lowestSent = qMin(lowestSent, text.left(text.size() - 1).toDouble());
-        if (object.value("signal") == QLatin1String("batteryVoltage"))
-            QVERIFY2(text.size() <= 5 && text.endsWith(QLatin1Char('V')), qPrintable(text));
+        if (object.value("signal") != QLatin1String("batteryVoltage") || text == "--")
+            continue;
+        lowestSent = qMin(lowestSent, text.left(text.size() - 1).toDouble());
+        QVERIFY2(text.size() <= 5 && text.endsWith(QLatin1Char('V')), qPrintable(text));
     }
     QCOMPARE(highestSent, qFloor(highestRpm));
     QVERIFY(qAbs(lowestSent - lowestVolts) < 0.051);
@@ -365,8 +365,8 @@ void tst_Bench::runtimeFolderIsPrivate()
     const QString scratch = path("tmp");
     QVERIFY(QDir().mkpath(scratch));
     const auto start = [&scratch] {
-        return runProgram({"env", "-u", "XDG_RUNTIME_DIR", "TMPDIR=" + scratch, testpaths::benchFile(),
-                           "--headless", "--duration", "1"});
+        return runProgram({"env", "-u", "XDG_RUNTIME_DIR", "TMPDIR=" + scratch,
+                           testpaths::benchFile(), "--headless", "--duration", "1"});
     };
     const auto folders = [&scratch] { return QDir(scratch).entryInfoList({"norda-runtime-*"}); };
     const auto onlyOurs =
@@ -394,8 +394,8 @@ void tst_Bench::partOfADriveReplaysAlike()
     for (const QStringList &range :
          {QStringList{"--from", "90", "--to", "120"}, QStringList{"--from", "470"}}) {
         QCOMPARE(run(QStringList{"--cut", report, "--record", part} + range).exitCode, 0);
-        const Result replay = run({"--headless", "--source", part, "--plugin", testpaths::pluginFile(),
-                                   "--record", path("new.jsonl")});
+        const Result replay = run({"--headless", "--source", part, "--plugin",
+                                   testpaths::pluginFile(), "--record", path("new.jsonl")});
         QCOMPARE(replay.exitCode, 0);
         const Result diff = run({"--diff", part, path("new.jsonl")});
         QVERIFY2(diff.exitCode == 0, qPrintable(diff.out));

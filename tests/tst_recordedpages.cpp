@@ -170,7 +170,7 @@ void tst_RecordedPages::lastValuesAfterTheEnd()
     makeWindow(write("volts.csv", "Time,RPM,Voltage\n0,800,12.3\n1,900,14.1\n"));
     playToItsEnd();
     m_unit->openWindow(81);
-    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("14.10"));
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("14.1V"));
     m_unit->rebuildWindow(80);
     m_unit->openWindow(80);
     QTRY_COMPARE(text("Txt_center_value"), QStringLiteral("900 RPM"));
@@ -182,7 +182,7 @@ void tst_RecordedPages::lateValueIsUnknownBefore()
     m_unit->openWindow(81);
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("--"));
     m_window->session()->drive()->seek(60000);
-    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.30"));
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.3V"));
 }
 
 void tst_RecordedPages::seekBackForgets()
@@ -190,7 +190,7 @@ void tst_RecordedPages::seekBackForgets()
     makeWindow(write("late.csv", "Time,RPM,Voltage\n0,800,\n60,800,12.3\n"));
     m_unit->openWindow(81);
     m_window->session()->drive()->seek(60000);
-    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.30"));
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.3V"));
     m_window->session()->drive()->seek(10000);
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("--"));
 }
