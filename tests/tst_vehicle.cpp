@@ -532,11 +532,11 @@ void tst_Vehicle::recordedVoltage()
     QVERIFY2(source, qPrintable(error));
     module::AdaptorLink link;
     QString lowest = QStringLiteral("99V");
+    const auto volts = [](const QString &shown) { return shown.chopped(1).toDouble(); };
     while (source->nextDueMs() >= 0) {
         link.deliver(source->take());
         const QString shown = text("Txt_battery");
-        if (shown.endsWith(QLatin1Char('V')) &&
-            shown.chopped(1).toDouble() < lowest.chopped(1).toDouble())
+        if (shown.endsWith(QLatin1Char('V')) && volts(shown) < volts(lowest))
             lowest = shown;
     }
     QCOMPARE(lowest, atCranking);
