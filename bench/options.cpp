@@ -16,7 +16,7 @@ Examples:
                                                a whole drive without a display
   norda-bench --record session.jsonl           keep all that crosses the adaptor
   norda-bench --source session.jsonl           and play it again
-  norda-bench --script bench/scenarios         play all scenarios that ship
+  norda-bench --script bench/scenario/library         play all scenarios that ship
   norda-bench --check libmyplugin.so           would a head unit accept it?
   norda-bench --fault silence:0.3 --fault truncate --seed 7
                                                a module that misbehaves
@@ -152,7 +152,7 @@ static bool readPart(const QCommandLineParser &parser, Options *options, QString
     if (!number(parser, "from", 0, longest, &from, error) ||
         (parser.isSet(QStringLiteral("to")) && !number(parser, "to", from, longest, &to, error)))
         return false;
-    if (options->record.isEmpty()) {
+    if (options->setup.record.isEmpty()) {
         *error = QStringLiteral("--cut: expected --record with the file for the part");
         return false;
     }
@@ -183,7 +183,7 @@ bool Options::makeFolders(QString *error) const
         return false;
     }
     const std::pair<const char *, const QString &> files[] = {
-        {"record", record}, {"summary", summary}, {"junit", junit}};
+        {"record", setup.record}, {"summary", summary}, {"junit", junit}};
     for (const auto &[option, file] : files) {
         if (file.isEmpty() || QDir().mkpath(QFileInfo(file).absolutePath()))
             continue;
@@ -242,12 +242,12 @@ bool Options::parse(const QStringList &arguments, QString *error)
     }
     headless = parser.isSet(QStringLiteral("headless"));
     trace = parser.isSet(QStringLiteral("trace"));
-    source = parser.value(QStringLiteral("source"));
+    setup.source = parser.value(QStringLiteral("source"));
     plugin = parser.value(QStringLiteral("plugin"));
     speedGiven = parser.isSet(QStringLiteral("speed"));
     if (parser.value(QStringLiteral("speed")) == QLatin1String("max"))
-        speed = 0;
-    else if (!number(parser, "speed", 0.1, 100, &speed, error)) {
+        setup.speed = 0;
+    else if (!number(parser, "speed", 0.1, 100, &setup.speed, error)) {
         error->replace(QStringLiteral(", got"), QStringLiteral(" or 'max', got"));
         return false;
     }
@@ -255,29 +255,29 @@ bool Options::parse(const QStringList &arguments, QString *error)
     if (parser.isSet(QStringLiteral("duration")) &&
         !number(parser, "duration", 0.1, 1e7, &seconds, error))
         return false;
-    durationMs = qRound64(seconds * 1000);
+    setup.durationMs = qRound64(seconds * 1000);
     double page = firstPage;
     if (!number(parser, "window", firstPage, lastPage, &page, error) ||
         !number(parser, "scale", 0.25, 4, &scale, error))
         return false;
-    window = int(page);
-    windowGiven = parser.isSet(QStringLiteral("window"));
+    setup.page = int(page);
+    setup.isPageGiven = parser.isSet(QStringLiteral("window"));
 
-    if (!module::trimFromName(parser.value(QStringLiteral("trim")), &trim)) {
+    if (!module::trimFromName(parser.value(QStringLiteral("trim")), &setup.trim)) {
         *error = QStringLiteral("--trim: expected 'full', 'no-rear' or 'manual', got '%1'")
                      .arg(parser.value(QStringLiteral("trim")));
         return false;
     }
 
-    if (!readFaults(parser, &faults, error))
+    if (!readFaults(parser, &setup.faults, error))
         return false;
 
     gallery = parser.value(QStringLiteral("gallery"));
-    record = parser.value(QStringLiteral("record"));
+    setup.record = parser.value(QStringLiteral("record"));
     double megabytes = 0;
     if (!number(parser, "record-limit", 1, 100000, &megabytes, error))
         return false;
-    recordLimit = qRound64(megabytes * 1e6);
+    setup.recordLimit = qRound64(megabytes * 1e6);
     summary = parser.value(QStringLiteral("summary"));
     scripts = parser.values(QStringLiteral("script"));
     junit = parser.value(QStringLiteral("junit"));

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "faults.h"
-#include "pages.h"
-#include "simulator/climate.h"
+#include "session/setup.h"
 
 #include <QString>
 #include <QStringList>
@@ -10,15 +8,9 @@
 /** What was asked for on the command line, checked. */
 struct Options
 {
-    QString source = QStringLiteral("simulator");
-    double speed = 1.0; ///< factor of real time, 0 for as fast as it can
+    Setup setup;
     bool speedGiven = false;
-    qint64 durationMs = -1; ///< -1 for the whole drive
-    int window = firstPage;
-    bool windowGiven = false;
     QString gallery;
-    QString record;
-    qint64 recordLimit = 0; ///< in bytes
     QString summary;
     QString plugin;
     QString platform;    ///< what Qt draws on, empty for its own choice
@@ -30,8 +22,6 @@ struct Options
     QString cut;         ///< a recording to write a part of
     qint64 fromMs = 0;
     qint64 toMs = -1;
-    module::Trim trim = module::Trim::Full;
-    module::Faults faults;
     bool headless = false;
     bool trace = false;
     double scale = 1.0;

@@ -1,14 +1,14 @@
 #include "audiostage.h"
-#include "audiostageview.h"
 #include "callspy.h"
-#include "headunit.h"
 #include "mem/settingscache.h"
 #include "norda/vtqservice.h"
 #include "nordahost.h"
+#include "panels/audiomonitor.h"
 #include "screen.h"
-#include "session.h"
+#include "session/session.h"
 #include "testmain.h"
 #include "testpaths.h"
+#include "windowstack.h"
 
 /** The head unit's audio policy around the plugin's voice sources. */
 class tst_AudioStage : public QObject
@@ -54,7 +54,7 @@ private:
     }
 
     QScopedPointer<Screen> m_screen;
-    QScopedPointer<HeadUnit> m_unit;
+    QScopedPointer<WindowStack> m_unit;
     QScopedPointer<AudioStage> m_stage;
     qint64 m_nowMs = 0;
 };
@@ -62,7 +62,7 @@ private:
 void tst_AudioStage::init()
 {
     m_screen.reset(new Screen);
-    m_unit.reset(new HeadUnit(m_screen.data()));
+    m_unit.reset(new WindowStack(m_screen.data()));
     QString error;
     QVERIFY2(m_unit->load(testpaths::pluginFile(), &error), qPrintable(error));
     m_stage.reset(new AudioStage(m_unit.data()));
@@ -264,7 +264,7 @@ void tst_AudioStage::timeLineIsBounded()
 
 void tst_AudioStage::pictureFollows()
 {
-    AudioStageView view(m_stage.data());
+    AudioMonitor view(m_stage.data());
     view.resize(800, 480);
     const QImage silent = view.grab().toImage();
     notify(4, 1);

@@ -1,29 +1,25 @@
 #include "audiostage.h"
-#include "benchwindow.h"
 #include "callspy.h"
 #include "cameraview.h"
 #include "cm/reverservideoinservice.h"
 #include "cm/statusbarcontrol.h"
-#include "headunit.h"
 #include "mem/settingsfunc.h"
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
-#include "options.h"
 #include "pages.h"
 #include "paintcounter.h"
 #include "screen.h"
-#include "session.h"
+#include "session/session.h"
 #include "statuscolumn.h"
 #include "testmain.h"
 #include "testpaths.h"
 #include "touchevent.h"
-#include "transportbar.h"
+#include "window/transportbar.h"
+#include "windowstack.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QPushButton>
-#include <QSlider>
-#include <QToolButton>
 
 #include <functional>
 
@@ -54,7 +50,6 @@ private slots:
     void parkingIsBoundByTheHost();
     void framesAreCounted();
     void unknownCodesAndWindows();
-    void windowPlaysAndSeeks();
     void carAnswersTheTouch();
 
 private:
@@ -70,13 +65,13 @@ private:
     }
 
     QScopedPointer<Screen> m_screen;
-    QScopedPointer<HeadUnit> m_unit;
+    QScopedPointer<WindowStack> m_unit;
 };
 
 void tst_HeadUnit::init()
 {
     m_screen.reset(new Screen);
-    m_unit.reset(new HeadUnit(m_screen.data()));
+    m_unit.reset(new WindowStack(m_screen.data()));
     QString error;
     QVERIFY2(m_unit->load(testpaths::pluginFile(), &error), qPrintable(error));
     m_screen->show();
@@ -278,7 +273,7 @@ void tst_HeadUnit::cameraIsStatedOnce()
     settings.write("[General]\nCameraInput=0\n");
     settings.close();
     m_unit.reset(); // the owner's word holds on the next start
-    m_unit.reset(new HeadUnit(m_screen.data()));
+    m_unit.reset(new WindowStack(m_screen.data()));
     QVERIFY(settings.open(QIODevice::ReadOnly));
     QCOMPARE(settings.readAll(), QByteArray("[General]\nCameraInput=0\n"));
     settings.remove();
@@ -375,35 +370,6 @@ void tst_HeadUnit::unknownCodesAndWindows()
     m_unit->openWindow(lastPage + 1);
     QCOMPARE(m_unit->currentWindow(), 80);
     QVERIFY(!m_screen->isCameraShown());
-}
-
-void tst_HeadUnit::windowPlaysAndSeeks()
-{
-    Options options;
-    QString error;
-    AudioStage stage(m_unit.data());
-    BenchWindow window(options, m_screen.data(), m_unit.data(), &stage);
-    window.start(
-        std::make_unique<Session>(module::openSource(QStringLiteral("simulator"), &error)));
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    module::Drive *drive = window.session()->drive();
-    QVERIFY(drive->isPlaying());
-
-    auto *play = window.findChild<QToolButton *>(QStringLiteral("play"));
-    QTest::mouseClick(play, Qt::LeftButton);
-    QVERIFY(!drive->isPlaying());
-    auto *slider = window.findChild<QSlider *>();
-    QCOMPARE(slider->maximum(), 600);
-    slider->setValue(300);
-    QCOMPARE(drive->positionMs(), 300000);
-    QVERIFY(window.session()->signalCount() > 5);
-    QTest::keyClick(&window, Qt::Key_Space);
-    QTRY_VERIFY(drive->isPlaying());
-    QTest::keyClick(&window, Qt::Key_3);
-    QTRY_COMPARE(m_unit->currentWindow(), 82);
-    QTest::keyClick(&window, Qt::Key_Escape);
-    QTRY_COMPARE(m_unit->currentWindow(), 80);
 }
 
 void tst_HeadUnit::carAnswersTheTouch()

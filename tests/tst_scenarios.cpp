@@ -51,7 +51,7 @@ private:
 
 void tst_Scenarios::shippedOnesPass()
 {
-    const ProgramResult result = play({"--script", testpaths::source("bench/scenarios")});
+    const ProgramResult result = play({"--script", testpaths::source("bench/scenario/library")});
     QVERIFY2(result.exitCode == 0, qPrintable(result.out + result.err));
     const QStringList lines = result.out.split(QLatin1Char('\n'));
     QVERIFY(lines.filter(QRegularExpression("^pass ")).size() >= 25);

@@ -1,4 +1,4 @@
-#include "callwords.h"
+#include "panels/callwords.h"
 
 #include "pages.h"
 #include "simulator/climate.h"

@@ -1,7 +1,7 @@
-#include "carpanel.h"
+#include "panels/carpanel.h"
 
-#include "operator.h"
-#include "session.h"
+#include "session/actions.h"
+#include "session/session.h"
 
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -34,8 +34,8 @@ static void addRow(QFormLayout *form, const QString &title, QWidget *field)
     form->labelForField(field)->setMinimumWidth(titleWidth);
 }
 
-CarPanel::CarPanel(Operator *hand, QWidget *parent)
-    : Panel(parent), m_hand(hand), m_controls(new QWidget)
+CarPanel::CarPanel(Actions *hand, QWidget *parent)
+    : Panel(parent), m_actions(hand), m_controls(new QWidget)
 {
     auto *controls = new QVBoxLayout(m_controls);
     controls->setContentsMargins(0, 0, 0, 0);
@@ -143,7 +143,7 @@ QWidget *CarPanel::makeFault(Faults::Kind kind)
     m_faults.append(box);
     connect(box, qOverload<double>(&QDoubleSpinBox::valueChanged), this,
             [this, kind](double value) {
-                m_hand->act(
+                m_actions->act(
                     QStringLiteral("fault"),
                     {QStringLiteral("%1:%2").arg(QLatin1String(Faults::nameOf(kind))).arg(value)});
             });
@@ -152,8 +152,8 @@ QWidget *CarPanel::makeFault(Faults::Kind kind)
 
 void CarPanel::hold(Controls::Control control, int value)
 {
-    m_hand->act(QStringLiteral("car"), {QString::fromLatin1(Controls::row(control).name),
-                                        Controls::textOf(control, value)});
+    m_actions->act(QStringLiteral("car"), {QString::fromLatin1(Controls::row(control).name),
+                                           Controls::textOf(control, value)});
 }
 
 void CarPanel::setSession(Session *session)
