@@ -1,5 +1,6 @@
 #include "options.h"
 
+#include "drive.h"
 #include "recording.h"
 
 #include <QCommandLineParser>
@@ -8,20 +9,22 @@
 #include <QFileInfo>
 #include <QStyleFactory>
 
+#include <limits>
+
 static const char examples[] = R"(
 Examples:
   norda-bench                                  the simulated car, in a window
   norda-bench --source drive.csv --speed 4     a recorded drive, four times as fast
   norda-bench --headless --speed max --gallery out --summary out/s.json
                                                a whole drive without a display
-  norda-bench --record session.jsonl           keep all that crosses the adaptor
-  norda-bench --source session.jsonl           and play it again
-  norda-bench --script bench/scenario/library         play all scenarios that ship
+  norda-bench --record session.jsonl           record all that crosses the adaptor
+  norda-bench --source session.jsonl           and play it back
+  norda-bench --script bench/scenario/library  play all shipped scenarios
   norda-bench --check libmyplugin.so           would a head unit accept it?
   norda-bench --fault silence:0.3 --fault truncate --seed 7
                                                a module that misbehaves
   norda-bench --platform vnc:port=5901         shown to a VNC viewer on this machine
-  norda-bench --diff good.jsonl bad.jsonl      where two recordings part
+  norda-bench --diff good.jsonl bad.jsonl      the first difference of two recordings
   norda-bench --cut session.jsonl --from 90 --to 120 --record part.jsonl
                                                half a minute of one
 
@@ -39,67 +42,7 @@ static QString pagesInWords()
         .arg(words.join(QStringLiteral(", ")));
 }
 
-// clang-format off
-static const QList<QCommandLineOption> known = {
-    {"source", "What to drive: \"simulator\", \"none\" for a silent module, an OBD-II CSV export, a candump log or a recording "
-               "of the bench.", "simulator|none|FILE", "simulator"},
-    {"speed", "Factor of real time, 0.1 to 100, or \"max\" (the default without a display).",
-              "X|max", "1"},
-    {"duration", "Stop after that much drive time.", "SECONDS"},
-    {"window", pagesInWords(), QStringLiteral("%1..%2").arg(firstPage).arg(lastPage),
-               QString::number(firstPage)},
-    {"gallery", "At the end, write a PNG of every page and notable state.", "DIR"},
-    {"record", "Write everything that crosses the adaptor, both ways, as JSON lines.", "FILE"},
-    {"record-limit", "What the recording may take, 1 to 100000 MB. When half of it is full, the file "
-                     "becomes FILE.1 in place of an older one, and a new part begins.", "MB", "512"},
-    {"summary", "At the end, write totals as JSON: drive time, signals, calls, frames, warnings.",
-                "FILE"},
-    {"script", "Play a scenario, or all of a folder, and tell which expectations fail; may be given "
-               "several times. Pictures of failures go to the folder of --gallery or to "
-               "scenario-failures.", "FILE|DIR"},
-    {"junit", "Report on the scenarios in JUnit's XML as well.", "FILE"},
-    {"check", "Tell whether a head unit would accept a plugin, and what to do if not.", "FILE.so"},
-    {"diff", "Compare a recording with the one named behind it: where they part, and what occurs "
-             "more often in one of them.", "FILE"},
-    {"cut", "Write a part of a recording to the file named with --record.", "FILE"},
-    {"from", "Where the part begins.", "SECONDS", "0"},
-    {"to", "Where the part ends; without it the recording's end.", "SECONDS"},
-    {"trim", "What the simulated car is equipped with: \"full\", \"no-rear\" or \"manual\" climate.",
-             "NAME", "full"},
-    {"fault", "Let the module misbehave; may be given several times. \"late-start:5\" and "
-              "\"restart:60\" take seconds; \"silence\", \"flood\", \"duplicate\", \"reorder\", "
-              "\"range\" and \"truncate\" the part of the signals that they spoil, as in "
-              "\"silence:0.2\".", "NAME[:X]"},
-    {"seed", "What the faults are drawn from: the same seed spoils the same signals.", "N", "1"},
-    {"headless", "Run without a window, whatever the display."},
-    {"platform", "What Qt draws on, for instance \"vnc:port=5901\": a remote view for this machine "
-                 "only, to be reached through a tunnel.", "NAME"},
-    {"style", "What Qt draws the bench's own controls with, for instance \"windows\".", "NAME", "Fusion"},
-    {"scale", "Size of the 1280 x 720 screen on a desktop, 0.25 to 4.", "X", "1"},
-    {"plugin", "The plugin to load instead of the one that was built with the bench.", "FILE"},
-    {"trace", "Let the plugin's trace lines through."},
-};
-// clang-format on
-
-static bool number(const QCommandLineParser &parser, const char *option, double lowest,
-                   double highest, double *value, QString *error)
-{
-    const QString text = parser.value(QLatin1String(option));
-    bool isNumber = false;
-    const double parsed = text.toDouble(&isNumber);
-    if (isNumber && parsed >= lowest && parsed <= highest) {
-        *value = parsed;
-        return true;
-    }
-    *error = QStringLiteral("--%1: expected a number from %2 to %3, got '%4'")
-                 .arg(QLatin1String(option))
-                 .arg(lowest)
-                 .arg(highest)
-                 .arg(text);
-    return false;
-}
-
-/** Whether a folder exists or all that lacks of it can be made; nothing is made here. */
+/** Whether a folder exists or can be made; nothing is made here. */
 static bool canBeMade(const QString &folder)
 {
     QFileInfo info(QDir::cleanPath(QFileInfo(folder).absoluteFilePath()));
@@ -118,50 +61,245 @@ static QString notAFolder(const QString &folder)
     return QStringLiteral("--gallery: expected a folder that can be made, got '%1'").arg(folder);
 }
 
-static bool writable(const QString &option, const QString &file, QString *error)
+/** What was given for an option, and where it goes. */
+struct Given
 {
-    const QFileInfo info(file);
-    if (!file.isEmpty() && !info.isDir() && canBeMade(info.absolutePath()))
+    const char *option;
+    QStringList values;
+    Options *options;
+    QString *error;
+
+    QString text() const { return values.value(0); }
+    bool fail(const QString &message) const
+    {
+        *error = message;
+        return false;
+    }
+    bool failExpecting(const QString &expected) const
+    {
+        return fail(QStringLiteral("--%1: expected %2, got '%3'")
+                        .arg(QLatin1String(option), expected, text()));
+    }
+    bool failExpectingNumber(double lowest, double highest, const QString &orElse = {}) const
+    {
+        static constexpr int digits = 10;
+        return failExpecting(QStringLiteral("a number from %1 to %2%3")
+                                 .arg(QString::number(lowest, 'g', digits),
+                                      QString::number(highest, 'g', digits), orElse));
+    }
+    bool isNumber(double lowest, double highest, double *value) const
+    {
+        bool isNumber = false;
+        *value = text().toDouble(&isNumber);
+        return isNumber && *value >= lowest && *value <= highest;
+    }
+    bool readNumber(double lowest, double highest, double *value) const
+    {
+        return isNumber(lowest, highest, value) || failExpectingNumber(lowest, highest);
+    }
+    bool readFile(QString *file) const
+    {
+        *file = text();
+        const QFileInfo info(*file);
+        return (!file->isEmpty() && !info.isDir() && canBeMade(info.absolutePath())) ||
+               fail(notAFile(QLatin1String(option), *file));
+    }
+};
+
+static bool readSpeed(const Given &given)
+{
+    given.options->speedGiven = true;
+    if (given.text() == QLatin1String("max")) {
+        given.options->setup.speed = module::Drive::Unlimited;
         return true;
-    *error = notAFile(option, file);
+    }
+    return given.isNumber(0.1, 100, &given.options->setup.speed) ||
+           given.failExpectingNumber(0.1, 100, QStringLiteral(" or 'max'"));
+}
+
+static bool readDuration(const Given &given)
+{
+    double seconds = 0;
+    if (!given.readNumber(0.1, 1e7, &seconds))
+        return false;
+    given.options->setup.durationMs = qRound64(seconds * 1000);
+    return true;
+}
+
+static bool readPage(const Given &given)
+{
+    double page = 0;
+    if (!given.readNumber(firstPage, lastPage, &page))
+        return false;
+    given.options->setup.page = int(page);
+    given.options->setup.isPageGiven = true;
+    return true;
+}
+
+static bool readGallery(const Given &given)
+{
+    given.options->gallery = given.text();
+    return given.text().isEmpty() || canBeMade(given.text()) ||
+           given.fail(notAFolder(given.text()));
+}
+
+static bool readRecordLimit(const Given &given)
+{
+    double megabytes = 0;
+    if (!given.readNumber(1, 100000, &megabytes))
+        return false;
+    given.options->setup.recordLimit = qRound64(megabytes * 1e6);
+    return true;
+}
+
+static bool readCut(const Given &given)
+{
+    given.options->cut = given.text();
+    return !given.options->setup.record.isEmpty() ||
+           given.fail(QStringLiteral("--cut: expected --record with the file for the part"));
+}
+
+/** In seconds. */
+static bool readMoment(const Given &given, qint64 earliestMs, qint64 *ms)
+{
+    double seconds = 0;
+    if (!given.readNumber(double(earliestMs) / 1000, module::longestDriveMs / 1000, &seconds))
+        return false;
+    *ms = qRound64(seconds * 1000);
+    return true;
+}
+
+static bool readTrim(const Given &given)
+{
+    return module::trimFromName(given.text(), &given.options->setup.trim) ||
+           given.failExpecting(QStringLiteral("'full', 'no-rear' or 'manual'"));
+}
+
+static bool readFaults(const Given &given)
+{
+    for (const QString &fault : given.values) {
+        if (given.options->setup.faults.add(fault, given.error))
+            continue;
+        given.error->prepend(QStringLiteral("--fault: "));
+        return false;
+    }
+    return true;
+}
+
+static bool readSeed(const Given &given)
+{
+    double seed = 0;
+    if (!given.readNumber(0, std::numeric_limits<quint32>::max(), &seed))
+        return false;
+    given.options->setup.faults.setSeed(quint32(seed));
+    return true;
+}
+
+static bool readStyle(const Given &given)
+{
+    const QStringList styles = QStyleFactory::keys();
+    given.options->style = given.text();
+    return styles.contains(given.text(), Qt::CaseInsensitive) ||
+           given.failExpecting(QStringLiteral("one of %1").arg(styles.join(QStringLiteral(", "))));
+}
+
+struct OptionRow
+{
+    const char *name;
+    const char *valueName;   // null for a switch
+    const char *defaultText; // null for none: the option is read only where it is given
+    QString help;
+    bool (*read)(const Given &given);
+};
+
+// Each is read after those above it.
+// clang-format off
+static const OptionRow rows[] = {
+    {"source", "simulator|none|FILE", "simulator",
+        "What to drive: \"simulator\", \"none\" for a silent module, an OBD-II CSV export, a candump "
+        "log or a recording of the bench.",
+        [](const Given &given) { given.options->setup.source = given.text(); return true; }},
+    {"speed", "X|max", nullptr,
+        "Factor of real time, 0.1 to 100, or \"max\" (the default without a display).", readSpeed},
+    {"duration", "SECONDS", nullptr, "Stop after this much drive time.", readDuration},
+    {"window", "ID", nullptr, pagesInWords(), readPage},
+    {"gallery", "DIR", nullptr, "At the end, write a PNG of every page and notable state.", readGallery},
+    {"record", "FILE", nullptr, "Write everything that crosses the adaptor, both ways, as JSON lines.",
+        [](const Given &given) { return given.readFile(&given.options->setup.record); }},
+    {"record-limit", "MB", "512",
+        "Largest size of the recording, 1 to 100000 MB. When half of it is used, the file is renamed "
+        "to FILE.1, replacing an older one, and a new part begins.", readRecordLimit},
+    {"summary", "FILE", nullptr,
+        "At the end, write totals as JSON: drive time, signals, calls, frames, warnings.",
+        [](const Given &given) { return given.readFile(&given.options->summary); }},
+    {"script", "FILE|DIR", nullptr,
+        "Play a scenario, or all in a folder, and report which expectations fail; may be given several "
+        "times. Pictures of failures are written to the folder of --gallery or to scenario-failures.",
+        [](const Given &given) { given.options->scripts = given.values; return true; }},
+    {"junit", "FILE", nullptr, "Report on the scenarios as JUnit XML as well.",
+        [](const Given &given) { return given.readFile(&given.options->junit); }},
+    {"check", "FILE.so", nullptr, "Report whether a head unit would accept a plugin, and what to do if not.",
+        [](const Given &given) { given.options->check = given.text(); return true; }},
+    {"diff", "FILE", nullptr,
+        "Compare two recordings, as in --diff FILE FILE: the first difference, and what occurs more often "
+        "in one of them.", nullptr},
+    {"cut", "FILE", nullptr, "Write a part of a recording to the file given with --record.", readCut},
+    {"from", "SECONDS", "0", "Start of the part.",
+        [](const Given &given) { return readMoment(given, 0, &given.options->fromMs); }},
+    {"to", "SECONDS", nullptr, "End of the part; without it the end of the recording.",
+        [](const Given &given) { return readMoment(given, given.options->fromMs, &given.options->toMs); }},
+    {"trim", "NAME", "full", "Equipment of the simulated car: \"full\", \"no-rear\" or \"manual\" climate.",
+        readTrim},
+    {"fault", "NAME[:X]", nullptr,
+        "Inject a fault into what the module sends; may be given several times. \"late-start:5\" and "
+        "\"restart:60\" take seconds; \"silence\", \"flood\", \"duplicate\", \"reorder\", \"range\" and "
+        "\"truncate\" take the share of the signals that they affect, as in \"silence:0.2\".", readFaults},
+    {"seed", "N", "1", "Seed of the faults: the same seed affects the same signals.", readSeed},
+    {"headless", nullptr, nullptr, "Run without a window, whatever the display.",
+        [](const Given &given) { given.options->headless = true; return true; }},
+    {"platform", "NAME", nullptr,
+        "Qt platform, for instance \"vnc:port=5901\": a remote view for this machine only, reached "
+        "through a tunnel.",
+        [](const Given &given) { given.options->platform = given.text(); return true; }},
+    {"style", "NAME", "Fusion", "Qt style of the bench's own controls, for instance \"windows\".", readStyle},
+    {"scale", "X", "1", "Size of the 1280 x 720 screen on a desktop, 0.25 to 4.",
+        [](const Given &given) { return given.readNumber(0.25, 4, &given.options->scale); }},
+    {"plugin", "FILE", nullptr, "The plugin to load instead of the one that was built with the bench.",
+        [](const Given &given) { given.options->plugin = given.text(); return true; }},
+    {"trace", nullptr, nullptr, "Show the plugin's trace output.",
+        [](const Given &given) { given.options->trace = true; return true; }},
+};
+// clang-format on
+
+static QCommandLineOption toOption(const OptionRow &row)
+{
+    QCommandLineOption option(QLatin1String(row.name), row.help);
+    option.setValueName(QLatin1String(row.valueName));
+    if (row.defaultText)
+        option.setDefaultValue(QLatin1String(row.defaultText));
+    return option;
+}
+
+/** Positional arguments belong to --diff alone, which needs nothing else. */
+static bool readDiff(const QCommandLineParser &parser, QStringList *diff, QString *error)
+{
+    const QString option = QStringLiteral("diff");
+    const QStringList positional = parser.positionalArguments();
+    if (!parser.isSet(option) && positional.isEmpty())
+        return true;
+    if (!parser.isSet(option)) {
+        *error = QStringLiteral("%1: expected an option; a drive is named with --source")
+                     .arg(positional.constFirst());
+        return false;
+    }
+    *diff = parser.values(option) + positional;
+    if (diff->size() == 2)
+        return true;
+    *error = QStringLiteral("--diff: expected two recordings, got %1").arg(diff->size());
     return false;
 }
 
-static bool readFaults(const QCommandLineParser &parser, module::Faults *faults, QString *error)
-{
-    double seed = 1;
-    if (!number(parser, "seed", 0, 4294967295.0, &seed, error))
-        return false;
-    *faults = module::Faults(quint32(seed));
-    const QStringList wanted = parser.values(QStringLiteral("fault"));
-    for (const QString &fault : wanted) {
-        if (faults->add(fault, error))
-            continue;
-        error->prepend(QStringLiteral("--fault: "));
-        return false;
-    }
-    return true;
-}
-
-/** The range of a recording to cut out, in seconds. */
-static bool readPart(const QCommandLineParser &parser, Options *options, QString *error)
-{
-    static constexpr double longest = module::longestDriveMs / 1000.0;
-    double from = 0;
-    double to = longest;
-    if (!number(parser, "from", 0, longest, &from, error) ||
-        (parser.isSet(QStringLiteral("to")) && !number(parser, "to", from, longest, &to, error)))
-        return false;
-    if (options->setup.record.isEmpty()) {
-        *error = QStringLiteral("--cut: expected --record with the file for the part");
-        return false;
-    }
-    options->fromMs = qRound64(from * 1000);
-    options->toMs = qRound64(to * 1000);
-    return true;
-}
-
-/** An option that says more about another means nothing without it. */
+/** An option that refines another means nothing without it. */
 static bool hasCompanions(const QCommandLineParser &parser, QString *error)
 {
     static constexpr const char *companions[][2] = {
@@ -172,6 +310,18 @@ static bool hasCompanions(const QCommandLineParser &parser, QString *error)
         *error = QStringLiteral("--%1: expected with --%2, got it alone")
                      .arg(QLatin1String(option), QLatin1String(other));
         return false;
+    }
+    return true;
+}
+
+static bool readRows(const QCommandLineParser &parser, Options *options, QString *error)
+{
+    for (const OptionRow &row : rows) {
+        const QString name = QLatin1String(row.name);
+        if (!row.read || (!row.defaultText && !parser.isSet(name)))
+            continue;
+        if (!row.read({row.name, parser.values(name), options, error}))
+            return false;
     }
     return true;
 }
@@ -193,105 +343,38 @@ bool Options::makeFolders(QString *error) const
     return true;
 }
 
+/** Arguments that Qt can split. */
+static bool split(QCommandLineParser *parser, const QStringList &arguments, QString *error)
+{
+    for (const OptionRow &row : rows)
+        parser->addOption(toOption(row));
+    parser->setSingleDashWordOptionMode(
+        QCommandLineParser::ParseAsLongOptions); // as Qt has its own
+    if (parser->parse(arguments))
+        return true;
+    *error = parser->errorText();
+    error->replace(QLatin1Char('\n'), QLatin1Char(' '));
+    *error += QStringLiteral(" See --help.");
+    return false;
+}
+
 bool Options::parse(const QStringList &arguments, QString *error)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A head unit on a desk: loads the plugin and "
-                                                    "drives it from a simulated or a recorded "
-                                                    "car."));
-    parser.addOptions(known);
-    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // as Qt has its own
+    parser.setApplicationDescription(
+        QStringLiteral("A head unit on a desk: loads the plugin and drives it from a simulated or "
+                       "a recorded car."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    if (!parser.parse(arguments)) {
-        *error = parser.errorText();
-        error->replace(QLatin1Char('\n'), QLatin1Char(' '));
-        *error += QStringLiteral(" See --help.");
+    if (!split(&parser, arguments, error))
         return false;
-    }
-    if (parser.isSet(help)) {
+    if (parser.isSet(help))
         text = parser.helpText() + QLatin1String(examples);
-        return true;
-    }
-    if (parser.isSet(version)) {
+    else if (parser.isSet(version))
         text = QStringLiteral("norda-bench " NORDA_VERSION "\n");
+    if (!text.isEmpty())
         return true;
-    }
-    diff = parser.values(QStringLiteral("diff")) + parser.positionalArguments();
-    if (parser.isSet(QStringLiteral("diff"))) {
-        if (diff.size() == 2)
-            return true;
-        *error = QStringLiteral("--diff: expected two recordings, got %1").arg(diff.size());
+    if (!readDiff(parser, &diff, error))
         return false;
-    }
-    if (!parser.positionalArguments().isEmpty()) {
-        *error = QStringLiteral("%1: expected an option; a drive is named with --source")
-                     .arg(parser.positionalArguments().constFirst());
-        return false;
-    }
-
-    if (!hasCompanions(parser, error))
-        return false;
-    platform = parser.value(QStringLiteral("platform"));
-    check = parser.value(QStringLiteral("check"));
-    style = parser.value(QStringLiteral("style"));
-    if (!QStyleFactory::keys().contains(style, Qt::CaseInsensitive)) {
-        *error = QStringLiteral("--style: expected one of %1, got '%2'")
-                     .arg(QStyleFactory::keys().join(QStringLiteral(", ")), style);
-        return false;
-    }
-    headless = parser.isSet(QStringLiteral("headless"));
-    trace = parser.isSet(QStringLiteral("trace"));
-    setup.source = parser.value(QStringLiteral("source"));
-    plugin = parser.value(QStringLiteral("plugin"));
-    speedGiven = parser.isSet(QStringLiteral("speed"));
-    if (parser.value(QStringLiteral("speed")) == QLatin1String("max"))
-        setup.speed = 0;
-    else if (!number(parser, "speed", 0.1, 100, &setup.speed, error)) {
-        error->replace(QStringLiteral(", got"), QStringLiteral(" or 'max', got"));
-        return false;
-    }
-    double seconds = -0.001;
-    if (parser.isSet(QStringLiteral("duration")) &&
-        !number(parser, "duration", 0.1, 1e7, &seconds, error))
-        return false;
-    setup.durationMs = qRound64(seconds * 1000);
-    double page = firstPage;
-    if (!number(parser, "window", firstPage, lastPage, &page, error) ||
-        !number(parser, "scale", 0.25, 4, &scale, error))
-        return false;
-    setup.page = int(page);
-    setup.isPageGiven = parser.isSet(QStringLiteral("window"));
-
-    if (!module::trimFromName(parser.value(QStringLiteral("trim")), &setup.trim)) {
-        *error = QStringLiteral("--trim: expected 'full', 'no-rear' or 'manual', got '%1'")
-                     .arg(parser.value(QStringLiteral("trim")));
-        return false;
-    }
-
-    if (!readFaults(parser, &setup.faults, error))
-        return false;
-
-    gallery = parser.value(QStringLiteral("gallery"));
-    setup.record = parser.value(QStringLiteral("record"));
-    double megabytes = 0;
-    if (!number(parser, "record-limit", 1, 100000, &megabytes, error))
-        return false;
-    setup.recordLimit = qRound64(megabytes * 1e6);
-    summary = parser.value(QStringLiteral("summary"));
-    scripts = parser.values(QStringLiteral("script"));
-    junit = parser.value(QStringLiteral("junit"));
-    for (const char *file : {"record", "summary", "junit"}) {
-        const QString name = QLatin1String(file);
-        if (parser.isSet(name) && !writable(name, parser.value(name), error))
-            return false;
-    }
-    cut = parser.value(QStringLiteral("cut"));
-    if (!cut.isEmpty() && !readPart(parser, this, error))
-        return false;
-    if (!gallery.isEmpty() && !canBeMade(gallery)) {
-        *error = notAFolder(gallery);
-        return false;
-    }
-    return true;
+    return !diff.isEmpty() || (hasCompanions(parser, error) && readRows(parser, this, error));
 }

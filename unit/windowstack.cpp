@@ -132,8 +132,7 @@ void WindowStack::enter(int id)
 /** The parking page leaves it to the host to bind it to the sensors, once. */
 void WindowStack::bindPage(QWidget *page, int id)
 {
-    static constexpr int parkingWindow = 83;
-    if (id != parkingWindow || page == m_boundPage)
+    if (id != ParkingPage || page == m_boundPage)
         return;
     m_boundPage = page;
     QMetaObject::invokeMethod(page, "connectVtqAdaptor");

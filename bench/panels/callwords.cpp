@@ -29,7 +29,8 @@ static QString wordFor(const Word (&rows)[Size], int number)
 }
 
 // clang-format off
-static constexpr Word modulePages[] = {{13, "the configuration menu"}, {5, "the version"}};
+static constexpr Word modulePages[] = {{SettingsRequest, "the configuration menu"},
+                                       {VersionRequest, "the version"}};
 static constexpr Word customKeys[] = {{0x12, "first key"}, {0x22, "second key"}};
 static constexpr Word actions[] = {{1, "pressed"}, {2, "released"}};
 // What the unit plays or shows, by its own source numbers.

@@ -3,6 +3,7 @@
 #include "adaptorlink.h"
 #include "lastsaid.h"
 #include "norda/vtqadaptor.h"
+#include "pages.h"
 #include "session/session.h"
 #include "values.h"
 #include "windowstack.h"
@@ -59,10 +60,9 @@ void Rewind::end()
 
 void Rewind::openPage(int id)
 {
-    static constexpr int settingsPage = 84;
     m_unit->openWindow(id);
     // It would keep the rows that another page of the menu does not fill.
-    if (id == settingsPage)
+    if (id == SettingsPage)
         m_unit->recreateWindow();
 }
 

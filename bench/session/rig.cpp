@@ -64,7 +64,6 @@ void Rig::endReplay()
 
 bool Rig::openDrive(const QString &file, QString *error)
 {
-    static constexpr int climateWindow = 82, parkingWindow = 83;
     auto source = module::openSource(file, error);
     if (!source)
         return false;
@@ -73,7 +72,7 @@ bool Rig::openDrive(const QString &file, QString *error)
     session->drive()->setSpeed(m_session->drive()->speed());
     session->drive()->faults() = m_session->drive()->faults().anew();
     // No payload shows climate or the zones as unknown: these pages forget the drive before.
-    for (const int id : {climateWindow, parkingWindow})
+    for (const int id : {ClimatePage, ParkingPage})
         m_unit.windows()->rebuildWindow(id);
     m_setup.source = QFileInfo(file).absoluteFilePath();
     m_setup.trim = module::Trim::Full;
