@@ -84,7 +84,7 @@ QWidget *CarPanel::makeChoice(Controls::Control control)
     box->addItem(control == Controls::ClimateTrim ? tr("as it is") : tr("as on the trip"));
     box->addItems(Controls::words(control));
     connect(box, qOverload<int>(&QComboBox::activated), this,
-            [this, control](int row) { hold(control, row - 1); });
+            [this, control](int row) { setControl(control, row - 1); });
     return box;
 }
 
@@ -97,7 +97,7 @@ QWidget *CarPanel::makeNumber(Controls::Control control)
     box->setValue(Controls::Automatic);
     box->setSuffix(QLatin1Char(' ') + QLatin1String(row.unit));
     connect(box, qOverload<int>(&QSpinBox::valueChanged), this,
-            [this, control](int value) { hold(control, value); });
+            [this, control](int value) { setControl(control, value); });
     return box;
 }
 
@@ -113,7 +113,7 @@ QWidget *CarPanel::makeButtons(Controls::Control control)
         button->setObjectName(words[value]);
         layout->addWidget(button);
         connect(button, &QPushButton::clicked, this,
-                [this, control, value] { hold(control, value); });
+                [this, control, value] { setControl(control, value); });
     }
     return row;
 }
@@ -142,18 +142,15 @@ QWidget *CarPanel::makeFault(Faults::Kind kind)
     box->setSpecialValueText(tr("off"));
     m_faults.append(box);
     connect(box, qOverload<double>(&QDoubleSpinBox::valueChanged), this,
-            [this, kind](double value) {
-                m_actions->act(
-                    QStringLiteral("fault"),
-                    {QStringLiteral("%1:%2").arg(QLatin1String(Faults::nameOf(kind))).arg(value)});
-            });
+            [this, kind](double value) { m_actions->setFault(kind, value); });
     return box;
 }
 
-void CarPanel::hold(Controls::Control control, int value)
+void CarPanel::setControl(Controls::Control control, int value)
 {
-    m_actions->act(QStringLiteral("car"), {QString::fromLatin1(Controls::row(control).name),
-                                           Controls::textOf(control, value)});
+    QString error;
+    if (!m_actions->setControl(control, value, &error))
+        m_controls->setToolTip(error);
 }
 
 void CarPanel::setSession(Session *session)

@@ -27,7 +27,7 @@ private:
     QWidget *makeNumber(module::Controls::Control control);
     QWidget *makeButtons(module::Controls::Control control);
     QWidget *makeFault(module::Faults::Kind kind);
-    void hold(module::Controls::Control control, int value);
+    void setControl(module::Controls::Control control, int value);
 
     Actions *m_actions;
     QWidget *m_controls;

@@ -209,8 +209,10 @@ void SignalsPanel::check()
 void SignalsPanel::send()
 {
     const QByteArray name = m_model->signalAt(m_chosen).method.name();
-    m_actions->act(QStringLiteral("signal"),
-                   QVariantList{QString::fromLatin1(name)} + m_editor->arguments());
+    QString error;
+    bool isSent = m_actions->sendSignal(QString::fromLatin1(name), m_editor->arguments(), &error);
     for (const QVariantList &follower : qAsConst(m_offered[m_presets->currentIndex()].followers))
-        m_actions->act(QStringLiteral("signal"), follower);
+        isSent =
+            isSent && m_actions->sendSignal(follower.value(0).toString(), follower.mid(1), &error);
+    m_fault->setText(error);
 }

@@ -106,7 +106,7 @@ bool Expectations::check(const QVariantList &words, QString *error)
     if (kind ? kind->check(words) : isWidgetForm(words))
         return true;
     if (kind)
-        *error = QStringLiteral("expected %1 behind '%2'")
+        *error = QStringLiteral("expected %1 after '%2'")
                      .arg(QLatin1String(kind->form), QLatin1String(kind->word));
     else
         *error = QStringLiteral("expected a widget with visible, hidden, enabled, disabled, "

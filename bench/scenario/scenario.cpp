@@ -257,7 +257,7 @@ private:
         if (!readTime(&words, error))
             return false;
         if (words.isEmpty() || words[0].userType() != QMetaType::QString) {
-            *error = QStringLiteral("expected something to do or to expect behind the time");
+            *error = QStringLiteral("expected something to do or to expect after the time");
             return false;
         }
         const ScenarioStep step = {number, m_ms, words[0].toString(), words.mid(1),
@@ -277,7 +277,7 @@ private:
                 continue;
             if (step.arguments.size() == 1 && own.check(step.arguments[0]))
                 return true;
-            *error = QStringLiteral("expected %1 behind '%2'")
+            *error = QStringLiteral("expected %1 after '%2'")
                          .arg(QLatin1String(own.form), QLatin1String(own.word));
             return false;
         }

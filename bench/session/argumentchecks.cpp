@@ -1,10 +1,8 @@
 #include "session/argumentchecks.h"
 
-#include "adaptorlink.h"
 #include "faults.h"
-#include "nordahost.h"
+#include "session/boundcall.h"
 #include "simulator/controls.h"
-#include "values.h"
 
 #include <algorithm>
 
@@ -71,71 +69,14 @@ bool isTime(const Arguments &values, QString *)
     return areNumbers(values, 1) && values[0].toDouble() >= 0;
 }
 
-bool emitSignal(const Arguments &values, bool isTrial, QString *error)
-{
-    const module::ModuleSignal signal = module::moduleSignal(values.value(0).toByteArray());
-    QVariantList bound = values.mid(1);
-    if (!signal.method.isValid()) {
-        *error = QStringLiteral("expected a signal of the module, got '%1'")
-                     .arg(values.value(0).toString());
-        return false;
-    }
-    if (!module::bindArguments(signal.method, &bound, error))
-        return false;
-    if (!isTrial)
-        module::invokeMethod(signal.emitter, signal.method, bound);
-    return true;
-}
-
 bool isSignal(const Arguments &values, QString *error)
 {
-    return emitSignal(values, true, error);
-}
-
-static QMetaMethod methodNamed(const QObject *object, const QByteArray &name, int arguments)
-{
-    const QMetaObject *meta = object->metaObject();
-    for (int i = 0; i < meta->methodCount(); ++i) {
-        const QMetaMethod method = meta->method(i);
-        if (method.name() == name && method.parameterCount() == arguments &&
-            method.methodType() != QMetaMethod::Signal)
-            return method;
-    }
-    return {};
-}
-
-bool callByName(QObject *object, const Arguments &values, bool isTrial, QString *error)
-{
-    const QByteArray name = values.value(1).toByteArray();
-    QVariantList bound = values.mid(2);
-    const QMetaMethod method = methodNamed(object, name, bound.size());
-    if (!method.isValid()) {
-        *error = QStringLiteral("expected a method of %1 with %2 arguments, got '%3'")
-                     .arg(values.value(0).toString())
-                     .arg(bound.size())
-                     .arg(QString::fromLatin1(name));
-        return false;
-    }
-    if (!module::bindArguments(method, &bound, error))
-        return false;
-    if (!isTrial)
-        module::invokeMethod(object, method, bound);
-    return true;
-}
-
-bool callHostObject(const Arguments &values, bool isTrial, QString *error)
-{
-    QObject *object = nordaHostObject(values.value(0).toByteArray().constData());
-    if (object)
-        return callByName(object, values, isTrial, error);
-    *error =
-        QStringLiteral("expected an object of the host, got '%1'").arg(values.value(0).toString());
-    return false;
+    return bindSignal(values, error).has_value();
 }
 
 bool isHostCall(const Arguments &values, QString *error)
 {
-    return values.size() >= 2 && callHostObject(values, true, error);
+    return values.size() >= 2 && bindHostMethod(values, error);
 }
 
 bool isCall(const Arguments &values, QString *)

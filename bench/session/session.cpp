@@ -65,8 +65,8 @@ void Session::watch(WindowStack *windows)
 RearView Session::rearView() const
 {
     const module::RearView view = m_drive.source()->rearView();
-    return {view.steeringDegrees, view.headingDegrees, view.wall,
-            view.bayX,            view.postX,          view.postZ};
+    return {view.steeringDegrees, view.headingDegrees, view.wall, view.bayX,
+            view.postX,           view.postZ};
 }
 
 void Session::feed(CameraView *camera)

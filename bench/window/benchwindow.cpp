@@ -59,8 +59,7 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     makePageMenu();
     makePanelsMenu();
     makeDeveloperMenu();
-    connect(m_transport, &TransportBar::momentWanted, m_actions,
-            [this](qint64 ms) { m_actions->act(QStringLiteral("seek"), {double(ms) / 1000}); });
+    connect(m_transport, &TransportBar::momentWanted, m_actions, &Actions::seek);
     // Whatever is done is done now.
     connect(m_actions, &Actions::begins, m_rewind, &Rewind::end);
     connect(m_touches, &TouchRecorder::pastTouched, m_rewind, &Rewind::end);
@@ -146,19 +145,21 @@ void BenchWindow::makePageMenu()
     QMenu *view = menuBar()->addMenu(tr("&Page"));
     for (const Page &page : pages) {
         view->addAction(
-            tr(page.name), this,
-            [this, page] { m_actions->act(QStringLiteral("page"), {page.window}); },
+            tr(page.name), this, [this, page] { openPage(page.window); },
             QKeySequence(Qt::Key_1 + int(&page - pages)));
     }
     view->addSeparator();
-    view->addAction(
-        tr("&Split view"), this, [this] { m_actions->act(QStringLiteral("split")); },
-        QKeySequence(Qt::Key_S));
-    view->addAction(
-        tr("&Back"), this, [this] { m_actions->act(QStringLiteral("back")); },
-        QKeySequence(Qt::Key_Escape));
+    view->addAction(tr("&Split view"), m_actions, &Actions::toggleSplit, QKeySequence(Qt::Key_S));
+    view->addAction(tr("&Back"), m_actions, &Actions::back, QKeySequence(Qt::Key_Escape));
     view->addAction(tr("Play or pause"), this, &BenchWindow::togglePlaying,
                     QKeySequence(Qt::Key_Space));
+}
+
+void BenchWindow::openPage(int id)
+{
+    QString error;
+    if (!m_actions->openPage(id, &error))
+        statusBar()->showMessage(error);
 }
 
 void BenchWindow::togglePlaying()
@@ -193,10 +194,8 @@ void BenchWindow::makeDeveloperMenu()
                          &WindowStack::recreateWindow);
     QAction *refuse = developer->addAction(tr("Refuse the audio focus"));
     refuse->setCheckable(true);
-    connect(refuse, &QAction::toggled, this, [this](bool on) {
-        m_actions->act(QStringLiteral("focus"),
-                       {on ? QStringLiteral("refused") : QStringLiteral("granted")});
-    });
+    connect(refuse, &QAction::toggled, m_actions,
+            [this](bool on) { m_actions->setFocusGranted(!on); });
     QAction *trace = developer->addAction(tr("Trace lines"));
     trace->setCheckable(true);
     trace->setChecked(m_options.trace);
@@ -310,7 +309,7 @@ static bool isModifier(int key)
 void BenchWindow::keyPressEvent(QKeyEvent *event)
 {
     if (!isModifier(event->key()))
-        m_actions->act(QStringLiteral("key"), {event->key()});
+        m_actions->pressKey(event->key());
 }
 
 void BenchWindow::dragEnterEvent(QDragEnterEvent *event)

@@ -42,6 +42,7 @@ private:
     void makePageMenu();
     void makePanelsMenu();
     void makeDeveloperMenu();
+    void openPage(int id);
     void togglePlaying();
     void chooseDrive();
     void chooseScenario();
