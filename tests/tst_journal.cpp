@@ -1,9 +1,10 @@
 #include "adaptorlink.h"
 #include "panels/callwords.h"
 #include "panels/signalpresets.h"
-#include "scenario/scenario.h"
+#include "scenario/scenarioline.h"
 #include "scenario/scenariowriter.h"
 #include "session/journal.h"
+#include "session/setup.h"
 #include "testmain.h"
 #include "values.h"
 

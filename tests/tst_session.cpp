@@ -1,5 +1,5 @@
 #include "benchfixture.h"
-#include "panels/timeline.h"
+#include "panels/timelineview.h"
 #include "program.h"
 #include "recording.h"
 #include "scenario/scenario.h"

@@ -1,6 +1,6 @@
 #include "panels/argumenteditor.h"
 
-#include "scenario/scenario.h"
+#include "scenario/scenarioline.h"
 #include "values.h"
 
 #include <QCheckBox>

@@ -18,8 +18,6 @@ static bool isText(const QVariant &value)
     return value.userType() == QMetaType::QString;
 }
 
-// ---- What can be expected -----------------------------------------------------------------------
-
 /** What a widget is, by one word. */
 struct WidgetState
 {
@@ -113,8 +111,6 @@ bool Expectations::check(const QVariantList &words, QString *error)
                                 "checked, unchecked, or a property and its value");
     return false;
 }
-
-// ---- Whether it is so ---------------------------------------------------------------------------
 
 Expectations::Expectations(const HeadUnit *unit, const Session *session)
     : m_unit(unit), m_session(session)

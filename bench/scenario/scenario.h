@@ -35,11 +35,3 @@ private:
      */
     static Setup ownSetup();
 };
-
-/**
- * The words of a scenario's line: numbers, texts, lists and objects as JSON has them, hexadecimal
- * numbers, and bare words as texts. What follows a # is a remark.
- */
-bool splitScenarioLine(const QString &line, QVariantList *words, QString *error);
-/** A deed or an expectation as a scenario's line has it, without the time. */
-QString scenarioLine(const QString &word, const QVariantList &arguments);

@@ -1,14 +1,13 @@
 #include "scenario/scenariosuite.h"
 
 #include "options.h"
+#include "scenario/suitereport.h"
 #include "tools/childprocess.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QTemporaryDir>
-#include <QXmlStreamWriter>
 
 #include <cstdio>
 
@@ -86,54 +85,6 @@ static ScenarioResult playInProcess(const Scenario &scenario,
     return result;
 }
 
-static void print(const ScenarioResult &result)
-{
-    if (result.failures.isEmpty())
-        std::printf("pass  %s: %s (%d expectations, %.1f s)\n",
-                    qPrintable(QFileInfo(result.file).fileName()), qPrintable(result.title),
-                    result.expectations, result.seconds);
-    else
-        std::printf("FAIL  %s: %s\n", qPrintable(QFileInfo(result.file).fileName()),
-                    qPrintable(result.title));
-    for (const QString &failure : result.failures)
-        std::printf("      %s\n", qPrintable(failure));
-    for (const QString &picture : result.pictures)
-        std::printf("      picture: %s\n", qPrintable(picture));
-    std::fflush(stdout);
-}
-
-static bool writeJUnit(const QString &path, const QVector<ScenarioResult> &results, int failed,
-                       QString *error)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        *error = QStringLiteral("%1: expected a file that can be written: %2")
-                     .arg(path, file.errorString());
-        return false;
-    }
-    QXmlStreamWriter xml(&file);
-    xml.setAutoFormatting(true);
-    xml.writeStartDocument();
-    xml.writeStartElement(QStringLiteral("testsuite"));
-    xml.writeAttribute(QStringLiteral("name"), QStringLiteral("norda-bench"));
-    xml.writeAttribute(QStringLiteral("tests"), QString::number(results.size()));
-    xml.writeAttribute(QStringLiteral("failures"), QString::number(failed));
-    for (const ScenarioResult &result : results) {
-        xml.writeStartElement(QStringLiteral("testcase"));
-        xml.writeAttribute(QStringLiteral("classname"), QFileInfo(result.file).completeBaseName());
-        xml.writeAttribute(QStringLiteral("name"), result.title);
-        xml.writeAttribute(QStringLiteral("time"), QString::number(result.seconds, 'f', 3));
-        for (const QString &failure : result.failures) {
-            xml.writeStartElement(QStringLiteral("failure"));
-            xml.writeAttribute(QStringLiteral("message"), failure);
-            xml.writeEndElement();
-        }
-        xml.writeEndElement();
-    }
-    xml.writeEndDocument();
-    return true;
-}
-
 SuiteOutcome playScenarios(const Options &options,
                            const std::function<ScenarioResult(const Scenario &)> &play,
                            QString *error)
@@ -142,14 +93,13 @@ SuiteOutcome playScenarios(const Options &options,
     if (!readAll(options.scripts, &scenarios, error))
         return SuiteOutcome::Unusable;
     QVector<ScenarioResult> results;
-    int failed = 0;
     for (const Scenario &scenario : qAsConst(scenarios)) {
         results.append(playInProcess(scenario, play));
-        failed += !results.constLast().failures.isEmpty();
-        print(results.constLast());
+        printResult(results.constLast());
     }
+    const int failed = failedIn(results);
     std::printf("%d passed, %d failed\n", results.size() - failed, failed);
-    if (!options.junit.isEmpty() && !writeJUnit(options.junit, results, failed, error))
+    if (!options.junit.isEmpty() && !writeJUnit(options.junit, results, error))
         return SuiteOutcome::Unusable;
     return failed > 0 ? SuiteOutcome::Failed : SuiteOutcome::Passed;
 }

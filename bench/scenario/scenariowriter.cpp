@@ -1,6 +1,6 @@
 #include "scenario/scenariowriter.h"
 
-#include "scenario/scenario.h"
+#include "scenario/scenarioline.h"
 #include "session/journal.h"
 #include "session/setup.h"
 

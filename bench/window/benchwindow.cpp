@@ -7,7 +7,7 @@
 #include "panels/drivepanel.h"
 #include "panels/inspectorpanel.h"
 #include "panels/signalspanel.h"
-#include "panels/timeline.h"
+#include "panels/timelinepanel.h"
 #include "scenario/scenariowriter.h"
 #include "session/rewind.h"
 #include "session/rig.h"

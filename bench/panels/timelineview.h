@@ -1,13 +1,11 @@
 #pragma once
 
-#include "panels/panel.h"
 #include "session/journal.h"
 
 #include <QPointer>
+#include <QWidget>
 
-class Rewind;
-class QLabel;
-class QToolButton;
+class Session;
 
 /**
  * The session from left to right: signals, deeds, calls, pages and sound, each in a lane of its
@@ -64,29 +62,4 @@ private:
     int m_dragX = -1;
     bool m_hasDragged = false;
     bool m_isScrubbing = false;
-};
-
-/** The line with what one can do about it: zoom, look at a moment, come back to the present. */
-class TimelinePanel : public Panel
-{
-    Q_OBJECT
-public:
-    explicit TimelinePanel(Rewind *lookBack, QWidget *parent = nullptr);
-
-    void setSession(Session *session) override;
-
-public slots:
-    /** Shows a moment on the line and on the screen. */
-    void lookAt(qint64 ms);
-
-protected:
-    void refresh() override;
-
-private:
-    void showState();
-
-    Rewind *m_rewind;
-    TimelineView *m_view;
-    QLabel *m_state;
-    QToolButton *m_present;
 };
