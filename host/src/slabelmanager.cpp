@@ -65,7 +65,7 @@ void SLabelManager::wake()
     }
 }
 
-/** Moves a label by one tick. @return whether it wants another one */
+/** Moves a label by one tick. @return whether it needs another one */
 bool SLabelManager::advance(Entry &entry)
 {
     ScrollLabel *label = entry.label;
