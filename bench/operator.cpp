@@ -235,12 +235,12 @@ bool Operator::touch(const QVariantList &arguments, QString *error)
 
 bool Operator::sendSignal(const QVariantList &arguments, QString *error)
 {
-    return emitSignal(arguments, false, error);
+    return emitSignal(arguments, error);
 }
 
 bool Operator::callHost(const QVariantList &arguments, QString *error)
 {
-    return callHostObject(arguments, false, error);
+    return callHostObject(arguments, error);
 }
 
 bool Operator::invoke(const QVariantList &arguments, QString *error)
@@ -249,7 +249,7 @@ bool Operator::invoke(const QVariantList &arguments, QString *error)
     QWidget *widget =
         name == QLatin1String("page") ? m_unit->currentPage() : m_screen->widgetNamed(name);
     if (widget)
-        return callByName(widget, arguments, false, error);
+        return callByName(widget, arguments, error);
     *error = QStringLiteral("expected a widget on the screen, found no '%1'").arg(name);
     return false;
 }

@@ -3,7 +3,7 @@
 #include "journal.h"
 #include "scenario.h"
 
-static constexpr qint64 answerMs = 300; // a command so long after a deed is its consequence
+static constexpr qint64 consequenceMs = 300; // a command so soon after a deed is its consequence
 
 static const QString commands = QStringLiteral("norda::VtqAdaptor::");
 
@@ -68,7 +68,7 @@ private:
     void writeConsequences(int index, int end)
     {
         const QVector<Journal::Entry> &entries = m_journal->entries();
-        const qint64 until = entries[end].ms + answerMs;
+        const qint64 until = entries[end].ms + consequenceMs;
         int page = -1;
         for (int i = index + 1; i < entries.size() && entries[i].ms <= until; ++i) {
             if (i > end && entries[i].kind == Journal::Deed)
@@ -94,12 +94,10 @@ private:
 
 QString scenarioOf(const Journal *journal, const SessionStart &start, const QString &title)
 {
-    static const QStringList trims = {QStringLiteral("full"), QStringLiteral("no-rear"),
-                                      QStringLiteral("manual")};
     QStringList lines = {scenarioLine(QStringLiteral("scenario"), {title}),
                          scenarioLine(QStringLiteral("source"), {start.source})};
     if (start.trim != module::Trim::Full)
-        lines.append(scenarioLine(QStringLiteral("trim"), {trims[int(start.trim)]}));
+        lines.append(scenarioLine(QStringLiteral("trim"), {module::trimName(start.trim)}));
     for (const QString &fault : start.faults)
         lines.append(scenarioLine(QStringLiteral("fault"), {fault}));
     if (journal->dropped() > 0)

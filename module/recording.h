@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lastsaid.h"
+#include "snapshot.h"
 #include "vehiclesource.h"
 
 #include <QFile>
@@ -24,16 +24,16 @@ public:
 
     bool isOpen() const { return m_file.isOpen(); }
     /**
-     * What the recording may take on the disk, in bytes; 0 for no limit. When half of it is full,
-     * the file becomes "NAME.1.jsonl" beside it, in place of an older one, and a new part begins
-     * with what brings a screen up to date.
+     * The disk space of the recording, in bytes; 0 for no limit. When half of it is used, the file
+     * is renamed to "NAME.1.jsonl", replacing an older one, and a new part begins with a state
+     * snapshot.
      */
     void setLimit(qint64 bytes) { m_limit = bytes; }
-    /** What a person should know, in one line, once; mostly nothing. */
+    /** A message for the user, in one line; empty when there is none. Returned once. */
     QString takeNotice();
     void writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments);
     void writeCall(qint64 ms, const QString &operation, const QVariantList &arguments);
-    /** Notes the length of the drive; the recording is complete with it. */
+    /** Writes the end line, which holds the length of the drive. */
     void finish(qint64 ms);
 
 private:
@@ -44,16 +44,16 @@ private:
     QFile m_file;
     QString m_title;
     QString m_notice;
-    LastSaid<Emission> m_last;
+    Snapshot<Emission> m_state;
     qint64 m_limit = 0;
-    qint64 m_beginMs = 0; // what the part's times count from
+    qint64 m_beginMs = 0; // start of the current part
     bool m_isBroken = false;
 };
 
-/** A later moment in a recording is a damaged one. */
+/** A later time in a recording is an error. */
 constexpr double longestDriveMs = 30 * 24 * 3600e3;
 
-/** More signals than this are not kept: they would take more memory than a bench can spare. */
+/** Further signals are not kept, to limit the memory in use. */
 constexpr int mostRecordedSignals = 2 * 1000 * 1000;
 
 /** Plays the signals of a recording: the same ones, in the same order, at the same times. */
@@ -73,12 +73,13 @@ public:
 
 private:
     void read(const QJsonObject &line);
-    QVector<int> saidBefore(int end) const;
+    bool readSignal(qint64 ms, const QJsonObject &line);
+    QVector<int> stateBefore(int end) const;
 
     QString m_title;
     QVector<Emission> m_emissions;
-    QVector<Emission> m_caughtUp; // after a seek: what brings a screen up to date, in reverse
-    QSet<QByteArray> m_names;     // of the signals that occur
+    QVector<Emission> m_state; // after a seek: the snapshot, as far as it is not taken yet
+    QSet<QByteArray> m_names;  // of the signals that occur
     int m_index = 0;
     qint64 m_durationMs = 0;
     int m_calls = 0;
@@ -86,12 +87,12 @@ private:
     int m_notKept = 0;
 };
 
-/** Whether a file's first line is a recording's header. */
+/** Whether this is the header line of a recording. */
 bool isRecordingHeader(const QByteArray &line);
-/** The first line of a recording. */
+/** The header line of a recording. */
 QByteArray recordingHeader(const QString &title);
 /**
- * Takes the header off a file.
+ * Reads the header line of a file.
  * @param error  one line that names the file, when it is no recording of this version
  */
 bool readRecordingHeader(LineReader *lines, const QString &path, QString *error);

@@ -5,11 +5,11 @@
 
 namespace module {
 
-enum class Comparison { Alike, Different, Unusable };
+enum class Comparison { Identical, Different, Unusable };
 
 /**
- * Compares what crossed the adaptor in two recordings, and when; their titles do not matter.
- * @param report  for a person: how far they are alike, the two lines that part them, and which
+ * Compares the signals and calls of two recordings, and their times; titles do not matter.
+ * @param report  for a person: up to where they are identical, the first difference, and which
  *                signals and calls occur more often in one of them
  * @param error   one line that names the file, when one cannot be used
  */
@@ -17,8 +17,7 @@ Comparison compareRecordings(const QString &first, const QString &second, QStrin
                              QString *error);
 
 /**
- * Writes a part of a recording as one of its own. It begins with what brings a screen up to the
- * moment that it is cut at: what brings a screen up to date.
+ * Writes a part of a recording as a recording. It begins with the state snapshot of its start.
  * @param error  one line that names the file, when one cannot be used
  */
 bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString &part,

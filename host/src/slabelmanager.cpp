@@ -83,8 +83,7 @@ bool SLabelManager::advance(Entry &entry)
     }
     if (label->scrollOffset() < label->overflow()) {
         label->setScrollOffset(label->scrollOffset() + pixelsPerTick);
-        if (label->scrollOffset() == label->overflow())
-            entry.rest = restTicks;
+        entry.rest = label->scrollOffset() == label->overflow() ? restTicks : 0;
         return true;
     }
     label->setScrollOffset(0);
