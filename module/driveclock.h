@@ -16,7 +16,7 @@ public:
     qint64 at(double fileMs);
     /** Drive time reached so far. */
     qint64 nowMs() const { return qRound64(m_nowMs); }
-    /** How often the file's clock went back or jumped. */
+    /** How often the file's clock went back or was set. */
     int irregularSteps() const { return m_irregularSteps; }
 
 private:

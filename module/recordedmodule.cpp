@@ -15,7 +15,7 @@ RecordedModule::RecordedModule(std::unique_ptr<VehicleSource> drive, Answers ans
 
 RecordedModule::~RecordedModule() = default;
 
-static constexpr int noModulePage = 0; // the pages of the plugin's own
+static constexpr int noModulePage = 0; // for signals of the plugin's other pages
 
 /** The page of the module whose request repeats a signal. */
 static int pageOf(const QByteArray &signal)
@@ -26,15 +26,15 @@ static int pageOf(const QByteArray &signal)
     return pages.value(signal, noModulePage);
 }
 
-/** A value that the drive reports within a moment is not reported as unknown first. */
+/** Reports as unknown what the drive does not report within the first second. */
 void RecordedModule::begin(qint64 ms)
 {
-    static constexpr qint64 momentMs = 1000;
+    static constexpr qint64 aheadMs = 1000;
     m_ahead.clear();
     m_answers.clear();
     m_state.clear();
     QSet<QByteArray> reported;
-    for (qint64 due = m_drive->nextDueMs(); due >= 0 && due <= ms + momentMs;
+    for (qint64 due = m_drive->nextDueMs(); due >= 0 && due <= ms + aheadMs;
          due = m_drive->nextDueMs()) {
         m_ahead.append(m_drive->take());
         reported.insert(m_ahead.constLast().signal);

@@ -60,7 +60,7 @@ constexpr int mostRecordedSignals = 2 * 1000 * 1000;
 class RecordingSource : public VehicleSource
 {
 public:
-    /** @return null, and one line that says why, for a file that is no recording */
+    /** @return null, and one line with the reason, for a file that is no recording */
     static std::unique_ptr<RecordingSource> open(const QString &path, QString *error);
 
     QString title() const override { return m_title; }

@@ -19,7 +19,7 @@ namespace module {
 /** Which part of its page's state a signal carries; 0 when it replaces all parts. */
 int statePart(const QByteArray &signal, const QVariantList &arguments);
 
-/** Keeps the snapshot of a sequence of signals. `Item` is what stands for a signal. */
+/** Keeps the snapshot of a sequence of signals. `Item` is what is kept of a signal. */
 template <typename Item>
 class Snapshot
 {
@@ -71,7 +71,7 @@ private:
  * Finds the snapshot in a log, reading it backwards and no further than needed.
  * @param end     the index after the last entry to take into account
  * @param names   how many different signals the log holds
- * @param nameAt  the name of an entry, or any key that stands for it
+ * @param nameAt  the name of an entry, or another unique key of it
  * @param partAt  its `statePart()`
  * @return the indices of the entries, in order
  */

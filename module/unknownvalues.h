@@ -10,7 +10,7 @@ namespace module {
 /**
  * The signals that make the pages show values as unknown, in the order in which they have to
  * arrive.
- * @param reported  signals that report a value: theirs is left out
+ * @param reported  signals that report a value: they are left out
  */
 QVector<Emission> unknownValues(const QSet<QByteArray> &reported);
 

@@ -13,8 +13,8 @@ namespace module {
 // and feet.
 static constexpr int ventCodes[] = {4, 2, 3, 1};
 
-static constexpr int lowest = 60;  // below it the display says LO
-static constexpr int highest = 90; // above it the display says HI
+static constexpr int lowest = 60;  // below it the display shows LO
+static constexpr int highest = 90; // above it the display shows HI
 static constexpr int lowCode = 50;
 static constexpr int highCode = 95;
 static constexpr int fanStep = 36;

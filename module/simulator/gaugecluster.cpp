@@ -10,7 +10,7 @@ static constexpr qint64 centreMs = 100; // between two values of the centre gaug
 static constexpr const char *degrees = "\u2109";
 static constexpr double readyCelsius = 75;
 
-/** What the top left gauge can show; a touch goes on to the next. */
+/** What the top left gauge can show; a touch selects the next one. */
 struct TopLeft
 {
     const char *title;

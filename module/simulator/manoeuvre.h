@@ -30,7 +30,7 @@ public:
     bool isBackingUp(qint64 nowMs) const;
     /** What the rear camera sees. */
     RearView rearView() const;
-    /** From 0 for clear to 4 for at the obstacle. */
+    /** From 0, clear, to 4, at the obstacle. */
     int level(int sensor) const;
 
 private:

@@ -133,8 +133,7 @@ void Menu::select(EmissionQueue *out, qint64 atMs, int line)
     send(out, atMs);
 }
 
-/** A page is sent at once: its title, then line by line. What is left of another one is cancelled.
- */
+/** Sends a page at once: its title, then line by line. Cancels what is left of another one. */
 void Menu::send(EmissionQueue *out, qint64 atMs) const
 {
     static const QByteArray signal = "NordaConfigMenuTextInfo";
