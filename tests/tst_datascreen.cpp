@@ -1,4 +1,5 @@
 #include "callspy.h"
+#include "elision.h"
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
 #include "norda/widget/sourcecode.h"
@@ -40,6 +41,8 @@ private slots:
     void customKeyTouch_data();
     void customKeyTouch();
     void otherCustomKeysSendNothing();
+    void longCaptionsAreElided_data();
+    void longCaptionsAreElided();
 
     void displayTypes_data();
     void displayTypes();
@@ -280,6 +283,27 @@ void tst_DataScreen::otherCustomKeysSendNothing()
         invoke(screen, "onButtonReleased", Q_ARG(int, key));
     }
     QCOMPARE(spy.take(), QStringList());
+}
+
+void tst_DataScreen::longCaptionsAreElided_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QByteArray>("caption");
+    for (const char *caption : {"Txt_P1", "Txt_P2"}) {
+        for (const int id : {80, 81, 82, 83})
+            QTest::addRow("screen %d, %s", id, caption) << id << QByteArray(caption);
+        QTest::addRow("screen 82, %s_2", caption) << 82 << QByteArray(caption) + "_2";
+    }
+}
+
+void tst_DataScreen::longCaptionsAreElided()
+{
+    QFETCH(int, id);
+    QFETCH(QByteArray, caption);
+    auto *shown = find<QLabel>(m_host->open(id), caption);
+    QCOMPARE(faultOfElision(shown, QStringLiteral("Interior lamps at the rear"),
+                            [=](const QString &text) { shown->setText(text); }),
+             QString());
 }
 
 /** The flags that the popup and the list step were run with, read from their traces. */
