@@ -259,7 +259,8 @@ static int customKey(ClimateGroup group, int id)
 void Vantiq_Climate_Widget::sendSinglePress(ClimateGroup group, int id, bool pressed)
 {
     if (customKey(group, id) >= 0) {
-        sendCustomControl(customKey(group, id), pressed ? ControlPressed : ControlReleased);
+        sendCustomControl(customKey(group, id),
+                          pressed ? TouchAction::Pressed : TouchAction::Released);
         return;
     }
     const SingleCommand *row = findSingle(group, id);

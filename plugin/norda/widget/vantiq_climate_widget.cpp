@@ -2,7 +2,6 @@
 
 #include "customcontrols.h"
 #include "debug.h"
-#include "slabelmanager.h"
 #include "translator.h"
 #include "ui_norda_vantiq_climate.h"
 
@@ -12,7 +11,6 @@ namespace norda {
 
 using Screen = Vantiq_Climate_Widget;
 
-static constexpr int navigationPage = 2;
 static constexpr ScreenCommands frontCommands = {
     &VtqAdaptor::climateListBack,        &VtqAdaptor::climateListPrevious,
     &VtqAdaptor::climateListNext,        &VtqAdaptor::climateSettings,
@@ -25,15 +23,15 @@ static constexpr ScreenCommands secondCommands = {
 };
 
 Vantiq_Climate_Widget::Vantiq_Climate_Widget(QWidget *parent)
-    : DataScreen(navigationPage, frontCommands, parent)
+    : DataScreen(BarPage::Climate, frontCommands, {}, parent)
     , m_form(std::make_unique<Ui_norda_vantiq_climate>())
 {
     m_form->setupUi(this);
     showTextsLiterally();
     init_UI();
 
-    connect(adaptor(), &VtqAdaptor::secondclimateType, this, &Screen::onSecondClimateType);
-    connect(adaptor(), &VtqAdaptor::climateType, this, &Screen::onClimateType);
+    receive(&VtqAdaptor::secondclimateType, &Screen::onSecondClimateType);
+    receive(&VtqAdaptor::climateType, &Screen::onClimateType);
     onSecondClimateType();
     onClimateType();
 
@@ -41,8 +39,7 @@ Vantiq_Climate_Widget::Vantiq_Climate_Widget(QWidget *parent)
     m_form->climate_AutoDual->show();
     m_form->key_auto->show();
     m_form->key_dual->show();
-    connect(adaptor(), &VtqAdaptor::NordaClimateCtrlStatusNotify, this,
-            &Screen::onNordaNotifyClimateCtrlStatus, Qt::UniqueConnection);
+    receive(&VtqAdaptor::NordaClimateCtrlStatusNotify, &Screen::onNordaNotifyClimateCtrlStatus);
     updateCooledButtonState(false, 0);
     updateCooledButtonState(true, 0);
     InitNordaUi();
@@ -50,7 +47,7 @@ Vantiq_Climate_Widget::Vantiq_Climate_Widget(QWidget *parent)
 
 Vantiq_Climate_Widget::~Vantiq_Climate_Widget()
 {
-    disconnectVtqAdaptor();
+    Vantiq_Climate_Widget::disconnectVtqAdaptor();
     seconddisconnectVtqAdaptor();
 }
 
@@ -105,9 +102,7 @@ void Vantiq_Climate_Widget::init_UI()
     ui.bkg_air_gear_position->installEventFilter(this);
     ui.bkg_air_gear_position_2->installEventFilter(this);
 
-    auto *scrolling = new SLabelManager(this);
-    scrolling->addLabel(ui.Txt_fork);
-    scrolling->setAutoRepeat(true);
+    scrollLongTexts({ui.Txt_fork});
     ui.Txt_rear->setText(Translator::instance()->text(Translator::ZoneRear));
 }
 
@@ -122,15 +117,15 @@ void Vantiq_Climate_Widget::InitNordaUi()
 void Vantiq_Climate_Widget::showEvent(QShowEvent *event)
 {
     DataScreen::showEvent(event);
-    connect(adaptor(), &VtqAdaptor::NordaClimateCtrlStatusNotify, this,
-            &Screen::onNordaNotifyClimateCtrlStatus, Qt::UniqueConnection);
+    receive(&VtqAdaptor::NordaClimateCtrlStatusNotify, &Screen::onNordaNotifyClimateCtrlStatus);
 }
 
 void Vantiq_Climate_Widget::hideEvent(QHideEvent *event)
 {
     DataScreen::hideEvent(event);
-    disconnect(adaptor(), &VtqAdaptor::NordaClimateCtrlStatusNotify, this,
-               &Screen::onNordaNotifyClimateCtrlStatus);
+    if (adaptor())
+        disconnect(adaptor(), &VtqAdaptor::NordaClimateCtrlStatusNotify, this,
+                   &Screen::onNordaNotifyClimateCtrlStatus);
 }
 
 void Vantiq_Climate_Widget::onEnter()
@@ -179,8 +174,6 @@ void Vantiq_Climate_Widget::onClimateType() {}
 
 void Vantiq_Climate_Widget::onSecondClimateType() {}
 
-// ---- Module-defined keys, display types, lists, popups ------------------------------------------
-
 void Vantiq_Climate_Widget::showCustomControls(const QStringList &captions,
                                                const QByteArray &states)
 {
@@ -206,14 +199,14 @@ void Vantiq_Climate_Widget::onSecondCustomControlLabels(const QStringList &capti
 
 void Vantiq_Climate_Widget::onGuiDisplayTypeChanged(unsigned char type)
 {
-    if (type == 0)
+    if (DisplayType(type) == DisplayType::OwnPage)
         m_form->stackedWidget->setCurrentIndex(m_mainUiType);
     followDisplayType(type);
 }
 
 void Vantiq_Climate_Widget::onSecondGuiDisplayTypeChanged(unsigned char type)
 {
-    if (type == 0)
+    if (DisplayType(type) == DisplayType::OwnPage)
         m_form->stackedWidget->setCurrentIndex(m_secondUiType);
     const DisplayWish wish = displayWish(type);
     createSecondPopup(wish.popup);

@@ -49,8 +49,8 @@ public slots:
     void onSettingsClicked() override;
 
     // Only a trace: the data comes with the status list.
-    void connectVtqAdaptor();
-    void disconnectVtqAdaptor();
+    void connectVtqAdaptor() override;
+    void disconnectVtqAdaptor() override;
     void secondconnectVtqAdaptor();
     void seconddisconnectVtqAdaptor();
     void onClimateType();
