@@ -141,7 +141,7 @@ void Vantiq_Climate_Widget::resume()
 
 ScreenCommands::ControlCommand Vantiq_Climate_Widget::customControl() const
 {
-    return m_zone == SecondZone ? secondCommands.customControl : frontCommands.customControl;
+    return isSecondZone() ? secondCommands.customControl : frontCommands.customControl;
 }
 
 void Vantiq_Climate_Widget::onSettingsClicked()
@@ -197,17 +197,23 @@ void Vantiq_Climate_Widget::onSecondCustomControlLabels(const QStringList &capti
     showCustomControls(captions, states);
 }
 
+void Vantiq_Climate_Widget::returnToLayout()
+{
+    m_model.zones().returnToLayout();
+    showPage();
+}
+
 void Vantiq_Climate_Widget::onGuiDisplayTypeChanged(unsigned char type)
 {
     if (DisplayType(type) == DisplayType::OwnPage)
-        m_form->stackedWidget->setCurrentIndex(m_mainUiType);
+        returnToLayout();
     followDisplayType(type);
 }
 
 void Vantiq_Climate_Widget::onSecondGuiDisplayTypeChanged(unsigned char type)
 {
     if (DisplayType(type) == DisplayType::OwnPage)
-        m_form->stackedWidget->setCurrentIndex(m_secondUiType);
+        returnToLayout();
     const DisplayWish wish = displayWish(type);
     createSecondPopup(wish.popup);
     createSecondListview(wish.list);
