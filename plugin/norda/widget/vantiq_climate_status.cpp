@@ -39,8 +39,8 @@ void Vantiq_Climate_Widget::showAutoDual(const AutoDualStatus &status)
     m_form->Txt_left_temp->setText(temperatureText(status.leftTemperature));
     m_form->Txt_right_temp->setText(temperatureText(status.rightTemperature));
     setAutoDualFanmeterSpeeds(status.fan);
-    showSeat(LeftSide, status.leftSeat);
-    showSeat(RightSide, status.rightSeat);
+    showSeat(true, status.leftSeat);
+    showSeat(false, status.rightSeat);
 }
 
 void Vantiq_Climate_Widget::showSeat(bool left, int code)
@@ -216,23 +216,10 @@ void Vantiq_Climate_Widget::setTemperatureValue(int value)
                  marker->y());
 }
 
-const QIcon &Vantiq_Climate_Widget::icon(const Level_Path *images)
-{
-    QIcon &made = m_icons[images[0].path];
-    if (made.isNull()) {
-        made.addPixmap(m_images.pixmap(images[0].path), QIcon::Normal);
-        made.addPixmap(m_images.pixmap(images[1].path), QIcon::Selected);
-    }
-    return made;
-}
-
 void Vantiq_Climate_Widget::showIcon(QAbstractButton *key, const Level_Path *images)
 {
-    if (!images)
-        return;
-    const QIcon &shown = icon(images);
-    if (key->icon().cacheKey() != shown.cacheKey())
-        key->setIcon(shown);
+    if (images)
+        m_images.showIcon(key, images[0].path, images[1].path);
 }
 
 void Vantiq_Climate_Widget::updateVentPositionIdentifier(int code)

@@ -146,7 +146,8 @@ void Vantiq_Climate_Widget::onManualFan()
 
 void Vantiq_Climate_Widget::onAutoFan()
 {
-    sendToZone(&VtqAdaptor::fanDirectValue, &VtqAdaptor::secoundfanDirectValue, m_rawAutoFan, true);
+    static constexpr int rawAutoFan = 0; // a drag on either meter sets the manual value
+    sendToZone(&VtqAdaptor::fanDirectValue, &VtqAdaptor::secoundfanDirectValue, rawAutoFan, true);
 }
 
 void Vantiq_Climate_Widget::pressSingle(ClimateGroup group, int id)

@@ -65,6 +65,20 @@ QButtonGroup *Vantiq_Climate_Widget::groupKeys(const QList<QAbstractButton *> &k
 void Vantiq_Climate_Widget::init_UI()
 {
     const Ui_norda_vantiq_climate &ui = *m_form;
+    connectKeyGroups();
+    connect(ui.key_rear, &QPushButton::pressed, this, &Screen::onNordadRearPressed);
+    connect(ui.key_rear, &QPushButton::clicked, this, &Screen::onNordaRearClicked);
+    connect(ui.key_settings, &QPushButton::clicked, this, &Screen::onSettingsClicked);
+    letTouchesThrough();
+    ui.bkg_air_gear_position->installEventFilter(this);
+    ui.bkg_air_gear_position_2->installEventFilter(this);
+    scrollLongTexts({ui.Txt_fork});
+    ui.Txt_rear->setText(Translator::instance()->text(Translator::ZoneRear));
+}
+
+void Vantiq_Climate_Widget::connectKeyGroups()
+{
+    const Ui_norda_vantiq_climate &ui = *m_form;
     QButtonGroup *manualText = groupKeys({ui.key_AC_2, ui.key_max_AC_2, ui.key_P1_2, ui.key_P2_2});
     QButtonGroup *manualIcon = groupKeys(
         {ui.key_temp_prev, ui.key_air_speed_prev_2, ui.key_temp_next, ui.key_air_speed_next_2,
@@ -83,11 +97,12 @@ void Vantiq_Climate_Widget::init_UI()
     connect(manualIcon, &QButtonGroup::idClicked, this, &Screen::onNordaManualIconBtnClicked);
     connect(autoDualText, &QButtonGroup::idClicked, this, &Screen::OonNordaAutoDualTextBtnClicked);
     connect(autoDualIcon, &QButtonGroup::idClicked, this, &Screen::OnNordaDualButtonClicked);
+}
 
-    connect(ui.key_rear, &QPushButton::pressed, this, &Screen::onNordadRearPressed);
-    connect(ui.key_rear, &QPushButton::clicked, this, &Screen::onNordaRearClicked);
-    connect(ui.key_settings, &QPushButton::clicked, this, &Screen::onSettingsClicked);
-
+/** What lies over the keys: the seats' images and the captions. */
+void Vantiq_Climate_Widget::letTouchesThrough()
+{
+    const Ui_norda_vantiq_climate &ui = *m_form;
     const QWidgetList overlays = {ui.icon_left_seat_heat,    ui.icon_left_seat_AC,
                                   ui.icon_right_seat_heat,   ui.icon_right_seat_AC,
                                   ui.icon_left_seat_heat_2,  ui.icon_left_seat_AC_2,
@@ -99,11 +114,6 @@ void Vantiq_Climate_Widget::init_UI()
     ui.key_P2->setCaption(ui.Txt_P2);
     ui.key_P1_2->setCaption(ui.Txt_P1_2);
     ui.key_P2_2->setCaption(ui.Txt_P2_2);
-    ui.bkg_air_gear_position->installEventFilter(this);
-    ui.bkg_air_gear_position_2->installEventFilter(this);
-
-    scrollLongTexts({ui.Txt_fork});
-    ui.Txt_rear->setText(Translator::instance()->text(Translator::ZoneRear));
 }
 
 void Vantiq_Climate_Widget::InitNordaUi()

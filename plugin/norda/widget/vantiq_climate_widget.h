@@ -6,8 +6,6 @@
 #include "norda/climate/climatemodel.h"
 
 #include <QEvent>
-#include <QHash>
-#include <QIcon>
 #include <QMap>
 
 #include <memory>
@@ -155,9 +153,8 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    static constexpr bool LeftSide = true;
-    static constexpr bool RightSide = false;
-
+    void connectKeyGroups();
+    void letTouchesThrough();
     QButtonGroup *groupKeys(const QList<QAbstractButton *> &keys);
 
     bool isManual() const { return m_model.zones().layout() == Layout::Manual; }
@@ -208,7 +205,6 @@ private:
     void updateRHeatedSeatButtonState(int state);
     void updateLCooledSeatButtonState(int state);
     void updateRCooledSeatButtonState(int state);
-    const QIcon &icon(const Level_Path *images);
     void showIcon(QAbstractButton *key, const Level_Path *images);
 
     void showManualTemperature(int up, int down, int temperature);
@@ -232,11 +228,9 @@ private:
 
     const std::unique_ptr<Ui_norda_vantiq_climate> m_form;
     ImageStore m_images;
-    QHash<QString, QIcon> m_icons;
     ClimateModel m_model;
     TemperatureDrag m_temperatureDrag;
     int m_rawManualFan = 0;
-    int m_rawAutoFan = 0;
 };
 
 } // namespace norda
