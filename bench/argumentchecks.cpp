@@ -14,7 +14,9 @@ using module::Faults;
 static bool isNumber(const QVariant &value)
 {
     static constexpr double most = 1e9; // far beyond any place, page or time
-    const bool isOne = value.userType() == QMetaType::Double || value.userType() == QMetaType::Int;
+    const int type = value.userType();
+    const bool isOne =
+        type == QMetaType::Double || type == QMetaType::Int || type == QMetaType::LongLong;
     return isOne && qAbs(value.toDouble()) <= most;
 }
 

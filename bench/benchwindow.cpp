@@ -13,6 +13,7 @@
 #include "panels/inspectorpanel.h"
 #include "panels/signalspanel.h"
 #include "panels/timeline.h"
+#include "replay.h"
 #include "screen.h"
 #include "session.h"
 #include "statuscolumn.h"
@@ -33,6 +34,8 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 static const QString settingsOwner = QStringLiteral("norda");
 static const QString settingsName = QStringLiteral("bench");
@@ -140,18 +143,12 @@ void BenchWindow::makeFileMenu()
 
 void BenchWindow::makePageMenu()
 {
-    static constexpr struct
-    {
-        const char *text;
-        int id;
-    } pages[] = {{"Gauges", 80},  {"Vehicle", 81},  {"Climate", 82},
-                 {"Parking", 83}, {"Settings", 84}, {"About", 85}};
-
     QMenu *view = menuBar()->addMenu(tr("&Page"));
-    for (const auto &page : pages) {
+    for (const Page &page : pages) {
         view->addAction(
-            tr(page.text), this, [this, page] { m_hand->act(QStringLiteral("page"), {page.id}); },
-            QKeySequence(Qt::Key_1 + page.id - 80));
+            tr(page.name), this,
+            [this, page] { m_hand->act(QStringLiteral("page"), {page.window}); },
+            QKeySequence(Qt::Key_1 + int(&page - pages)));
     }
     view->addSeparator();
     view->addAction(
@@ -209,14 +206,25 @@ void BenchWindow::makeDeveloperMenu()
 
 void BenchWindow::start(std::unique_ptr<Session> session)
 {
+    m_start.source = m_options.source;
+    m_start.trim = m_options.trim;
+    lead(std::move(session));
+}
+
+/** From now on everything is about this session; a recording goes on with it. */
+void BenchWindow::lead(std::unique_ptr<Session> session)
+{
+    connect(session.get(), &Session::noticed, this,
+            [this](const QString &line) { statusBar()->showMessage(line); });
+    if (m_session)
+        session->goOnRecording(m_session.get());
     m_session = std::move(session);
     m_session->journal()->setLimit(Journal::usualLimit);
     module::Drive *drive = m_session->drive();
-    m_start = {m_options.source, m_options.trim, m_options.faultTexts,
-               m_unit->currentWindow() < 0 ? m_options.window : m_unit->currentWindow()};
+    m_start.faults = drive->faults().stated();
+    m_start.seed = drive->faults().seed();
+    m_start.page = m_unit->currentWindow() < 0 ? m_options.window : m_unit->currentWindow();
     connect(drive, &module::Drive::finished, this, &BenchWindow::onFinished);
-    connect(m_session.get(), &Session::noticed, this,
-            [this](const QString &line) { statusBar()->showMessage(line); });
     m_session->watch(m_unit);
     m_hand->setSession(m_session.get());
     m_fingers->setSession(m_session.get());
@@ -228,7 +236,18 @@ void BenchWindow::start(std::unique_ptr<Session> session)
     m_session->lead(m_stage);
     const bool simulated = drive->source()->title().startsWith(QLatin1String("Simulated"));
     m_screen->statusColumn()->setSource(simulated ? tr("Simulator") : tr("Recorded"));
+    if (!m_options.windowGiven)
+        replayBeginning();
     drive->play();
+}
+
+/** A recording opens on the page that it begins with, and so does the session. */
+void BenchWindow::replayBeginning()
+{
+    auto *replay = new Replay(m_hand, Replay::Beginning, m_session.get());
+    connect(replay, &Replay::failed, this,
+            [this](const QString &line) { statusBar()->showMessage(line); });
+    connect(replay, &Replay::performed, this, [this] { m_start.page = m_unit->currentWindow(); });
 }
 
 void BenchWindow::onFinished()
@@ -286,6 +305,7 @@ bool BenchWindow::writePictures(const QString &folder, QString *error)
 
 void BenchWindow::openDrive(const QString &file)
 {
+    static constexpr int climateWindow = 82, parkingWindow = 83;
     QString error;
     auto source = module::openSource(file, &error);
     if (!source) {
@@ -294,10 +314,14 @@ void BenchWindow::openDrive(const QString &file)
     }
     auto session = std::make_unique<Session>(std::move(source));
     session->drive()->setSpeed(m_session->drive()->speed());
-    session->drive()->faults() = m_session->drive()->faults();
+    session->drive()->faults() = m_session->drive()->faults().anew();
     m_lookBack->end();
-    start(std::move(session));
+    // No payload shows climate or the zones as unknown: these pages forget the drive before.
+    for (const int id : {climateWindow, parkingWindow})
+        m_unit->rebuildWindow(id);
     m_start.source = QFileInfo(file).absoluteFilePath();
+    m_start.trim = module::Trim::Full;
+    lead(std::move(session));
 }
 
 void BenchWindow::closeEvent(QCloseEvent *event)
@@ -308,10 +332,18 @@ void BenchWindow::closeEvent(QCloseEvent *event)
     QMainWindow::closeEvent(event);
 }
 
+/** A key that only changes what others mean, the one with the desktop's logo among them. */
+static bool isModifier(int key)
+{
+    static constexpr int others[] = {Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_Hyper_L,
+                                     Qt::Key_Hyper_R, Qt::Key_AltGr,   Qt::Key_Mode_switch};
+    return (key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock) ||
+           std::find(std::begin(others), std::end(others), key) != std::end(others);
+}
+
 void BenchWindow::keyPressEvent(QKeyEvent *event)
 {
-    const bool isModifier = event->key() >= Qt::Key_Shift && event->key() <= Qt::Key_ScrollLock;
-    if (!isModifier)
+    if (!isModifier(event->key()))
         m_hand->act(QStringLiteral("key"), {event->key()});
 }
 

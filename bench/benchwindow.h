@@ -26,6 +26,8 @@ public:
 
     /** Drives a source from its start. */
     void start(std::unique_ptr<Session> session);
+    /** Drives a file instead. One that cannot be used is reported in a box and changes nothing. */
+    void openDrive(const QString &file);
     Session *session() const { return m_session.get(); }
     /** Writes what was done by hand as a scenario. @param error  one line that names the file */
     bool saveScenario(const QString &file, QString *error) const;
@@ -39,6 +41,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void lead(std::unique_ptr<Session> session);
+    void replayBeginning();
     QDockWidget *addDock(const QString &name, const QString &title, QWidget *panel,
                          Qt::DockWidgetArea area);
     void makeDocks();
@@ -47,7 +51,6 @@ private:
     void makePanelsMenu();
     void makeDeveloperMenu();
     void togglePlaying();
-    void openDrive(const QString &file);
     void chooseDrive();
     void chooseScenario();
     void onFinished();

@@ -2,6 +2,7 @@
 
 #include "palette.h"
 #include "rearscene.h"
+#include "units.h"
 
 #include <QLabel>
 
@@ -70,7 +71,8 @@ void CameraView::drawHeading(QPainter *painter) const
     painter->setPen(m_view.wall < 0.7   ? night::red
                     : m_view.wall < 1.5 ? night::amber
                                         : night::text);
-    painter->drawText(line, Qt::AlignRight | Qt::AlignTop, tr("%1 m").arg(m_view.wall, 0, 'f', 1));
+    painter->drawText(line, Qt::AlignRight | Qt::AlignTop,
+                      tr("%1 ft").arg(m_view.wall * module::feetPerMetre, 0, 'f', 1));
 }
 
 void CameraView::paintEvent(QPaintEvent *)

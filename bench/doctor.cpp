@@ -168,6 +168,8 @@ private:
 /** What can be told without running any of it. */
 static QString faultOfFile(const QString &file, const LibraryFile &library)
 {
+    if (QFileInfo(file).isDir())
+        return QStringLiteral("expected a plugin, found a directory");
     if (!QFileInfo(file).isFile())
         return QStringLiteral("expected a plugin, found no such file");
     if (!library.isLibrary())

@@ -30,12 +30,28 @@ static bool isControl(const QWidget *widget)
            qobject_cast<const norda::SQuilloGauge *>(widget);
 }
 
+/** The second of two quick taps comes as a double click. */
+static bool isTouch(const QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+        return static_cast<const QMouseEvent *>(event)->button() == Qt::LeftButton;
+    case QEvent::MouseMove:
+        return static_cast<const QMouseEvent *>(event)->buttons() & Qt::LeftButton;
+    default:
+        return false;
+    }
+}
+
 bool FingerWatch::eventFilter(QObject *watched, QEvent *event)
 {
     static constexpr int slip = 8; // pixels that a finger moves without meaning it
-    const bool isTouch =
-        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease;
-    auto *widget = isTouch && m_session ? qobject_cast<QWidget *>(watched) : nullptr;
+    // What the bench itself sends, as an action of a recording, is not spontaneous.
+    auto *widget = isTouch(event) && event->spontaneous() && m_session
+                       ? qobject_cast<QWidget *>(watched)
+                       : nullptr;
     if (!widget || !m_screen->isAncestorOf(widget))
         return false;
     if (m_session->isLookingBack()) {
@@ -44,19 +60,25 @@ bool FingerWatch::eventFilter(QObject *watched, QEvent *event)
     }
     const QPoint place = static_cast<QMouseEvent *>(event)->pos();
     const QPoint onScreen = widget->mapTo(m_screen, place);
-    if (event->type() == QEvent::MouseButtonPress) {
+    if (event->type() == QEvent::MouseMove) {
+        if (widget == m_pressed)
+            m_session->recordAction(QStringLiteral("move"), {onScreen.x(), onScreen.y()});
+    } else if (event->type() != QEvent::MouseButtonRelease) {
         // A widget that does not use it hands the press on to its parent, which is the same one.
         if (m_screen->childAt(onScreen) != widget)
             return false;
         m_pressed = widget;
         m_at = onScreen;
-        note(QStringLiteral("press"),
-             isControl(widget) ? QVariantList{m_screen->nameOf(widget), place.x(), place.y()}
-                               : QVariantList{onScreen.x(), onScreen.y()});
+        const QVariantList where =
+            isControl(widget) ? QVariantList{m_screen->nameOf(widget), place.x(), place.y()}
+                              : QVariantList{onScreen.x(), onScreen.y()};
+        note(QStringLiteral("press"), where);
+        m_session->recordAction(QStringLiteral("press"), where);
     } else if (widget == m_pressed) {
         if ((onScreen - m_at).manhattanLength() > slip)
             note(QStringLiteral("move"), {onScreen.x(), onScreen.y()});
         note(QStringLiteral("release"), {});
+        m_session->recordAction(QStringLiteral("release"), {});
         m_pressed.clear();
     }
     return false;

@@ -6,14 +6,15 @@
 #include "norda/vtqadaptor.h"
 #include "norda/vtqservice.h"
 #include "options.h"
+#include "pages.h"
 #include "screen.h"
 #include "session.h"
 #include "statuscolumn.h"
 
+#include <QAbstractAnimation>
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QDir>
-#include <QEventLoop>
-#include <QTimer>
 
 /** What a state needs to be brought about. */
 struct Scene
@@ -26,18 +27,27 @@ struct Scene
 
 struct State
 {
-    const char *file;
+    QString file;
     int window;
     void (*prepare)(const Scene &scene); // may be null
     void (*restore)(const Scene &scene); // may be null
 };
 
-static void settle()
+/** Lets what was begun come to its end: answers of the module, then what moves on the screen. */
+static void settle(const Screen *screen)
 {
-    static constexpr int longestAnimationMs = 400;
-    QEventLoop loop;
-    QTimer::singleShot(longestAnimationMs, &loop, &QEventLoop::quit);
-    loop.exec();
+    QCoreApplication::processEvents();
+    for (QAbstractAnimation *animation : screen->findChildren<QAbstractAnimation *>()) {
+        if (animation->state() == QAbstractAnimation::Running)
+            animation->setCurrentTime(animation->totalDuration());
+    }
+}
+
+/** Fast rather than small: a gallery is looked at once. */
+static bool save(const QPixmap &picture, const QString &file)
+{
+    static constexpr int littleCompression = 80;
+    return picture.save(file, "PNG", littleCompression);
 }
 
 static void toFastestMoment(const Scene &scene)
@@ -117,7 +127,7 @@ static bool writeStage(AudioStage *stage, const QString &file)
     emit service->audioInterruptNotify(warningTone, inFront);
     AudioStageView view(stage);
     view.resize(800, 480);
-    const bool isWritten = view.grab().save(file);
+    const bool isWritten = save(view.grab(), file);
     emit service->audioInterruptNotify(0, 0);
     return isWritten;
 }
@@ -142,6 +152,7 @@ static void restoreFeatures(const Scene &scene)
 }
 
 // clang-format off
+// A page without a row is shown as it opens.
 static const State states[] = {
     {"80-gauges", 80, toFastestMoment, nullptr},
     {"80-gauges-arcs", 80,
@@ -211,7 +222,7 @@ static const State states[] = {
             norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
             report(7, 4);
             emit adaptor->parkingDistanceFront(QByteArray::fromHex("50280000"));
-            emit adaptor->parkingTopBarText("Rear 0.3 m");
+            emit adaptor->parkingTopBarText("Rear 1.0 ft");
         },
         [](const Scene &) { emit norda::VtqAdaptor::instance()->parkingTopBarText(""); }},
     {"83-parking-blind", 83,
@@ -226,38 +237,55 @@ static const State states[] = {
             showCamera(scene, false, true);
             report(8, 3);
         }, closeCamera},
-    {"84-settings", 84, [](const Scene &) { request(13); }, nullptr},
+    {"84-settings", 84, nullptr, nullptr},
     {"84-settings-values", 84, [](const Scene &scene) { touchRow(scene, 6); },
         [](const Scene &) { request(13); }},
     {"84-settings-reset", 84,
         [](const Scene &scene) {
-            settle();
+            settle(scene.screen);
             touchRow(scene, 7);
         },
         [](const Scene &) { request(13); }},
-    {"85-about", 85, [](const Scene &) { request(5); }, nullptr},
 };
 // clang-format on
+
+/** In the order of the pages, each of which has at least the picture of how it opens. */
+static QVector<State> allStates()
+{
+    QVector<State> all;
+    for (const Page &page : pages) {
+        const int before = all.size();
+        std::copy_if(std::begin(states), std::end(states), std::back_inserter(all),
+                     [&page](const State &state) { return state.window == page.window; });
+        if (all.size() == before)
+            all.append({QStringLiteral("%1-%2")
+                            .arg(page.window)
+                            .arg(QString::fromLatin1(page.name).toLower()),
+                        page.window, nullptr, nullptr});
+    }
+    return all;
+}
 
 QStringList writeGallery(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
                          Session *session, QString *error)
 {
     const Scene scene = {screen, unit, session, options.trim};
-    const auto pathOf = [&options](const char *name) {
-        return QDir(options.gallery).filePath(QLatin1String(name) + QStringLiteral(".png"));
+    const auto pathOf = [&options](const QString &name) {
+        return QDir(options.gallery).filePath(name + QStringLiteral(".png"));
     };
     const auto refuse = [error](const QString &file) {
         *error = QStringLiteral("%1: expected a picture file that can be written").arg(file);
     };
     screen->statusColumn()->setTime(QTime(21, 40)); // pictures are compared with each other
     QStringList files;
-    for (const State &state : states) {
-        unit->openWindow(state.window);
+    for (const State &state : allStates()) {
+        if (unit->currentWindow() != state.window)
+            unit->openWindow(state.window);
         if (state.prepare)
             state.prepare(scene);
-        settle();
+        settle(screen);
         const QString file = pathOf(state.file);
-        if (!screen->grab().save(file)) {
+        if (!save(screen->grab(), file)) {
             refuse(file);
             return files;
         }
@@ -265,7 +293,7 @@ QStringList writeGallery(const Options &options, Screen *screen, HeadUnit *unit,
         if (state.restore)
             state.restore(scene);
     }
-    const QString file = pathOf("audio-stage");
+    const QString file = pathOf(QStringLiteral("audio-stage"));
     if (writeStage(stage, file))
         files.append(file);
     else

@@ -2,7 +2,9 @@
 
 #include "gallery.h"
 #include "headunit.h"
+#include "operator.h"
 #include "options.h"
+#include "replay.h"
 #include "screen.h"
 #include "session.h"
 
@@ -28,8 +30,14 @@ static void onSignal(int)
 
 HeadlessRun::HeadlessRun(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
                          Session *session)
-    : m_options(options), m_screen(screen), m_unit(unit), m_stage(stage), m_session(session)
+    : m_options(options)
+    , m_screen(screen)
+    , m_unit(unit)
+    , m_stage(stage)
+    , m_session(session)
+    , m_hand(new Operator(screen, unit, stage, this))
 {
+    m_hand->setSession(session);
     connect(session->drive(), &module::Drive::positionChanged, this, &HeadlessRun::showProgress);
     connect(session->drive(), &module::Drive::finished, this, &HeadlessRun::end);
     endOnSignals();
@@ -57,6 +65,11 @@ void HeadlessRun::start()
     for (const QString &line : findings)
         std::printf("%s\n", qPrintable(line));
     std::fflush(stdout);
+    if (!m_options.windowGiven) {
+        m_replay = new Replay(m_hand, Replay::Everything, this);
+        connect(m_replay, &Replay::failed, this,
+                [](const QString &line) { std::fprintf(stderr, "%s\n", qPrintable(line)); });
+    }
     m_session->drive()->play();
 }
 
@@ -78,6 +91,7 @@ void HeadlessRun::end()
 {
     // The gallery looks around in the drive again; its progress has been shown.
     disconnect(m_session->drive(), nullptr, this, nullptr);
+    delete m_replay;
     QString error;
     const bool written = writeResults(m_options, m_screen, m_unit, m_stage, m_session, &error);
     if (!written)

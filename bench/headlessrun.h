@@ -4,6 +4,8 @@
 
 class AudioStage;
 class HeadUnit;
+class Operator;
+class Replay;
 class Screen;
 class Session;
 struct Options;
@@ -29,6 +31,8 @@ private:
     HeadUnit *m_unit;
     AudioStage *m_stage;
     Session *m_session;
+    Operator *m_hand;
+    Replay *m_replay = nullptr;
     int m_lastPercent = -1;
 };
 

@@ -9,6 +9,8 @@
 #include "mem/settingsexe.h"
 #include "mem/settingsfunc.h"
 #include "mem/settingsutil.h"
+#include "norda/vtqadaptor.h"
+#include "pages.h"
 #include "screen.h"
 #include "touchevent.h"
 #include "windowinterface.h"
@@ -17,17 +19,6 @@
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QWidget>
-
-struct Destination
-{
-    Qx::Touch code;
-    int window;
-};
-
-static constexpr Destination destinations[] = {
-    {Qx::TouchGauges, 80},  {Qx::TouchVehicle, 81},  {Qx::TouchClimate, 82},
-    {Qx::TouchParking, 83}, {Qx::TouchSettings, 84}, {Qx::TouchAbout, 85},
-};
 
 // The unit looks after its own settings: that is nothing that the plugin asked for.
 
@@ -76,7 +67,9 @@ bool HeadUnit::load(const QString &file, QString *error)
 {
     const QString wanted = wantedIid();
     if (!QFileInfo(file).isFile()) {
-        *error = QStringLiteral("%1: expected a plugin, found no such file").arg(file);
+        *error = QStringLiteral("%1: expected a plugin, found %2")
+                     .arg(file, QFileInfo(file).isDir() ? QStringLiteral("a directory")
+                                                        : QStringLiteral("no such file"));
         return false;
     }
     m_loader.setFileName(QFileInfo(file).absoluteFilePath());
@@ -123,10 +116,8 @@ void HeadUnit::onTouched(int code)
         openCamera();
         return;
     }
-    for (const Destination &destination : destinations) {
-        if (destination.code == code)
-            openWindow(destination.window);
-    }
+    if (const Page *page = pageWith(&Page::code, Qx::Touch(code)))
+        bringToFront(page->window);
 }
 
 bool HeadUnit::prefersSplit() const
@@ -176,7 +167,23 @@ void HeadUnit::bindPage(QWidget *page, int id)
     QMetaObject::invokeMethod(page, "connectVtqAdaptor");
 }
 
+/** A page of the module is empty until it is asked for; the navigation bar does so for a touch. */
+static void requestFromModule(int id)
+{
+    const Page *page = pageWith(&Page::window, id);
+    if (page && page->moduleRequest)
+        norda::VtqAdaptor::instance()->NordaData_Request(page->moduleRequest);
+}
+
 void HeadUnit::openWindow(int id)
+{
+    if (!windowIds().contains(id))
+        return;
+    requestFromModule(id);
+    bringToFront(id);
+}
+
+void HeadUnit::bringToFront(int id)
 {
     if (!windowIds().contains(id))
         return;
@@ -212,6 +219,7 @@ void HeadUnit::back()
     if (m_stack.size() < 2 || window(currentWindow())->backEvent() == 0)
         return;
     leave(m_stack.takeLast());
+    requestFromModule(currentWindow());
     enter(currentWindow());
 }
 
@@ -228,11 +236,19 @@ bool HeadUnit::pressKey(int key)
 
 void HeadUnit::recreateWindow()
 {
-    if (m_stack.isEmpty())
-        return;
-    const int id = currentWindow();
-    leave(id);
+    if (!m_stack.isEmpty())
+        rebuildWindow(currentWindow());
+}
+
+void HeadUnit::rebuildWindow(int id)
+{
+    const bool isOpen = id == currentWindow();
+    if (isOpen)
+        leave(id);
     window(id)->onDestroy();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    if (!isOpen)
+        return;
+    requestFromModule(id);
     enter(id);
 }

@@ -31,6 +31,7 @@ public:
     QWidget *currentPage() const;
 
 public slots:
+    /** Opens a page as its key on the navigation bar does. */
     void openWindow(int id);
     void back();
     /** A hardware key: the open window may use it. @return whether it did */
@@ -40,12 +41,15 @@ public slots:
     void toggleSplit();
     /** Makes the open window give its content back and build it anew. */
     void recreateWindow();
+    /** The same for any window; one that is not open is built when it opens next. */
+    void rebuildWindow(int id);
 
 signals:
     void windowOpened(int id);
 
 private:
     void onTouched(int code);
+    void bringToFront(int id);
     void openCamera();
     bool prefersSplit() const;
     void leave(int id);

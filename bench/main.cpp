@@ -7,6 +7,7 @@
 #include "options.h"
 #include "palette.h"
 #include "recordingtools.h"
+#include "runtimefolder.h"
 #include "scenariosuite.h"
 #include "screen.h"
 #include "session.h"
@@ -94,11 +95,19 @@ static std::unique_ptr<Session> openSession(const Options &options, QString *err
     return session;
 }
 
+/** A recording that opens its pages itself is left to do so, unless another page is asked for. */
+static void openFirstPage(const Options &options, HeadUnit *unit, Session *session)
+{
+    if (options.windowGiven || !session->drive()->source()->opensPages())
+        session->open(unit, options.window);
+}
+
 static int runHeadless(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
                        Session *session)
 {
     screen->show();
-    unit->openWindow(options.window);
+    session->watch(unit);
+    openFirstPage(options, unit, session);
     session->feed(screen->camera());
     session->lead(stage);
     HeadlessRun run(options, screen, unit, stage, session);
@@ -113,9 +122,9 @@ static int runWindow(const Options &options, Screen *screen, HeadUnit *unit, Aud
 {
     SoundOutput sound(stage);
     BenchWindow window(options, screen, unit, stage);
-    unit->openWindow(options.window);
+    window.show(); // a page is opened on a screen that can be seen, as without a window
+    openFirstPage(options, unit, session.get());
     window.start(std::move(session));
-    window.show();
     const int code = QApplication::exec();
     QString error;
     if (!options.gallery.isEmpty() && !window.writePictures(options.gallery, &error))
@@ -131,7 +140,7 @@ static ScenarioResult playScenario(const Options &options, const Scenario &scena
 {
     QApplication application(argc, argv);
     const Warnings warnings;
-    night::apply(&application);
+    night::apply(&application, options.style);
     Screen screen;
     HeadUnit unit(&screen);
     ScenarioResult result;
@@ -160,6 +169,7 @@ static ScenarioResult playScenario(const Options &options, const Scenario &scena
 
 int main(int argc, char *argv[])
 {
+    ensureRuntimeFolder();
     QCoreApplication::setApplicationName(QStringLiteral("norda-bench"));
     Options options;
     QString error;
@@ -193,7 +203,7 @@ int main(int argc, char *argv[])
 
     QApplication application(argc, argv);
     const Warnings warnings;
-    night::apply(&application);
+    night::apply(&application, options.style);
     Screen screen;
     HeadUnit unit(&screen);
     if (!unit.load(options.plugin, &error))

@@ -17,9 +17,14 @@ using module::Faults;
 
 // ---- What can be done, and what is expected behind each word ------------------------------------
 
+// Some are done at the unit, as a driver does; the others change what it is sent or what it runs
+// on.
+enum class Where { AtTheUnit, Elsewhere };
+
 struct Operator::Verb
 {
     const char *word;
+    Where where;
     const char *form; // of the arguments, for a person
     bool (*check)(const Arguments &values, QString *error);
     bool (Operator::*perform)(const Arguments &values, QString *error);
@@ -27,21 +32,21 @@ struct Operator::Verb
 
 // clang-format off
 const Operator::Verb Operator::verbs[] = {
-    {"page",    "the number of a page",                             isOneNumber, &Operator::openPage},
-    {"back",    "nothing",                                          isNothing,   &Operator::goBack},
-    {"split",   "nothing",                                          isNothing,   &Operator::split},
-    {"key",     "the number of a key",                              isOneNumber, &Operator::pressKey},
-    {"touch",   "a widget, a widget and a place in it, or a place", isPlace,     &Operator::touch},
-    {"press",   "a widget, a widget and a place in it, or a place", isPlace,     &Operator::press},
-    {"move",    "a place on the screen",                            isBarePlace, &Operator::move},
-    {"release", "nothing",                                          isNothing,   &Operator::release},
-    {"signal",  "a signal and its arguments",                       isSignal,    &Operator::sendSignal},
-    {"host",    "an object of the host, a method and its arguments", isHostCall, &Operator::callHost},
-    {"invoke",  "a widget or 'page', a method and its arguments",   isCall,      &Operator::invoke},
-    {"car",     "a control and its value",                          isControl,   &Operator::setControl},
-    {"fault",   "a fault or 'none'",                                isFault,     &Operator::setFault},
-    {"focus",   "'granted' or 'refused'",                           isFocus,     &Operator::setFocus},
-    {"seek",    "a time in seconds",                                isTime,      &Operator::seek},
+    {"page",     Where::AtTheUnit, "the number of a page",                             isOneNumber, &Operator::openPage},
+    {"back",     Where::AtTheUnit, "nothing",                                          isNothing,   &Operator::goBack},
+    {"split",    Where::AtTheUnit, "nothing",                                          isNothing,   &Operator::split},
+    {"key",      Where::AtTheUnit, "the number of a key",                              isOneNumber, &Operator::pressKey},
+    {"touch",    Where::AtTheUnit, "a widget, a widget and a place in it, or a place", isPlace,     &Operator::touch},
+    {"press",    Where::AtTheUnit, "a widget, a widget and a place in it, or a place", isPlace,     &Operator::press},
+    {"move",     Where::AtTheUnit, "a place on the screen",                            isBarePlace, &Operator::move},
+    {"release",  Where::AtTheUnit, "nothing",                                          isNothing,   &Operator::release},
+    {"signal",   Where::Elsewhere, "a signal and its arguments",                       isSignal,    &Operator::sendSignal},
+    {"host",     Where::Elsewhere, "an object of the host, a method and its arguments", isHostCall, &Operator::callHost},
+    {"invoke",   Where::Elsewhere, "a widget or 'page', a method and its arguments",   isCall,      &Operator::invoke},
+    {"car",      Where::Elsewhere, "a control and its value",                          isControl,   &Operator::setControl},
+    {"fault",    Where::Elsewhere, "a fault or 'none'",                                isFault,     &Operator::setFault},
+    {"focus",    Where::AtTheUnit, "'granted' or 'refused'",                           isFocus,     &Operator::setFocus},
+    {"seek",     Where::Elsewhere, "a time in seconds",                                isTime,      &Operator::seek},
 };
 // clang-format on
 
@@ -95,7 +100,23 @@ bool Operator::perform(const QString &word, const QVariantList &arguments, QStri
         return false;
     emit begins();
     m_session->journal()->note(m_session->nowMs(), Journal::Deed, word, arguments);
-    return (this->*verb->perform)(arguments, error);
+    return carryOut(*verb, arguments, error);
+}
+
+bool Operator::carryOut(const Verb &verb, const QVariantList &arguments, QString *error)
+{
+    if (verb.where == Where::AtTheUnit)
+        m_session->recordAction(QLatin1String(verb.word), arguments);
+    return (this->*verb.perform)(arguments, error);
+}
+
+bool Operator::repeat(const QString &word, const QVariantList &arguments, QString *error)
+{
+    const Verb *verb = find(word);
+    if (verb && verb->where == Where::AtTheUnit)
+        return check(word, arguments, error) && carryOut(*verb, arguments, error);
+    *error = QStringLiteral("expected something to be done at the unit, got '%1'").arg(word);
+    return false;
 }
 
 bool Operator::act(const QString &word, const QVariantList &arguments)

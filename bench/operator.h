@@ -41,6 +41,8 @@ public:
     bool perform(const QString &word, const QVariantList &arguments, QString *error);
     /** The same for what cannot fail, or whose failure shows. @return whether it was done */
     bool act(const QString &word, const QVariantList &arguments = {});
+    /** Does again what a recording holds; the journal is for what is done in this session. */
+    bool repeat(const QString &word, const QVariantList &arguments, QString *error);
 
 signals:
     /** Something is about to be done. */
@@ -51,6 +53,7 @@ private:
     static const Verb verbs[];
     static const Verb *find(const QString &word);
 
+    bool carryOut(const Verb &verb, const QVariantList &arguments, QString *error);
     bool openPage(const QVariantList &arguments, QString *error);
     bool goBack(const QVariantList &arguments, QString *error);
     bool split(const QVariantList &arguments, QString *error);

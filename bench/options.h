@@ -1,6 +1,7 @@
 #pragma once
 
 #include "faults.h"
+#include "pages.h"
 #include "simulator/climate.h"
 
 #include <QString>
@@ -13,13 +14,15 @@ struct Options
     double speed = 1.0; ///< factor of real time, 0 for as fast as it can
     bool speedGiven = false;
     qint64 durationMs = -1; ///< -1 for the whole drive
-    int window = 80;
+    int window = firstPage;
+    bool windowGiven = false;
     QString gallery;
     QString record;
     qint64 recordLimit = 0; ///< in bytes
     QString summary;
     QString plugin;
     QString platform;    ///< what Qt draws on, empty for its own choice
+    QString style;       ///< of the bench's own controls
     QStringList scripts; ///< scenarios to play, files or folders of them
     QString junit;       ///< where to report on them
     QString check;       ///< a plugin to examine
@@ -29,7 +32,6 @@ struct Options
     qint64 toMs = -1;
     module::Trim trim = module::Trim::Full;
     module::Faults faults;
-    QStringList faultTexts; ///< as they were given
     bool headless = false;
     bool trace = false;
     double scale = 1.0;

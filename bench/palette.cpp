@@ -5,9 +5,9 @@
 #include <QPalette>
 #include <QStyleFactory>
 
-void night::apply(QApplication *application)
+void night::apply(QApplication *application, const QString &style)
 {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(QStyleFactory::create(style));
     QPalette colors;
     colors.setColor(QPalette::Window, background);
     colors.setColor(QPalette::WindowText, text);

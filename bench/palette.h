@@ -3,6 +3,7 @@
 #include <QColor>
 
 class QApplication;
+class QString;
 
 /** The colours of the head unit at night. */
 namespace night {
@@ -17,6 +18,6 @@ const QColor amber(0xFF, 0xB2, 0x24);
 const QColor red(0xFF, 0x4F, 0x4F);
 
 /** Dresses the bench's own windows in them. */
-void apply(QApplication *application);
+void apply(QApplication *application, const QString &style);
 
 } // namespace night

@@ -1,6 +1,7 @@
 #include "scenariorun.h"
 
 #include "headunit.h"
+#include "pages.h"
 #include "screen.h"
 #include "session.h"
 #include "statuscolumn.h"
@@ -65,7 +66,6 @@ static void settle(int ms)
 
 ScenarioResult ScenarioRun::play()
 {
-    static constexpr int firstPage = 80;
     QElapsedTimer clock;
     clock.start();
     m_unit->openWindow(firstPage);

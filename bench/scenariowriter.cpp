@@ -102,11 +102,13 @@ QString scenarioOf(const Journal *journal, const SessionStart &start, const QStr
         lines.append(scenarioLine(QStringLiteral("trim"), {trims[int(start.trim)]}));
     for (const QString &fault : start.faults)
         lines.append(scenarioLine(QStringLiteral("fault"), {fault}));
+    if (start.seed != module::Faults().seed())
+        lines.append(scenarioLine(QStringLiteral("seed"), {start.seed}));
     if (journal->dropped() > 0)
         lines.append(QStringLiteral("# The first %1 events of the session are not kept any more.")
                          .arg(journal->dropped()));
     lines.append(QString());
-    if (start.page != 80)
+    if (start.page != firstPage)
         lines.append(QStringLiteral("0        page %1").arg(start.page));
     lines += ScenarioWriter(journal).lines();
     lines.append(QStringLiteral("+0       expect page %1").arg([journal, &start] {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "faults.h"
+#include "pages.h"
 #include "simulator/climate.h"
 
 #include <QString>
@@ -13,7 +14,8 @@ struct SessionStart
     QString source = QStringLiteral("simulator");
     module::Trim trim = module::Trim::Full;
     QStringList faults; // as on the command line
-    int page = 80;
+    quint32 seed = 1;
+    int page = firstPage;
 };
 
 /**

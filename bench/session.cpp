@@ -33,17 +33,29 @@ void Session::lead(AudioStage *stage)
 {
     m_stage = stage;
     const QPointer<Session> session = this;
-    stage->setClock([session] { return session ? session->m_drive.positionMs() : 0; });
+    stage->setClock([session] { return session ? session->nowMs() : 0; });
     connect(&m_drive, &module::Drive::positionChanged, stage, &AudioStage::advance);
+    // Before what is due then: the order must not depend on when the clock is looked at.
+    connect(&m_drive, &module::Drive::reached, stage, &AudioStage::advance);
     connect(stage, &AudioStage::noted, this,
             [this](const QString &text) { m_journal.note(nowMs(), Journal::Sound, text, {}); });
+}
+
+void Session::open(HeadUnit *unit, int page)
+{
+    if (!m_drive.source()->isCatchingUp())
+        recordAction(QStringLiteral("page"), {page});
+    unit->openWindow(page);
 }
 
 void Session::watch(HeadUnit *unit)
 {
     const auto note = [this](int id) {
-        if (!m_lookingBack && !m_finished)
-            m_journal.note(nowMs(), Journal::Page, QStringLiteral("page"), {id});
+        if (m_lookingBack || m_finished)
+            return;
+        m_journal.note(nowMs(), Journal::Page, QStringLiteral("page"), {id});
+        if (m_recording)
+            m_recording->setPage(id);
     };
     connect(unit, &HeadUnit::windowOpened, this, note);
     if (unit->currentWindow() >= 0)
@@ -62,6 +74,21 @@ bool Session::record(const QString &file, qint64 limitBytes, QString *error)
     m_recording = std::make_unique<module::RecordingWriter>(file, m_drive.source()->title(), error);
     m_recording->setLimit(limitBytes);
     return m_recording->isOpen();
+}
+
+void Session::goOnRecording(Session *before)
+{
+    m_recording = std::move(before->m_recording);
+    if (!m_recording)
+        return;
+    m_recording->beginNextDrive(before->nowMs());
+    emit noticed(QStringLiteral("The recording goes on with %1").arg(m_drive.source()->title()));
+}
+
+void Session::recordAction(const QString &word, const QVariantList &arguments)
+{
+    if (isRecording())
+        m_recording->writeAction(nowMs(), word, arguments);
 }
 
 void Session::finish()
@@ -94,7 +121,7 @@ void Session::tell()
 
 void Session::onSignal(const QByteArray &name, const QVariantList &arguments)
 {
-    if (m_finished || m_lookingBack)
+    if (m_finished || m_lookingBack || m_drive.isRepeating())
         return;
     m_journal.noteSignal(nowMs(), name, arguments);
     if (m_recording) {
@@ -109,10 +136,11 @@ void Session::onSignal(const QByteArray &name, const QVariantList &arguments)
 
 void Session::onCall(const QString &operation, const QVariantList &arguments)
 {
-    if (m_finished || m_lookingBack)
+    if (m_finished || m_lookingBack || m_drive.isRepeating())
         return;
     m_journal.note(nowMs(), Journal::Call, operation, arguments);
-    if (m_recording)
+    // What it takes to catch up with a recording is no part of what happened.
+    if (m_recording && !m_drive.source()->isCatchingUp())
         m_recording->writeCall(nowMs(), operation, arguments);
 }
 

@@ -29,8 +29,12 @@ public:
     module::Drive *drive() { return &m_drive; }
     /** Gives an audio stage the drive's time; its time line goes into the summary. */
     void lead(AudioStage *stage);
+    /** Opens the page that the session begins on. */
+    void open(HeadUnit *unit, int page);
     /** Notes which pages a head unit opens. */
     void watch(HeadUnit *unit);
+    /** Notes in the recording what somebody does at the unit. */
+    void recordAction(const QString &word, const QVariantList &arguments);
     /** Lets a camera see what is behind the car. */
     void feed(CameraView *camera);
     /**
@@ -38,6 +42,8 @@ public:
      * @param error       one line, when the file cannot be written
      */
     bool record(const QString &file, qint64 limitBytes, QString *error);
+    /** The recording of the session before goes on with this one, and says so. */
+    void goOnRecording(Session *before);
     /** Ends the recording and the count; what crosses the adaptor later is left out. */
     void finish();
 
@@ -67,6 +73,7 @@ private:
     void onCall(const QString &operation, const QVariantList &arguments);
     void onJump(qint64 fromMs, qint64 toMs);
     void tell();
+    bool isRecording() const { return m_recording && !m_finished && !m_lookingBack; }
 
     module::Drive m_drive;
     module::AdaptorTap m_tap;

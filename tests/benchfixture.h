@@ -22,13 +22,17 @@ class BenchFixture
 public:
     void makeBench()
     {
+        makeUnit();
+        makeWindow();
+    }
+    void makeUnit()
+    {
         QFile::remove(QSettings("norda", "bench").fileName());
         m_screen.reset(new Screen);
         m_unit.reset(new HeadUnit(m_screen.data()));
         QString error;
         QVERIFY2(m_unit->load(testpaths::pluginFile(), &error), qPrintable(error));
         m_stage.reset(new AudioStage(m_unit.data()));
-        makeWindow();
     }
 
     void removeBench()

@@ -33,6 +33,7 @@ private slots:
     void timeLineIsBounded();
     void pictureFollows();
     void aDriveIsTold();
+    void timeLineRunsForward();
 
 private:
     void notify(int kind, int location = 0)
@@ -293,6 +294,24 @@ void tst_AudioStage::aDriveIsTold()
     QCOMPARE(kept.size(), lines.size());
     QVERIFY(kept[0].toObject().value("t").toDouble() > 1);
     QCOMPARE(int(m_stage->voice()), int(AudioStage::Silent));
+}
+
+// However one jumps in the drive, what comes later stands later.
+void tst_AudioStage::timeLineRunsForward()
+{
+    QString error;
+    Session session(module::openSource(QStringLiteral("none"), &error));
+    session.lead(m_stage.data());
+    session.drive()->seek(573500);
+    notify(4, 3);
+    session.drive()->seek(295300);
+    notify(0);
+    notify(4, 3);
+    qint64 before = 0;
+    for (const AudioStage::Entry &entry : m_stage->timeLine()) {
+        QVERIFY2(entry.ms >= before, qPrintable(entry.text));
+        before = entry.ms;
+    }
 }
 
 NORDA_TEST_MAIN(tst_AudioStage)

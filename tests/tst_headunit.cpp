@@ -9,6 +9,7 @@
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
 #include "options.h"
+#include "pages.h"
 #include "paintcounter.h"
 #include "screen.h"
 #include "session.h"
@@ -24,6 +25,10 @@
 #include <QSlider>
 #include <QToolButton>
 
+#include <functional>
+
+Q_DECLARE_METATYPE(std::function<void()>)
+
 /** The bench's head unit around the real plugin. */
 class tst_HeadUnit : public QObject
 {
@@ -34,6 +39,8 @@ private slots:
 
     void barOpensEveryPage_data();
     void barOpensEveryPage();
+    void pageOpensAsByTheBar_data();
+    void pageOpensAsByTheBar();
     void backWalksTheStack();
     void cameraCoversAndResumes();
     void splitViewStandsBesideThePage();
@@ -115,6 +122,58 @@ void tst_HeadUnit::barOpensEveryPage()
     QCoreApplication::processEvents();
     QCOMPARE(m_unit->currentPage(), gauges); // the page that was there before
     QVERIFY(gauges->isVisible());
+}
+
+// However a page of the module is opened, the unit asks for it, and once.
+void tst_HeadUnit::pageOpensAsByTheBar_data()
+{
+    using Open = std::function<void()>;
+    QTest::addColumn<Open>("open");
+    QTest::addColumn<QStringList>("requests");
+    const auto request = [](int page) {
+        return QStringLiteral("norda::VtqAdaptor::NordaData_Request(%1)").arg(page);
+    };
+    const auto row = [](const char *name, const Open &open, const QStringList &requests) {
+        QTest::newRow(name) << open << requests;
+    };
+    const auto touch = [this](const char *key) {
+        QTest::mouseClick(barKey(key), Qt::LeftButton);
+        QCoreApplication::processEvents();
+    };
+    row("settings, by the bar", [=] { touch("norda_key_setting"); }, {request(13)});
+    row("about, by the bar", [=] { touch("norda_key_about"); }, {request(5)});
+    row("settings, by the unit", [this] { m_unit->openWindow(84); }, {request(13)});
+    row("about, by the unit", [this] { m_unit->openWindow(85); }, {request(5)});
+    row("settings, once more",
+        [this] {
+            m_unit->openWindow(84);
+            m_unit->openWindow(84);
+        },
+        {request(13), request(13)});
+    row("back to the settings",
+        [this] {
+            m_unit->openWindow(84);
+            m_unit->openWindow(80);
+            m_unit->back();
+        },
+        {request(13), request(13)});
+    row("about, built anew",
+        [this] {
+            m_unit->openWindow(85);
+            m_unit->recreateWindow();
+        },
+        {request(5), request(5)});
+    row("vehicle, by the unit", [this] { m_unit->openWindow(81); }, {});
+    row("no page", [this] { m_unit->openWindow(lastPage + 1); }, {});
+}
+
+void tst_HeadUnit::pageOpensAsByTheBar()
+{
+    QFETCH(std::function<void()>, open);
+    QFETCH(QStringList, requests);
+    CallSpy calls;
+    open();
+    QCOMPARE(calls.take({"norda::VtqAdaptor::NordaData_Request"}), requests);
 }
 
 void tst_HeadUnit::backWalksTheStack()
@@ -310,10 +369,10 @@ void tst_HeadUnit::framesAreCounted()
 
 void tst_HeadUnit::unknownCodesAndWindows()
 {
-    for (int code : {0, 60, 62, 86, 93, -1})
+    for (int code : {0, 60, 62, 86, std::end(pages)[-1].code + 1, -1})
         post(code);
     m_unit->openWindow(79);
-    m_unit->openWindow(86);
+    m_unit->openWindow(lastPage + 1);
     QCOMPARE(m_unit->currentWindow(), 80);
     QVERIFY(!m_screen->isCameraShown());
 }

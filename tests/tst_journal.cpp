@@ -149,6 +149,12 @@ void tst_Journal::presetsFit()
             QString error;
             QVERIFY2(module::bindArguments(signal.method, &arguments, &error),
                      qPrintable(preset.title + ": " + error));
+            for (QVariantList follower : preset.followers) {
+                const QByteArray name = follower.takeFirst().toByteArray();
+                QVERIFY2(
+                    module::bindArguments(module::moduleSignal(name).method, &follower, &error),
+                    qPrintable(preset.title + ": " + error));
+            }
             ++found;
         }
     }

@@ -68,6 +68,12 @@ void tst_Panels::signalIsSentByHand()
     QCOMPARE(find<QSpinBox>("argument-0")->value(), 40);
     QTest::mouseClick(find<QPushButton>("send"), Qt::LeftButton);
     QCOMPARE(text("Txt_psi_rear_right"), QStringLiteral("17 psi"));
+    // The pressures stay white; the temperature and the info text warn.
+    const QString yellow = QStringLiteral("color: rgb(248, 255, 55);");
+    QCOMPARE(m_screen->widgetNamed("Txt_temp_rear_right")->styleSheet(), yellow);
+    QVERIFY(m_screen->widgetNamed("Txt_temp_rear_left")->styleSheet() != yellow);
+    QCOMPARE(text("Txt_carInfo"), QStringLiteral("Rear right tire"));
+    QCOMPARE(text("Txt_carInfo_2"), QStringLiteral("pressure low"));
 
     // Changed by hand and sent again.
     auto *values = find<QLineEdit>("argument-2");
@@ -76,7 +82,7 @@ void tst_Panels::signalIsSentByHand()
     QCOMPARE(text("Txt_psi_rear_right"), QStringLiteral("9 psi"));
     const Journal *journal = m_window->session()->journal();
     QCOMPARE(journal->totalOf(Journal::Signal, "tirePressureStatus")->count, 2);
-    QCOMPARE(journal->totalOf(Journal::Deed, "signal")->count, 2);
+    QCOMPARE(journal->totalOf(Journal::Deed, "signal")->count, 6); // each with two followers
 
     // The last value can be taken again.
     table->selectRow(rowOf("signals", "doorStatus", Name));
@@ -171,8 +177,19 @@ void tst_Panels::faultsAreSet()
     const Faults &faults = m_window->session()->drive()->faults();
     auto *silence = find<QDoubleSpinBox>("fault-silence");
     QCOMPARE(silence->text(), QStringLiteral("off"));
-    silence->setValue(20);
+    silence->setValue(0.2);
     QCOMPARE(faults.value(Faults::Silence), 0.2);
+    QCOMPARE(silence->text(), QStringLiteral("0.2"));
+    // The numbers are those of the command line, also while somebody writes one.
+    silence->setFocus();
+    silence->selectAll();
+    QTest::keyClicks(silence, "0.9");
+    QTest::qWait(400); // the panels look
+    QCOMPARE(silence->cleanText(), QStringLiteral("0.9"));
+    QTest::keyClick(silence, Qt::Key_Return);
+    QCOMPARE(faults.value(Faults::Silence), 0.9);
+    QCOMPARE(silence->text(), QStringLiteral("0.9"));
+    QCOMPARE(silence->maximum(), 1.0);
     find<QDoubleSpinBox>("fault-restart")->setValue(60);
     QCOMPARE(faults.value(Faults::Restart), 60.0);
     silence->setValue(0);

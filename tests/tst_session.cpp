@@ -3,11 +3,16 @@
 #include "lookback.h"
 #include "panels/timeline.h"
 #include "program.h"
+#include "recording.h"
+#include "scenario.h"
 #include "testpaths.h"
 
 #include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QLabel>
+#include <QLoggingCategory>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QToolButton>
 
 using norda::VtqAdaptor;
@@ -28,8 +33,23 @@ private slots:
     void burstWithEverythingOpen();
     void journalTellsWhatItLetGo();
     void sessionByHandBecomesAScenario();
+    void seedIsPartOfTheScenario();
+    void recordingGoesOnWithAnotherDrive();
+    void modifiersAreNoKeys_data();
+    void modifiersAreNoKeys();
+    void recordingOpensItsPage();
+    void partIsReplayedAlike_data();
+    void partIsReplayedAlike();
 
 private:
+    void recordTouches(const QString &file);
+    void waitFor(int seconds) const { QTRY_VERIFY(m_window->session()->nowMs() >= seconds * 1000); }
+    QByteArray content(const QString &name) const
+    {
+        QFile file(m_folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void drag(const char *name, const QVector<int> &places) const;
     QTemporaryDir m_folder;
 };
 
@@ -289,6 +309,220 @@ void tst_Session::sessionByHandBecomesAScenario()
     // Somewhere that cannot be written to: one line.
     QVERIFY(!m_window->saveScenario("/proc/no.scenario", &error));
     QVERIFY(error.startsWith("/proc/no.scenario: expected a file that can be written: "));
+}
+
+// The same faults strike when it is played again, those of the drive that was open in the end.
+void tst_Session::seedIsPartOfTheScenario()
+{
+    using module::Faults;
+    QString error;
+    QFile drive(m_folder.filePath("still.jsonl"));
+    QVERIFY(drive.open(QIODevice::WriteOnly));
+    drive.write(module::recordingHeader("still") + "{\"end\":true,\"t\":60000}\n");
+    drive.close();
+    auto session = std::make_unique<Session>(module::openSource("simulator", &error));
+    Faults faults(7);
+    QVERIFY(faults.add("silence:0.3", &error));
+    session->drive()->faults() = faults;
+    m_window->start(std::move(session));
+    find<QDoubleSpinBox>("fault-duplicate")->setValue(0.25);
+
+    const auto readBack = [this](Scenario *scenario) {
+        QString error;
+        const QString file = m_folder.filePath("faults.scenario");
+        QVERIFY2(m_window->saveScenario(file, &error), qPrintable(error));
+        if (content("faults.scenario").contains("expect") && !scenario->read(file, &error))
+            QFAIL(qPrintable(error));
+    };
+    Scenario first;
+    readBack(&first);
+    QCOMPARE(first.faults.seed(), 7u);
+    QCOMPARE(first.faults.stated(), QStringList{"silence:0.3"});
+    for (int i = 0; i < 200; ++i) { // and they strike the same signals
+        const module::Emission emission{i, "doorStatus", {i}};
+        QCOMPARE(first.faults.pass(emission).size(), faults.pass(emission).size());
+    }
+    m_window->openDrive(drive.fileName());
+    Scenario second;
+    readBack(&second);
+    QCOMPARE(second.source, drive.fileName());
+    QCOMPARE(second.faults.seed(), 7u);
+    QCOMPARE(second.faults.stated(), (QStringList{"silence:0.3", "duplicate:0.25"}));
+}
+
+void tst_Session::recordingGoesOnWithAnotherDrive()
+{
+    const QString file = m_folder.filePath("both.jsonl");
+    QString error;
+    QFile other(m_folder.filePath("other.jsonl"));
+    QVERIFY(other.open(QIODevice::WriteOnly));
+    other.write(module::recordingHeader("other") +
+                "{\"args\":[9],\"signal\":\"doorStatus\",\"t\":10}\n");
+    other.close();
+    QVERIFY(m_window->session()->record(file, 0, &error));
+    emit VtqAdaptor::instance()->doorStatus(4);
+    QTRY_VERIFY(m_window->session()->nowMs() > 20);
+    m_window->openDrive(other.fileName());
+    QVERIFY2(m_window->statusBar()->currentMessage().contains("other.jsonl"),
+             qPrintable(m_window->statusBar()->currentMessage()));
+    const Journal *journal = m_window->session()->journal();
+    QTRY_VERIFY(journal->totalOf(Journal::Signal, "doorStatus"));
+    m_window->session()->finish();
+
+    const auto recorded = module::RecordingSource::open(file, &error);
+    QVERIFY2(recorded, qPrintable(error));
+    QCOMPARE(recorded->take().arguments, QVariantList{QVariant::fromValue(uchar(4))});
+    QVERIFY(recorded->nextDueMs() > 20);
+    QCOMPARE(recorded->take().arguments, QVariantList{QVariant::fromValue(uchar(9))});
+    QCOMPARE(recorded->statistics().value("badLines").toInt(), 0);
+    QVERIFY(content("both.jsonl").contains("\"end\""));
+}
+
+void tst_Session::modifiersAreNoKeys_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<bool>("isNoted");
+    QTest::newRow("shift") << Qt::Key_Shift << false;
+    QTest::newRow("super") << Qt::Key_Super_L << false;
+    QTest::newRow("super, right") << Qt::Key_Super_R << false;
+    QTest::newRow("meta") << Qt::Key_Meta << false;
+    QTest::newRow("a letter") << Qt::Key_K << true;
+    QTest::newRow("menu") << Qt::Key_Menu << true;
+}
+
+void tst_Session::modifiersAreNoKeys()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(bool, isNoted);
+    QTest::keyClick(m_window.data(), key);
+    QCOMPARE(m_window->session()->journal()->totalOf(Journal::Deed, "key") != nullptr, isNoted);
+}
+
+/** From the middle of a widget to the right, so many pixels at a time. */
+void tst_Session::drag(const char *name, const QVector<int> &places) const
+{
+    const QWidget *named = m_screen->widgetNamed(name);
+    const QPoint from = named->mapTo(m_screen.data(), named->rect().center());
+    QWidget *hit = m_screen->childAt(from);
+    const auto send = [hit](QEvent::Type type, const QPoint &place) {
+        const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        const Qt::MouseButtons held =
+            type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, place, button, held, {});
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(hit, &event); // sendEvent() would take that off again
+    };
+    const QPoint begin = hit->mapFrom(m_screen.data(), from);
+    send(QEvent::MouseButtonPress, begin);
+    for (const int right : places)
+        send(QEvent::MouseMove, begin + QPoint(right, 0));
+    send(QEvent::MouseButtonRelease, begin + QPoint(places.constLast(), 0));
+}
+
+/** As somebody at the bench uses it: in real time, with real mouse events. */
+void tst_Session::recordTouches(const QString &file)
+{
+    // What a trace line looks up is a call like any other.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    removeBench();
+    makeUnit();
+    QString error;
+    auto session = std::make_unique<Session>(module::openSource("simulator", &error));
+    QVERIFY2(session->record(file, 0, &error), qPrintable(error));
+    session->drive()->setSpeed(20);
+    m_window.reset(new BenchWindow(m_options, m_screen.data(), m_unit.data(), m_stage.data()));
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.data()));
+    session->open(m_unit.data(), 81);
+    m_window->start(std::move(session));
+
+    waitFor(4);
+    click("norda_key_climate");
+    waitFor(6);
+    click("key_left_temp_next");
+    QTest::mouseDClick(m_screen->widgetNamed("key_AC"), Qt::LeftButton);
+    QTest::mouseRelease(m_screen->widgetNamed("key_AC"), Qt::LeftButton);
+    click("key_rear"); // what it shows from here on depends on this touch
+    waitFor(12);
+    drag("bkg_temp_cusl", {0, 40, 90});
+    waitFor(16);
+    QTest::keyClick(m_window.data(), Qt::Key_5);
+    QTRY_VERIFY(m_screen->widgetNamed("key_item_2")->isVisible());
+    waitFor(20);
+    click("key_item_2");
+    waitFor(24);
+    QTest::keyClick(m_window.data(), Qt::Key_K);
+    click("norda_key_radar");
+    waitFor(26);
+    click("key_camera");
+    waitFor(28);
+    QTest::keyClick(m_window.data(), Qt::Key_Escape);
+    emit norda::VtqService::instance()->audioInterruptNotify(4, 19);
+    waitFor(30);
+    emit norda::VtqService::instance()->audioInterruptNotify(0, 0);
+    waitFor(34);
+    click("norda_key_gauge");
+    waitFor(38);
+    m_window->session()->finish();
+    QLoggingCategory::setFilterRules(QString());
+}
+
+// A recording is opened where it began, and then it is the person's who sits there.
+void tst_Session::recordingOpensItsPage()
+{
+    const QString file = m_folder.filePath("page.jsonl");
+    QFile recording(file);
+    QVERIFY(recording.open(QIODevice::WriteOnly));
+    recording.write(module::recordingHeader("page") +
+                    "{\"action\":\"page\",\"args\":[82],\"t\":0}\n"
+                    "{\"action\":\"page\",\"args\":[81],\"t\":50}\n"
+                    "{\"end\":true,\"t\":100}\n");
+    recording.close();
+    makeWindow(file);
+    QTRY_VERIFY(m_window->session()->drive()->positionMs() >= 100);
+    QCOMPARE(m_unit->currentWindow(), 82);
+    QCOMPARE(m_window->session()->journal()->totalOf(Journal::Deed, "page"), nullptr);
+    QString error;
+    QVERIFY(m_window->saveScenario(m_folder.filePath("page.scenario"), &error));
+    QVERIFY(content("page.scenario").contains("0        page 82\n"));
+}
+
+void tst_Session::partIsReplayedAlike_data()
+{
+    QTest::addColumn<QStringList>("range");
+    QTest::newRow("the whole") << QStringList{};
+    QTest::newRow("its start") << QStringList{"--to", "10"};
+    QTest::newRow("behind the page") << QStringList{"--from", "5", "--to", "36"};
+    QTest::newRow("within the rear zone") << QStringList{"--from", "11", "--to", "15"};
+    QTest::newRow("from the menu on") << QStringList{"--from", "18"};
+    QTest::newRow("before the camera closes") << QStringList{"--from", "27.5", "--to", "37"};
+    QTest::newRow("while the module warns") << QStringList{"--from", "29"};
+}
+
+// What docs/bench.md tells one to do.
+void tst_Session::partIsReplayedAlike()
+{
+    QFETCH(QStringList, range);
+    const QString file = m_folder.filePath("report.jsonl");
+    if (!QFile::exists(file))
+        recordTouches(file);
+    const QString part = m_folder.filePath("part.jsonl");
+    const QString replayed = m_folder.filePath("new.jsonl");
+    const auto run = [](const QStringList &arguments) {
+        const ProgramResult result = runProgram(QStringList{testpaths::benchFile()} + arguments);
+        if (result.exitCode != 0)
+            qInfo("%s%s", qPrintable(result.out), qPrintable(result.err));
+        return result;
+    };
+    QCOMPARE(run(QStringList{"--cut", file, "--record", part} + range).exitCode, 0);
+    const ProgramResult replay = run({"--headless", "--source", part, "--record", replayed});
+    QCOMPARE(replay.exitCode, 0);
+    QVERIFY2(!replay.err.contains("expected"), qPrintable(replay.err));
+    const ProgramResult diff = run({"--diff", part, replayed});
+    QCOMPARE(diff.exitCode, 0);
+    QVERIFY2(diff.out.startsWith("alike: "), qPrintable(diff.out));
+    QVERIFY(content("new.jsonl").contains("\"call\""));
+    QVERIFY(content("report.jsonl").contains("manTempValue"));
 }
 
 NORDA_TEST_MAIN(tst_Session)

@@ -4,7 +4,6 @@
 #include "operator.h"
 #include "panelparts.h"
 #include "session.h"
-#include "signalpresets.h"
 #include "values.h"
 
 #include <QComboBox>
@@ -186,15 +185,17 @@ void SignalsPanel::choose(const QModelIndex &index)
     const QMetaMethod method = m_model->signalAt(m_chosen).method;
     m_title->setText(QStringLiteral("<b>%1</b>").arg(QString::fromLatin1(method.name())));
     m_editor->setMethod(method);
-    m_presets->addItem(tr("Last value"), m_model->lastOf(m_chosen));
-    for (const SignalPreset &preset : presetsOf(method.name()))
-        m_presets->addItem(preset.title, preset.arguments);
+    m_presets->addItem(tr("Last value"));
+    m_offered = {{QString(), m_model->lastOf(m_chosen), {}}};
+    m_offered += presetsOf(method.name());
+    for (int row = 1; row < m_offered.size(); ++row)
+        m_presets->addItem(m_offered[row].title);
     takePreset(0);
 }
 
 void SignalsPanel::takePreset(int row)
 {
-    m_editor->setArguments(m_presets->itemData(row).toList());
+    m_editor->setArguments(m_offered[row].arguments);
     check();
 }
 
@@ -210,4 +211,6 @@ void SignalsPanel::send()
     const QByteArray name = m_model->signalAt(m_chosen).method.name();
     m_hand->act(QStringLiteral("signal"),
                 QVariantList{QString::fromLatin1(name)} + m_editor->arguments());
+    for (const QVariantList &follower : qAsConst(m_offered[m_presets->currentIndex()].followers))
+        m_hand->act(QStringLiteral("signal"), follower);
 }

@@ -2,6 +2,7 @@
 
 #include "adaptorlink.h"
 #include "panel.h"
+#include "signalpresets.h"
 
 #include <QAbstractTableModel>
 #include <QPointer>
@@ -72,5 +73,6 @@ private:
     ArgumentEditor *m_editor;
     QPushButton *m_send;
     QLabel *m_fault;
+    QVector<SignalPreset> m_offered; // the last value, then the presets
     int m_chosen = -1;
 };
