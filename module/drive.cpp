@@ -180,7 +180,8 @@ Drive::Delivery Drive::deliverUntil(qint64 ms, qint64 realMs)
     for (qint64 due = m_source->nextDueMs(); due >= 0 && due <= ms; due = m_source->nextDueMs()) {
         if (turn.elapsed() > realMs)
             return Delivery::TurnUsedUp;
-        m_positionMs = due;
+        if (due > m_positionMs)
+            emit reached(m_positionMs = due);
         deliver(m_source->take(), delivery);
         if (m_delivery != delivery)
             return Delivery::Interrupted;
@@ -190,6 +191,10 @@ Drive::Delivery Drive::deliverUntil(qint64 ms, qint64 realMs)
 
 void Drive::deliver(Emission emission, int delivery)
 {
+    if (emission.isAction) {
+        emit actionDue(QString::fromLatin1(emission.signal), emission.arguments);
+        return;
+    }
     if (m_faults.isIdle()) {
         emitSignal(emission);
         return;

@@ -53,6 +53,10 @@ public slots:
 
 signals:
     void positionChanged(qint64 ms);
+    /** The clock has reached this moment; the emissions of that moment follow. */
+    void reached(qint64 ms);
+    /** An action at the unit, from a recording. */
+    void actionDue(const QString &word, const QVariantList &arguments);
     /** After a seek; the state snapshot of that moment follows. */
     void jumped(qint64 fromMs, qint64 toMs);
     void playingChanged(bool playing);

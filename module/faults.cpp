@@ -53,6 +53,11 @@ bool Faults::isIdle() const
                        [](double value) { return value <= 0; });
 }
 
+double Faults::highestValue(Kind kind)
+{
+    return rows[kind].highest;
+}
+
 Faults::Faults(quint32 seed) : m_seed(seed), m_random(seed) {}
 
 void Faults::setSeed(quint32 seed)
@@ -85,6 +90,24 @@ bool Faults::add(const QString &fault, QString *error)
         return false;
     m_values[kind] = value;
     return true;
+}
+
+QStringList Faults::stated() const
+{
+    QStringList texts;
+    for (int kind = 0; kind < KindCount; ++kind) {
+        if (m_values[kind] > 0)
+            texts.append(
+                QStringLiteral("%1:%2").arg(QLatin1String(rows[kind].name)).arg(m_values[kind]));
+    }
+    return texts;
+}
+
+Faults Faults::forNextDrive() const
+{
+    Faults faults(m_seed);
+    std::copy(std::begin(m_values), std::end(m_values), std::begin(faults.m_values));
+    return faults;
 }
 
 /** Draws whether a fault occurs now. */

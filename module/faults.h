@@ -30,6 +30,11 @@ public:
 
     explicit Faults(quint32 seed = 1);
     void setSeed(quint32 seed);
+    quint32 seed() const { return m_seed; }
+    /** The kinds that are on, as add() takes them. */
+    QStringList stated() const;
+    /** The same faults for another drive: with nothing held back, missed or counted. */
+    Faults forNextDrive() const;
 
     /**
      * Adds a fault by its name, optionally followed by a colon and its value: the share of the
@@ -42,6 +47,7 @@ public:
     double value(Kind kind) const { return m_values[kind]; }
     /** Whether no kind is on and nothing is held back: every emission passes unchanged. */
     bool isIdle() const;
+    static double highestValue(Kind kind);
 
     /** What reaches the adaptor instead of an emission: often just that. */
     QVector<Emission> pass(Emission emission);

@@ -89,7 +89,7 @@ QVariantList ObdMapper::arguments(const Sample &sample, QByteArray *signal) cons
         return {QStringLiteral("%1 km/h   %2 mph").arg(qRound(value)).arg(qRound(miles(value)))};
     case Quantity::Voltage:
         *signal = "batteryVoltage";
-        return {QString::number(value, 'f', 2) + QLatin1Char('V')};
+        return {QString::number(value, 'f', 1) + QLatin1Char('V')}; // five characters are shown
     default:
         return {};
     }

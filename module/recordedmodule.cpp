@@ -5,6 +5,8 @@
 #include "unknownvalues.h"
 #include "wire.h"
 
+#include <algorithm>
+
 namespace module {
 
 RecordedModule::RecordedModule(std::unique_ptr<VehicleSource> drive, Answers answers)
@@ -44,6 +46,15 @@ void RecordedModule::begin(qint64 ms)
         m_answers.add(ms, value.signal, value.arguments);
     if (!reported.contains("NordaVerInfo"))
         m_answers.add(ms, "NordaVerInfo", {versionTexts()});
+}
+
+/** Including what was read ahead of its time. */
+bool RecordedModule::isCatchingUp() const
+{
+    return m_drive->isCatchingUp() ||
+           std::any_of(m_ahead.begin(), m_ahead.end(), [](const Emission &emission) {
+               return emission.isAction && emission.signal == beginAction;
+           });
 }
 
 void RecordedModule::seek(qint64 ms)

@@ -28,6 +28,8 @@ public:
     Emission take() override;
     void seek(qint64 ms) override;
     bool command(qint64 nowMs, const QString &operation, const QVariantList &arguments) override;
+    bool opensPages() const override { return m_drive->opensPages(); }
+    bool isCatchingUp() const override;
     QStringList findings() const override { return m_drive->findings(); }
     QJsonObject statistics() const override { return m_drive->statistics(); }
 

@@ -66,6 +66,11 @@ void RecordingWriter::writeCall(qint64 ms, const QString &operation, const QVari
     write(ms, {{"call", operation}, {"args", toJson(arguments)}});
 }
 
+void RecordingWriter::writeAction(qint64 ms, const QString &word, const QVariantList &arguments)
+{
+    write(ms, {{"action", word}, {"args", QJsonArray::fromVariantList(arguments)}});
+}
+
 /** "report.jsonl" continues after "report.1.jsonl". */
 static QString previousPart(const QString &path)
 {
@@ -92,9 +97,18 @@ void RecordingWriter::beginNextPart(qint64 ms)
                    .arg(path, seconds, isKept ? previous : QStringLiteral("lost"));
     begin(QStringLiteral("%1, from %2 s").arg(m_title, seconds));
     m_beginMs = ms;
+    writeCatchUp(ms);
+}
+
+/** What brings the unit to the moment where a part begins. */
+void RecordingWriter::writeCatchUp(qint64 ms)
+{
+    if (m_page >= 0)
+        writeAction(ms, QStringLiteral("page"), {m_page});
     const QVector<Emission> state = m_state.items();
     for (const Emission &emission : state)
         write(ms, signalLine(emission.signal, emission.arguments));
+    writeAction(ms, QLatin1String(beginAction), {});
 }
 
 QString RecordingWriter::takeNotice()
@@ -161,6 +175,8 @@ void RecordingSource::read(const QJsonObject &line)
     bool isGood = moment >= double(m_durationMs) && moment <= longestDriveMs;
     if (isGood && line.contains("signal"))
         isGood = readSignal(qint64(moment), line);
+    else if (isGood && line.contains("action"))
+        readAction(qint64(moment), line);
     else if (isGood && line.contains("call"))
         ++m_calls;
     else
@@ -185,11 +201,31 @@ bool RecordingSource::readSignal(qint64 ms, const QJsonObject &line)
             return false;
     }
     emission.signal = *m_names.insert(name); // one copy of each name
-    if (m_emissions.size() < mostRecordedSignals)
+    m_signals += keep(emission);
+    return true;
+}
+
+void RecordingSource::readAction(qint64 ms, const QJsonObject &line)
+{
+    const QByteArray word = line.value("action").toString().toLatin1();
+    keep({ms, word, line.value("args").toArray().toVariantList(), true});
+    if (word == beginAction)
+        m_begin = m_emissions.size();
+}
+
+bool RecordingSource::keep(const Emission &emission)
+{
+    const bool hasRoom = m_emissions.size() < mostRecordedSignals;
+    if (hasRoom)
         m_emissions.append(emission);
     else
         ++m_notKept;
-    return true;
+    return hasRoom;
+}
+
+bool RecordingSource::opensPages() const
+{
+    return !m_emissions.isEmpty() && m_emissions.constFirst().isAction;
 }
 
 qint64 RecordingSource::nextDueMs() const
@@ -206,9 +242,12 @@ Emission RecordingSource::take()
 
 QVector<int> RecordingSource::stateBefore(int end) const
 {
+    const auto partAt = [this](int i) {
+        const Emission &emission = m_emissions[i];
+        return emission.isAction ? noPart : statePart(emission.signal, emission.arguments);
+    };
     return snapshotOfLog(
-        end, m_names.size(), [this](int i) { return m_emissions[i].signal; },
-        [this](int i) { return statePart(m_emissions[i].signal, m_emissions[i].arguments); });
+        end, m_names.size(), [this](int i) { return m_emissions[i].signal; }, partAt);
 }
 
 void RecordingSource::seek(qint64 ms)
@@ -227,7 +266,7 @@ void RecordingSource::seek(qint64 ms)
 QStringList RecordingSource::findings() const
 {
     QStringList lines = {
-        QStringLiteral("%1 signals and %2 calls recorded").arg(m_emissions.size()).arg(m_calls)};
+        QStringLiteral("%1 signals and %2 calls recorded").arg(m_signals).arg(m_calls)};
     if (m_notKept > 0)
         lines.append(QStringLiteral("%1 signals were not kept: the limit is %2")
                          .arg(m_notKept)
@@ -239,9 +278,9 @@ QStringList RecordingSource::findings() const
 
 QJsonObject RecordingSource::statistics() const
 {
-    return {{"kind", "recording"},           {"driveSeconds", double(m_durationMs) / 1000.0},
-            {"signals", m_emissions.size()}, {"calls", m_calls},
-            {"notKept", m_notKept},          {"badLines", m_badLines}};
+    return {{"kind", "recording"},  {"driveSeconds", double(m_durationMs) / 1000.0},
+            {"signals", m_signals}, {"calls", m_calls},
+            {"notKept", m_notKept}, {"badLines", m_badLines}};
 }
 
 } // namespace module

@@ -13,7 +13,8 @@ class LineReader;
 /**
  * Writes everything that crosses the adaptor, both ways, as JSON lines: a header, then
  * {"t":ms,"signal":name,"args":[...]} and {"t":ms,"call":operation,"args":[...]}, and an end line.
- * Byte arrays are hex texts, null for a null array.
+ * Byte arrays are hex texts, null for a null array. Actions at the unit are
+ * {"t":ms,"action":word,"args":[...]}, in the words of a scenario.
  */
 class RecordingWriter
 {
@@ -33,6 +34,11 @@ public:
     QString takeNotice();
     void writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments);
     void writeCall(qint64 ms, const QString &operation, const QVariantList &arguments);
+    void writeAction(qint64 ms, const QString &word, const QVariantList &arguments);
+    /** The page that a new part begins on. */
+    void setPage(int id) { m_page = id; }
+    /** Another drive follows, whose times count from 0. @param ms  the end of the one before */
+    void beginNextDrive(qint64 ms) { m_beginMs -= ms; }
     /** Writes the end line, which holds the length of the drive. */
     void finish(qint64 ms);
 
@@ -40,13 +46,15 @@ private:
     void write(qint64 ms, QJsonObject line);
     void begin(const QString &title);
     void beginNextPart(qint64 ms);
+    void writeCatchUp(qint64 ms);
 
     QFile m_file;
     QString m_title;
     QString m_notice;
     Snapshot<Emission> m_state;
+    int m_page = -1;
     qint64 m_limit = 0;
-    qint64 m_beginMs = 0; // start of the current part
+    qint64 m_beginMs = 0; // the time that is 0 in the current part
     bool m_isBroken = false;
 };
 
@@ -68,12 +76,16 @@ public:
     qint64 nextDueMs() const override;
     Emission take() override;
     void seek(qint64 ms) override;
+    bool opensPages() const override;
+    bool isCatchingUp() const override { return m_index < m_begin; }
     QStringList findings() const override;
     QJsonObject statistics() const override;
 
 private:
     void read(const QJsonObject &line);
     bool readSignal(qint64 ms, const QJsonObject &line);
+    void readAction(qint64 ms, const QJsonObject &line);
+    bool keep(const Emission &emission);
     QVector<int> stateBefore(int end) const;
 
     QString m_title;
@@ -81,7 +93,9 @@ private:
     QVector<Emission> m_state; // after a seek: the snapshot, as far as it is not taken yet
     QSet<QByteArray> m_names;  // of the signals that occur
     int m_index = 0;
+    int m_begin = 0; // the emissions before are the catch-up
     qint64 m_durationMs = 0;
+    int m_signals = 0;
     int m_calls = 0;
     int m_badLines = 0;
     int m_notKept = 0;

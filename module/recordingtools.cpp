@@ -5,7 +5,9 @@
 #include "recording.h"
 #include "snapshot.h"
 #include "values.h"
+#include "vehiclesource.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
@@ -28,13 +30,27 @@ public:
     bool isAtEnd() const { return m_line.isEmpty(); }
     int lineNumber() const { return m_lines.lineNumber(); }
     const QJsonObject &line() const { return m_line; }
+    bool is(const char *kind) const { return m_line.contains(QLatin1String(kind)); }
     /** The time of the last line, also at the end. */
     double ms() const { return m_ms; }
 
-    /** Of the signal or the call; empty for the end line. */
+    /** Of the signal, the call or the action; empty for the end line. */
     QString name() const
     {
-        return m_line.value(m_line.contains("call") ? "call" : "signal").toString();
+        for (const char *kind : {"signal", "call", "action"}) {
+            if (is(kind))
+                return m_line.value(QLatin1String(kind)).toString();
+        }
+        return {};
+    }
+
+    /** What has to be identical: the time of a call depends on the machine. */
+    QJsonObject essence() const
+    {
+        QJsonObject line = m_line;
+        if (is("call"))
+            line.remove("t");
+        return line;
     }
 
     /** Converted to what the signal takes; unchanged where that is impossible. */
@@ -56,13 +72,13 @@ public:
                 return false;
         } while (text.trimmed().isEmpty() && !m_lines.wasTooLong());
         m_line = QJsonDocument::fromJson(text).object();
-        const bool isKnown =
-            m_line.contains("signal") || m_line.contains("call") || m_line.contains("end");
+        const bool isKnown = is("signal") || is("call") || is("action") || is("end");
         if (m_line.value("t").isDouble() && isKnown) {
             m_ms = m_line.value("t").toDouble();
             return true;
         }
-        *error = QStringLiteral("%1: line %2: expected a signal, a call or the end, found '%3'")
+        *error = QStringLiteral(
+                     "%1: line %2: expected a signal, a call, an action or the end, found '%3'")
                      .arg(m_path)
                      .arg(lineNumber())
                      .arg(excerpt(text));
@@ -125,7 +141,7 @@ private:
         ++m_counts[m_second.name()][1];
         if (!m_areIdentical)
             return;
-        m_areIdentical = m_first.line() == m_second.line();
+        m_areIdentical = m_first.essence() == m_second.essence();
         if (m_areIdentical) {
             ++m_lines;
             m_lastLine = m_first.lineNumber();
@@ -182,33 +198,56 @@ static QString seconds(qint64 ms)
     return QString::number(double(ms) / 1000, 'g', 10);
 }
 
-static void writeLine(QIODevice *out, QJsonObject line, double ms)
+/** Writes a part, after what brings the unit to the moment where it begins. */
+class PartWriter
 {
-    line.insert("t", ms);
-    out->write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
-}
+public:
+    explicit PartWriter(QIODevice *out) : m_out(out) {}
 
-/** Goes to the first line of a part. @return the snapshot before it, as lines */
-static Snapshot<QJsonObject> skipUntil(double ms, RecordedLines *lines, QString *error)
-{
-    Snapshot<QJsonObject> state;
-    while (lines->next(error) && lines->ms() < ms) {
-        if (lines->line().contains("signal"))
-            state.add(lines->name().toLatin1(), lines->arguments(), lines->line());
+    /** The effect of an action depends on the state before it, so both are kept in order. */
+    void skip(const RecordedLines &lines)
+    {
+        m_hasPast = true;
+        if (lines.is("signal"))
+            m_state.add(lines.name().toLatin1(), lines.arguments(), lines.line());
+        if (!lines.is("action") || lines.name() == QLatin1String(beginAction))
+            return;
+        writeState();
+        write(lines.line(), 0);
     }
-    return state;
-}
 
-/** Writes the lines of a part from the current one on. */
-static void writeLines(QIODevice *out, RecordedLines *lines, qint64 fromMs, qint64 toMs,
-                       QString *error)
-{
-    do {
-        if (!lines->line().contains("end"))
-            writeLine(out, lines->line(), lines->ms() - double(fromMs));
-    } while (lines->next(error) && lines->ms() <= double(toMs));
-    writeLine(out, {{"end", true}}, double(qMin(toMs, qint64(lines->ms())) - fromMs));
-}
+    /** Writes the lines from the current one on. */
+    void copy(RecordedLines *lines, qint64 fromMs, qint64 toMs, QString *error)
+    {
+        writeState();
+        if (m_hasPast)
+            write({{"action", QLatin1String(beginAction)}, {"args", QJsonArray()}}, 0);
+        do {
+            if (!lines->is("end"))
+                write(lines->line(), lines->ms() - double(fromMs));
+        } while (lines->next(error) && lines->ms() <= double(toMs));
+        write({{"end", true}}, double(qMin(toMs, qint64(lines->ms())) - fromMs));
+    }
+
+private:
+    void write(QJsonObject line, double ms)
+    {
+        line.insert("t", ms);
+        m_out->write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
+    }
+
+    void writeState()
+    {
+        const QVector<QJsonObject> state = m_state.items();
+        for (const QJsonObject &line : state)
+            write(line, 0);
+        m_state.clear();
+    }
+
+    QIODevice *m_out;
+    Snapshot<QJsonObject> m_state;
+    bool m_hasPast = false;
+};
 
 static bool writePart(QIODevice *out, const QString &file, qint64 fromMs, qint64 toMs,
                       QString *error)
@@ -216,7 +255,10 @@ static bool writePart(QIODevice *out, const QString &file, qint64 fromMs, qint64
     RecordedLines lines(file, error);
     if (!lines.isOpen())
         return false;
-    const Snapshot<QJsonObject> state = skipUntil(double(fromMs), &lines, error);
+    out->write(recordingHeader(QStringLiteral("part of %1").arg(file)));
+    PartWriter writer(out);
+    while (lines.next(error) && lines.ms() < double(fromMs))
+        writer.skip(lines);
     if (!error->isEmpty())
         return false;
     if (lines.isAtEnd() || lines.ms() > double(toMs)) {
@@ -224,11 +266,7 @@ static bool writePart(QIODevice *out, const QString &file, qint64 fromMs, qint64
                      .arg(file, seconds(fromMs), seconds(toMs));
         return false;
     }
-    out->write(recordingHeader(QStringLiteral("part of %1").arg(file)));
-    const QVector<QJsonObject> before = state.items();
-    for (const QJsonObject &line : before)
-        writeLine(out, line, 0);
-    writeLines(out, &lines, fromMs, toMs, error);
+    writer.copy(&lines, fromMs, toMs, error);
     return error->isEmpty();
 }
 

@@ -8,8 +8,10 @@ namespace module {
 enum class Comparison { Identical, Different, Unusable };
 
 /**
- * Compares the signals and calls of two recordings, and their times; titles do not matter.
+ * Compares two recordings. Signals and actions have to be identical with their times, calls in
+ * their order; titles do not matter.
  * @param report  for a person: up to where they are identical, the first difference, and which
+ *                signals and calls occur more often in one of them
  *                signals and calls occur more often in one of them
  * @param error   one line that names the file, when one cannot be used
  */
@@ -17,7 +19,8 @@ Comparison compareRecordings(const QString &first, const QString &second, QStrin
                              QString *error);
 
 /**
- * Writes a part of a recording as a recording. It begins with the state snapshot of its start.
+ * Writes a part of a recording as a recording. It begins with what brings the unit to that moment:
+ * the actions before, each after the state snapshot of its time.
  * @param error  one line that names the file, when one cannot be used
  */
 bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString &part,

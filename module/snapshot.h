@@ -18,6 +18,7 @@ namespace module {
 
 /** Which part of its page's state a signal carries; 0 when it replaces all parts. */
 int statePart(const QByteArray &signal, const QVariantList &arguments);
+constexpr int noPart = -1;
 
 /** Keeps the snapshot of a sequence of signals. `Item` is what is kept of a signal. */
 template <typename Item>
@@ -72,7 +73,7 @@ private:
  * @param end     the index after the last entry to take into account
  * @param names   how many different signals the log holds
  * @param nameAt  the name of an entry, or another unique key of it
- * @param partAt  its `statePart()`
+ * @param partAt  its `statePart()`, or `noPart` for an entry that is no signal
  * @return the indices of the entries, in order
  */
 template <typename NameAt, typename PartAt>
@@ -89,7 +90,7 @@ QVector<int> snapshotOfLog(int end, int names, NameAt nameAt, PartAt partAt)
         const int part = partAt(i);
         if (part == 0)
             complete.insert(name);
-        if (parts[name].contains(part))
+        if (part == noPart || parts[name].contains(part))
             continue;
         parts[name].insert(part);
         found.append(i);

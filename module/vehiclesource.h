@@ -14,14 +14,18 @@ namespace module {
 
 class Controls;
 
-/** One signal of the module at a moment of drive time. */
+/** A signal of the module, or a recorded action at the unit, at a moment of drive time. */
 struct Emission
 {
     qint64 atMs = 0;
     QByteArray signal;
     QVariantList arguments;
+    bool isAction = false; ///< `signal` is the word of an action
     bool isRepeat = false; ///< brings a page up to date in a playback: not recorded again
 };
+
+/** The action that ends the catch-up at the start of a recording; what was recorded follows. */
+constexpr char beginAction[] = "begin";
 
 /** What is behind a car, as its rear camera sees it. Metres from the bumper; x to the right. */
 struct RearView
@@ -69,6 +73,10 @@ public:
         return false;
     }
     static constexpr qint64 LatestAnswerMs = 50;
+    /** Whether it begins with the actions that open its first page. */
+    virtual bool opensPages() const { return false; }
+    /** Whether the next emissions only bring the unit to the moment where a recording begins. */
+    virtual bool isCatchingUp() const { return false; }
     /** What can be overridden; null for a recorded drive. */
     virtual Controls *controls() { return nullptr; }
     /** What the car's rear camera would show now. */

@@ -43,6 +43,7 @@ int runTest(int argc, char *argv[], QObject *(*make)())
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QTemporaryDir scratch;
+    qputenv("XDG_RUNTIME_DIR", scratch.path().toLocal8Bit());
     qputenv("NORDA_HOST_ROOT", scratch.filePath(QStringLiteral("root")).toLocal8Bit());
     qputenv("XDG_CONFIG_HOME", scratch.filePath(QStringLiteral("config")).toLocal8Bit());
     QApplication application(argc, argv);

@@ -13,6 +13,7 @@ private slots:
     void refuses_data();
     void refuses();
     void anotherProcessor();
+    void aFolder();
     void damagedLibraries_data();
     void damagedLibraries();
 
@@ -106,6 +107,15 @@ void tst_Doctor::anotherProcessor()
     QVERIFY2(result.err.contains(file + QStringLiteral(": built for x86, ")) &&
                  result.err.contains(QStringLiteral("build it with this unit's compiler")),
              qPrintable(result.err));
+}
+
+void tst_Doctor::aFolder()
+{
+    const ProgramResult result = check(m_folder.path());
+    QCOMPARE(result.exitCode, 2);
+    const QString line =
+        m_folder.path() + QStringLiteral(": expected a plugin, found a directory\n");
+    QVERIFY2(result.err.endsWith(line), qPrintable(result.err));
 }
 
 void tst_Doctor::damagedLibraries_data()

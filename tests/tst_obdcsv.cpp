@@ -345,14 +345,14 @@ void tst_ObdCsv::signalsOfADrive()
                  "0 gaugeBLValueDualNotify 68, ℉, 68",
                  "0 gaugeBRValueDualNotify 18, %, 18",
                  "0 gaugeTLValueDualNotify 66, ℉, 66",
-                 "0 batteryVoltage 12.34V",
+                 "0 batteryVoltage 12.3V",
                  "1000 centerGaugeValueNotify 12400, RPM, 100",
                  "1000 gauTopBarTextNotify 100 km/h   62 mph",
                  "1000 gaugeTRValueDualNotify 266, ℉, 250",
                  "1000 gaugeBLValueDualNotify -22, ℉, 0",
                  "1000 gaugeBRValueDualNotify 100, %, 100",
                  "1000 gaugeTLValueDualNotify 284, ℉, 250",
-                 "1000 batteryVoltage 11.10V",
+                 "1000 batteryVoltage 11.1V",
              }));
     QCOMPARE(source->durationMs(), 1000);
 }
@@ -485,7 +485,7 @@ void tst_ObdCsv::realDrive()
     QCOMPARE(range("Intake air temperature"), qMakePair(75.2, 131.0));
     QCOMPARE(range("Engine load"), qMakePair(0.0, 98.431));
     QCOMPARE(range("Voltage"), qMakePair(10.332, 14.414));
-    QCOMPARE(drive(source.get()).filter(QStringLiteral("batteryVoltage 10.33V")).size(), 1);
+    QCOMPARE(drive(source.get()).filter(QStringLiteral("batteryVoltage 10.3V")).size(), 1);
 }
 
 NORDA_TEST_MAIN(tst_ObdCsv)

@@ -66,7 +66,7 @@ private:
     }
     void playToItsEnd()
     {
-        module::Drive *drive = m_window->session()->drive();
+        module::Drive *drive = session()->drive();
         QSignalSpy finished(drive, &module::Drive::finished);
         drive->setSpeed(module::Drive::Unlimited);
         QVERIFY(finished.size() || finished.wait(5000));
@@ -74,20 +74,20 @@ private:
     /** Until a fault, a soft tire and others beside the car have left their marks on every page. */
     void simulateBefore()
     {
-        makeWindow(QStringLiteral("simulator"));
-        m_window->session()->drive()->seek(400000);
+        makeBench(QStringLiteral("simulator"));
+        session()->drive()->seek(400000);
         for (const int id : {80, 81, 82})
             QVERIFY(!numbersOn(id).isEmpty());
-        m_unit->openWindow(83);
-        m_unit->openWindow(80);
+        windows()->openWindow(83);
+        windows()->openWindow(80);
     }
     /** The visible texts of a page that hold a digit; the scale of the centre gauge is no value. */
     QStringList numbersOn(int id)
     {
-        m_unit->openWindow(id);
+        windows()->openWindow(id);
         QTest::qWait(50); // what the page asked for has been answered
         QStringList texts;
-        for (const QLabel *label : m_unit->currentPage()->findChildren<QLabel *>()) {
+        for (const QLabel *label : windows()->currentPage()->findChildren<QLabel *>()) {
             if (label->isVisible() && label->text().contains(QRegularExpression("\\d")) &&
                 !label->objectName().startsWith("Txt_scale_"))
                 texts.append(label->text());
@@ -116,37 +116,38 @@ void tst_RecordedPages::onlyItsOwnNumbers()
     QFETCH(QByteArray, when);
     if (when == "before the drive") {
         for (const int id : {81, 82, 83, 85})
-            m_unit->openWindow(id);
+            windows()->openWindow(id);
     }
-    if (when == "after another") {
+    if (when == "after another")
         simulateBefore();
+    if (when == "during it" || when == "after its end")
+        makeBench(file);
+    else
         drop(file);
-    } else {
-        makeWindow(file);
-    }
     QTRY_COMPARE(text("Txt_center_value"), QStringLiteral("800 RPM"));
     if (when == "after its end")
         playToItsEnd();
     QCOMPARE(numbersOn(80), (QStringList{"68 ℉", "800 RPM"}));
     for (const int id : {81, 82, 83})
         QCOMPARE(numbersOn(id), QStringList());
-    m_unit->openWindow(85);
+    windows()->openWindow(85);
     norda::VtqAdaptor::instance()->NordaData_Request(5);
     QTRY_COMPARE(text("Time_Label"), QStringLiteral("Time:--/--/-- --:--:--"));
 }
 
 void tst_RecordedPages::unknownIsShown()
 {
-    makeWindow(csv());
-    m_unit->openWindow(81);
+    makeBench(csv());
+    windows()->openWindow(81);
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("--"));
     for (const char *kind : {"psi", "temp"}) {
         for (const char *place : {"front_left", "front_right", "rear_left", "rear_right"})
             QCOMPARE(text(QByteArray("Txt_").append(kind).append('_').append(place)),
                      QStringLiteral("--"));
     }
-    QVERIFY(!m_screen->widgetNamed("key_engine")->isEnabled());
-    makeWindow(write("speed.csv", "Time,Vehicle Speed (km/h)\n0,50\n1,50\n"));
+    QVERIFY(!screen()->widgetNamed("key_engine")->isEnabled());
+    drop(write("speed.csv", "Time,Vehicle Speed (km/h)\n0,50\n1,50\n"));
+    windows()->openWindow(80);
     QTRY_COMPARE(text("Txt_center_value"), QStringLiteral("-- RPM"));
     QCOMPARE(text("Txt_up_left_value"), QStringLiteral("--"));
 }
@@ -154,59 +155,59 @@ void tst_RecordedPages::unknownIsShown()
 void tst_RecordedPages::lampOfAnotherDriveGoesOut()
 {
     simulateBefore();
-    m_unit->openWindow(81);
-    auto *lamp = qobject_cast<QAbstractButton *>(m_screen->widgetNamed("key_engine"));
+    windows()->openWindow(81);
+    auto *lamp = qobject_cast<QAbstractButton *>(screen()->widgetNamed("key_engine"));
     QTRY_VERIFY(lamp->isChecked());
     drop(csv());
     QTRY_VERIFY(!lamp->isEnabled() && !lamp->isChecked());
     QCOMPARE(text("Txt_fork"), QString()); // no trip, no outside temperature
-    QVERIFY(m_screen->widgetNamed("Txt_carInfo")->isHidden());
-    m_unit->openWindow(80);
+    QVERIFY(screen()->widgetNamed("Txt_carInfo")->isHidden());
+    windows()->openWindow(80);
     QCOMPARE(text("Txt_fork"), QString()); // no speed, no gear
 }
 
 void tst_RecordedPages::lastValuesAfterTheEnd()
 {
-    makeWindow(write("volts.csv", "Time,RPM,Voltage\n0,800,12.3\n1,900,14.1\n"));
+    makeBench(write("volts.csv", "Time,RPM,Voltage\n0,800,12.3\n1,900,14.1\n"));
     playToItsEnd();
-    m_unit->openWindow(81);
-    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("14.10"));
-    m_unit->rebuildWindow(80);
-    m_unit->openWindow(80);
+    windows()->openWindow(81);
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("14.1V"));
+    windows()->rebuildWindow(80);
+    windows()->openWindow(80);
     QTRY_COMPARE(text("Txt_center_value"), QStringLiteral("900 RPM"));
 }
 
 void tst_RecordedPages::lateValueIsUnknownBefore()
 {
-    makeWindow(write("late.csv", "Time,RPM,Voltage\n0,800,\n60,800,12.3\n"));
-    m_unit->openWindow(81);
+    makeBench(write("late.csv", "Time,RPM,Voltage\n0,800,\n60,800,12.3\n"));
+    windows()->openWindow(81);
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("--"));
-    m_window->session()->drive()->seek(60000);
-    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.30"));
+    session()->drive()->seek(60000);
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.3V"));
 }
 
 void tst_RecordedPages::seekBackForgets()
 {
-    makeWindow(write("late.csv", "Time,RPM,Voltage\n0,800,\n60,800,12.3\n"));
-    m_unit->openWindow(81);
-    m_window->session()->drive()->seek(60000);
-    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.30"));
-    m_window->session()->drive()->seek(10000);
+    makeBench(write("late.csv", "Time,RPM,Voltage\n0,800,\n60,800,12.3\n"));
+    windows()->openWindow(81);
+    session()->drive()->seek(60000);
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.3V"));
+    session()->drive()->seek(10000);
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("--"));
 }
 
 void tst_RecordedPages::recordedTiresStay()
 {
-    makeWindow(
+    makeBench(
         write("tires.jsonl", recordingLines("tirePressureStatus",
                                             R"(32,0,["31 psi","32 psi","33 psi","34 psi","1"])") +
                                  "{\"t\":10,\"signal\":\"checkEngineStatus\",\"args\":[2]}\n"
                                  "{\"t\":500,\"end\":true}\n"));
     playToItsEnd();
-    m_unit->openWindow(81);
+    windows()->openWindow(81);
     QTRY_COMPARE(text("Txt_psi_front_left"), QStringLiteral("31 psi"));
     QCOMPARE(text("Txt_battery"), QStringLiteral("--"));
-    auto *lamp = qobject_cast<QAbstractButton *>(m_screen->widgetNamed("key_engine"));
+    auto *lamp = qobject_cast<QAbstractButton *>(screen()->widgetNamed("key_engine"));
     QVERIFY(lamp->isEnabled() && lamp->isChecked());
 }
 
@@ -221,7 +222,7 @@ void tst_RecordedPages::menuAndVersions_data()
 void tst_RecordedPages::menuAndVersions()
 {
     QFETCH(QString, file);
-    makeWindow(file);
+    makeBench(file);
     click("norda_key_setting");
     QTRY_COMPARE(text("Txt_pop_title"), QStringLiteral("Vehicle settings"));
     QTRY_COMPARE(text("Txt_item_1"), QStringLiteral("Units"));
@@ -234,12 +235,12 @@ void tst_RecordedPages::menuAndVersions()
 
 void tst_RecordedPages::repeatsAreNotRecorded()
 {
-    makeWindow(recording());
+    makeBench(recording());
     for (const int id : {81, 82, 83})
         numbersOn(id);
     playToItsEnd();
-    QCOMPARE(m_window->session()->signalCount(), 2);
-    QCOMPARE(m_window->session()->drive()->refused(), 0);
+    QCOMPARE(session()->signalCount(), 2);
+    QCOMPARE(session()->drive()->refused(), 0);
 }
 
 NORDA_TEST_MAIN(tst_RecordedPages)

@@ -1,8 +1,17 @@
+#include "pages.h"
 #include "program.h"
 #include "testmain.h"
 #include "testpaths.h"
 
 #include <QXmlStreamReader>
+
+static QString pageIds()
+{
+    QStringList ids;
+    for (const Page &page : pages)
+        ids.append(QString::number(page.window));
+    return ids.join(QStringLiteral(", "));
+}
 
 /** Scenarios as their author meets them: what is refused, what fails and how it is told. */
 class tst_Scenarios : public QObject
@@ -42,7 +51,7 @@ private:
 
 void tst_Scenarios::shippedOnesPass()
 {
-    const ProgramResult result = play({"--script", testpaths::source("bench/scenarios")});
+    const ProgramResult result = play({"--script", testpaths::source("bench/scenario/library")});
     QVERIFY2(result.exitCode == 0, qPrintable(result.out + result.err));
     const QStringList lines = result.out.split(QLatin1Char('\n'));
     QVERIFY(lines.filter(QRegularExpression("^pass ")).size() >= 25);
@@ -138,7 +147,7 @@ void tst_Scenarios::unusable()
     QCOMPARE(result.out, QString());
     const QString wanted = file + QStringLiteral(": ") + message;
     QVERIFY2(result.err.contains(wanted), qPrintable(result.err + "\nwanted: " + wanted));
-    QCOMPARE(result.err.count(QLatin1Char('\n')), 1 + result.err.count("XDG_RUNTIME_DIR"));
+    QCOMPARE(result.err.count(QLatin1Char('\n')), 1);
 }
 
 void tst_Scenarios::fails_data()
@@ -150,7 +159,7 @@ void tst_Scenarios::fails_data()
     };
     row("page", "0 page 81\nexpect page 82\n", "2: expected page 82, seen: page 81");
     row("no such page", "0 page 99\nexpect page 80\n",
-        "1: expected a page of the plugin (80, 81, 82, 83, 84, 85), got 99");
+        qPrintable(QStringLiteral("1: expected a page of the plugin (%1), got 99").arg(pageIds())));
     row("camera", "0 expect camera split\n", "1: expected camera split, seen: hidden");
     row("call", "0 page 81\nexpect call vehicleSettings\n",
         "2: expected call vehicleSettings, seen: ");

@@ -517,8 +517,8 @@ void tst_Vehicle::recordedVoltage_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("atCranking");
-    QTest::newRow("candump") << recordedDrive("skoda_obd2_20240907.candump.log") << "11.10";
-    QTest::newRow("csv") << recordedDrive("etios2014_live1_coldstart.csv") << "10.33";
+    QTest::newRow("candump") << recordedDrive("skoda_obd2_20240907.candump.log") << "11.1V";
+    QTest::newRow("csv") << recordedDrive("etios2014_live1_coldstart.csv") << "10.3V";
 }
 
 void tst_Vehicle::recordedVoltage()
@@ -531,12 +531,12 @@ void tst_Vehicle::recordedVoltage()
     const auto source = module::openSource(file, &error);
     QVERIFY2(source, qPrintable(error));
     module::AdaptorLink link;
-    QString lowest = QStringLiteral("99");
+    QString lowest = QStringLiteral("99V");
+    const auto volts = [](const QString &shown) { return shown.chopped(1).toDouble(); };
     while (source->nextDueMs() >= 0) {
         link.deliver(source->take());
-        QString shown = text("Txt_battery");
-        shown.remove(QLatin1Char('V'));
-        if (shown != QLatin1String("--") && shown.toDouble() < lowest.toDouble())
+        const QString shown = text("Txt_battery");
+        if (shown.endsWith(QLatin1Char('V')) && volts(shown) < volts(lowest))
             lowest = shown;
     }
     QCOMPARE(lowest, atCranking);

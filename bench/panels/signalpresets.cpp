@@ -1,6 +1,6 @@
-#include "signalpresets.h"
+#include "panels/signalpresets.h"
 
-#include "scenario.h"
+#include "scenario/scenario.h"
 
 struct Preset
 {

@@ -1,9 +1,9 @@
-#include "signalspanel.h"
+#include "panels/signalspanel.h"
 
-#include "argumenteditor.h"
-#include "operator.h"
-#include "panelparts.h"
-#include "session.h"
+#include "panels/argumenteditor.h"
+#include "panels/panelparts.h"
+#include "session/actions.h"
+#include "session/session.h"
 #include "values.h"
 
 #include <QComboBox>
@@ -120,9 +120,9 @@ QVariant SignalsModel::headerData(int section, Qt::Orientation orientation, int 
 
 // ---- Panel --------------------------------------------------------------------------------------
 
-SignalsPanel::SignalsPanel(Operator *hand, QWidget *parent)
+SignalsPanel::SignalsPanel(Actions *hand, QWidget *parent)
     : Panel(parent)
-    , m_hand(hand)
+    , m_actions(hand)
     , m_model(new SignalsModel(this))
     , m_filtered(new QSortFilterProxyModel(this))
     , m_filter(makeFilter(tr("Filter signals, for instance tire")))
@@ -209,8 +209,8 @@ void SignalsPanel::check()
 void SignalsPanel::send()
 {
     const QByteArray name = m_model->signalAt(m_chosen).method.name();
-    m_hand->act(QStringLiteral("signal"),
-                QVariantList{QString::fromLatin1(name)} + m_editor->arguments());
+    m_actions->act(QStringLiteral("signal"),
+                   QVariantList{QString::fromLatin1(name)} + m_editor->arguments());
     for (const QVariantList &follower : qAsConst(m_offered[m_presets->currentIndex()].followers))
-        m_hand->act(QStringLiteral("signal"), follower);
+        m_actions->act(QStringLiteral("signal"), follower);
 }
