@@ -191,7 +191,7 @@ void tst_Bench::drivesTheSimulatedCar()
     const Result result = run({"--headless", "--duration", "30", "--gallery", path("gallery"),
                                "--summary", path("summary.json")});
     QVERIFY2(result.exitCode == 0, qPrintable(result.err));
-    QVERIFY(result.err.contains(QStringLiteral("100 % of 30 s driven")));
+    QVERIFY(result.err.contains(QStringLiteral("100 % of 30 s simulated")));
     const QJsonObject summary = json(path("summary.json"));
     QCOMPARE(summary.value("driveSeconds").toDouble(), 30.0);
     QCOMPARE(summary.value("warnings").toInt(), 0);

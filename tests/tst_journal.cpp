@@ -120,7 +120,7 @@ void tst_Journal::meanings_data()
     row("version", adaptor + "NordaData_Request", {5}, "the version");
     row("unknown page", adaptor + "NordaData_Request", {6}, "");
     row("row", adaptor + "NordaSetSelectedLineNumber", {2}, "row 1");
-    row("rear zone", "norda::VtqService::setClimateRearZone", {true}, "the rear zone is on view");
+    row("rear zone", "norda::VtqService::setClimateRearZone", {true}, "the rear zone is shown");
     row("source", "norda::VtqService::syncRadioStatus", {0x21, 0x84, 100, 1, 128, 128},
         "source 20 to 23");
     row("no source", "norda::VtqService::syncRadioStatus", {0x00, 0x84, 100, 1, 128, 128},

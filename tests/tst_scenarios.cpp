@@ -83,7 +83,7 @@ void tst_Scenarios::unusable_data()
         "line 1: expected a text, list or object, got \"12");
     row("no list", "0 signal gaugeTitlesNotify [1,,2]\n",
         "line 1: expected a text, list or object, got [1,,2]");
-    row("time alone", "0.5\n", "line 1: expected something to do or to expect after the time");
+    row("time alone", "0.5\n", "line 1: expected an action or an expectation after the time");
     row("back in time", "2 page 81\n1 page 80\n",
         "line 2: expected a time of 2 s or later, up to a day, got 1");
     row("too late", "1e9 page 81\n",
@@ -157,7 +157,7 @@ void tst_Scenarios::fails_data()
     const auto row = [](const char *name, const char *text, const char *message) {
         QTest::newRow(name) << QByteArray(text) << QString(message);
     };
-    row("page", "0 page 81\nexpect page 82\n", "2: expected page 82, seen: page 81");
+    row("page", "0 page 81\nexpect page 82\n", "2: expected page 82, seen: Vehicle (81)");
     row("no such page", "0 page 99\nexpect page 80\n",
         qPrintable(QStringLiteral("1: expected a page of the plugin (%1), got 99").arg(pageIds())));
     row("camera", "0 expect camera split\n", "1: expected camera split, seen: hidden");
@@ -319,7 +319,7 @@ void tst_Scenarios::report()
     }
     QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
     QCOMPARE(seen, (QStringList{"2/1", "a: It is <there> & \"here\"", "b: b",
-                                "b.scenario:1: expected page 81, seen: page 80"}));
+                                "b.scenario:1: expected page 81, seen: Gauges (80)"}));
 }
 
 NORDA_TEST_MAIN(tst_Scenarios)

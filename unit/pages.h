@@ -2,6 +2,8 @@
 
 #include "touchevent.h"
 
+#include <QString>
+
 #include <algorithm>
 #include <iterator>
 
@@ -49,4 +51,13 @@ const Page *pageWith(Value Page::*column, Value value)
     const auto *const found = std::find_if(std::begin(pages), std::end(pages),
                                            [=](const Page &page) { return page.*column == value; });
     return found == std::end(pages) ? nullptr : found;
+}
+
+/** A page for a person: "Vehicle (81)". */
+inline QString pageText(int window)
+{
+    const Page *page = pageWith(&Page::window, window);
+    return QStringLiteral("%1 (%2)")
+        .arg(page ? QLatin1String(page->name) : QLatin1String("Page"))
+        .arg(window);
 }

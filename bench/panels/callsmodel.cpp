@@ -11,7 +11,7 @@ CallsModel::CallsModel(QObject *parent) : QAbstractTableModel(parent) {}
 void CallsModel::setJournal(const Journal *journal)
 {
     m_journal = journal;
-    // Numbers of entries stay as they are when the oldest go; rows that are gone leave the table.
+    // Numbers of entries are stable; only the rows of dropped entries are removed.
     connect(journal, &Journal::shifted, this, &CallsModel::rebuild);
     rebuild();
 }

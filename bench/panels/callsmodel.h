@@ -5,7 +5,7 @@
 #include <QAbstractTableModel>
 #include <QPointer>
 
-/** The calls of a journal as a table: time, operation, what its arguments mean, and they. */
+/** The calls of a journal as a table: time, operation, meaning and arguments. */
 class CallsModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
     void setJournal(const Journal *journal);
     /** Only calls whose operation or arguments contain this. */
     void setFilter(const QString &filter);
-    /** Takes in what was noted since. */
+    /** Adds the calls since the last time. */
     void catchUp();
     qint64 timeOf(int row) const;
 
@@ -34,5 +34,5 @@ private:
     QPointer<const Journal> m_journal;
     QString m_filter;
     QVector<qint64> m_rows; // numbers of entries, counted from the journal's start
-    qint64 m_next = 0;      // the first one not looked at
+    qint64 m_next = 0;      // the first entry not yet read
 };

@@ -34,8 +34,9 @@ CallsPanel::CallsPanel(QWidget *parent)
     m_table->setContextMenuPolicy(Qt::ActionsContextMenu);
     connect(copying, &QAction::triggered, this, &CallsPanel::copy);
     connect(m_filter, &QLineEdit::textChanged, m_model, &CallsModel::setFilter);
-    connect(m_table, &QTableView::doubleClicked, this,
-            [this](const QModelIndex &index) { emit momentWanted(m_model->timeOf(index.row())); });
+    connect(m_table, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
+        emit momentRequested(m_model->timeOf(index.row()));
+    });
 }
 
 void CallsPanel::setSession(Session *session)

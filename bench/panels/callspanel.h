@@ -6,7 +6,7 @@ class CallsModel;
 class QLineEdit;
 class QTableView;
 
-/** What the plugin asked of the host, decoded; a double click shows the moment on the time line. */
+/** The calls of the plugin, decoded; a double click shows the moment on the timeline. */
 class CallsPanel : public Panel
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
     void setSession(Session *session) override;
 
 signals:
-    void momentWanted(qint64 ms);
+    void momentRequested(qint64 ms);
 
 protected:
     void refresh() override;

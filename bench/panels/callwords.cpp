@@ -12,7 +12,7 @@ static QString words(const char *text)
     return QCoreApplication::translate("CallWords", text);
 }
 
-/** A number and what it is called. */
+/** A number and its name. */
 struct Word
 {
     int number;
@@ -74,8 +74,8 @@ static QString menuRow(const Arguments &arguments)
 
 static QString zone(const Arguments &arguments)
 {
-    return arguments.value(0).toBool() ? words("the rear zone is on view")
-                                       : words("the front zone is on view");
+    return arguments.value(0).toBool() ? words("the rear zone is shown")
+                                       : words("the front zone is shown");
 }
 
 static QString source(const Arguments &arguments)

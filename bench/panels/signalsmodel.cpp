@@ -24,8 +24,8 @@ void SignalsModel::setSession(const Session *session)
     refresh();
 }
 
-/** How many others listen to a signal; the bench itself is one who always does. */
-static int listenersOf(const module::ModuleSignal &signal)
+/** The number of receivers, without the bench itself, which is always connected. */
+static int receiversOf(const module::ModuleSignal &signal)
 {
     struct Access : QObject
     {
@@ -36,7 +36,7 @@ static int listenersOf(const module::ModuleSignal &signal)
     return qMax(0, (signal.emitter->*receivers)(code.constData()) - 1);
 }
 
-/** Tenths of a second matter for what has just come, and cost a repaint each. */
+/** Tenths of a second are worth their repaints only for recent signals. */
 static QString ageText(qint64 ms)
 {
     static constexpr qint64 recentMs = 10000;
@@ -50,8 +50,8 @@ void SignalsModel::refresh()
     for (int row = 0; row < m_signals.size(); ++row) {
         const Journal::Total *total =
             m_session->journal()->totalOf(Journal::Signal, m_texts[row][Name]);
-        const int listeners = listenersOf(m_signals[row]);
-        setText(row, Listeners, listeners > 0 ? QString::number(listeners) : tr("nobody"));
+        const int receivers = receiversOf(m_signals[row]);
+        setText(row, Receivers, receivers > 0 ? QString::number(receivers) : tr("none"));
         setText(row, Age, total ? ageText(m_session->nowMs() - total->lastMs) : QString());
         const int count = total ? total->count : 0;
         if (count == m_counts[row])
@@ -98,8 +98,8 @@ QVariant SignalsModel::data(const QModelIndex &index, int role) const
 
 QVariant SignalsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static const QStringList titles = {tr("Signal"), tr("Last"), tr("Count"), tr("Ago"),
-                                       tr("Heard by")};
+    static const QStringList titles = {tr("Signal"), tr("Last"), tr("Count"), tr("Age"),
+                                       tr("Receivers")};
     return role == Qt::DisplayRole && orientation == Qt::Horizontal ? titles.value(section)
                                                                     : QVariant();
 }

@@ -7,17 +7,17 @@
 
 class Session;
 
-/** Every signal of the module: what it said last, how often, how long ago, and who hears it. */
+/** Every signal of the module: its last values, count, age and receivers. */
 class SignalsModel : public QAbstractTableModel
 {
     Q_OBJECT
 public:
-    enum Column { Name, Last, Count, Age, Listeners, ColumnCount };
+    enum Column { Name, Last, Count, Age, Receivers, ColumnCount };
 
     explicit SignalsModel(QObject *parent = nullptr);
 
     void setSession(const Session *session);
-    /** Looks at the session again; what has not changed is not drawn again. */
+    /** Updates from the session; unchanged cells are not repainted. */
     void refresh();
     const module::ModuleSignal &signalAt(int row) const { return m_signals[row]; }
     QVariantList lastOf(int row) const;
@@ -31,7 +31,7 @@ private:
     void setText(int row, Column column, const QString &text);
 
     const QList<module::ModuleSignal> m_signals;
-    QVector<QVector<QString>> m_texts; // by row and column, as they are drawn
-    QVector<int> m_counts;             // by row, as they were when the texts were made
+    QVector<QVector<QString>> m_texts; // by row and column
+    QVector<int> m_counts;             // by row, of the current texts
     QPointer<const Session> m_session;
 };

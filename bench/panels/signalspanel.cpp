@@ -14,13 +14,13 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
-SignalsPanel::SignalsPanel(Actions *hand, QWidget *parent)
+SignalsPanel::SignalsPanel(Actions *actions, QWidget *parent)
     : Panel(parent)
-    , m_actions(hand)
+    , m_actions(actions)
     , m_model(new SignalsModel(this))
     , m_filtered(new QSortFilterProxyModel(this))
     , m_filter(makeFilter(tr("Filter signals, for instance tire")))
-    , m_title(new QLabel(tr("Choose a signal to send it by hand.")))
+    , m_title(new QLabel(tr("Select a signal to send.")))
     , m_presets(new QComboBox)
     , m_editor(new ArgumentEditor)
     , m_send(new QPushButton(tr("Send")))
@@ -37,7 +37,20 @@ SignalsPanel::SignalsPanel(Actions *hand, QWidget *parent)
     m_send->setObjectName(QStringLiteral("send"));
     m_presets->setObjectName(QStringLiteral("presets"));
     m_fault->setWordWrap(true);
+    layOut();
 
+    connect(m_filter, &QLineEdit::textChanged, m_filtered,
+            &QSortFilterProxyModel::setFilterFixedString);
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &SignalsPanel::choose);
+    connect(m_presets, qOverload<int>(&QComboBox::activated), this, &SignalsPanel::takePreset);
+    connect(m_editor, &ArgumentEditor::changed, this, &SignalsPanel::check);
+    connect(m_send, &QPushButton::clicked, this, &SignalsPanel::send);
+    check();
+}
+
+void SignalsPanel::layOut()
+{
     auto *row = new QHBoxLayout;
     row->addWidget(m_presets, 1);
     row->addWidget(m_send);
@@ -48,15 +61,6 @@ SignalsPanel::SignalsPanel(Actions *hand, QWidget *parent)
     column->addWidget(m_editor);
     column->addLayout(row);
     column->addWidget(m_fault);
-
-    connect(m_filter, &QLineEdit::textChanged, m_filtered,
-            &QSortFilterProxyModel::setFilterFixedString);
-    connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            &SignalsPanel::choose);
-    connect(m_presets, qOverload<int>(&QComboBox::activated), this, &SignalsPanel::takePreset);
-    connect(m_editor, &ArgumentEditor::changed, this, &SignalsPanel::check);
-    connect(m_send, &QPushButton::clicked, this, &SignalsPanel::send);
-    check();
 }
 
 void SignalsPanel::setSession(Session *session)

@@ -14,12 +14,12 @@ class QSortFilterProxyModel;
 class QTableView;
 class SignalsModel;
 
-/** All signals, and an editor to send one by hand. */
+/** All signals, and an editor to send one. */
 class SignalsPanel : public Panel
 {
     Q_OBJECT
 public:
-    explicit SignalsPanel(Actions *hand, QWidget *parent = nullptr);
+    explicit SignalsPanel(Actions *actions, QWidget *parent = nullptr);
 
     void setSession(Session *session) override;
 
@@ -27,6 +27,7 @@ protected:
     void refresh() override;
 
 private:
+    void layOut();
     void choose(const QModelIndex &index);
     void takePreset(int row);
     void check();

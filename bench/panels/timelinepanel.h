@@ -7,18 +7,18 @@ class QToolButton;
 class Rewind;
 class TimelineView;
 
-/** The line with what one can do about it: zoom, look at a moment, come back to the present. */
+/** The timeline with the rewind state and the return to live. */
 class TimelinePanel : public Panel
 {
     Q_OBJECT
 public:
-    explicit TimelinePanel(Rewind *lookBack, QWidget *parent = nullptr);
+    explicit TimelinePanel(Rewind *rewind, QWidget *parent = nullptr);
 
     void setSession(Session *session) override;
 
 public slots:
-    /** Shows a moment on the line and on the screen. */
-    void lookAt(qint64 ms);
+    /** Shows a moment on the timeline and on the screen. */
+    void rewindTo(qint64 ms);
 
 protected:
     void refresh() override;
@@ -29,5 +29,5 @@ private:
     Rewind *m_rewind;
     TimelineView *m_view;
     QLabel *m_state;
-    QToolButton *m_present;
+    QToolButton *m_live;
 };

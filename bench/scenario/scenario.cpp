@@ -12,11 +12,11 @@
 
 #include <algorithm>
 
-/** A word that only a scenario knows; the others are the operator's. */
+/** A word of scenarios only; the others are actions. */
 struct OwnWord
 {
     const char *word;
-    const char *form; // of what follows, for a person
+    const char *form; // of the argument, for a person
     bool (*check)(const QVariant &value);
 };
 
@@ -115,7 +115,7 @@ private:
         return isNumber;
     }
 
-    /** A time of its own, one behind the step before it, or the same. */
+    /** An absolute time, one relative to the step before, or none for the same. */
     bool readTime(QVariantList *words, QString *error)
     {
         const QString text = words->constFirst().toString();
@@ -142,7 +142,7 @@ private:
         if (!readTime(&words, error))
             return false;
         if (words.isEmpty() || words[0].userType() != QMetaType::QString) {
-            *error = QStringLiteral("expected something to do or to expect after the time");
+            *error = QStringLiteral("expected an action or an expectation after the time");
             return false;
         }
         const ScenarioStep step = {number, m_ms, words[0].toString(), words.mid(1),

@@ -30,7 +30,7 @@ static int endOfJson(const QString &line, int begin)
 
 static bool readJson(const QString &text, QVariant *value)
 {
-    // A bare text is no document of its own.
+    // A bare text is not a JSON document.
     const QByteArray wrapped = '[' + text.toUtf8() + ']';
     QJsonParseError error;
     const QJsonArray array = QJsonDocument::fromJson(wrapped, &error).array();
@@ -42,7 +42,7 @@ static QVariant readBareWord(const QString &word)
 {
     bool isNumber = false;
     if (word.startsWith(QLatin1Char('+')))
-        return word; // a time counted from the step before
+        return word; // a time relative to the step before
     if (word.startsWith(QLatin1String("0x"))) {
         const int number = word.toInt(&isNumber, 16);
         return isNumber ? QVariant(double(number)) : QVariant(word);
@@ -98,7 +98,7 @@ static QString wordText(const QVariant &value)
         if (isBare)
             return text;
     }
-    // A list or map that was read from a line goes back as it came.
+    // Lists and maps that were read from a line are written unchanged.
     const bool isRead =
         value.userType() == QMetaType::QVariantList || value.userType() == QMetaType::QVariantMap;
     if (!isRead)

@@ -13,7 +13,7 @@
 
 static constexpr int longestMs = 300'000;
 
-/** A folder stands for all scenarios in it, in the order of their names. */
+/** A folder gives all scenarios in it, in the order of their names. */
 static QStringList filesOf(const QStringList &scripts, QString *error)
 {
     QStringList files;

@@ -15,7 +15,7 @@ struct BoundCall
     void invoke() const;
 };
 
-// Each takes the words of a scenario, and on failure says in one line what was expected.
+// Each takes the words of a scenario, and sets one line about what was expected when it fails.
 
 /** A signal of the module and its arguments. */
 std::optional<BoundCall> bindSignal(const QVariantList &words, QString *error);

@@ -15,11 +15,11 @@
 #include <QCoreApplication>
 #include <QDir>
 
-/** What a state needs to be brought about. */
+/** What the states work on. */
 struct Scene
 {
     Screen *screen;
-    WindowStack *unit;
+    WindowStack *windows;
     Session *session;
     module::Trim trim;
 };
@@ -32,7 +32,7 @@ struct State
     void (*restore)(const Scene &scene); // may be null
 };
 
-/** Lets what was begun come to its end: answers of the module, then what moves on the screen. */
+/** Waits for answers of the module, then ends the animations. */
 static void settle(const Screen *screen)
 {
     QCoreApplication::processEvents();
@@ -42,7 +42,7 @@ static void settle(const Screen *screen)
     }
 }
 
-/** Fast rather than small: a gallery is looked at once. */
+/** Fast rather than small: galleries are rarely kept. */
 static bool save(const QPixmap &picture, const QString &file)
 {
     static constexpr int littleCompression = 80;
@@ -100,7 +100,7 @@ static void showCamera(const Scene &scene, bool atWall, bool split)
 
 static void closeCamera(const Scene &scene)
 {
-    scene.unit->back();
+    scene.windows->back();
     scene.screen->setSplit(false);
     scene.screen->camera()->setView(scene.session->rearView());
 }
@@ -117,7 +117,7 @@ static void touchRow(const Scene &scene, int row)
         key->click();
 }
 
-/** The unit's audio stage while the module warns, beside the pages: no screen shows it. */
+/** The audio monitor during a warning tone; no page shows it. */
 static bool writeStage(AudioStage *stage, const QString &file)
 {
     static constexpr unsigned char warningTone = 4;
@@ -131,13 +131,13 @@ static bool writeStage(AudioStage *stage, const QString &file)
     return isWritten;
 }
 
-/** A car whose rear zone lacks some controls, as the page shows it after a second-zone report. */
+/** A rear zone without some of its controls, applied by a text for that zone. */
 static void showPartialFeatures(const Scene &scene)
 {
     norda::VtqService *service = norda::VtqService::instance();
     service->setRearClimateControlFeatures(0, {{0, true}, {1, true}, {3, true}, {4, true}});
     service->setRearClimateControlFeatures(1, {{3, true}, {4, true}, {5, true}, {7, true}});
-    QMetaObject::invokeMethod(scene.unit->currentPage(), "onSecondCliTopBarTextNotify",
+    QMetaObject::invokeMethod(scene.windows->currentPage(), "onSecondCliTopBarTextNotify",
                               Q_ARG(QString, QStringLiteral("Rear zone")));
 }
 
@@ -147,7 +147,7 @@ static void restoreFeatures(const Scene &scene)
     const module::Climate car(scene.trim);
     for (const int group : {0, 1})
         service->setRearClimateControlFeatures(group, car.rearFeatures(group));
-    scene.unit->recreateWindow();
+    scene.windows->recreateWindow();
 }
 
 // clang-format off
@@ -268,8 +268,8 @@ static QVector<State> allStates()
 QStringList writeGallery(const QString &folder, Rig *rig, QString *error)
 {
     Screen *screen = rig->unit()->screen();
-    WindowStack *unit = rig->unit()->windows();
-    const Scene scene = {screen, unit, rig->session(), rig->setup().trim};
+    WindowStack *windows = rig->unit()->windows();
+    const Scene scene = {screen, windows, rig->session(), rig->setup().trim};
     const auto pathOf = [&folder](const QString &name) {
         return QDir(folder).filePath(name + QStringLiteral(".png"));
     };
@@ -279,8 +279,8 @@ QStringList writeGallery(const QString &folder, Rig *rig, QString *error)
     screen->statusColumn()->setTime(QTime(21, 40)); // pictures are compared with each other
     QStringList files;
     for (const State &state : allStates()) {
-        if (unit->currentWindow() != state.window)
-            unit->openWindow(state.window);
+        if (windows->currentWindow() != state.window)
+            windows->openWindow(state.window);
         if (state.prepare)
             state.prepare(scene);
         settle(screen);

@@ -70,7 +70,7 @@ void LibraryFile::forEachEntry(unsigned type, Visit visit) const
 QStringList LibraryFile::undefinedSymbols() const
 {
     QStringList names;
-    forEachEntry<ElfW(Sym)>(SHT_DYNSYM, [&names](const ElfW(Sym) & symbol, auto text) {
+    forEachEntry<Symbol>(SHT_DYNSYM, [&names](const Symbol &symbol, auto text) {
         const bool isWeak = ELF64_ST_BIND(symbol.st_info) == STB_WEAK;
         if (symbol.st_shndx == SHN_UNDEF && !isWeak && symbol.st_name != 0)
             names.append(text(symbol.st_name));
@@ -81,7 +81,7 @@ QStringList LibraryFile::undefinedSymbols() const
 QStringList LibraryFile::neededLibraries() const
 {
     QStringList names;
-    forEachEntry<ElfW(Dyn)>(SHT_DYNAMIC, [&names](const ElfW(Dyn) & entry, auto text) {
+    forEachEntry<Dynamic>(SHT_DYNAMIC, [&names](const Dynamic &entry, auto text) {
         if (entry.d_tag == DT_NEEDED)
             names.append(text(entry.d_un.d_val));
     });

@@ -22,6 +22,8 @@ public:
 
 private:
     using Section = ElfW(Shdr);
+    using Symbol = ElfW(Sym);
+    using Dynamic = ElfW(Dyn);
 
     template <typename Value>
     const Value *at(quint64 offset) const;
