@@ -289,7 +289,7 @@ void tst_Architecture::backwardLinkIsFound()
 {
     QFETCH(QString, link);
     QFETCH(QString, fault);
-    QCOMPARE(backwardLinks(builtGraph() << link), QStringList(fault));
+    QVERIFY(backwardLinks(builtGraph() << link).contains(fault));
 }
 
 NORDA_TEST_MAIN(tst_Architecture)
