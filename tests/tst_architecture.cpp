@@ -16,6 +16,7 @@ private slots:
     void linksRunOneWay();
     void backwardLinkIsFound_data();
     void backwardLinkIsFound();
+    void walksNameWhatExists();
 };
 
 struct Folder
@@ -290,6 +291,48 @@ void tst_Architecture::backwardLinkIsFound()
     QFETCH(QString, link);
     QFETCH(QString, fault);
     QVERIFY(backwardLinks(builtGraph() << link).contains(fault));
+}
+
+// ---- Walks --------------------------------------------------------------------------------------
+
+/** Whether a source of the product has the class and the function of "Drive::deliver". */
+static bool isNamedInSources(const QString &name)
+{
+    static const QStringList sources = [] {
+        QStringList texts;
+        for (const Folder &folder : folders) {
+            QDirIterator walk(testpaths::source(folder.path), {"*.cpp", "*.h"}, QDir::Files,
+                              QDirIterator::Subdirectories);
+            while (walk.hasNext())
+                texts.append(read(walk.next()));
+        }
+        return texts;
+    }();
+    const QString scope = name.section(QStringLiteral("::"), 0, -2);
+    const QRegularExpression function("\\b" + name.section(QStringLiteral("::"), -1) +
+                                      "(\\(|\\[|::)");
+    const auto holdsBoth = [&](const QString &text) {
+        return text.contains(scope) && text.contains(function);
+    };
+    return std::any_of(sources.begin(), sources.end(), holdsBoth);
+}
+
+void tst_Architecture::walksNameWhatExists()
+{
+    static const QRegularExpression section(QStringLiteral("\n## Three walks\n(.*?)\n## "),
+                                            QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression quoted(QStringLiteral("`([\\w:]+)`"));
+    const QString page = read(testpaths::source(QStringLiteral("docs/architecture.md")));
+    QStringList missing;
+    int names = 0;
+    auto found = quoted.globalMatch(section.match(page).captured(1));
+    for (; found.hasNext(); ++names) {
+        const QString name = found.next().captured(1);
+        if (!isNamedInSources(name))
+            missing.append(name);
+    }
+    QVERIFY(names > 0);
+    QVERIFY2(missing.isEmpty(), qPrintable(missing.join(QStringLiteral(", "))));
 }
 
 NORDA_TEST_MAIN(tst_Architecture)
