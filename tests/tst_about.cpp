@@ -1,4 +1,5 @@
 #include "callspy.h"
+#include "elision.h"
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
 #include "nordahost.h"
@@ -27,6 +28,8 @@ private slots:
     void shortLists();
     void audioFirmware_data();
     void audioFirmware();
+    void longTextsAreElided_data();
+    void longTextsAreElided();
     void hiddenScreenKeepsAndFollows();
     void touchesDoNothing();
     void labelsLetTouchesThrough();
@@ -173,6 +176,22 @@ void tst_About::audioFirmware()
     setFirmware(QStringLiteral("AUDIO-FW:changed"));
     m_host->open(85);
     QCOMPARE(text("Radio_Fw_Label"), shown); // read once
+}
+
+void tst_About::longTextsAreElided_data()
+{
+    QTest::addColumn<QByteArray>("label");
+    for (const char *label : {"Interface_Fw_Label", "Radio_Fw_Label", "Time_Label"})
+        QTest::newRow(label) << QByteArray(label);
+}
+
+void tst_About::longTextsAreElided()
+{
+    QFETCH(QByteArray, label);
+    auto *shown = find<QLabel>(m_host->open(85), label);
+    const QString longText = QStringLiteral("W").repeated(80);
+    QCOMPARE(faultOfElision(shown, longText, [&](const QString &text) { shown->setText(text); }),
+             QString());
 }
 
 void tst_About::hiddenScreenKeepsAndFollows()
