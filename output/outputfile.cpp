@@ -10,10 +10,10 @@ OutputFile::OutputFile(const QString &path, const InputFiles &inputs, int waitMs
 
 OutputFile::~OutputFile() = default;
 
-bool OutputFile::check(const QString &problem)
+bool OutputFile::check(const QString &problem, const QString &path)
 {
     if (m_error.isEmpty() && !problem.isEmpty())
-        m_error = QStringLiteral("%1: %2").arg(m_path, problem);
+        m_error = QStringLiteral("%1: %2").arg(path.isEmpty() ? m_path : path, problem);
     return m_error.isEmpty();
 }
 
@@ -42,7 +42,7 @@ GrowingFile::GrowingFile(const QString &path, const QByteArray &start, const Inp
 
 bool GrowingFile::rename(const QString &path)
 {
-    return isOpen() && check(m_part.rename(path, m_inputs));
+    return isOpen() && check(m_part.rename(path, m_inputs), path);
 }
 
 bool GrowingFile::finish()

@@ -42,7 +42,8 @@ protected:
     OutputFile(const QString &path, const InputFiles &inputs, int waitMs);
     ~OutputFile();
 
-    bool check(const QString &problem);
+    /** Keeps the first problem. @param path  the file that has it, where it is not this one */
+    bool check(const QString &problem, const QString &path = {});
 
     PartFile m_part;
     InputFiles m_inputs;
