@@ -475,7 +475,7 @@ void tst_Recording::ownSource()
     QFile::remove(path);
 }
 
-/** Said once, and what was written before can be played. */
+/** Reported once, and what was written before can be played. */
 void tst_Recording::fullDisk()
 {
     QString error;
