@@ -1,28 +1,13 @@
 #include "headlessrun.h"
 
 #include "options.h"
+#include "results.h"
 #include "session/rig.h"
-#include "tools/gallery.h"
 
 #include <QCoreApplication>
-#include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QSocketNotifier>
 
-#include <csignal>
 #include <cstdio>
-#include <sys/socket.h>
 #include <unistd.h>
-
-static int signalPipe[2] = {-1, -1};
-
-static void onSignal(int)
-{
-    const char byte = 1;
-    // If the pipe is full, the end is already requested.
-    [[maybe_unused]] const auto written = ::write(signalPipe[1], &byte, 1);
-}
 
 HeadlessRun::HeadlessRun(const Options &options, Rig *rig)
     : m_options(options), m_rig(rig), m_drive(rig->session()->drive())
@@ -31,24 +16,11 @@ HeadlessRun::HeadlessRun(const Options &options, Rig *rig)
             [](const QString &line) { std::fprintf(stderr, "%s\n", qPrintable(line)); });
     connect(m_drive, &module::Drive::positionChanged, this, &HeadlessRun::showProgress);
     connect(m_drive, &module::Drive::finished, this, &HeadlessRun::end);
-    endOnSignals();
+    connect(rig->session(), &Session::recordingFailed, this, &HeadlessRun::stop);
+    connect(&m_endRequest, &EndRequest::requested, this, &HeadlessRun::stop);
 }
 
 HeadlessRun::~HeadlessRun() = default;
-
-void HeadlessRun::endOnSignals()
-{
-    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0)
-        return;
-    auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
-        notifier->setEnabled(false);
-        m_drive->pause();
-        end();
-    });
-    std::signal(SIGINT, onSignal);
-    std::signal(SIGTERM, onSignal);
-}
 
 void HeadlessRun::start()
 {
@@ -74,48 +46,18 @@ void HeadlessRun::showProgress(qint64 ms)
                  static_cast<long long>(duration / 1000), onTerminal && percent < 100 ? "" : "\n");
 }
 
+void HeadlessRun::stop()
+{
+    m_drive->pause();
+    end();
+}
+
+/** Once: the gallery handles events, and seeks in the drive again, which is no progress. */
 void HeadlessRun::end()
 {
-    // The gallery seeks in the drive again, which is no progress.
     disconnect(m_drive, nullptr, this, nullptr);
+    disconnect(m_rig->session(), nullptr, this, nullptr);
+    disconnect(&m_endRequest, nullptr, this, nullptr);
     m_rig->endReplay();
-    QString error;
-    const bool written = writeResults(m_options, m_rig, &error);
-    if (!written)
-        std::fprintf(stderr, "%s\n", qPrintable(error));
-    QCoreApplication::exit(written ? 0 : 2);
-}
-
-static void printSummary(const QJsonObject &summary)
-{
-    std::printf("%.1f s simulated in %.1f s: %d signals, %d calls, %d frames, %d warnings\n",
-                summary.value("driveSeconds").toDouble(), summary.value("wallSeconds").toDouble(),
-                summary.value("signalsTotal").toInt(), summary.value("callsTotal").toInt(),
-                summary.value("framesPainted").toInt(), summary.value("warnings").toInt());
-}
-
-static bool writeSummary(const QString &path, const QJsonObject &summary, QString *error)
-{
-    QFile file(path);
-    const QByteArray text = QJsonDocument(summary).toJson();
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush())
-        return true;
-    *error =
-        QStringLiteral("%1: expected a file that can be written: %2").arg(path, file.errorString());
-    return false;
-}
-
-bool writeResults(const Options &options, Rig *rig, QString *error)
-{
-    Session *session = rig->session();
-    session->finish();
-    const QJsonObject summary = session->summary(rig->unit()->screen()->framesPainted());
-    printSummary(summary);
-    if (!options.summary.isEmpty() && !writeSummary(options.summary, summary, error))
-        return false;
-    if (options.gallery.isEmpty())
-        return true;
-    const QStringList files = writeGallery(options.gallery, rig, error);
-    std::printf("%d pictures in %s\n", files.size(), qPrintable(options.gallery));
-    return error->isEmpty();
+    QCoreApplication::exit(writeResults(m_options, m_rig) ? 0 : 2);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/endsignals.h"
+
 #include <QObject>
 
 class Rig;
@@ -21,17 +23,12 @@ public:
 
 private:
     void showProgress(qint64 ms);
+    void stop();
     void end();
-    void endOnSignals();
 
     const Options &m_options;
     Rig *m_rig;
     module::Drive *m_drive;
+    EndRequest m_endRequest;
     int m_lastPercent = -1;
 };
-
-/**
- * Writes the requested results at the end of a drive, with or without a window.
- * @return false, with one line in error, when a file cannot be written
- */
-bool writeResults(const Options &options, Rig *rig, QString *error);

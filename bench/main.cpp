@@ -2,13 +2,16 @@
 #include "options.h"
 #include "palette.h"
 #include "recordingtools.h"
+#include "results.h"
 #include "scenario/scenariosuite.h"
 #include "session/rig.h"
 #include "session/warnings.h"
 #include "soundoutput.h"
 #include "tools/doctor.h"
+#include "tools/endsignals.h"
 #include "tools/loopback.h"
 #include "tools/runtimefolder.h"
+#include "tools/standardstreams.h"
 #include "window/benchwindow.h"
 
 #include <QApplication>
@@ -91,13 +94,16 @@ static int runWindow(const Options &options, Rig *rig)
     BenchWindow window(options, rig);
     window.show(); // a page is opened on a screen that can be seen, as without a window
     window.start();
-    const int code = QApplication::exec();
+    const EndRequest endRequest;
+    QObject::connect(&endRequest, &EndRequest::requested, &window, [&window] {
+        window.close();
+        QApplication::quit();
+    });
+    QApplication::exec();
     QString error;
     if (!options.gallery.isEmpty() && !window.writePictures(options.gallery, &error))
         return fail(error);
-    if (!writeResults(options, rig, &error))
-        return fail(error);
-    return code;
+    return writeResults(options, rig) ? Done : Unusable;
 }
 
 /** One scenario from its start to its end, with a head unit of its own. */
@@ -109,11 +115,8 @@ static ScenarioResult playScenario(const Options &options, const Scenario &scena
     night::apply(&application, options.style);
     Rig rig(scenario.setup);
     ScenarioResult result;
-    QString error;
-    if (!rig.open(options.plugin, &error)) {
-        result.failures.append(error);
+    if (!rig.open(options.plugin, &result.unusable))
         return result;
-    }
     rig.unit()->screen()->show();
     rig.begin(Replay::Beginning);
     return ScenarioRun(scenario, options.gallery, &rig).play();
@@ -136,6 +139,7 @@ static void prepareEnvironment(const Options &options)
 
 int main(int argc, char *argv[])
 {
+    ensureStandardStreams();
     ensureRuntimeFolder();
     QCoreApplication::setApplicationName(QStringLiteral("norda-bench"));
     Options options;
@@ -147,10 +151,11 @@ int main(int argc, char *argv[])
         return Done;
     }
     prepareEnvironment(options);
-    if (!options.makeFolders(&error))
+    if (!options.prepareResults(&error))
         return fail(error);
     if (options.isTool())
         return runTool(options);
+    endsignals::install();
     if (!options.scripts.isEmpty()) {
         const SuiteOutcome outcome = playScenarios(
             options,

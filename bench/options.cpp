@@ -1,14 +1,17 @@
 #include "options.h"
 
 #include "drive.h"
+#include "outputfile.h"
 #include "recording.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QStyleFactory>
 
+#include <cmath>
 #include <limits>
 
 static const char examples[] = R"(
@@ -80,11 +83,12 @@ struct Given
         return fail(QStringLiteral("--%1: expected %2, got '%3'")
                         .arg(QLatin1String(option), expected, text()));
     }
-    bool failExpectingNumber(double lowest, double highest, const QString &orElse = {}) const
+    bool failExpectingNumber(double lowest, double highest, const QString &orElse = {},
+                             const QString &kind = QStringLiteral("a number")) const
     {
         static constexpr int digits = 10;
-        return failExpecting(QStringLiteral("a number from %1 to %2%3")
-                                 .arg(QString::number(lowest, 'g', digits),
+        return failExpecting(QStringLiteral("%1 from %2 to %3%4")
+                                 .arg(kind, QString::number(lowest, 'g', digits),
                                       QString::number(highest, 'g', digits), orElse));
     }
     bool isNumber(double lowest, double highest, double *value) const
@@ -96,6 +100,15 @@ struct Given
     bool readNumber(double lowest, double highest, double *value) const
     {
         return isNumber(lowest, highest, value) || failExpectingNumber(lowest, highest);
+    }
+    template <typename Int>
+    bool readWhole(double lowest, double highest, Int *whole) const
+    {
+        double value = 0;
+        if (!isNumber(lowest, highest, &value) || value != std::floor(value))
+            return failExpectingNumber(lowest, highest, {}, QStringLiteral("a whole number"));
+        *whole = Int(value);
+        return true;
     }
     bool readFile(QString *file) const
     {
@@ -128,10 +141,8 @@ static bool readDuration(const Given &given)
 
 static bool readPage(const Given &given)
 {
-    double page = 0;
-    if (!given.readNumber(firstPage, lastPage, &page))
+    if (!given.readWhole(firstPage, lastPage, &given.options->setup.page))
         return false;
-    given.options->setup.page = int(page);
     given.options->setup.isPageGiven = true;
     return true;
 }
@@ -188,10 +199,10 @@ static bool readFaults(const Given &given)
 
 static bool readSeed(const Given &given)
 {
-    double seed = 0;
-    if (!given.readNumber(0, std::numeric_limits<quint32>::max(), &seed))
+    quint32 seed = 0;
+    if (!given.readWhole(0, std::numeric_limits<quint32>::max(), &seed))
         return false;
-    given.options->setup.faults.setSeed(quint32(seed));
+    given.options->setup.faults.setSeed(seed);
     return true;
 }
 
@@ -280,6 +291,20 @@ static QCommandLineOption toOption(const OptionRow &row)
     return option;
 }
 
+/** An empty value is a mistake, as of a variable that is not set in a script. */
+static bool hasValues(const QCommandLineParser &parser, QString *error)
+{
+    for (const OptionRow &row : rows) {
+        const QString name = QLatin1String(row.name);
+        if (!row.valueName || !parser.isSet(name) || !parser.values(name).contains(QString()))
+            continue;
+        *error =
+            QStringLiteral("--%1: expected %2, got ''").arg(name, QLatin1String(row.valueName));
+        return false;
+    }
+    return true;
+}
+
 /** Positional arguments belong to --diff alone, which needs nothing else. */
 static bool readDiff(const QCommandLineParser &parser, QStringList *diff, QString *error)
 {
@@ -326,21 +351,58 @@ static bool readRows(const QCommandLineParser &parser, Options *options, QString
     return true;
 }
 
-bool Options::makeFolders(QString *error) const
+/** Where two paths of one file are the same, whether it exists or not. */
+static QString wherever(const QString &file)
 {
+    const QFileInfo info(file);
+    return info.exists()
+               ? info.canonicalFilePath()
+               : QDir(QFileInfo(info.absolutePath()).canonicalFilePath()).filePath(info.fileName());
+}
+
+/** A recording may be cut in place. */
+static output::InputFiles inputsOf(const Options &options)
+{
+    output::InputFiles inputs = {options.setup.source, options.plugin};
+    for (const QString &script : options.scripts)
+        inputs.add(script);
+    return inputs;
+}
+
+bool Options::prepareResults(QString *error)
+{
+    setup.inputs = inputsOf(*this);
     if (!gallery.isEmpty() && !QDir().mkpath(gallery)) {
         *error = notAFolder(gallery);
         return false;
     }
+    QHash<QString, QString> options;
     const std::pair<const char *, const QString &> files[] = {
         {"record", setup.record}, {"summary", summary}, {"junit", junit}};
-    for (const auto &[option, file] : files) {
-        if (file.isEmpty() || QDir().mkpath(QFileInfo(file).absolutePath()))
+    for (const auto &[name, file] : files) {
+        const QString option = QLatin1String(name);
+        if (file.isEmpty())
             continue;
-        *error = notAFile(QLatin1String(option), file);
-        return false;
+        if (!QDir().mkpath(QFileInfo(file).absolutePath()))
+            *error = notAFile(option, file);
+        else if (const QString other = options.value(wherever(file)); !other.isEmpty())
+            *error = QStringLiteral("--%1: expected another file than --%2, got '%3'")
+                         .arg(option, other, file);
+        else
+            *error = output::refusal(file, setup.inputs);
+        if (!error->isEmpty())
+            return false;
+        options.insert(wherever(file), option);
     }
     return true;
+}
+
+output::InputFiles Options::filesInUse() const
+{
+    output::InputFiles files = setup.inputs;
+    for (const QString &file : {setup.record, summary, junit})
+        files.add(file);
+    return files;
 }
 
 /** Arguments that Qt can split. */
@@ -374,7 +436,7 @@ bool Options::parse(const QStringList &arguments, QString *error)
         text = QStringLiteral("norda-bench " NORDA_VERSION "\n");
     if (!text.isEmpty())
         return true;
-    if (!readDiff(parser, &diff, error))
+    if (!hasValues(parser, error) || !readDiff(parser, &diff, error))
         return false;
     return !diff.isEmpty() || (hasCompanions(parser, error) && readRows(parser, this, error));
 }

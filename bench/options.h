@@ -37,6 +37,11 @@ struct Options
      * @return false when the arguments cannot be used
      */
     bool parse(const QStringList &arguments, QString *error);
-    /** Makes the folders for the results. @param error  one line that names the folder */
-    bool makeFolders(QString *error) const;
+    /**
+     * Makes the folders for the results, and checks that none replaces another or what is read.
+     * @param error  one line that names the folder or the file
+     */
+    bool prepareResults(QString *error);
+    /** What the run reads, and its results: no picture and no saved scenario replaces them. */
+    output::InputFiles filesInUse() const;
 };

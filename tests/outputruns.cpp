@@ -1,9 +1,13 @@
 #include "mem/settingsfunc.h"
-#include "outputfile.h"
 #include "recording.h"
 #include "recordingtools.h"
+#include "results.h"
+#include "scenario/suitereport.h"
+#include "tools/picturefile.h"
 
 #include <QDir>
+#include <QImage>
+#include <QJsonObject>
 
 #include <cstdio>
 
@@ -29,10 +33,26 @@ static QString cut(const QDir &folder)
     return error;
 }
 
-static QString writeResult(const QDir &folder)
+static QString summary(const QDir &folder)
 {
     QString error;
-    output::writeResult(folder.filePath("result"), "a summary\n", {}, &error);
+    writeSummary(folder.filePath("result"), {{"signalsTotal", 3}}, {}, &error);
+    return error;
+}
+
+static QString junit(const QDir &folder)
+{
+    QString error;
+    writeJUnit(folder.filePath("result"), {ScenarioResult()}, {}, &error);
+    return error;
+}
+
+static QString picture(const QDir &folder)
+{
+    QImage image(16, 16, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QString error;
+    writePicture(folder.filePath("result"), image, {}, &error);
     return error;
 }
 
@@ -54,10 +74,8 @@ struct Run
 };
 
 static constexpr Run runs[] = {
-    {"recording", record},
-    {"cut", cut},
-    {"result", writeResult},
-    {"settings", saveSetting},
+    {"recording", record}, {"cut", cut},         {"summary", summary},
+    {"junit", junit},      {"picture", picture}, {"settings", saveSetting},
 };
 
 int main(int argc, char *argv[])

@@ -72,7 +72,8 @@ void tst_Bench::badArguments_data()
     QTest::newRow("duration") << QStringList{"--duration", "soon"}
                               << "--duration: expected a number from 0.1 to 10000000, got 'soon'";
     QTest::newRow("window") << QStringList{"--window", QString::number(lastPage + 1)}
-                            << QStringLiteral("--window: expected a number from %1 to %2, got '%3'")
+                            << QStringLiteral(
+                                   "--window: expected a whole number from %1 to %2, got '%3'")
                                    .arg(firstPage)
                                    .arg(lastPage)
                                    .arg(lastPage + 1);
@@ -84,7 +85,21 @@ void tst_Bench::badArguments_data()
                            << "--fault: expected silence with a number from 0 to 1, got "
                               "'2'";
     QTest::newRow("seed") << QStringList{"--seed", "-1"}
-                          << "--seed: expected a number from 0 to 4294967295, got '-1'";
+                          << "--seed: expected a whole number from 0 to 4294967295, got '-1'";
+    QTest::newRow("seed with a fraction")
+        << QStringList{"--seed", "1.5"}
+        << "--seed: expected a whole number from 0 to 4294967295, got '1.5'";
+    QTest::newRow("window with a fraction")
+        << QStringList{"--window", "80.9"}
+        << QStringLiteral("--window: expected a whole number from %1 to %2, got '80.9'")
+               .arg(firstPage)
+               .arg(lastPage);
+    for (const char *option :
+         {"source", "speed", "duration", "window", "gallery", "record", "record-limit", "summary",
+          "script", "junit", "check",    "diff",   "cut",     "from",   "to",           "trim",
+          "fault",  "seed",  "platform", "style",  "scale",   "plugin"})
+        QTest::addRow("--%s ''", option)
+            << QStringList{QStringLiteral("--%1=").arg(option)} << ", got ''";
     QTest::newRow("unknown option")
         << QStringList{"--nothing"} << "Unknown option 'nothing'. See --help.";
     QTest::newRow("missing value")
@@ -128,7 +143,7 @@ void tst_Bench::badArguments()
     const Result result = run(arguments);
     QCOMPARE(result.exitCode, 2);
     QCOMPARE(result.err.split(QLatin1Char('\n')).filter(message).size(), 1);
-    QVERIFY(result.err.endsWith(message + QLatin1Char('\n')));
+    QVERIFY2(result.err.endsWith(message + QLatin1Char('\n')), qPrintable(result.err));
     QCOMPARE(result.out, QString());
 }
 

@@ -63,7 +63,9 @@ void tst_FailingDisk::everyFailure_data()
     static constexpr Output outputs[] = {
         {"recording", "result", "old\n", true},
         {"cut", "result", "old\n", false},
-        {"result", "result", "old\n", false},
+        {"summary", "result", "old\n", false},
+        {"junit", "result", "old\n", false},
+        {"picture", "result", "old\n", false},
         {"settings", "media/flash/nvm/settings.ini", "[General]\nother=1\n", false},
     };
     static constexpr const char *faults[] = {

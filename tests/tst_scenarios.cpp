@@ -25,6 +25,8 @@ private slots:
     void fails();
     void passes_data();
     void passes();
+    void unusableDrive();
+    void noScratchFolder();
     void crashIsOneFailure();
     void nothingIsLeftForTheNext();
     void picturesOfFailures();
@@ -77,6 +79,8 @@ void tst_Scenarios::unusable_data()
         "line 1: expected none, simulator or a recorded drive, found no file 'nowhere.jsonl'");
     row("trim", "trim sports\n", "line 1: expected full, no-rear or manual, got 'sports'");
     row("seed", "seed x\n", "line 1: expected a seed from 0 to 4294967295, got 'x'");
+    row("seed with a fraction", "seed 1.5\n",
+        "line 1: expected a seed from 0 to 4294967295, got '1.5'");
     row("fault", "fault silence:2\n",
         "line 1: expected silence with a number from 0 to 1, got '2'");
     row("open text", "0 signal batteryVoltage \"12\n",
@@ -245,6 +249,34 @@ void tst_Scenarios::passes()
     QFETCH(QByteArray, text);
     const ProgramResult result = play({"--script", write("passing.scenario", text)});
     QVERIFY2(result.exitCode == 0, qPrintable(result.out + result.err));
+}
+
+/** Not one of the scenario's expectations has failed: it cannot be played. */
+void tst_Scenarios::unusableDrive()
+{
+    write("noise.txt", "noise\n");
+    const ProgramResult result =
+        play({"--script", write("noise.scenario", "source noise.txt\n0 expect page 80\n")});
+    QCOMPARE(result.exitCode, 2);
+    QCOMPARE(result.out, QString());
+    QVERIFY2(result.err.contains("noise.txt: line 1: expected "), qPrintable(result.err));
+    QCOMPARE(result.err.count(QLatin1Char('\n')), 1);
+}
+
+/** Without a folder for what the plugin keeps, the user's own would be used. */
+void tst_Scenarios::noScratchFolder()
+{
+    const QString file = write("keeps.scenario", "0 host mem::SettingsFunc setValue Kept 0 5 true\n"
+                                                 "expect page 80\n");
+    const ProgramResult result =
+        runProgram({"env", "TMPDIR=/nonexistent", "NORDA_HOST_ROOT=" + path("user"),
+                    testpaths::benchFile(), "--script", file});
+    QCOMPARE(result.exitCode, 2);
+    QCOMPARE(result.out, QString());
+    QVERIFY2(result.err.startsWith("/nonexistent: expected a place for a temporary folder: "),
+             qPrintable(result.err));
+    QCOMPARE(result.err.count(QLatin1Char('\n')), 1);
+    QVERIFY(!QFile::exists(path("user")));
 }
 
 void tst_Scenarios::crashIsOneFailure()

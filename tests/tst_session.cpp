@@ -230,7 +230,7 @@ void tst_Session::burstWithEverythingOpen()
 {
     const QString file = m_folder.filePath("burst.jsonl");
     QString error;
-    QVERIFY(session()->record(file, 0, &error));
+    QVERIFY(session()->record(file, 0, {}, &error));
     for (const char *dock : {"signals", "calls", "car", "inspector", "timeline", "audio"})
         open(dock);
     for (int i = 0; i < 60; ++i)
@@ -385,7 +385,7 @@ void tst_Session::recordingGoesOnWithAnotherDrive()
     other.write(module::recordingHeader("other") +
                 "{\"args\":[9],\"signal\":\"doorStatus\",\"t\":10}\n");
     other.close();
-    QVERIFY(session()->record(file, 0, &error));
+    QVERIFY(session()->record(file, 0, {}, &error));
     emit VtqAdaptor::instance()->doorStatus(4);
     QTRY_VERIFY(session()->nowMs() > 20);
     m_window->openDrive(other.fileName());

@@ -11,6 +11,8 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 /** A word of scenarios only; the others are actions. */
 struct OwnWord
@@ -106,13 +108,16 @@ private:
 
     bool readSeed(const QVariant &value, QString *error)
     {
+        static constexpr double highest = std::numeric_limits<quint32>::max();
         bool isNumber = false;
-        const quint32 seed = value.toUInt(&isNumber);
-        if (!isNumber)
+        const double seed = value.toDouble(&isNumber);
+        if (!isNumber || !(seed >= 0 && seed <= highest) || seed != std::floor(seed)) {
             *error = QStringLiteral("expected a seed from 0 to 4294967295, got '%1'")
                          .arg(value.toString());
-        m_scenario->setup.faults.setSeed(seed);
-        return isNumber;
+            return false;
+        }
+        m_scenario->setup.faults.setSeed(quint32(seed));
+        return true;
     }
 
     /** An absolute time, one relative to the step before, or none for the same. */

@@ -6,6 +6,7 @@
 #include "session/session.h"
 #include "session/warnings.h"
 #include "statuscolumn.h"
+#include "tools/picturefile.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -24,6 +25,7 @@ QJsonObject ScenarioResult::toJson() const
             {"title", title},
             {"expectations", expectations},
             {"seconds", seconds},
+            {"unusable", unusable},
             {"failures", QJsonArray::fromStringList(failures)},
             {"pictures", QJsonArray::fromStringList(pictures)}};
 }
@@ -35,6 +37,7 @@ ScenarioResult ScenarioResult::fromJson(const QJsonObject &json)
     result.title = json.value("title").toString();
     result.expectations = json.value("expectations").toInt();
     result.seconds = json.value("seconds").toDouble();
+    result.unusable = json.value("unusable").toString();
     result.failures = json.value("failures").toVariant().toStringList();
     result.pictures = json.value("pictures").toVariant().toStringList();
     return result;
@@ -147,9 +150,10 @@ void ScenarioRun::takeWantedPicture(const QString &name)
 void ScenarioRun::takePicture(const QString &folder, const QString &name)
 {
     const QString file = QDir(folder).filePath(name + QStringLiteral(".png"));
-    if (QDir().mkpath(folder) && m_screen->grab().save(file))
+    QString error;
+    QDir().mkpath(folder); // otherwise the picture says what is wrong
+    if (writePicture(file, m_screen->grab().toImage(), m_scenario.setup.inputs, &error))
         m_result.pictures.append(file);
     else
-        m_result.failures.append(
-            QStringLiteral("%1: expected a picture file that can be written").arg(file));
+        m_result.failures.append(error);
 }

@@ -18,6 +18,7 @@ struct ScenarioResult
     QString title;
     int expectations = 0;
     double seconds = 0;   // of real time
+    QString unusable;     // why it could not be played, in one line
     QStringList failures; // a line each
     QStringList pictures; // of the screen at each failure, or of none
 

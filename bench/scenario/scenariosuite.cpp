@@ -1,8 +1,10 @@
 #include "scenario/scenariosuite.h"
 
 #include "options.h"
+#include "outputfile.h"
 #include "scenario/suitereport.h"
 #include "tools/childprocess.h"
+#include "tools/runtimefolder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -54,6 +56,8 @@ static QString failureOf(const ChildProcess &child)
         return QStringLiteral("expected a process to play in, got none");
     case ChildProcess::TimedOut:
         return QStringLiteral("expected an end within %1 s, it was stopped").arg(longestMs / 1000);
+    case ChildProcess::Interrupted:
+        return QStringLiteral("expected an end of its own, it was interrupted");
     case ChildProcess::Crashed:
         return QStringLiteral("expected to go on, it crashed: %1").arg(child.endInWords());
     case ChildProcess::Exited:
@@ -64,42 +68,79 @@ static QString failureOf(const ChildProcess &child)
                : QStringLiteral("expected an orderly end, got %1").arg(child.endInWords());
 }
 
-static ScenarioResult playInProcess(const Scenario &scenario,
-                                    const std::function<ScenarioResult(const Scenario &)> &play)
+using Play = std::function<ScenarioResult(const Scenario &)>;
+
+static ScenarioResult playInProcess(const Scenario &scenario, const Play &play)
 {
-    // What the plugin keeps goes to a folder of its own, which is removed afterwards.
-    const QTemporaryDir scratch;
+    ScenarioResult result;
+    // What the plugin keeps goes to a folder of its own, never to the user's.
+    const QTemporaryDir scratch(temporaryPlace() + QStringLiteral("/norda-bench-XXXXXX"));
+    if (!scratch.isValid()) {
+        result.unusable = QStringLiteral("%1: expected a place for a temporary folder: %2")
+                              .arg(temporaryPlace(), scratch.errorString());
+        return result;
+    }
     qputenv("NORDA_HOST_ROOT", scratch.path().toLocal8Bit());
     const ChildProcess child = ChildProcess::run(
         [&](QIODevice *results) {
             results->write(QJsonDocument(play(scenario).toJson()).toJson(QJsonDocument::Compact));
         },
         longestMs);
-    ScenarioResult result =
-        ScenarioResult::fromJson(QJsonDocument::fromJson(child.results()).object());
+    result = ScenarioResult::fromJson(QJsonDocument::fromJson(child.results()).object());
     result.file = scenario.file;
     result.title = scenario.title;
     const QString failure = failureOf(child);
     if (!failure.isEmpty())
         result.failures.append(QStringLiteral("%1: %2").arg(scenario.file, failure));
+    if (child.end() == ChildProcess::Interrupted)
+        result.unusable = result.failures.constLast();
     return result;
 }
 
-SuiteOutcome playScenarios(const Options &options,
-                           const std::function<ScenarioResult(const Scenario &)> &play,
-                           QString *error)
+/** Up to the first one that cannot be played. */
+static QVector<ScenarioResult> playAll(const QVector<Scenario> &scenarios, const Play &play,
+                                       QString *error)
+{
+    QVector<ScenarioResult> results;
+    for (const Scenario &scenario : scenarios) {
+        results.append(playInProcess(scenario, play));
+        *error = results.constLast().unusable;
+        if (!error->isEmpty())
+            break;
+        printResult(results.constLast());
+    }
+    return results;
+}
+
+/** A scenario and its drive are read: nothing that is written replaces them. */
+static output::InputFiles inputsOf(const Options &options, const QVector<Scenario> &scenarios)
+{
+    output::InputFiles inputs = options.setup.inputs;
+    for (const Scenario &scenario : scenarios) {
+        inputs.add(scenario.file);
+        inputs.add(scenario.setup.source);
+    }
+    return inputs;
+}
+
+SuiteOutcome playScenarios(const Options &options, const Play &play, QString *error)
 {
     QVector<Scenario> scenarios;
     if (!readAll(options.scripts, &scenarios, error))
         return SuiteOutcome::Unusable;
-    QVector<ScenarioResult> results;
-    for (const Scenario &scenario : qAsConst(scenarios)) {
-        results.append(playInProcess(scenario, play));
-        printResult(results.constLast());
-    }
+    const output::InputFiles inputs = inputsOf(options, scenarios);
+    for (Scenario &scenario : scenarios)
+        scenario.setup.inputs = inputs;
+    if (!options.junit.isEmpty())
+        *error = output::refusal(options.junit, inputs);
+    if (!error->isEmpty())
+        return SuiteOutcome::Unusable;
+    const QVector<ScenarioResult> results = playAll(scenarios, play, error);
+    if (!error->isEmpty())
+        return SuiteOutcome::Unusable;
     const int failed = failedIn(results);
     std::printf("%d passed, %d failed\n", results.size() - failed, failed);
-    if (!options.junit.isEmpty() && !writeJUnit(options.junit, results, error))
+    if (!options.junit.isEmpty() && !writeJUnit(options.junit, results, inputs, error))
         return SuiteOutcome::Unusable;
     return failed > 0 ? SuiteOutcome::Failed : SuiteOutcome::Passed;
 }

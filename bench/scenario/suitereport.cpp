@@ -1,6 +1,7 @@
 #include "scenario/suitereport.h"
 
-#include <QFile>
+#include "outputfile.h"
+
 #include <QFileInfo>
 #include <QXmlStreamWriter>
 
@@ -44,15 +45,11 @@ int failedIn(const QVector<ScenarioResult> &results)
     }));
 }
 
-bool writeJUnit(const QString &path, const QVector<ScenarioResult> &results, QString *error)
+bool writeJUnit(const QString &path, const QVector<ScenarioResult> &results,
+                const output::InputFiles &inputs, QString *error)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        *error = QStringLiteral("%1: expected a file that can be written: %2")
-                     .arg(path, file.errorString());
-        return false;
-    }
-    QXmlStreamWriter xml(&file);
+    QByteArray content;
+    QXmlStreamWriter xml(&content);
     xml.setAutoFormatting(true);
     xml.writeStartDocument();
     xml.writeStartElement(QStringLiteral("testsuite"));
@@ -62,5 +59,5 @@ bool writeJUnit(const QString &path, const QVector<ScenarioResult> &results, QSt
     for (const ScenarioResult &result : results)
         writeCase(&xml, result);
     xml.writeEndDocument();
-    return true;
+    return output::writeResult(path, content, inputs, error);
 }

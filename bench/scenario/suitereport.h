@@ -6,4 +6,5 @@
 int failedIn(const QVector<ScenarioResult> &results);
 void printResult(const ScenarioResult &result);
 /** @param error  one line, when the file cannot be written */
-bool writeJUnit(const QString &path, const QVector<ScenarioResult> &results, QString *error);
+bool writeJUnit(const QString &path, const QVector<ScenarioResult> &results,
+                const output::InputFiles &inputs, QString *error);

@@ -24,7 +24,7 @@ bool Rig::open(const QString &plugin, QString *error)
     drive->setLimit(m_setup.durationMs);
     drive->faults() = m_setup.faults;
     return m_setup.record.isEmpty() ||
-           m_session->record(m_setup.record, m_setup.recordLimit, error);
+           m_session->record(m_setup.record, m_setup.recordLimit, m_setup.inputs, error);
 }
 
 void Rig::begin(Replay::Extent replay)

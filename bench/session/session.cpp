@@ -76,9 +76,11 @@ void Session::connectCamera(CameraView *camera)
     show();
 }
 
-bool Session::record(const QString &file, qint64 limitBytes, QString *error)
+bool Session::record(const QString &file, qint64 limitBytes, const output::InputFiles &inputs,
+                     QString *error)
 {
-    m_recording = std::make_unique<module::RecordingWriter>(file, m_drive.source()->title(), error);
+    m_recording =
+        std::make_unique<module::RecordingWriter>(file, m_drive.source()->title(), error, inputs);
     m_recording->setLimit(limitBytes);
     return m_recording->isOpen();
 }
@@ -94,8 +96,10 @@ void Session::continueRecording(Session *before)
 
 void Session::recordAction(const QString &word, const QVariantList &arguments)
 {
-    if (isRecording())
-        m_recording->writeAction(nowMs(), word, arguments);
+    if (!isRecording())
+        return;
+    m_recording->writeAction(nowMs(), word, arguments);
+    reportNotice();
 }
 
 void Session::finish()
@@ -103,8 +107,10 @@ void Session::finish()
     if (m_finished)
         return;
     m_finished = true;
-    if (m_recording)
-        m_recording->finish(nowMs());
+    if (!m_recording)
+        return;
+    m_recording->finish(nowMs());
+    reportNotice();
 }
 
 void Session::setRewound(bool on)
@@ -122,8 +128,11 @@ void Session::onJump(qint64 fromMs, qint64 toMs)
 void Session::reportNotice()
 {
     const QString notice = m_recording->takeNotice();
-    if (!notice.isEmpty())
-        emit noticed(notice);
+    if (notice.isEmpty())
+        return;
+    emit noticed(notice);
+    if (m_recording->hasFailed())
+        emit recordingFailed();
 }
 
 void Session::onSignal(const QByteArray &name, const QVariantList &arguments)
@@ -147,8 +156,10 @@ void Session::onCall(const QString &operation, const QVariantList &arguments)
         return;
     m_journal.note(nowMs(), Journal::Call, operation, arguments);
     // Catching up with a recording is not part of the session.
-    if (m_recording && !m_drive.source()->isCatchingUp())
-        m_recording->writeCall(nowMs(), operation, arguments);
+    if (!m_recording || m_drive.source()->isCatchingUp())
+        return;
+    m_recording->writeCall(nowMs(), operation, arguments);
+    reportNotice();
 }
 
 static QJsonObject byName(const Journal &journal, Journal::Kind kind)

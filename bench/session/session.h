@@ -41,9 +41,13 @@ public:
     RearView rearView() const;
     /**
      * @param limitBytes  maximum size of the recording; the oldest part is dropped
+     * @param inputs      files that the recording must not replace
      * @param error       one line, when the file cannot be written
      */
-    bool record(const QString &file, qint64 limitBytes, QString *error);
+    bool record(const QString &file, qint64 limitBytes, const output::InputFiles &inputs,
+                QString *error);
+    /** Whether something of it could not be written, which noticed() has reported. */
+    bool hasRecordingFailed() const { return m_recording && m_recording->hasFailed(); }
     /** Continues the recording of the session before, with a notice. */
     void continueRecording(Session *before);
     /** Ends the recording and the count; what crosses the adaptor later is left out. */
@@ -69,6 +73,8 @@ public:
 signals:
     /** A notice for the user, in one line. */
     void noticed(const QString &line);
+    /** Later than the notice with the reason, once. */
+    void recordingFailed();
 
 private:
     void onSignal(const QByteArray &name, const QVariantList &arguments);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "faults.h"
+#include "inputfiles.h"
 #include "pages.h"
 #include "simulator/climate.h"
 
@@ -16,10 +17,11 @@ struct Setup
     module::Trim trim = module::Trim::Full;
     module::Faults faults;
     int page = firstPage;
-    bool isPageGiven = false; ///< otherwise a recording opens its own first page
-    double speed = 1.0;       ///< factor of real time, 0 for unlimited
-    qint64 durationMs = -1;   ///< -1 for the whole drive
-    QString record;           ///< file to record to, empty for none
-    qint64 recordLimit = 0;   ///< in bytes
-    int journalLimit = 0;     ///< events that are kept; the totals count all
+    bool isPageGiven = false;  ///< otherwise a recording opens its own first page
+    double speed = 1.0;        ///< factor of real time, 0 for unlimited
+    qint64 durationMs = -1;    ///< -1 for the whole drive
+    QString record;            ///< file to record to, empty for none
+    qint64 recordLimit = 0;    ///< in bytes
+    output::InputFiles inputs; ///< what the run reads, which no output replaces
+    int journalLimit = 0;      ///< events that are kept; the totals count all
 };

@@ -1,18 +1,24 @@
 #include "tools/childprocess.h"
 
+#include "tools/endsignals.h"
+
 #include <QDeadlineTimer>
 #include <QFile>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 [[noreturn]] static void workInChild(const std::function<void(QIODevice *)> &work, int pipe)
 {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL); // whatever ends the bench, ends this too
+    endsignals::restore();
     QFile results;
     // Unbuffered: what was written before a crash arrives.
     if (results.open(pipe, QIODevice::WriteOnly | QIODevice::Unbuffered))
@@ -45,12 +51,17 @@ ChildProcess ChildProcess::run(const std::function<void(QIODevice *)> &work, int
 void ChildProcess::readResults(int pipe, const QDeadlineTimer &deadline)
 {
     char buffer[4096];
-    pollfd ready = {pipe, POLLIN, 0};
-    while (::poll(&ready, 1, int(deadline.remainingTime())) > 0) {
-        const ssize_t count = ::read(pipe, buffer, sizeof buffer);
-        if (count <= 0)
+    pollfd ready[] = {{pipe, POLLIN, 0}, {endsignals::descriptor(), POLLIN, 0}};
+    while (!endsignals::isRequested()) {
+        const int count = ::poll(ready, 2, int(deadline.remainingTime()));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0 || ready[1].revents != 0)
             return;
-        m_results.append(buffer, int(count));
+        const ssize_t size = ::read(pipe, buffer, sizeof buffer);
+        if (size <= 0)
+            return;
+        m_results.append(buffer, int(size));
     }
 }
 
@@ -60,8 +71,8 @@ void ChildProcess::waitForEnd(int process, const QDeadlineTimer &deadline)
     static constexpr int pauseUs = 2000;
     int status = 0;
     while (::waitpid(process, &status, WNOHANG) == 0) {
-        if (deadline.hasExpired()) {
-            m_end = TimedOut;
+        if (deadline.hasExpired() || endsignals::isRequested()) {
+            m_end = endsignals::isRequested() ? Interrupted : TimedOut;
             ::kill(process, SIGKILL);
             ::waitpid(process, &status, 0);
             return;
@@ -80,6 +91,8 @@ QString ChildProcess::endInWords() const
         return QStringLiteral("not started");
     case TimedOut:
         return QStringLiteral("out of time");
+    case Interrupted:
+        return QStringLiteral("interrupted");
     case Crashed:
         return QString::fromLatin1(::strsignal(m_signal));
     case Exited:

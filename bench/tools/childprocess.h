@@ -14,7 +14,8 @@ class ChildProcess
 public:
     enum End {
         NotStarted,
-        TimedOut, ///< and was killed
+        TimedOut,    ///< and was killed
+        Interrupted, ///< by a request for the end of the bench, and was killed
         Crashed,
         Exited, ///< with any exit code
     };

@@ -9,6 +9,7 @@
 #include "session/rig.h"
 #include "session/session.h"
 #include "statuscolumn.h"
+#include "tools/picturefile.h"
 
 #include <QAbstractAnimation>
 #include <QAbstractButton>
@@ -40,13 +41,6 @@ static void settle(const Screen *screen)
         if (animation->state() == QAbstractAnimation::Running)
             animation->setCurrentTime(animation->totalDuration());
     }
-}
-
-/** Fast rather than small: galleries are rarely kept. */
-static bool save(const QPixmap &picture, const QString &file)
-{
-    static constexpr int littleCompression = 80;
-    return picture.save(file, "PNG", littleCompression);
 }
 
 static void toFastestMoment(const Scene &scene)
@@ -118,7 +112,7 @@ static void touchRow(const Scene &scene, int row)
 }
 
 /** The audio monitor during a warning tone; no page shows it. */
-static bool writeStage(AudioStage *stage, const QString &file)
+static QImage stageDuringTone(AudioStage *stage)
 {
     static constexpr unsigned char warningTone = 4;
     static constexpr unsigned char inFront = 19;
@@ -126,9 +120,9 @@ static bool writeStage(AudioStage *stage, const QString &file)
     emit service->audioInterruptNotify(warningTone, inFront);
     AudioMonitor view(stage);
     view.resize(800, 480);
-    const bool isWritten = save(view.grab(), file);
+    const QImage picture = view.grab().toImage();
     emit service->audioInterruptNotify(0, 0);
-    return isWritten;
+    return picture;
 }
 
 /** A rear zone without some of its controls, applied by a text for that zone. */
@@ -265,38 +259,32 @@ static QVector<State> allStates()
     return all;
 }
 
-QStringList writeGallery(const QString &folder, Rig *rig, QString *error)
+QStringList writeGallery(const QString &folder, Rig *rig, const output::InputFiles &inputs,
+                         QString *error)
 {
     Screen *screen = rig->unit()->screen();
     WindowStack *windows = rig->unit()->windows();
     const Scene scene = {screen, windows, rig->session(), rig->setup().trim};
-    const auto pathOf = [&folder](const QString &name) {
-        return QDir(folder).filePath(name + QStringLiteral(".png"));
-    };
-    const auto refuse = [error](const QString &file) {
-        *error = QStringLiteral("%1: expected a picture file that can be written").arg(file);
+    QStringList files;
+    const auto write = [&](const QString &name, const QImage &picture) {
+        const QString file = QDir(folder).filePath(name + QStringLiteral(".png"));
+        if (!writePicture(file, picture, inputs, error))
+            return false;
+        files.append(file);
+        return true;
     };
     screen->statusColumn()->setTime(QTime(21, 40)); // pictures are compared with each other
-    QStringList files;
     for (const State &state : allStates()) {
         if (windows->currentWindow() != state.window)
             windows->openWindow(state.window);
         if (state.prepare)
             state.prepare(scene);
         settle(screen);
-        const QString file = pathOf(state.file);
-        if (!save(screen->grab(), file)) {
-            refuse(file);
+        if (!write(state.file, screen->grab().toImage()))
             return files;
-        }
-        files.append(file);
         if (state.restore)
             state.restore(scene);
     }
-    const QString file = pathOf(QStringLiteral("audio-stage"));
-    if (writeStage(rig->unit()->audio(), file))
-        files.append(file);
-    else
-        refuse(file);
+    write(QStringLiteral("audio-stage"), stageDuringTone(rig->unit()->audio()));
     return files;
 }

@@ -13,12 +13,19 @@ static bool isPrivate(const QByteArray &folder)
            status.st_uid == ::geteuid() && (status.st_mode & 0777) == 0700;
 }
 
+/** Qt takes the current or the root folder where this one does not exist. */
+QString temporaryPlace()
+{
+    const QString place = QFile::decodeName(qgetenv("TMPDIR"));
+    return QDir(place.isEmpty() ? QStringLiteral("/tmp") : place).absolutePath();
+}
+
 void ensureRuntimeFolder()
 {
     if (qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
         return;
     QByteArray folder =
-        QDir::temp().filePath(QStringLiteral("norda-runtime-%1").arg(::geteuid())).toLocal8Bit();
+        QStringLiteral("%1/norda-runtime-%2").arg(temporaryPlace()).arg(::geteuid()).toLocal8Bit();
     ::mkdir(folder.constData(), 0700);
     if (!isPrivate(folder)) {
         folder += "-XXXXXX";

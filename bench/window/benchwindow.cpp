@@ -1,6 +1,7 @@
 #include "window/benchwindow.h"
 
 #include "options.h"
+#include "outputfile.h"
 #include "panels/audiomonitor.h"
 #include "panels/callspanel.h"
 #include "panels/carpanel.h"
@@ -13,6 +14,7 @@
 #include "session/rig.h"
 #include "session/touchrecorder.h"
 #include "statuscolumn.h"
+#include "tools/picturefile.h"
 #include "window/transportbar.h"
 
 #include <QApplication>
@@ -26,7 +28,6 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QSaveFile>
 #include <QSettings>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -252,15 +253,17 @@ void BenchWindow::chooseScenario()
 
 bool BenchWindow::saveScenario(const QString &file, QString *error) const
 {
-    QSaveFile out(file);
-    const QByteArray text =
-        scenarioOf(m_rig->session()->journal(), m_rig->setup(), QFileInfo(file).completeBaseName())
-            .toUtf8();
-    if (out.open(QIODevice::WriteOnly) && out.write(text) == text.size() && out.commit())
-        return true;
-    *error =
-        QStringLiteral("%1: expected a file that can be written: %2").arg(file, out.errorString());
-    return false;
+    const QString text =
+        scenarioOf(m_rig->session()->journal(), m_rig->setup(), QFileInfo(file).completeBaseName());
+    return output::writeResult(file, text.toUtf8(), filesInUse(), error);
+}
+
+/** Those of the command line, and the drive that was opened since. */
+output::InputFiles BenchWindow::filesInUse() const
+{
+    output::InputFiles files = m_options.filesInUse();
+    files.add(m_rig->setup().source);
+    return files;
 }
 
 bool BenchWindow::writePictures(const QString &folder, QString *error)
@@ -271,10 +274,8 @@ bool BenchWindow::writePictures(const QString &folder, QString *error)
         QApplication::processEvents();
         const QString file =
             QDir(folder).filePath(QStringLiteral("bench-%1.png").arg(dock->objectName()));
-        if (grab().save(file))
-            continue;
-        *error = QStringLiteral("%1: expected a picture file that can be written").arg(file);
-        return false;
+        if (!writePicture(file, grab().toImage(), filesInUse(), error))
+            return false;
     }
     return true;
 }

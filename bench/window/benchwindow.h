@@ -1,5 +1,7 @@
 #pragma once
 
+#include "inputfiles.h"
+
 #include <QMainWindow>
 
 class TouchRecorder;
@@ -34,6 +36,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    output::InputFiles filesInUse() const;
     void follow(Session *session);
     QDockWidget *addDock(const QString &name, const QString &title, QWidget *panel,
                          Qt::DockWidgetArea area);
