@@ -18,7 +18,7 @@ static FileKind kindOf(const QString &path, QString *error)
     LineReader lines(path, error);
     QByteArray line;
     while (lines.isOpen() && lines.lineNumber() < linesChecked && lines.next(&line)) {
-        if (lines.lineNumber() == 1 && isRecordingHeader(line))
+        if ((lines.lineNumber() == 1 && isRecordingHeader(line)) || isRecordingLine(line))
             return FileKind::Recording;
         if (parseCandumpLine(line))
             return FileKind::Candump;

@@ -29,11 +29,12 @@ struct Folder
 // clang-format off
 static const QList<Folder> folders = {
     {"host/include", {""},            {}},
-    {"host/src",     {""},            {"host/include"}},
+    {"output",       {""},            {}},
+    {"host/src",     {""},            {"host/include", "output"}},
     {"plugin",       {"", "include"}, {"host/include"}},
-    {"module",       {""},            {"host/include"}},
+    {"module",       {""},            {"host/include", "output"}},
     {"unit",         {""},            {"host/include"}},
-    {"bench",        {""},            {"host/include", "module", "unit"}},
+    {"bench",        {""},            {"host/include", "module", "unit", "output"}},
 };
 // clang-format on
 
