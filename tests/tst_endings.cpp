@@ -226,18 +226,26 @@ void tst_Endings::interruptedScenarioLeavesNothing()
 void tst_Endings::closedStandardStreams_data()
 {
     QTest::addColumn<QString>("options");
-    QTest::newRow("scenario") << "--script own.scenario --junit out";
-    QTest::newRow("recording") << "--headless --duration 1 --record out --trace";
+    QTest::addColumn<QString>("closed");
+    QTest::addColumn<int>("exitCode");
+    // The results of the scenario come through a pipe.
+    QTest::newRow("scenario") << "--script failing.scenario --trace --junit out"
+                              << ">&- 2>&-" << 1;
+    QTest::newRow("recording") << "--headless --duration 1 --record out --trace"
+                               << "<&- >&- 2>&-" << 0;
 }
 
+/** What the program prints lands in no file and no pipe. */
 void tst_Endings::closedStandardStreams()
 {
     QFETCH(QString, options);
-    const ProgramResult result = shell("$B " + options + " <&- >&- 2>&-");
-    QCOMPARE(result.exitCode, 0);
+    QFETCH(QString, closed);
+    QFETCH(int, exitCode);
+    put("failing.scenario", "0 expect page 81\n");
+    QCOMPARE(shell("$B " + options + ' ' + closed).exitCode, exitCode);
+    QVERIFY(!content("out").isEmpty());
     for (const QByteArray &line : content("out").split('\n'))
         QVERIFY2(line.isEmpty() || line.startsWith('{') || line.trimmed().startsWith('<'), line);
-    QVERIFY(!content("out").isEmpty());
 }
 
 NORDA_TEST_MAIN(tst_Endings)
