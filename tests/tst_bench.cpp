@@ -29,6 +29,9 @@ private slots:
     void galleryWaitsForNothing();
     void runtimeFolderIsPrivate();
     void partOfADriveReplaysAlike();
+    void settingsFolders_data();
+    void settingsFolders();
+    void sixAtOnceOnAFreshRoot();
 
 private:
     using Result = ProgramResult;
@@ -402,6 +405,37 @@ void tst_Bench::partOfADriveReplaysAlike()
         const Result diff = run({"--diff", part, path("new.jsonl")});
         QVERIFY2(diff.exitCode == 0, qPrintable(diff.out));
     }
+}
+
+void tst_Bench::settingsFolders_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("slash at the end") << "data/";
+    QTest::newRow("two slashes") << "/data";
+    QTest::newRow("through the parent") << "other/../data";
+}
+
+// However the folder of a user's data is written, the settings in it are used.
+void tst_Bench::settingsFolders()
+{
+    QFETCH(QString, folder);
+    const QTemporaryDir home;
+    const Result result =
+        runProgram({"env", "-u", "NORDA_HOST_ROOT", "XDG_DATA_HOME=" + home.path() + "/" + folder,
+                    testpaths::benchFile(), "--headless", "--duration", "1"});
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY2(!result.err.contains("settings"), qPrintable(result.err));
+    QVERIFY(QDir(home.filePath("data")).exists());
+}
+
+void tst_Bench::sixAtOnceOnAFreshRoot()
+{
+    const QTemporaryDir root;
+    const Result result = runProgram({"sh", "-c", "for i in 1 2 3 4 5 6; do \"$@\" & done; wait",
+                                      "sh", "env", "NORDA_HOST_ROOT=" + root.filePath("fresh"),
+                                      testpaths::benchFile(), "--headless", "--duration", "1"});
+    QCOMPARE(result.out.count("1.0 s simulated in"), 6);
+    QVERIFY2(!result.err.contains("settings"), qPrintable(result.err));
 }
 
 NORDA_TEST_MAIN(tst_Bench)
