@@ -317,6 +317,8 @@ static QString faultAtWork(const QString &file, const LibraryFile &library)
         return QStringLiteral("took longer than %1 s while %2; wait for nothing there")
             .arg(longestCheckMs / 1000)
             .arg(doing);
+    case ChildProcess::Interrupted:
+        return QStringLiteral("was not examined to the end: the check was interrupted");
     case ChildProcess::Crashed:
         return QStringLiteral("crashed while %1 (%2); run it there under a debugger")
             .arg(doing, child.endInWords());
