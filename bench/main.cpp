@@ -9,7 +9,8 @@
 #include "soundoutput.h"
 #include "tools/doctor.h"
 #include "tools/endsignals.h"
-#include "tools/loopback.h"
+#include "tools/exitguard.h"
+#include "tools/platform.h"
 #include "tools/runtimefolder.h"
 #include "tools/standardstreams.h"
 #include "window/benchwindow.h"
@@ -66,12 +67,9 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
         return false;
     if (options->plugin.isEmpty())
         options->plugin = ownPlugin();
-    const bool hasDisplay = !options->platform.isEmpty() || qEnvironmentVariableIsSet("DISPLAY") ||
-                            qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-                            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
     const bool needsScreen =
         options->text.isEmpty() && !options->isTool() && options->scripts.isEmpty();
-    if (needsScreen && !options->headless && !hasDisplay) {
+    if (needsScreen && !options->headless && !platform::isExpected(options->platform)) {
         std::fprintf(stderr, "No display here: running as with --headless.\n");
         options->headless = true;
     }
@@ -107,10 +105,11 @@ static int runWindow(const Options &options, Rig *rig)
 }
 
 /** One scenario from its start to its end, with a head unit of its own. */
-static ScenarioResult playScenario(const Options &options, const Scenario &scenario, int argc,
-                                   char *argv[])
+static ScenarioResult playScenario(const Options &options, const Scenario &scenario, char *argv[])
 {
+    int argc = 1;
     QApplication application(argc, argv);
+    const ExitGuard guard;
     const Warnings warnings;
     night::apply(&application, options.style);
     Rig rig(scenario.setup);
@@ -123,18 +122,17 @@ static ScenarioResult playScenario(const Options &options, const Scenario &scena
 }
 
 /** What Qt reads when the application object is made. */
-static void prepareEnvironment(const Options &options)
+static bool prepareEnvironment(const Options &options, QString *error)
 {
-    if (options.headless || !options.scripts.isEmpty())
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    else if (!options.platform.isEmpty())
-        qputenv("QT_QPA_PLATFORM", options.platform.toLocal8Bit());
-    if (qgetenv("QT_QPA_PLATFORM").startsWith("vnc"))
-        listenOnLoopbackOnly();
+    if (options.headless || !options.scripts.isEmpty() || options.isTool())
+        platform::useOffscreen();
+    else if (!platform::use(options.platform, error))
+        return false;
     if (!qFuzzyCompare(options.scale, 1.0))
         qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
     if (!options.trace)
         QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    return true;
 }
 
 int main(int argc, char *argv[])
@@ -150,8 +148,7 @@ int main(int argc, char *argv[])
         std::printf("%s", qPrintable(options.text));
         return Done;
     }
-    prepareEnvironment(options);
-    if (!options.prepareResults(&error))
+    if (!prepareEnvironment(options, &error) || !options.prepareResults(&error))
         return fail(error);
     if (options.isTool())
         return runTool(options);
@@ -159,12 +156,14 @@ int main(int argc, char *argv[])
     if (!options.scripts.isEmpty()) {
         const SuiteOutcome outcome = playScenarios(
             options,
-            [&](const Scenario &scenario) { return playScenario(options, scenario, argc, argv); },
+            [&](const Scenario &scenario) { return playScenario(options, scenario, argv); },
             &error);
         return outcome == SuiteOutcome::Unusable ? fail(error) : int(outcome);
     }
 
+    argc = 1; // the options decide, Qt reads none of them again
     QApplication application(argc, argv);
+    const ExitGuard guard;
     const Warnings warnings;
     night::apply(&application, options.style);
     if (!options.headless)

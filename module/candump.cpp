@@ -157,10 +157,8 @@ std::optional<SampleLog> readCandump(const QString &path, QString *error)
     if (log.samples.isEmpty()) {
         *error = QStringLiteral("%1: line %2: expected OBD-II answers on 7E8 to 7EF, found none in "
                                 "%3 frames and %4 damaged lines")
-                     .arg(path)
-                     .arg(lines.lineNumber())
-                     .arg(reader.frames())
-                     .arg(badLines);
+                     .arg(path, QString::number(lines.lineNumber()),
+                          QString::number(reader.frames()), QString::number(badLines));
         return std::nullopt;
     }
     return log;

@@ -196,8 +196,8 @@ void CsvReader::spreadRows()
                                 ? QStringLiteral("No time in this file")
                                 : QStringLiteral("Times such as '%1' are not understood")
                                       .arg(excerpt(m_unreadableTime.toUtf8()));
-    m_log.remarks.append(
-        QStringLiteral("%1: played at %2 row per second").arg(problem).arg(assumedRowsPerSecond));
+    m_log.remarks.append(QStringLiteral("%1: played at %2 row per second")
+                             .arg(problem, QString::number(assumedRowsPerSecond)));
     for (int i = 0; i < m_rows.size(); ++i)
         m_rows[i].time = 1000.0 * i / assumedRowsPerSecond;
 }
@@ -275,8 +275,7 @@ std::optional<SampleLog> readObdCsv(const QString &path, QString *error)
     SampleLog log = reader->take(path, badLines);
     if (log.samples.isEmpty()) {
         *error = QStringLiteral("%1: line %2: expected rows of values below the header, found none")
-                     .arg(path)
-                     .arg(lastLine);
+                     .arg(path, QString::number(lastLine));
         return std::nullopt;
     }
     return log;

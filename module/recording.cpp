@@ -48,9 +48,8 @@ bool readRecordingHeader(LineReader *lines, const QString &path, QString *error)
     if (header.value("version").toInt() == formatVersion)
         return true;
     *error = QStringLiteral("%1: line 1: expected a recording of version %2, found version %3")
-                 .arg(path)
-                 .arg(formatVersion)
-                 .arg(header.value("version").toInt());
+                 .arg(path, QString::number(formatVersion),
+                      QString::number(header.value("version").toInt()));
     return false;
 }
 

@@ -79,9 +79,7 @@ public:
             return false;
         *error = QStringLiteral(
                      "%1: line %2: expected a signal, a call, an action or the end, found '%3'")
-                     .arg(m_path)
-                     .arg(lineNumber())
-                     .arg(excerpt(text));
+                     .arg(m_path, QString::number(lineNumber()), excerpt(text));
         return false;
     }
 
@@ -89,12 +87,11 @@ public:
     QString description() const
     {
         if (isAtEnd())
-            return QStringLiteral("%1: ends after line %2").arg(m_path).arg(lineNumber());
+            return QStringLiteral("%1: ends after line %2")
+                .arg(m_path, QString::number(lineNumber()));
         const QByteArray text = QJsonDocument(m_line).toJson(QJsonDocument::Compact);
         return QStringLiteral("%1: line %2: %3")
-            .arg(m_path)
-            .arg(lineNumber())
-            .arg(QString::fromUtf8(text));
+            .arg(m_path, QString::number(lineNumber()), QString::fromUtf8(text));
     }
 
 private:
@@ -112,9 +109,8 @@ private:
             return true;
         }
         *error = QStringLiteral("%1: line %2: expected a time from %3 ms to %4 ms, found %5")
-                     .arg(m_path)
-                     .arg(lineNumber())
-                     .arg(number(m_ms), number(longestDriveMs), number(ms));
+                     .arg(m_path, QString::number(lineNumber()), number(m_ms),
+                          number(longestDriveMs), number(ms));
         m_line = {};
         return false;
     }
@@ -183,10 +179,9 @@ private:
         for (auto it = m_counts.cbegin(); it != m_counts.cend(); ++it) {
             const auto [inFirst, inSecond] = *it;
             if (inFirst != inSecond && !it.key().isEmpty())
-                lines.append(QStringLiteral("%1: %2 times and %3 times")
-                                 .arg(it.key())
-                                 .arg(inFirst)
-                                 .arg(inSecond));
+                lines.append(
+                    QStringLiteral("%1: %2 times and %3 times")
+                        .arg(it.key(), QString::number(inFirst), QString::number(inSecond)));
         }
         return lines;
     }

@@ -29,7 +29,9 @@ private slots:
     void galleryWaitsForNothing();
     void runtimeFolderIsPrivate();
     void partOfADriveReplaysAlike();
-    void remoteViewIsForThisMachineOnly();
+    void settingsFolders_data();
+    void settingsFolders();
+    void sixAtOnceOnAFreshRoot();
 
 private:
     using Result = ProgramResult;
@@ -106,6 +108,9 @@ void tst_Bench::badArguments_data()
         << QStringList{"--source"} << "Missing value after '--source'. See --help.";
     QTest::newRow("a word") << QStringList{"drive.csv"}
                             << "drive.csv: expected an option; a drive is named with --source";
+    QTest::newRow("source without a name")
+        << QStringList{"--headless", "--source", ""}
+        << "expected simulator, none or the file of a drive, got an empty name";
     QTest::newRow("summary") << QStringList{"--summary", "/proc/nothing/s.json"}
                              << "--summary: expected a file that can be written, got "
                                 "'/proc/nothing/s.json'";
@@ -417,24 +422,35 @@ void tst_Bench::partOfADriveReplaysAlike()
     }
 }
 
-void tst_Bench::remoteViewIsForThisMachineOnly()
+void tst_Bench::settingsFolders_data()
 {
-    const int port = 20000 + int(QCoreApplication::applicationPid() % 20000);
-    const QString portText = QStringLiteral("%1").arg(port, 4, 16, QLatin1Char('0')).toUpper();
-    const QString script =
-        QStringLiteral("timeout 60 '%1' --platform vnc:port=%2 --source simulator & bench=$!; "
-                       "for i in $(seq 300); do "
-                       "grep -h ':%3 .* 0A ' /proc/net/tcp /proc/net/tcp6 && break; sleep 0.1; "
-                       "done; kill $bench")
-            .arg(testpaths::benchFile())
-            .arg(port)
-            .arg(portText);
-    const Result result = runProgram({"sh", "-c", script});
-    const QStringList sockets = result.out.split(QLatin1Char('\n')).filter(":" + portText + " ");
-    QVERIFY2(!sockets.isEmpty(), qPrintable(result.err));
-    for (const QString &socket : sockets) // the addresses are words of the machine's byte order
-        QVERIFY2(socket.contains(" 0100007F:") || socket.contains("FFFF00000100007F:"),
-                 qPrintable(socket));
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("slash at the end") << "data/";
+    QTest::newRow("two slashes") << "/data";
+    QTest::newRow("through the parent") << "other/../data";
+}
+
+// However the folder of a user's data is written, the settings in it are used.
+void tst_Bench::settingsFolders()
+{
+    QFETCH(QString, folder);
+    const QTemporaryDir home;
+    const Result result =
+        runProgram({"env", "-u", "NORDA_HOST_ROOT", "XDG_DATA_HOME=" + home.path() + "/" + folder,
+                    testpaths::benchFile(), "--headless", "--duration", "1"});
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY2(!result.err.contains("settings"), qPrintable(result.err));
+    QVERIFY(QDir(home.filePath("data")).exists());
+}
+
+void tst_Bench::sixAtOnceOnAFreshRoot()
+{
+    const QTemporaryDir root;
+    const Result result = runProgram({"sh", "-c", "for i in 1 2 3 4 5 6; do \"$@\" & done; wait",
+                                      "sh", "env", "NORDA_HOST_ROOT=" + root.filePath("fresh"),
+                                      testpaths::benchFile(), "--headless", "--duration", "1"});
+    QCOMPARE(result.out.count("1.0 s simulated in"), 6);
+    QVERIFY2(!result.err.contains("settings"), qPrintable(result.err));
 }
 
 NORDA_TEST_MAIN(tst_Bench)

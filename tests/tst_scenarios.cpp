@@ -21,6 +21,7 @@ private slots:
     void shippedOnesPass();
     void unusable_data();
     void unusable();
+    void namesWithPercentSigns();
     void fails_data();
     void fails();
     void passes_data();
@@ -118,6 +119,10 @@ void tst_Scenarios::unusable_data()
         "line 1: expected an object of the host, got 'Radio'");
     row("host method", "0 host AudioManager play\n",
         "line 1: expected a method of AudioManager with 0 arguments, got 'play'");
+    row("method of every object", "0 host AudioManager deleteLater\n",
+        "line 1: expected a method of AudioManager with 0 arguments, got 'deleteLater'");
+    row("its private slot", "0 host AudioManager _q_reregisterTimers null\n",
+        "line 1: expected a method of AudioManager with 1 arguments, got '_q_reregisterTimers'");
     row("host map", "0 host norda::VtqService setParkingAssistZones {\"1\": \"x\"}\n",
         "line 1: argument 1 of setParkingAssistZones: expected an object of true or false by "
         "number");
@@ -152,6 +157,21 @@ void tst_Scenarios::unusable()
     const QString wanted = file + QStringLiteral(": ") + message;
     QVERIFY2(result.err.contains(wanted), qPrintable(result.err + "\nwanted: " + wanted));
     QCOMPARE(result.err.count(QLatin1Char('\n')), 1);
+}
+
+// They look like the places of a message's values.
+void tst_Scenarios::namesWithPercentSigns()
+{
+    const QString unusable = write("b%2%1.scenario", "bogus %3 %1\n");
+    const ProgramResult refused = play({"--script", unusable});
+    QCOMPARE(refused.exitCode, 2);
+    QVERIFY2(refused.err.startsWith(unusable + ": line 1: expected "), qPrintable(refused.err));
+
+    const QString failing = write("f%3%2%1.scenario", "source none\n0 expect page 81\n");
+    const ProgramResult failed = play({"--script", failing});
+    QCOMPARE(failed.exitCode, 1);
+    QVERIFY2(failed.out.contains(failing + ":2: expected page 81"), qPrintable(failed.out));
+    QVERIFY2(QFile::exists(path("pictures/f%3%2%1-line-2.png")), qPrintable(failed.out));
 }
 
 void tst_Scenarios::fails_data()
@@ -200,6 +220,8 @@ void tst_Scenarios::fails_data()
         "1: expected the simulated car, this drive cannot be changed");
     row("method of a widget", "0 invoke page flyAway\nexpect page 80\n",
         "1: expected a method of page with 0 arguments, got 'flyAway'");
+    row("method of every widget", "0 invoke page deleteLater\nexpect page 80\n",
+        "1: expected a method of page with 0 arguments, got 'deleteLater'");
     row("warning", "0 expect warning short\n", "1: expected warning short, seen: none");
 }
 

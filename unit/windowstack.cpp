@@ -8,13 +8,15 @@
 #include "mem/settingsutil.h"
 #include "norda/vtqadaptor.h"
 #include "pages.h"
+#include "pluginfile.h"
+
 #include "screen.h"
 #include "touchevent.h"
 #include "unitsettings.h"
 #include "windowinterface.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
+
 #include <QJsonObject>
 #include <QWidget>
 
@@ -48,14 +50,12 @@ QString WindowStack::wantedIid()
 bool WindowStack::load(const QString &file, QString *error)
 {
     const QString wanted = wantedIid();
-    if (!QFileInfo(file).isFile()) {
-        *error = QStringLiteral("%1: expected a plugin, found %2")
-                     .arg(file, QFileInfo(file).isDir() ? QStringLiteral("a directory")
-                                                        : QStringLiteral("no such file"));
+    const QString fault = faultOfPluginFile(file);
+    if (!fault.isEmpty()) {
+        *error = QStringLiteral("%1: %2").arg(file, fault);
         return false;
     }
-    m_loader.setFileName(QFileInfo(file).absoluteFilePath());
-    const QString iid = m_loader.metaData().value(QStringLiteral("IID")).toString();
+    const QString iid = openPluginFile(&m_loader, file).value(QStringLiteral("IID")).toString();
     if (iid != wanted) {
         *error = QStringLiteral("%1: expected a plugin with the interface %2, found %3")
                      .arg(file, wanted, iid.isEmpty() ? QStringLiteral("no plugin") : iid);

@@ -197,7 +197,8 @@ bool Scenario::read(const QString &path, QString *error)
             fault = QStringLiteral("expected a shorter line");
         else if (reader.read(QString::fromUtf8(line), lines.lineNumber(), &fault))
             continue;
-        *error = QStringLiteral("%1: line %2: %3").arg(path).arg(lines.lineNumber()).arg(fault);
+        *error =
+            QStringLiteral("%1: line %2: %3").arg(path, QString::number(lines.lineNumber()), fault);
         return false;
     }
     if (!error->isEmpty())

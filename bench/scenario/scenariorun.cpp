@@ -134,11 +134,11 @@ void ScenarioRun::expect(const ScenarioStep &step)
 void ScenarioRun::fail(const ScenarioStep &step, const QString &message)
 {
     m_result.failures.append(
-        QStringLiteral("%1:%2: %3").arg(m_scenario.file).arg(step.line).arg(message));
-    takePicture(m_gallery.isEmpty() ? QStringLiteral("scenario-failures") : m_gallery,
-                QStringLiteral("%1-line-%2")
-                    .arg(QFileInfo(m_scenario.file).completeBaseName())
-                    .arg(step.line));
+        QStringLiteral("%1:%2: %3").arg(m_scenario.file, QString::number(step.line), message));
+    takePicture(
+        m_gallery.isEmpty() ? QStringLiteral("scenario-failures") : m_gallery,
+        QStringLiteral("%1-line-%2")
+            .arg(QFileInfo(m_scenario.file).completeBaseName(), QString::number(step.line)));
 }
 
 void ScenarioRun::takeWantedPicture(const QString &name)

@@ -27,10 +27,11 @@ std::optional<BoundCall> bindSignal(const QVariantList &words, QString *error)
     return {};
 }
 
+/** Those of every QObject, deleteLater() above all, are no calls of a head unit. */
 static QMetaMethod methodNamed(const QObject *object, const QByteArray &name, int arguments)
 {
     const QMetaObject *meta = object->metaObject();
-    for (int i = 0; i < meta->methodCount(); ++i) {
+    for (int i = QObject::staticMetaObject.methodCount(); i < meta->methodCount(); ++i) {
         const QMetaMethod method = meta->method(i);
         if (method.name() == name && method.parameterCount() == arguments &&
             method.methodType() != QMetaMethod::Signal)
@@ -47,9 +48,8 @@ std::optional<BoundCall> bindMethod(QObject *object, const QVariantList &words, 
     if (method.isValid())
         return bind(object, method, arguments, error);
     *error = QStringLiteral("expected a method of %1 with %2 arguments, got '%3'")
-                 .arg(words.value(0).toString())
-                 .arg(arguments.size())
-                 .arg(QString::fromLatin1(name));
+                 .arg(words.value(0).toString(), QString::number(arguments.size()),
+                      QString::fromLatin1(name));
     return {};
 }
 

@@ -1,6 +1,7 @@
 #include "tools/doctor.h"
 
 #include "appplugin.h"
+#include "pluginfile.h"
 #include "sourceinterface.h"
 #include "tools/childprocess.h"
 #include "tools/libraryfile.h"
@@ -22,7 +23,7 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
-static constexpr int longestCheckMs = 60'000;
+static constexpr int longestCheckMs = 30'000;
 
 static void printPassed(const QString &what)
 {
@@ -65,10 +66,9 @@ static bool isSameMachine(const LibraryFile::Header &a, const LibraryFile::Heade
 
 static QString faultOfFormat(const QString &file, const LibraryFile &library)
 {
-    if (QFileInfo(file).isDir())
-        return QStringLiteral("expected a plugin, found a directory");
-    if (!QFileInfo(file).isFile())
-        return QStringLiteral("expected a plugin, found no such file");
+    const QString fault = faultOfPluginFile(file);
+    if (!fault.isEmpty())
+        return fault;
     if (!library.isLibrary())
         return QStringLiteral("expected a shared library, found another kind of file; build the "
                               "plugin as a library of type MODULE");
@@ -118,7 +118,8 @@ static QString faultOfFile(const QString &file, const LibraryFile &library)
     QString fault = faultOfFormat(file, library);
     if (!fault.isEmpty())
         return fault;
-    const QJsonObject metaData = QPluginLoader(QFileInfo(file).absoluteFilePath()).metaData();
+    QPluginLoader loader;
+    const QJsonObject metaData = openPluginFile(&loader, file);
     fault = faultOfInterfaceId(metaData);
     return fault.isEmpty() ? faultOfQtVersion(metaData) : fault;
 }
@@ -134,10 +135,11 @@ public:
         std::fflush(stdout);
         write(doing, what);
     }
-    void finish(const QString &fault) { write(wrong, fault); }
+    /** The word without which there is no verdict. */
+    void finish(const QString &fault) { write(verdict, fault); }
 
     static constexpr char doing = '>';
-    static constexpr char wrong = '!';
+    static constexpr char verdict = '!';
 
 private:
     void write(char mark, const QString &text)
@@ -148,7 +150,7 @@ private:
     QIODevice *m_device;
 };
 
-/** The last line with this mark. */
+/** The last line with this mark; null where there is none. */
 static QString lastReported(const ChildProcess &child, char mark)
 {
     QString text;
@@ -206,11 +208,10 @@ static QString faultOfWindow(AppPlugin *plugin, int id)
                               "it from mainWidget()")
             .arg(id);
     printPassed(QStringLiteral("window %1 '%2': %3, %4 x %5, attribute 0x%6")
-                    .arg(id)
-                    .arg(window->name(), QString::fromLatin1(widget->metaObject()->className()))
-                    .arg(widget->width())
-                    .arg(widget->height())
-                    .arg(window->attribute(), 0, 16));
+                    .arg(QString::number(id), window->name(),
+                         QString::fromLatin1(widget->metaObject()->className()),
+                         QString::number(widget->width()), QString::number(widget->height()),
+                         QString::number(window->attribute(), 16)));
     window->onDestroy();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return {};
@@ -264,7 +265,8 @@ static QString faultOfContent(AppPlugin *plugin, Report *report)
 static QString faultOfPlugin(const QString &file, Report *report)
 {
     report->begin(QStringLiteral("making the root object"));
-    QPluginLoader loader(QFileInfo(file).absoluteFilePath());
+    QPluginLoader loader;
+    openPluginFile(&loader, file);
     QObject *root = loader.instance();
     if (!root)
         return QStringLiteral("cannot be loaded: %1").arg(loader.errorString());
@@ -288,7 +290,9 @@ static QString faultOfPlugin(const QString &file, Report *report)
     Report report(results);
     QString fault;
     {
+        report.begin(QStringLiteral("starting an application"));
         QApplication application(count, arguments);
+        report.begin(QStringLiteral("loading its libraries"));
         fault = faultOfSymbols(library);
         if (fault.isEmpty())
             fault = faultOfPlugin(file, &report);
@@ -302,8 +306,9 @@ static QString faultAtWork(const QString &file, const LibraryFile &library)
 {
     const ChildProcess child = ChildProcess::run(
         [&](QIODevice *results) { workInChild(file, library, results); }, longestCheckMs);
-    if (child.hasSucceeded())
-        return lastReported(child, Report::wrong);
+    const QString verdict = lastReported(child, Report::verdict);
+    if (child.hasSucceeded() && !verdict.isNull())
+        return verdict;
     const QString doing = lastReported(child, Report::doing);
     switch (child.end()) {
     case ChildProcess::NotStarted:
@@ -312,10 +317,14 @@ static QString faultAtWork(const QString &file, const LibraryFile &library)
         return QStringLiteral("took longer than %1 s while %2; wait for nothing there")
             .arg(longestCheckMs / 1000)
             .arg(doing);
-    default:
+    case ChildProcess::Crashed:
         return QStringLiteral("crashed while %1 (%2); run it there under a debugger")
             .arg(doing, child.endInWords());
+    case ChildProcess::Exited:
+        break;
     }
+    return QStringLiteral("ended the program while %1 (%2); leave that to the head unit")
+        .arg(doing, child.endInWords());
 }
 
 bool checkPlugin(const QString &file, QString *error)

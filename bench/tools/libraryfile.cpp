@@ -1,6 +1,6 @@
 #include "tools/libraryfile.h"
 
-#include <QFile>
+#include <QFileInfo>
 
 #include <cstring>
 
@@ -9,7 +9,8 @@ static constexpr qint64 largestLibrary = 256'000'000;
 LibraryFile::LibraryFile(const QString &path)
 {
     QFile file(path);
-    if (file.open(QIODevice::ReadOnly))
+    // Opening a pipe would wait for its writer.
+    if (QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly))
         m_bytes = file.read(largestLibrary);
 }
 

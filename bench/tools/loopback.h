@@ -1,7 +1,7 @@
 #pragma once
 
 /**
- * From now on sockets of this program that would listen on all interfaces listen on the loopback
- * interface only. Qt's VNC platform asks for all of them, and has no option for less.
+ * Linked into a program, this keeps all of its sockets that would listen on the loopback interface:
+ * nothing but this machine reaches it. Qt's VNC platform asks for all interfaces, and has no option
+ * for less. There is nothing to call.
  */
-void listenOnLoopbackOnly();

@@ -5,12 +5,20 @@
 
 #include <QWidget>
 
+#include <csignal>
 #include <cstdlib>
+#include <unistd.h>
 
 #ifdef WRONG_IID
 #define PLUGIN_IID "org.example.Another"
 #else
 #define PLUGIN_IID "com.stavel.Qt.nordaPlugin"
+#endif
+
+#if defined(EXIT_IN_ON_CREATE) || defined(EXIT_IN_DESTRUCTOR)
+#define OFFERED_WINDOW 80 // one that the bench opens
+#else
+#define OFFERED_WINDOW 90
 #endif
 
 void nordaSymbolThatNobodyHas();
@@ -20,7 +28,15 @@ class EmptyWindow : public cm::BaseWindow
 {
 public:
     using cm::BaseWindow::BaseWindow;
-    void onCreate() override {}
+    void onCreate() override
+    {
+#ifdef EXIT_IN_ON_CREATE
+        std::exit(0);
+#endif
+#ifdef EXIT_IN_DESTRUCTOR
+        setMainWidget(new QWidget, 80);
+#endif
+    }
 };
 
 #ifdef NO_INTERFACE
@@ -41,9 +57,31 @@ public:
 #ifdef CRASH_IN_CONSTRUCTOR
         std::abort();
 #endif
+#ifdef EXIT_IN_CONSTRUCTOR
+        std::exit(0);
+#endif
     }
+#ifdef EXIT_IN_DESTRUCTOR
+    ~BrokenPlugin() override
+    {
+        std::exit(0);
+    }
+#endif
     void create() override
     {
+#ifdef EXIT_IN_CREATE
+        std::exit(0);
+#endif
+#ifdef QUIET_EXIT_IN_CREATE
+        ::_exit(0);
+#endif
+#ifdef HANG_IN_CREATE
+        ::alarm(0);
+        std::signal(SIGALRM, SIG_IGN);
+        std::signal(SIGTERM, SIG_IGN);
+        for (;;)
+            ::pause();
+#endif
 #ifdef MISSING_SYMBOL
         nordaSymbolThatNobodyHas();
 #endif
@@ -53,7 +91,7 @@ public:
 #if defined(NO_ID) || defined(NO_SOURCE)
         return {};
 #else
-        return {90};
+        return {OFFERED_WINDOW};
 #endif
     }
     QList<int> sourceInterfaceID() override
