@@ -143,7 +143,7 @@ bool DbcScanner::rawValue(qint64 *value)
         *value = qint64(bits);
     }
     if (result.ec != std::errc())
-        return fail(QStringLiteral("a whole number"));
+        return fail(QStringLiteral("a whole number or ';'"));
     m_at = result.ptr;
     return true;
 }

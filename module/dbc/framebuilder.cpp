@@ -47,6 +47,11 @@ static std::optional<qint64> rawValue(const DbcSignal &signal, double value)
     return wholeNumber(std::round(scaled), signal.type == DbcSignal::Type::Signed);
 }
 
+FrameBuilder::FrameBuilder(const DbcMessage &message, const QByteArray &data) : m_message(message)
+{
+    std::copy_n(data.constData(), qMin(data.size(), message.length), m_frame.bytes);
+}
+
 bool FrameBuilder::set(int signal, double value)
 {
     const auto raw = rawValue(m_message.fields.at(signal), value);

@@ -4,11 +4,12 @@
 
 namespace module {
 
-/** Builds the data of a message from its signals' values. What is not set is 0. */
+/** Builds the data of a message from its signals' values. */
 class FrameBuilder
 {
 public:
-    explicit FrameBuilder(const DbcMessage &message) : m_message(message) {}
+    /** @param data  what is not set; 0 where it is too short */
+    explicit FrameBuilder(const DbcMessage &message, const QByteArray &data = QByteArray());
 
     /**
      * Sets a signal to the raw value next to a physical one, and its multiplexors so that they

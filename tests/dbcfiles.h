@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+/** Where a real car's DBC file and map would lie; tests skip, saying so, where they are absent. */
+inline QString dbcFile(const char *name)
+{
+    const QString folder = QStringLiteral(NORDA_SOURCE_DIR "/../shared/dbc");
+    return qEnvironmentVariable("NORDA_DBC", folder) + QLatin1Char('/') + QLatin1String(name);
+}
