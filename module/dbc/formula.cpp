@@ -167,7 +167,9 @@ bool FormulaCompiler::name()
 std::optional<Formula> Formula::compile(const QString &text, QString *error)
 {
     if (text.size() > LongestText) {
-        *error = QStringLiteral("column %1: expected at most %1 characters").arg(LongestText);
+        *error = QStringLiteral("expected at most %1 characters, found %2")
+                     .arg(LongestText)
+                     .arg(text.size());
         return std::nullopt;
     }
     const QByteArray bytes = text.toLatin1();
