@@ -132,13 +132,13 @@ static bool agree(const DbcSignal &field, const DecodedSignal &ours, const QByte
 {
     const double scale =
         std::max({std::abs(value), std::abs(value - field.offset), std::abs(field.offset)});
-    if (!agree(ours.value, value, scale))
+    if (!agree(ours.value(), value, scale))
         return false;
     switch (field.type) {
     case DbcSignal::Type::Unsigned:
-        return raw == QByteArray::number(quint64(ours.raw));
+        return raw == QByteArray::number(quint64(ours.raw()));
     case DbcSignal::Type::Signed:
-        return raw == QByteArray::number(ours.raw);
+        return raw == QByteArray::number(ours.raw());
     default:
         return true; // canmatrix gives the number for the bits, which the value has shown
     }
@@ -156,7 +156,7 @@ bool tst_DbcCompare::compareFrame(const DbcMessage &message, const FramePlan &pl
         theirs.insert(words.at(i), i);
     for (int i = 0; i < count; ++i) {
         const DecodedSignal &decoded = m_decoded[size_t(i)];
-        const DbcSignal &field = message.fields.at(decoded.signal);
+        const DbcSignal &field = message.fields.at(decoded.signal());
         const auto found = theirs.find(field.name.toLatin1());
         if (found == theirs.end() ||
             !agree(field, decoded, words.at(*found + 1), words.at(*found + 2).toDouble()))

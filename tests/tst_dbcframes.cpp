@@ -41,11 +41,10 @@ private:
     }
     static std::vector<DecodedSignal> decoded(const FramePlan &plan, const QByteArray &data)
     {
-        std::vector<DecodedSignal> found(size_t(plan.capacity()) + 1);
-        found.back().signal = -1;
+        std::vector<DecodedSignal> found(size_t(plan.capacity()) + 1, {nullptr, 0xE7D});
         const int count = plan.decode(reinterpret_cast<const quint8 *>(data.constData()),
                                       data.size(), found.data());
-        if (found.back().signal != -1)
+        if (found.back().raw() != 0xE7D)
             qFatal("written behind the capacity");
         found.resize(size_t(count));
         return found;
@@ -106,17 +105,17 @@ void tst_DbcFrames::values()
     QCOMPARE(plan.capacity(), 1);
     const auto found = decoded(plan, data);
     QCOMPARE(found.size(), size_t(1));
-    QCOMPARE(found[0].raw, raw);
-    QCOMPARE(found[0].value, value);
+    QCOMPARE(found[0].raw(), raw);
+    QCOMPARE(found[0].value(), value);
 
     // Building replaces what was there.
     QByteArray inverse = data;
     for (char &byte : inverse)
         byte = char(~byte);
     FrameBuilder builder(described);
-    QVERIFY(builder.setRaw(0, decoded(plan, inverse)[0].raw));
+    QVERIFY(builder.setRaw(0, decoded(plan, inverse)[0].raw()));
     QVERIFY(builder.setRaw(0, raw));
-    QCOMPARE(decoded(plan, builder.data())[0].raw, raw);
+    QCOMPARE(decoded(plan, builder.data())[0].raw(), raw);
     QCOMPARE(builder.data().size(), data.size());
 }
 
@@ -173,7 +172,7 @@ void tst_DbcFrames::carried()
     const DbcMessage described = message(8, nested, ranges);
     Values seen;
     for (const DecodedSignal &signal : decoded(FramePlan(described), QByteArray::fromHex(hex)))
-        seen.insert(described.fields.at(signal.signal).name, signal.value);
+        seen.insert(described.fields.at(signal.signal()).name, signal.value());
     QCOMPARE(seen, values);
 }
 
@@ -186,10 +185,10 @@ void tst_DbcFrames::decodesWhatIsWanted()
     const auto selected = decoded(plan, QByteArray::fromHex("0204341122334455"));
     QCOMPARE(selected.size(), size_t(2));
     for (const DecodedSignal &signal : selected)
-        QCOMPARE(signal.value, signal.signal == 0 ? 0x34 : 0x55);
+        QCOMPARE(signal.value(), signal.signal() == 0 ? 0x34 : 0x55);
     const auto other = decoded(plan, QByteArray::fromHex("0104341122334455"));
     QCOMPARE(other.size(), size_t(1));
-    QCOMPARE(other[0].signal, 1);
+    QCOMPARE(other[0].signal(), 1);
     QCOMPARE(FramePlan(described, {}).capacity(), 0);
     QVERIFY(decoded(FramePlan(described, {}), QByteArray::fromHex("0204341122334455")).empty());
 }
@@ -305,10 +304,10 @@ void tst_DbcFrames::roundTrip()
         const FramePlan plan(described);
         const auto found = decoded(plan, data);
         QCOMPARE(found.size(), size_t(1));
-        QCOMPARE(found[0].raw, raw);
+        QCOMPARE(found[0].raw(), raw);
         FrameBuilder builder(described);
         QVERIFY(builder.setRaw(0, raw));
-        QCOMPARE(decoded(plan, builder.data())[0].raw, raw);
+        QCOMPARE(decoded(plan, builder.data())[0].raw(), raw);
     }
 }
 

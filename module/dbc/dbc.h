@@ -1,5 +1,7 @@
 #pragma once
 
+#include "idtable.h"
+
 #include <QHash>
 #include <QPair>
 #include <QString>
@@ -99,7 +101,7 @@ public:
     int signalCount() const;
 
     /** The index of a message; -1 for an identifier that no message has. */
-    int indexOf(quint32 id) const { return m_byId.value(id, -1); }
+    int indexOf(quint32 id) const { return m_byId.find(id); }
     /** Every place of a signal: several messages may carry one of the same name. */
     QVector<DbcPlace> places(const QString &signal) const;
 
@@ -108,7 +110,7 @@ private:
 
     QVector<DbcMessage> m_messages;
     QStringList m_remarks;
-    QHash<quint32, int> m_byId;
+    IdTable m_byId;
     QMultiHash<QString, QPair<int, int>> m_bySignal;
 };
 

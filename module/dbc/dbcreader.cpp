@@ -177,9 +177,9 @@ bool DbcReader::isUsable(qint64 id, const DbcMessage &message)
         reason = QStringLiteral("expected an identifier of at most 29 bits, found %1").arg(id);
     else if (message.length > Dbc::LongestFrame)
         reason = QStringLiteral("expected at most 64 bytes, found %1").arg(message.length);
-    else if (m_byId.contains(message.id))
+    else if (m_byId.find(message.id) >= 0)
         reason = QStringLiteral("%1 has the identifier %2 already")
-                     .arg(m_messages.at(m_byId.value(message.id)).name)
+                     .arg(m_messages.at(m_byId.find(message.id)).name)
                      .arg(id);
     if (!reason.isEmpty())
         remark(message.line,

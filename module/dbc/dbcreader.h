@@ -58,7 +58,7 @@ private:
     bool m_hasMessage = false;
     bool m_isLeavingOut = false; // the signals of a message that is left out
     QSet<quint32> m_leftOut;     // by identifier as the file has it
-    QHash<quint32, int> m_byId;
+    IdTable m_byId;
     QSet<QString> m_names;
     QHash<QPair<int, QString>, int> m_fields; // by message and name
     QHash<QString, QVector<DbcValue>> m_tables;

@@ -27,7 +27,7 @@ bool DbcReader::readPlace(const char *statement, DbcPlace *place)
     if (!m_scan.integer(0, highest, &id, "a message's identifier") ||
         !m_scan.name(&name, "a signal's name"))
         return false;
-    place->message = m_byId.value(busId(id), -1);
+    place->message = m_byId.find(busId(id));
     place->signal = m_fields.value({place->message, name}, -1);
     if (place->signal < 0 && !m_leftOut.contains(quint32(id)))
         remark(line, QStringLiteral("%1 names %2, a signal that message %3 lacks")

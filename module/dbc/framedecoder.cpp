@@ -70,15 +70,15 @@ QVector<FrameDecoder::Row> FrameDecoder::rowsFor(const SignalTransform &transfor
 const QVector<PathValue> &FrameDecoder::decode(qint64 ms, quint32 id, const quint8 *data, int size)
 {
     m_values.resize(0); // keeps its room
-    const auto found = m_byId.constFind(id);
-    if (found == m_byId.cend())
+    const int found = m_byId.find(id);
+    if (found < 0)
         return m_values;
-    const Message &message = m_messages[size_t(*found)];
+    const Message &message = m_messages[size_t(found)];
     const int count = message.plan.decode(data, size, m_decoded.data());
     for (int i = 0; i < count; ++i) {
         const DecodedSignal &decoded = m_decoded[size_t(i)];
-        const int end = message.firstChannel.at(decoded.signal + 1);
-        for (int channel = message.firstChannel.at(decoded.signal); channel < end; ++channel)
+        const int end = message.firstChannel.at(decoded.signal() + 1);
+        for (int channel = message.firstChannel.at(decoded.signal()); channel < end; ++channel)
             offer(ms, message.channels.at(channel), decoded);
     }
     return m_values;
@@ -108,17 +108,18 @@ PathValue FrameDecoder::valueOf(const Channel &channel, const DecodedSignal &dec
     const SignalTransform &transform = m_entries.at(channel.entry).transform;
     if (!transform.mapping.isEmpty())
         return {channel.entry, mapped(channel.rows, decoded), QString()};
-    const QString name = valueName(channel.values, decoded.raw);
+    const QString name = valueName(channel.values, decoded.raw());
     if (!transform.math)
-        return {channel.entry, decoded.value, name};
-    const auto result = name.isEmpty() ? transform.math->evaluate(decoded.value) : std::nullopt;
+        return {channel.entry, decoded.value(), name};
+    const auto result = name.isEmpty() ? transform.math->evaluate(decoded.value()) : std::nullopt;
     return {channel.entry, result ? QVariant(*result) : QVariant(), QString()};
 }
 
 QVariant FrameDecoder::mapped(const QVector<Row> &rows, const DecodedSignal &decoded)
 {
     const auto row = std::find_if(rows.cbegin(), rows.cend(), [&decoded](const Row &candidate) {
-        return candidate.isRaw ? candidate.raw == decoded.raw : candidate.number == decoded.value;
+        return candidate.isRaw ? candidate.raw == decoded.raw()
+                               : candidate.number == decoded.value();
     });
     return row == rows.cend() ? QVariant() : row->to;
 }

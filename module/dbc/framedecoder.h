@@ -75,7 +75,7 @@ private:
     QVector<MapEntry> m_entries;
     std::vector<State> m_states; // by entry
     std::vector<Message> m_messages;
-    QHash<quint32, int> m_byId;
+    IdTable m_byId;
     std::vector<DecodedSignal> m_decoded;
     QVector<PathValue> m_values;
 };

@@ -24,6 +24,8 @@ FramePlan::FramePlan(const DbcMessage &message, const QVector<int> &wanted)
     for (int i = 0; i < wanted.size(); ++i)
         order[wanted.at(i)] = i;
     addBranches(message, order, -1);
+    m_isSimple =
+        m_groups.size() == 1 && m_groups.constFirst().selector < 0 && m_groups.constFirst().isShort;
 }
 
 static bool areSelectedAlike(const DbcSignal &left, const DbcSignal &right)
@@ -55,9 +57,9 @@ static QVector<QVector<int>> signalsBelow(const QVector<DbcSignal> &fields, int 
 
 void FramePlan::addBranches(const DbcMessage &message, const QVector<int> &order, int multiplexor)
 {
-    const int selector = multiplexor < 0 ? -1 : m_selectors.size();
+    const int selector = multiplexor < 0 ? -1 : int(m_selectors.size());
     if (multiplexor >= 0)
-        m_selectors.append(stepOf(message.fields.at(multiplexor), multiplexor));
+        m_selectors.push_back(stepOf(message.fields.at(multiplexor), multiplexor));
     for (const QVector<int> &members : signalsBelow(message.fields, multiplexor))
         addGroup(message, order, members, selector);
 }
@@ -66,13 +68,16 @@ void FramePlan::addGroup(const DbcMessage &message, const QVector<int> &order,
                          const QVector<int> &members, int selector)
 {
     const int index = m_groups.size();
-    const int firstStep = m_steps.size();
+    const auto firstStep = m_steps.size();
+    bool isShort = true;
     for (const int member : members) {
-        if (order.at(member) >= 0)
-            m_steps.append(stepOf(message.fields.at(member), order.at(member)));
+        if (order.at(member) < 0)
+            continue;
+        m_steps.push_back(stepOf(message.fields.at(member), order.at(member)));
+        isShort = isShort && m_steps.back().endByte <= firstEight;
     }
-    m_groups.append({selector, message.fields.at(members.constFirst()).selectedBy, firstStep,
-                     m_steps.size(), 0});
+    m_groups.append({selector, message.fields.at(members.constFirst()).selectedBy, int(firstStep),
+                     int(m_steps.size()), isShort, 0});
     for (const int member : members) {
         if (message.fields.at(member).isMultiplexor)
             addBranches(message, order, member);
@@ -83,27 +88,26 @@ void FramePlan::addGroup(const DbcMessage &message, const QVector<int> &order,
         m_groups[index].endBranch = m_groups.size();
 }
 
-FramePlan::Step FramePlan::stepOf(const DbcSignal &signal, int index)
+DecodingStep FramePlan::stepOf(const DbcSignal &signal, int index)
 {
-    Step step;
+    using Conversion = DecodingStep::Conversion;
+    DecodingStep step;
     step.place = BitField(signal);
     step.mask = step.place.mask();
+    step.sign = signBit(signal);
     step.factor = signal.factor;
     step.offset = signal.offset;
     step.signal = index;
+    step.isBigEndian = step.place.isBigEndian();
     step.endByte = quint8(step.place.endByte());
-    step.sign = signBit(signal);
+    if (step.endByte <= firstEight)
+        step.shift = quint8(step.place.shiftInFirstEight());
     if (signal.type == DbcSignal::Type::Float)
         step.conversion = Conversion::Float;
     else if (signal.type == DbcSignal::Type::Double)
         step.conversion = Conversion::Double;
     else if (signal.type == DbcSignal::Type::Unsigned && signal.length == 64)
         step.conversion = Conversion::UnsignedWord;
-    if (step.endByte > firstEight)
-        return step;
-    step.order = step.place.isBigEndian();
-    step.shift = quint8(step.place.shiftInFirstEight());
-    step.isPlain = step.conversion == Conversion::Integer;
     return step;
 }
 
@@ -111,32 +115,38 @@ FramePlan::Step FramePlan::stepOf(const DbcSignal &signal, int index)
 
 struct FramePlan::Frame
 {
-    Frame(const quint8 *data, int length) : size(qMin(length, Dbc::LongestFrame))
+    Frame(const quint8 *data, int length) : size(qBound(0, length, Dbc::LongestFrame))
     {
-        if (size > firstEight)
-            std::memcpy(padded.bytes, data, size_t(size));
-        if (size >= firstEight)
-            load(data);
-        else
-            loadShort(data);
-    }
-
-    void load(const quint8 *bytes)
-    {
-        words[0] = qFromLittleEndian<quint64>(bytes);
-        words[1] = qFromBigEndian<quint64>(bytes);
-    }
-    void loadShort(const quint8 *data)
-    {
-        quint8 bytes[firstEight] = {};
-        std::copy_n(data, size, bytes);
-        load(bytes);
+        std::copy_n(data, size, padded.bytes);
+        little = qFromLittleEndian<quint64>(padded.bytes);
+        big = qFromBigEndian<quint64>(padded.bytes);
     }
 
     int size;
-    quint64 words[2];
+    quint64 little; // the first eight bytes, either way round
+    quint64 big;
     PaddedFrame padded;
 };
+
+static qint64 rawInFirstEight(const DecodingStep &step, quint64 little, quint64 big)
+{
+    const quint64 word = step.isBigEndian ? big : little;
+    return withSign(word >> step.shift & step.mask, step.sign);
+}
+
+static DecodedSignal *decodeShort(const DecodingStep *step, const DecodingStep *end, quint64 little,
+                                  quint64 big, DecodedSignal *decoded)
+{
+    for (; step != end; ++step)
+        *decoded++ = DecodedSignal(step, rawInFirstEight(*step, little, big));
+    return decoded;
+}
+
+qint64 FramePlan::rawOf(const DecodingStep &step, const Frame &frame)
+{
+    return step.endByte <= firstEight ? rawInFirstEight(step, frame.little, frame.big)
+                                      : withSign(step.place.extract(frame.padded), step.sign);
+}
 
 template <typename To, typename From>
 static To bitsAs(From from)
@@ -147,34 +157,26 @@ static To bitsAs(From from)
     return to;
 }
 
-qint64 FramePlan::rawOf(const Step &step, const Frame &frame)
+double DecodedSignal::converted() const
 {
-    const quint64 raw = step.endByte <= firstEight
-                            ? frame.words[step.order] >> step.shift & step.mask
-                            : step.place.extract(frame.padded);
-    return withSign(raw, step.sign);
-}
-
-double FramePlan::valueOf(const Step &step, qint64 raw)
-{
-    switch (step.conversion) {
-    case Conversion::Float:
-        return double(bitsAs<float>(quint32(raw))) * step.factor + step.offset;
-    case Conversion::Double:
-        return bitsAs<double>(raw) * step.factor + step.offset;
-    case Conversion::UnsignedWord:
-        return double(quint64(raw)) * step.factor + step.offset;
-    case Conversion::Integer:
+    switch (m_step->conversion) {
+    case DecodingStep::Conversion::Float:
+        return double(bitsAs<float>(quint32(m_raw)));
+    case DecodingStep::Conversion::Double:
+        return bitsAs<double>(m_raw);
+    case DecodingStep::Conversion::UnsignedWord:
+        return double(quint64(m_raw));
+    case DecodingStep::Conversion::Integer:
         break;
     }
-    return double(raw) * step.factor + step.offset;
+    return double(m_raw);
 }
 
 bool FramePlan::isSelected(const Group &group, const Frame &frame) const
 {
     if (group.selector < 0)
         return true;
-    const Step &selector = m_selectors.at(group.selector);
+    const DecodingStep &selector = m_selectors[size_t(group.selector)];
     const qint64 value = rawOf(selector, frame);
     return selector.endByte <= frame.size &&
            std::any_of(group.ranges.cbegin(), group.ranges.cend(),
@@ -184,27 +186,30 @@ bool FramePlan::isSelected(const Group &group, const Frame &frame) const
 DecodedSignal *FramePlan::decodeGroup(const Group &group, const Frame &frame,
                                       DecodedSignal *decoded) const
 {
-    const Step *end = m_steps.constData() + group.endStep;
-    for (const Step *step = m_steps.constData() + group.firstStep; step != end; ++step) {
-        if (step->endByte > frame.size)
-            continue;
-        decoded->signal = step->signal;
-        if (step->isPlain) {
-            const quint64 bits = frame.words[step->order] >> step->shift & step->mask;
-            decoded->raw = withSign(bits, step->sign);
-            decoded->value = double(decoded->raw) * step->factor + step->offset;
-        } else {
-            decoded->raw = rawOf(*step, frame);
-            decoded->value = valueOf(*step, decoded->raw);
-        }
-        ++decoded;
+    const DecodingStep *step = m_steps.data() + group.firstStep;
+    const DecodingStep *end = m_steps.data() + group.endStep;
+    if (group.isShort && frame.size >= firstEight)
+        return decodeShort(step, end, frame.little, frame.big, decoded);
+    for (; step != end; ++step) {
+        if (step->endByte <= frame.size)
+            *decoded++ = DecodedSignal(step, rawOf(*step, frame));
     }
     return decoded;
 }
 
 int FramePlan::decode(const quint8 *data, int size, DecodedSignal *decoded) const
 {
-    const Frame frame(data, size);
+    if (m_isSimple && size >= firstEight) {
+        const DecodingStep *steps = m_steps.data();
+        return int(decodeShort(steps, steps + m_steps.size(), qFromLittleEndian<quint64>(data),
+                               qFromBigEndian<quint64>(data), decoded) -
+                   decoded);
+    }
+    return decodeGroups(Frame(data, size), decoded);
+}
+
+int FramePlan::decodeGroups(const Frame &frame, DecodedSignal *decoded) const
+{
     DecodedSignal *next = decoded;
     for (int i = 0; i < m_groups.size();) {
         const Group &group = m_groups.at(i);

@@ -2,14 +2,50 @@
 
 #include "bitfield.h"
 
+#include <vector>
+
 namespace module {
 
-/** A signal as a frame carries it. */
-struct DecodedSignal
+/** What is done to the bits of one signal. */
+struct DecodingStep
 {
-    int signal = 0;   ///< its index in what the plan was made for
-    qint64 raw = 0;   ///< a whole number; unsigned ones of 64 bits and floating point by their bits
-    double value = 0; ///< with factor and offset
+    enum class Conversion : quint8 { Integer, UnsignedWord, Float, Double };
+
+    quint64 mask = 0;
+    quint64 sign = 0; // the sign's bit; 0 for an unsigned number
+    double factor = 1;
+    double offset = 0;
+    int signal = 0;
+    quint8 shift = 0; // in the first eight bytes, as most signals are
+    bool isBigEndian = false;
+    quint8 endByte = 0;
+    Conversion conversion = Conversion::Integer;
+    BitField place;
+};
+
+/** A signal as a frame carries it. Valid as long as the plan that has decoded it. */
+class DecodedSignal
+{
+public:
+    DecodedSignal() = default;
+    DecodedSignal(const DecodingStep *step, qint64 raw) : m_step(step), m_raw(raw) {}
+
+    /** Its index in what the plan was made for. */
+    int signal() const { return m_step->signal; }
+    /** A whole number; unsigned ones of 64 bits and floating point by their bits. */
+    qint64 raw() const { return m_raw; }
+    /** With factor and offset. Worked out here, since most values of a busy bus are passed over. */
+    double value() const
+    {
+        const bool isInteger = m_step->conversion == DecodingStep::Conversion::Integer;
+        return (isInteger ? double(m_raw) : converted()) * m_step->factor + m_step->offset;
+    }
+
+private:
+    double converted() const;
+
+    const DecodingStep *m_step = nullptr;
+    qint64 m_raw = 0;
 };
 
 /** How the signals of a message are decoded, worked out once. */
@@ -22,7 +58,7 @@ public:
     FramePlan(const DbcMessage &message, const QVector<int> &wanted);
 
     /** The most signals that one frame yields. */
-    int capacity() const { return m_steps.size(); }
+    int capacity() const { return int(m_steps.size()); }
     /**
      * Decodes the signals that a frame carries: those whose bytes it has and whose multiplexors
      * select them. Allocates nothing.
@@ -33,24 +69,7 @@ public:
     int decode(const quint8 *data, int size, DecodedSignal *decoded) const;
 
 private:
-    enum class Conversion : quint8 { Integer, UnsignedWord, Float, Double };
     struct Frame;
-
-    /** One signal. Most lie in the first eight bytes, which are loaded once, either way round. */
-    struct Step
-    {
-        quint64 mask = 0;
-        quint64 sign = 0; // the sign's bit; 0 for an unsigned number
-        double factor = 1;
-        double offset = 0;
-        int signal = 0;
-        quint8 order = 0; // which of the two loaded numbers
-        quint8 shift = 0;
-        quint8 endByte = 0;
-        bool isPlain = false; // an integer in the first eight bytes
-        Conversion conversion = Conversion::Integer;
-        BitField place;
-    };
     /** Signals that are selected together, with what they select in turn right after them. */
     struct Group
     {
@@ -58,13 +77,14 @@ private:
         QVector<DbcRange> ranges;
         int firstStep = 0;
         int endStep = 0;
-        int endBranch = 0; // the next group that does not depend on this one
+        bool isShort = false; // all of them lie in the first eight bytes
+        int endBranch = 0;    // the next group that does not depend on this one
     };
 
-    static Step stepOf(const DbcSignal &signal, int index);
-    static double valueOf(const Step &step, qint64 raw);
-    static qint64 rawOf(const Step &step, const Frame &frame);
+    static DecodingStep stepOf(const DbcSignal &signal, int index);
+    static qint64 rawOf(const DecodingStep &step, const Frame &frame);
     bool isSelected(const Group &group, const Frame &frame) const;
+    int decodeGroups(const Frame &frame, DecodedSignal *decoded) const;
     DecodedSignal *decodeGroup(const Group &group, const Frame &frame,
                                DecodedSignal *decoded) const;
 
@@ -72,9 +92,10 @@ private:
     void addGroup(const DbcMessage &message, const QVector<int> &order, const QVector<int> &members,
                   int selector);
 
-    QVector<Step> m_steps;
-    QVector<Step> m_selectors;
+    std::vector<DecodingStep> m_steps;
+    std::vector<DecodingStep> m_selectors;
     QVector<Group> m_groups;
+    bool m_isSimple = false; // eight bytes, and no multiplexor
 };
 
 } // namespace module
