@@ -47,6 +47,8 @@ static void decodedFrame(benchmark::State &state, bool withValues)
             values[i] = decoded[i].value();
         benchmark::DoNotOptimize(values);
     }
+    if (count != signalCount)
+        state.SkipWithError("not every signal was decoded");
     state.counters["signals"] = count;
 }
 BENCHMARK_CAPTURE(decodedFrame, bits, false)->Name("dbc/frame");

@@ -5,8 +5,6 @@
 
 namespace module {
 
-static constexpr int firstEight = 8;
-
 // ---- Planning -----------------------------------------------------------------------------------
 
 static QVector<int> everySignal(const DbcMessage &message)
@@ -24,6 +22,7 @@ FramePlan::FramePlan(const DbcMessage &message, const QVector<int> &wanted)
     for (int i = 0; i < wanted.size(); ++i)
         order[wanted.at(i)] = i;
     addBranches(message, order, -1);
+    m_count = int(m_steps.size());
     m_isSimple =
         m_groups.size() == 1 && m_groups.constFirst().selector < 0 && m_groups.constFirst().isShort;
 }
@@ -74,7 +73,7 @@ void FramePlan::addGroup(const DbcMessage &message, const QVector<int> &order,
         if (order.at(member) < 0)
             continue;
         m_steps.push_back(stepOf(message.fields.at(member), order.at(member)));
-        isShort = isShort && m_steps.back().endByte <= firstEight;
+        isShort = isShort && m_steps.back().endByte <= FirstEight;
     }
     m_groups.append({selector, message.fields.at(members.constFirst()).selectedBy, int(firstStep),
                      int(m_steps.size()), isShort, 0});
@@ -100,7 +99,7 @@ DecodingStep FramePlan::stepOf(const DbcSignal &signal, int index)
     step.signal = index;
     step.isBigEndian = step.place.isBigEndian();
     step.endByte = quint8(step.place.endByte());
-    if (step.endByte <= firstEight)
+    if (step.endByte <= FirstEight)
         step.shift = quint8(step.place.shiftInFirstEight());
     if (signal.type == DbcSignal::Type::Float)
         step.conversion = Conversion::Float;
@@ -128,23 +127,9 @@ struct FramePlan::Frame
     PaddedFrame padded;
 };
 
-static qint64 rawInFirstEight(const DecodingStep &step, quint64 little, quint64 big)
-{
-    const quint64 word = step.isBigEndian ? big : little;
-    return withSign(word >> step.shift & step.mask, step.sign);
-}
-
-static DecodedSignal *decodeShort(const DecodingStep *step, const DecodingStep *end, quint64 little,
-                                  quint64 big, DecodedSignal *decoded)
-{
-    for (; step != end; ++step)
-        *decoded++ = DecodedSignal(step, rawInFirstEight(*step, little, big));
-    return decoded;
-}
-
 qint64 FramePlan::rawOf(const DecodingStep &step, const Frame &frame)
 {
-    return step.endByte <= firstEight ? rawInFirstEight(step, frame.little, frame.big)
+    return step.endByte <= FirstEight ? step.raw(frame.little, frame.big)
                                       : withSign(step.place.extract(frame.padded), step.sign);
 }
 
@@ -188,8 +173,8 @@ DecodedSignal *FramePlan::decodeGroup(const Group &group, const Frame &frame,
 {
     const DecodingStep *step = m_steps.data() + group.firstStep;
     const DecodingStep *end = m_steps.data() + group.endStep;
-    if (group.isShort && frame.size >= firstEight)
-        return decodeShort(step, end, frame.little, frame.big, decoded);
+    if (group.isShort && frame.size >= FirstEight)
+        return decodeFirstEight(step, end, frame.little, frame.big, decoded);
     for (; step != end; ++step) {
         if (step->endByte <= frame.size)
             *decoded++ = DecodedSignal(step, rawOf(*step, frame));
@@ -197,19 +182,9 @@ DecodedSignal *FramePlan::decodeGroup(const Group &group, const Frame &frame,
     return decoded;
 }
 
-int FramePlan::decode(const quint8 *data, int size, DecodedSignal *decoded) const
+int FramePlan::decodeGroups(const quint8 *data, int size, DecodedSignal *decoded) const
 {
-    if (m_isSimple && size >= firstEight) {
-        const DecodingStep *steps = m_steps.data();
-        return int(decodeShort(steps, steps + m_steps.size(), qFromLittleEndian<quint64>(data),
-                               qFromBigEndian<quint64>(data), decoded) -
-                   decoded);
-    }
-    return decodeGroups(Frame(data, size), decoded);
-}
-
-int FramePlan::decodeGroups(const Frame &frame, DecodedSignal *decoded) const
-{
+    const Frame frame(data, size);
     DecodedSignal *next = decoded;
     for (int i = 0; i < m_groups.size();) {
         const Group &group = m_groups.at(i);

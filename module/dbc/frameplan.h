@@ -21,6 +21,12 @@ struct DecodingStep
     quint8 endByte = 0;
     Conversion conversion = Conversion::Integer;
     BitField place;
+
+    /** @param little, big  the first eight bytes, loaded either way round */
+    qint64 raw(quint64 little, quint64 big) const
+    {
+        return withSign((isBigEndian ? big : little) >> shift & mask, sign);
+    }
 };
 
 /** A signal as a frame carries it. Valid as long as the plan that has decoded it. */
@@ -58,7 +64,7 @@ public:
     FramePlan(const DbcMessage &message, const QVector<int> &wanted);
 
     /** The most signals that one frame yields. */
-    int capacity() const { return int(m_steps.size()); }
+    int capacity() const { return m_count; }
     /**
      * Decodes the signals that a frame carries: those whose bytes it has and whose multiplexors
      * select them. Allocates nothing.
@@ -66,9 +72,18 @@ public:
      * @param decoded  room for capacity() signals
      * @return how many there were
      */
-    int decode(const quint8 *data, int size, DecodedSignal *decoded) const;
+    int decode(const quint8 *data, int size, DecodedSignal *decoded) const
+    {
+        if (!m_isSimple || size < FirstEight)
+            return decodeGroups(data, size, decoded);
+        const DecodingStep *steps = m_steps.data();
+        decodeFirstEight(steps, steps + m_count, qFromLittleEndian<quint64>(data),
+                         qFromBigEndian<quint64>(data), decoded);
+        return m_count;
+    }
 
 private:
+    static constexpr int FirstEight = 8;
     struct Frame;
     /** Signals that are selected together, with what they select in turn right after them. */
     struct Group
@@ -84,7 +99,14 @@ private:
     static DecodingStep stepOf(const DbcSignal &signal, int index);
     static qint64 rawOf(const DecodingStep &step, const Frame &frame);
     bool isSelected(const Group &group, const Frame &frame) const;
-    int decodeGroups(const Frame &frame, DecodedSignal *decoded) const;
+    static DecodedSignal *decodeFirstEight(const DecodingStep *step, const DecodingStep *end,
+                                           quint64 little, quint64 big, DecodedSignal *decoded)
+    {
+        for (; step != end; ++step)
+            *decoded++ = DecodedSignal(step, step->raw(little, big));
+        return decoded;
+    }
+    int decodeGroups(const quint8 *data, int size, DecodedSignal *decoded) const;
     DecodedSignal *decodeGroup(const Group &group, const Frame &frame,
                                DecodedSignal *decoded) const;
 
@@ -95,6 +117,7 @@ private:
     std::vector<DecodingStep> m_steps;
     std::vector<DecodingStep> m_selectors;
     QVector<Group> m_groups;
+    int m_count = 0;         // of the steps
     bool m_isSimple = false; // eight bytes, and no multiplexor
 };
 
