@@ -170,8 +170,9 @@ void tst_DbcFrames::carried()
     QFETCH(QByteArray, hex);
     QFETCH(Values, values);
     const DbcMessage described = message(8, nested, ranges);
+    const FramePlan plan(described);
     Values seen;
-    for (const DecodedSignal &signal : decoded(FramePlan(described), QByteArray::fromHex(hex)))
+    for (const DecodedSignal &signal : decoded(plan, QByteArray::fromHex(hex)))
         seen.insert(described.fields.at(signal.signal()).name, signal.value());
     QCOMPARE(seen, values);
 }

@@ -286,6 +286,8 @@ static const QByteArray car = "BO_ 100 Door: 8 U\n"
                               " SG_ Level : 8|8@1- (0.5,0) [0|100] \"%\" D\n"
                               "BO_ 2147483748 Both: 8 U\n"
                               " SG_ State : 8|8@1+ (1,0) [0|3] \"\" D\n"
+                              " SG_ Ratio : 32|32@1- (1,0) [0|0] \"\" D\n"
+                              "SIG_VALTYPE_ 2147483748 Ratio : 1;\n"
                               "VAL_ 100 State 0 \"CLOSED\" 1 \"OPEN\" 2 \"AJAR\" ;\n"
                               "VAL_ 100 Level 255 \"SNA\" ;\n";
 
@@ -332,6 +334,7 @@ void tst_DbcMap::values_data()
     static constexpr quint32 other = 100 | DbcMessage::extendedFlag;
     const QVariant none;
     const char *plain = R"({"signal": "Level"})";
+    const char *ratio = R"({"signal": "Ratio"})";
     const char *math = R"({"signal": "Level", "transform": {"math": "10/x"}})";
     const char *table = R"({"signal": "State", "transform": {"mapping": [
         {"from": "OPEN", "to": true}, {"from": 0, "to": false}, {"from": 2, "to": "ajar"},
@@ -339,6 +342,9 @@ void tst_DbcMap::values_data()
     row("as it is", plain, 100, "0064", 50.0);
     row("with a sign", plain, 100, "00FE", -1.0);
     row("with a name", plain, 100, "00FF", -0.5, "SNA");
+    row("floating point", ratio, other, "000000000000C03F", 1.5);
+    row("floating point that is no number", ratio, other, "000000000000C07F", none);
+    row("floating point without end", ratio, other, "000000000000807F", none);
     row("another message", plain, other, "0064", none);
     row("an unknown message", plain, 101, "0064", none);
     row("a frame too short", plain, 100, "00", none);

@@ -43,43 +43,15 @@ bool DbcReader::readStatement()
 
 static bool isKeyword(std::string_view word)
 {
+    // clang-format off
     static constexpr std::string_view keywords[] = {
-        "SG_",
-        "BO_",
-        "CM_",
-        "BA_",
-        "VAL_",
-        "VERSION",
-        "NS_",
-        "BS_",
-        "BU_",
-        "VAL_TABLE_",
-        "SIG_VALTYPE_",
-        "SG_MUL_VAL_",
-        "BO_TX_BU_",
-        "BA_DEF_",
-        "BA_DEF_DEF_",
-        "BA_REL_",
-        "BA_DEF_REL_",
-        "EV_",
-        "EV_DATA_",
-        "ENVVAR_DATA_",
-        "SIG_GROUP_",
-        "SIG_TYPE_REF_",
-        "SGTYPE_",
-        "SGTYPE_VAL_",
-        "BA_DEF_SGTYPE_",
-        "BA_SGTYPE_",
-        "SIGTYPE_VALTYPE_",
-        "CAT_DEF_",
-        "CAT_",
-        "BA_DEF_DEF_REL_",
-        "FILTER",
-        "BU_SG_REL_",
-        "BU_EV_REL_",
-        "BU_BO_REL_",
-        "NS_DESC_",
+        "SG_", "BO_", "CM_", "BA_", "VAL_", "VERSION", "NS_", "BS_", "BU_", "VAL_TABLE_",
+        "SIG_VALTYPE_", "SG_MUL_VAL_", "BO_TX_BU_", "BA_DEF_", "BA_DEF_DEF_", "BA_REL_",
+        "BA_DEF_REL_", "BA_DEF_DEF_REL_", "BU_SG_REL_", "BU_EV_REL_", "BU_BO_REL_", "EV_",
+        "EV_DATA_", "ENVVAR_DATA_", "SIG_GROUP_", "SIG_TYPE_REF_", "SIGTYPE_VALTYPE_", "SGTYPE_",
+        "SGTYPE_VAL_", "BA_DEF_SGTYPE_", "BA_SGTYPE_", "CAT_DEF_", "CAT_", "FILTER", "NS_DESC_",
     };
+    // clang-format on
     return std::find(std::begin(keywords), std::end(keywords), word) != std::end(keywords);
 }
 

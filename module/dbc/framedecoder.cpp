@@ -1,6 +1,7 @@
 #include "framedecoder.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace module {
 
@@ -109,9 +110,10 @@ PathValue FrameDecoder::valueOf(const Channel &channel, const DecodedSignal &dec
     if (!transform.mapping.isEmpty())
         return {channel.entry, mapped(channel.rows, decoded), QString()};
     const QString name = valueName(channel.values, decoded.raw());
-    if (!transform.math)
-        return {channel.entry, decoded.value(), name};
-    const auto result = name.isEmpty() ? transform.math->evaluate(decoded.value()) : std::nullopt;
+    const double value = decoded.value();
+    if (!transform.math) // floating point has bits that are no number
+        return {channel.entry, std::isfinite(value) ? QVariant(value) : QVariant(), name};
+    const auto result = name.isEmpty() ? transform.math->evaluate(value) : std::nullopt;
     return {channel.entry, result ? QVariant(*result) : QVariant(), QString()};
 }
 
