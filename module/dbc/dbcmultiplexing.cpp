@@ -34,7 +34,7 @@ static bool findSelectors(const DbcMessage &message, int field, QVector<int> *se
     return true;
 }
 
-using Bits = std::bitset<Dbc::LongestFrame * 8>;
+using Bits = std::bitset<size_t(Dbc::LongestFrame) * 8>;
 
 static Bits bitsOf(const DbcSignal &signal)
 {
@@ -43,7 +43,7 @@ static Bits bitsOf(const DbcSignal &signal)
     place.insert(~quint64(0), &frame);
     Bits bits;
     for (int byte = place.firstByte(); byte < place.endByte(); ++byte)
-        bits |= Bits(frame.bytes[byte]) << size_t(byte * 8);
+        bits |= Bits(frame.bytes[byte]) << size_t(byte) * 8;
     return bits;
 }
 
@@ -143,6 +143,7 @@ static bool overlap(const DbcMessage &message, const Extent &left, const Extent 
 QVector<DbcFinding> overlaps(const DbcMessage &message)
 {
     std::vector<Extent> extents;
+    extents.reserve(size_t(message.fields.size()));
     for (int i = 0; i < message.fields.size(); ++i)
         extents.push_back(extentOf(message, i));
     QVector<DbcFinding> findings;
