@@ -1,10 +1,8 @@
 #include "headlessrun.h"
 
-#include "gallery.h"
-#include "headunit.h"
 #include "options.h"
-#include "screen.h"
-#include "session.h"
+#include "session/rig.h"
+#include "tools/gallery.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -26,12 +24,13 @@ static void onSignal(int)
     [[maybe_unused]] const auto written = ::write(signalPipe[1], &byte, 1);
 }
 
-HeadlessRun::HeadlessRun(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
-                         Session *session)
-    : m_options(options), m_screen(screen), m_unit(unit), m_stage(stage), m_session(session)
+HeadlessRun::HeadlessRun(const Options &options, Rig *rig)
+    : m_options(options), m_rig(rig), m_drive(rig->session()->drive())
 {
-    connect(session->drive(), &module::Drive::positionChanged, this, &HeadlessRun::showProgress);
-    connect(session->drive(), &module::Drive::finished, this, &HeadlessRun::end);
+    connect(rig, &Rig::noticed, this,
+            [](const QString &line) { std::fprintf(stderr, "%s\n", qPrintable(line)); });
+    connect(m_drive, &module::Drive::positionChanged, this, &HeadlessRun::showProgress);
+    connect(m_drive, &module::Drive::finished, this, &HeadlessRun::end);
     endOnSignals();
 }
 
@@ -44,7 +43,7 @@ void HeadlessRun::endOnSignals()
     auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
         notifier->setEnabled(false);
-        m_session->drive()->pause();
+        m_drive->pause();
         end();
     });
     std::signal(SIGINT, onSignal);
@@ -53,16 +52,17 @@ void HeadlessRun::endOnSignals()
 
 void HeadlessRun::start()
 {
-    const QStringList findings = m_session->drive()->source()->findings();
+    const QStringList findings = m_drive->source()->findings();
     for (const QString &line : findings)
         std::printf("%s\n", qPrintable(line));
     std::fflush(stdout);
-    m_session->drive()->play();
+    m_rig->begin(Replay::Everything);
+    m_drive->play();
 }
 
 void HeadlessRun::showProgress(qint64 ms)
 {
-    const qint64 duration = m_session->drive()->durationMs();
+    const qint64 duration = m_drive->durationMs();
     if (duration <= 0)
         return;
     const int percent = int(100 * ms / duration);
@@ -77,9 +77,10 @@ void HeadlessRun::showProgress(qint64 ms)
 void HeadlessRun::end()
 {
     // The gallery looks around in the drive again; its progress has been shown.
-    disconnect(m_session->drive(), nullptr, this, nullptr);
+    disconnect(m_drive, nullptr, this, nullptr);
+    m_rig->endReplay();
     QString error;
-    const bool written = writeResults(m_options, m_screen, m_unit, m_stage, m_session, &error);
+    const bool written = writeResults(m_options, m_rig, &error);
     if (!written)
         std::fprintf(stderr, "%s\n", qPrintable(error));
     QCoreApplication::exit(written ? 0 : 2);
@@ -104,17 +105,17 @@ static bool writeSummary(const QString &path, const QJsonObject &summary, QStrin
     return false;
 }
 
-bool writeResults(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
-                  Session *session, QString *error)
+bool writeResults(const Options &options, Rig *rig, QString *error)
 {
+    Session *session = rig->session();
     session->finish();
-    const QJsonObject summary = session->summary(screen->framesPainted());
+    const QJsonObject summary = session->summary(rig->unit()->screen()->framesPainted());
     printSummary(summary);
     if (!options.summary.isEmpty() && !writeSummary(options.summary, summary, error))
         return false;
     if (options.gallery.isEmpty())
         return true;
-    const QStringList files = writeGallery(options, screen, unit, stage, session, error);
+    const QStringList files = writeGallery(options.gallery, rig, error);
     std::printf("%d pictures in %s\n", files.size(), qPrintable(options.gallery));
     return error->isEmpty();
 }

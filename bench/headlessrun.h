@@ -2,19 +2,19 @@
 
 #include <QObject>
 
-class AudioStage;
-class HeadUnit;
-class Screen;
-class Session;
+class Rig;
 struct Options;
+
+namespace module {
+class Drive;
+}
 
 /** A drive without a window: progress while it lasts, then gallery, summary and the exit code. */
 class HeadlessRun : public QObject
 {
     Q_OBJECT
 public:
-    HeadlessRun(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
-                Session *session);
+    HeadlessRun(const Options &options, Rig *rig);
     ~HeadlessRun() override;
 
     void start();
@@ -25,10 +25,8 @@ private:
     void endOnSignals();
 
     const Options &m_options;
-    Screen *m_screen;
-    HeadUnit *m_unit;
-    AudioStage *m_stage;
-    Session *m_session;
+    Rig *m_rig;
+    module::Drive *m_drive;
     int m_lastPercent = -1;
 };
 
@@ -36,5 +34,4 @@ private:
  * Writes what was asked for at the end of a drive, in a window or without.
  * @return false, with one line in error, when a file cannot be written
  */
-bool writeResults(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
-                  Session *session, QString *error);
+bool writeResults(const Options &options, Rig *rig, QString *error);

@@ -1,18 +1,15 @@
-#include "audiostage.h"
-#include "benchwindow.h"
-#include "doctor.h"
 #include "headlessrun.h"
-#include "headunit.h"
-#include "loopback.h"
 #include "options.h"
 #include "palette.h"
 #include "recordingtools.h"
-#include "scenariosuite.h"
-#include "screen.h"
-#include "session.h"
+#include "scenario/scenariosuite.h"
+#include "session/rig.h"
+#include "session/warnings.h"
 #include "soundoutput.h"
-#include "statuscolumn.h"
-#include "warnings.h"
+#include "tools/doctor.h"
+#include "tools/loopback.h"
+#include "tools/runtimefolder.h"
+#include "window/benchwindow.h"
 
 #include <QApplication>
 #include <QDir>
@@ -35,7 +32,7 @@ static int workAsTool(const Options &options)
     if (!options.check.isEmpty())
         return checkPlugin(options.check, &error) ? Done : refuse(error);
     if (!options.cut.isEmpty())
-        return module::cutRecording(options.cut, options.fromMs, options.toMs, options.record,
+        return module::cutRecording(options.cut, options.fromMs, options.toMs, options.setup.record,
                                     &error)
                    ? Done
                    : refuse(error);
@@ -76,51 +73,29 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
         options->headless = true;
     }
     if (options->headless && !options->speedGiven)
-        options->speed = module::Drive::Unlimited;
+        options->setup.speed = module::Drive::Unlimited;
     return true;
 }
 
-static std::unique_ptr<Session> openSession(const Options &options, QString *error)
+static int runHeadless(const Options &options, Rig *rig)
 {
-    auto source = module::openSource(options.source, error, options.trim);
-    if (!source)
-        return nullptr;
-    auto session = std::make_unique<Session>(std::move(source));
-    session->drive()->setSpeed(options.speed);
-    session->drive()->setLimit(options.durationMs);
-    session->drive()->faults() = options.faults;
-    if (!options.record.isEmpty() && !session->record(options.record, options.recordLimit, error))
-        return nullptr;
-    return session;
-}
-
-static int runHeadless(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
-                       Session *session)
-{
-    screen->show();
-    unit->openWindow(options.window);
-    session->feed(screen->camera());
-    session->lead(stage);
-    HeadlessRun run(options, screen, unit, stage, session);
-    QObject::connect(session, &Session::noticed,
-                     [](const QString &line) { std::fprintf(stderr, "%s\n", qPrintable(line)); });
+    rig->unit()->screen()->show();
+    HeadlessRun run(options, rig);
     run.start();
     return QApplication::exec();
 }
 
-static int runWindow(const Options &options, Screen *screen, HeadUnit *unit, AudioStage *stage,
-                     std::unique_ptr<Session> session)
+static int runWindow(const Options &options, Rig *rig)
 {
-    SoundOutput sound(stage);
-    BenchWindow window(options, screen, unit, stage);
-    unit->openWindow(options.window);
-    window.start(std::move(session));
-    window.show();
+    SoundOutput sound(rig->unit()->audio());
+    BenchWindow window(options, rig);
+    window.show(); // a page is opened on a screen that can be seen, as without a window
+    window.start();
     const int code = QApplication::exec();
     QString error;
     if (!options.gallery.isEmpty() && !window.writePictures(options.gallery, &error))
         return refuse(error);
-    if (!writeResults(options, screen, unit, stage, window.session(), &error))
+    if (!writeResults(options, rig, &error))
         return refuse(error);
     return code;
 }
@@ -131,35 +106,22 @@ static ScenarioResult playScenario(const Options &options, const Scenario &scena
 {
     QApplication application(argc, argv);
     const Warnings warnings;
-    night::apply(&application);
-    Screen screen;
-    HeadUnit unit(&screen);
+    night::apply(&application, options.style);
+    Rig rig(scenario.setup);
     ScenarioResult result;
     QString error;
-    if (!unit.load(options.plugin, &error)) {
+    if (!rig.open(options.plugin, &error)) {
         result.failures.append(error);
         return result;
     }
-    AudioStage stage(&unit);
-    QObject::connect(&stage, &AudioStage::changed, screen.statusColumn(),
-                     [&] { screen.statusColumn()->setVolumeShown(stage.isVolumeShown()); });
-    auto source = module::openSource(scenario.source, &error, scenario.trim);
-    if (!source) {
-        result.failures.append(error);
-        return result;
-    }
-    Session session(std::move(source));
-    session.journal()->setLimit(Journal::usualLimit);
-    session.drive()->setSpeed(module::Drive::Unlimited);
-    session.drive()->faults() = scenario.faults;
-    session.feed(screen.camera());
-    session.lead(&stage);
-    screen.show();
-    return ScenarioRun(scenario, options.gallery, &screen, &unit, &stage, &session).play();
+    rig.unit()->screen()->show();
+    rig.begin(Replay::Beginning);
+    return ScenarioRun(scenario, options.gallery, &rig).play();
 }
 
 int main(int argc, char *argv[])
 {
+    ensureRuntimeFolder();
     QCoreApplication::setApplicationName(QStringLiteral("norda-bench"));
     Options options;
     QString error;
@@ -193,17 +155,11 @@ int main(int argc, char *argv[])
 
     QApplication application(argc, argv);
     const Warnings warnings;
-    night::apply(&application);
-    Screen screen;
-    HeadUnit unit(&screen);
-    if (!unit.load(options.plugin, &error))
+    night::apply(&application, options.style);
+    if (!options.headless)
+        options.setup.journalLimit = Journal::usualLimit;
+    Rig rig(options.setup);
+    if (!rig.open(options.plugin, &error))
         return refuse(error);
-    AudioStage stage(&unit);
-    QObject::connect(&stage, &AudioStage::changed, screen.statusColumn(),
-                     [&] { screen.statusColumn()->setVolumeShown(stage.isVolumeShown()); });
-    std::unique_ptr<Session> session = openSession(options, &error);
-    if (!session)
-        return refuse(error);
-    return options.headless ? runHeadless(options, &screen, &unit, &stage, session.get())
-                            : runWindow(options, &screen, &unit, &stage, std::move(session));
+    return options.headless ? runHeadless(options, &rig) : runWindow(options, &rig);
 }

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QStyleFactory>
 
 static const char examples[] = R"(
 Examples:
@@ -15,7 +16,7 @@ Examples:
                                                a whole drive without a display
   norda-bench --record session.jsonl           keep all that crosses the adaptor
   norda-bench --source session.jsonl           and play it again
-  norda-bench --script bench/scenarios         play all scenarios that ship
+  norda-bench --script bench/scenario/library         play all scenarios that ship
   norda-bench --check libmyplugin.so           would a head unit accept it?
   norda-bench --fault silence:0.3 --fault truncate --seed 7
                                                a module that misbehaves
@@ -24,9 +25,19 @@ Examples:
   norda-bench --cut session.jsonl --from 90 --to 120 --record part.jsonl
                                                half a minute of one
 
-Keys: 1 to 6 open the pages, Esc goes back, Space plays and pauses.
+Keys: 1, 2, 3 and so on open the pages, Esc goes back, Space plays and pauses.
 Exit codes: 0 done, 1 an expectation failed or recordings differ, 2 unusable input or arguments.
 )";
+
+static QString pagesInWords()
+{
+    QStringList words;
+    for (const Page &page : pages)
+        words.append(
+            QStringLiteral("%1 %2").arg(page.window).arg(QString::fromLatin1(page.name).toLower()));
+    return QStringLiteral("Page to open first: %1. Without it, a recording opens its own.")
+        .arg(words.join(QStringLiteral(", ")));
+}
 
 // clang-format off
 static const QList<QCommandLineOption> known = {
@@ -35,8 +46,8 @@ static const QList<QCommandLineOption> known = {
     {"speed", "Factor of real time, 0.1 to 100, or \"max\" (the default without a display).",
               "X|max", "1"},
     {"duration", "Stop after that much drive time.", "SECONDS"},
-    {"window", "Page to open first: 80 gauges, 81 vehicle, 82 climate, 83 parking, 84 settings, "
-               "85 about.", "80..85", "80"},
+    {"window", pagesInWords(), QStringLiteral("%1..%2").arg(firstPage).arg(lastPage),
+               QString::number(firstPage)},
     {"gallery", "At the end, write a PNG of every page and notable state.", "DIR"},
     {"record", "Write everything that crosses the adaptor, both ways, as JSON lines.", "FILE"},
     {"record-limit", "What the recording may take, 1 to 100000 MB. When half of it is full, the file "
@@ -63,6 +74,7 @@ static const QList<QCommandLineOption> known = {
     {"headless", "Run without a window, whatever the display."},
     {"platform", "What Qt draws on, for instance \"vnc:port=5901\": a remote view for this machine "
                  "only, to be reached through a tunnel.", "NAME"},
+    {"style", "What Qt draws the bench's own controls with, for instance \"windows\".", "NAME", "Fusion"},
     {"scale", "Size of the 1280 x 720 screen on a desktop, 0.25 to 4.", "X", "1"},
     {"plugin", "The plugin to load instead of the one that was built with the bench.", "FILE"},
     {"trace", "Let the plugin's trace lines through."},
@@ -140,12 +152,27 @@ static bool readPart(const QCommandLineParser &parser, Options *options, QString
     if (!number(parser, "from", 0, longest, &from, error) ||
         (parser.isSet(QStringLiteral("to")) && !number(parser, "to", from, longest, &to, error)))
         return false;
-    if (options->record.isEmpty()) {
+    if (options->setup.record.isEmpty()) {
         *error = QStringLiteral("--cut: expected --record with the file for the part");
         return false;
     }
     options->fromMs = qRound64(from * 1000);
     options->toMs = qRound64(to * 1000);
+    return true;
+}
+
+/** An option that says more about another means nothing without it. */
+static bool hasCompanions(const QCommandLineParser &parser, QString *error)
+{
+    static constexpr const char *companions[][2] = {
+        {"from", "cut"}, {"to", "cut"}, {"record-limit", "record"}, {"junit", "script"}};
+    for (const auto &[option, other] : companions) {
+        if (!parser.isSet(QLatin1String(option)) || parser.isSet(QLatin1String(other)))
+            continue;
+        *error = QStringLiteral("--%1: expected with --%2, got it alone")
+                     .arg(QLatin1String(option), QLatin1String(other));
+        return false;
+    }
     return true;
 }
 
@@ -156,7 +183,7 @@ bool Options::makeFolders(QString *error) const
         return false;
     }
     const std::pair<const char *, const QString &> files[] = {
-        {"record", record}, {"summary", summary}, {"junit", junit}};
+        {"record", setup.record}, {"summary", summary}, {"junit", junit}};
     for (const auto &[option, file] : files) {
         if (file.isEmpty() || QDir().mkpath(QFileInfo(file).absolutePath()))
             continue;
@@ -173,6 +200,7 @@ bool Options::parse(const QStringList &arguments, QString *error)
                                                     "drives it from a simulated or a recorded "
                                                     "car."));
     parser.addOptions(known);
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // as Qt has its own
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     if (!parser.parse(arguments)) {
@@ -202,16 +230,24 @@ bool Options::parse(const QStringList &arguments, QString *error)
         return false;
     }
 
+    if (!hasCompanions(parser, error))
+        return false;
     platform = parser.value(QStringLiteral("platform"));
     check = parser.value(QStringLiteral("check"));
+    style = parser.value(QStringLiteral("style"));
+    if (!QStyleFactory::keys().contains(style, Qt::CaseInsensitive)) {
+        *error = QStringLiteral("--style: expected one of %1, got '%2'")
+                     .arg(QStyleFactory::keys().join(QStringLiteral(", ")), style);
+        return false;
+    }
     headless = parser.isSet(QStringLiteral("headless"));
     trace = parser.isSet(QStringLiteral("trace"));
-    source = parser.value(QStringLiteral("source"));
+    setup.source = parser.value(QStringLiteral("source"));
     plugin = parser.value(QStringLiteral("plugin"));
     speedGiven = parser.isSet(QStringLiteral("speed"));
     if (parser.value(QStringLiteral("speed")) == QLatin1String("max"))
-        speed = 0;
-    else if (!number(parser, "speed", 0.1, 100, &speed, error)) {
+        setup.speed = 0;
+    else if (!number(parser, "speed", 0.1, 100, &setup.speed, error)) {
         error->replace(QStringLiteral(", got"), QStringLiteral(" or 'max', got"));
         return false;
     }
@@ -219,29 +255,29 @@ bool Options::parse(const QStringList &arguments, QString *error)
     if (parser.isSet(QStringLiteral("duration")) &&
         !number(parser, "duration", 0.1, 1e7, &seconds, error))
         return false;
-    durationMs = qRound64(seconds * 1000);
-    double page = 80;
-    if (!number(parser, "window", 80, 85, &page, error) ||
+    setup.durationMs = qRound64(seconds * 1000);
+    double page = firstPage;
+    if (!number(parser, "window", firstPage, lastPage, &page, error) ||
         !number(parser, "scale", 0.25, 4, &scale, error))
         return false;
-    window = int(page);
+    setup.page = int(page);
+    setup.isPageGiven = parser.isSet(QStringLiteral("window"));
 
-    if (!module::trimFromName(parser.value(QStringLiteral("trim")), &trim)) {
+    if (!module::trimFromName(parser.value(QStringLiteral("trim")), &setup.trim)) {
         *error = QStringLiteral("--trim: expected 'full', 'no-rear' or 'manual', got '%1'")
                      .arg(parser.value(QStringLiteral("trim")));
         return false;
     }
 
-    faultTexts = parser.values(QStringLiteral("fault"));
-    if (!readFaults(parser, &faults, error))
+    if (!readFaults(parser, &setup.faults, error))
         return false;
 
     gallery = parser.value(QStringLiteral("gallery"));
-    record = parser.value(QStringLiteral("record"));
+    setup.record = parser.value(QStringLiteral("record"));
     double megabytes = 0;
     if (!number(parser, "record-limit", 1, 100000, &megabytes, error))
         return false;
-    recordLimit = qRound64(megabytes * 1e6);
+    setup.recordLimit = qRound64(megabytes * 1e6);
     summary = parser.value(QStringLiteral("summary"));
     scripts = parser.values(QStringLiteral("script"));
     junit = parser.value(QStringLiteral("junit"));

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "faults.h"
-#include "simulator/climate.h"
+#include "session/setup.h"
 
 #include <QString>
 #include <QStringList>
@@ -9,17 +8,13 @@
 /** What was asked for on the command line, checked. */
 struct Options
 {
-    QString source = QStringLiteral("simulator");
-    double speed = 1.0; ///< factor of real time, 0 for as fast as it can
+    Setup setup;
     bool speedGiven = false;
-    qint64 durationMs = -1; ///< -1 for the whole drive
-    int window = 80;
     QString gallery;
-    QString record;
-    qint64 recordLimit = 0; ///< in bytes
     QString summary;
     QString plugin;
     QString platform;    ///< what Qt draws on, empty for its own choice
+    QString style;       ///< of the bench's own controls
     QStringList scripts; ///< scenarios to play, files or folders of them
     QString junit;       ///< where to report on them
     QString check;       ///< a plugin to examine
@@ -27,9 +22,6 @@ struct Options
     QString cut;         ///< a recording to write a part of
     qint64 fromMs = 0;
     qint64 toMs = -1;
-    module::Trim trim = module::Trim::Full;
-    module::Faults faults;
-    QStringList faultTexts; ///< as they were given
     bool headless = false;
     bool trace = false;
     double scale = 1.0;

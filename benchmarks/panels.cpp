@@ -2,14 +2,11 @@
 // head unit and the transport strip alone, with the panels closed and with all of them open; and
 // the time line's picture.
 
-#include "audiostage.h"
-#include "benchwindow.h"
-#include "headunit.h"
 #include "options.h"
 #include "panels/timeline.h"
-#include "screen.h"
-#include "session.h"
-#include "transportbar.h"
+#include "session/rig.h"
+#include "window/benchwindow.h"
+#include "window/transportbar.h"
 
 #include <QApplication>
 #include <QDockWidget>
@@ -47,38 +44,33 @@ static double secondsPerSignal(Panels panels)
     static constexpr int warmUpMs = 300;
     static constexpr int measuredMs = 1000;
     Options options;
-    Screen screen;
-    HeadUnit unit(&screen);
+    options.setup.speed = 10;
+    options.setup.journalLimit = panels == Panels::None ? 0 : Journal::usualLimit;
+    Rig rig(options.setup);
     QString error;
-    if (!unit.load(QStringLiteral(NORDA_PLUGIN_FILE), &error))
+    if (!rig.open(QStringLiteral(NORDA_PLUGIN_FILE), &error))
         qFatal("%s", qPrintable(error));
-    AudioStage stage(&unit);
-    auto session =
-        std::make_unique<Session>(module::openSource(QStringLiteral("simulator"), &error));
-    Session *measured = session.get();
-    measured->drive()->setSpeed(10);
+    Session *measured = rig.session();
     std::unique_ptr<BenchWindow> window;
     QWidget desk;
-    unit.openWindow(80);
     if (panels == Panels::None) {
         auto *transport = new TransportBar;
         auto *column = new QVBoxLayout(&desk);
-        column->addWidget(&screen);
+        column->addWidget(rig.unit()->screen());
         column->addWidget(transport);
         transport->setDrive(measured->drive());
-        measured->lead(&stage);
-        measured->feed(screen.camera());
         desk.show();
+        rig.begin(Replay::Beginning);
         measured->drive()->play();
     } else {
-        window = std::make_unique<BenchWindow>(options, &screen, &unit, &stage);
+        window = std::make_unique<BenchWindow>(options, &rig);
         for (QDockWidget *dock : window->findChildren<QDockWidget *>())
             dock->setVisible(panels == Panels::Open);
         // Each in a window of its own: behind a tab a panel rests.
         for (QDockWidget *dock : window->findChildren<QDockWidget *>())
             dock->setFloating(panels == Panels::Open);
-        window->start(std::move(session));
         window->show();
+        window->start();
     }
     const auto docks = window ? window->findChildren<QDockWidget *>() : QList<QDockWidget *>();
     for (const QDockWidget *dock : docks) {
@@ -91,7 +83,7 @@ static double secondsPerSignal(Panels panels)
     const double before = processorSeconds();
     run(measuredMs);
     const double seconds = processorSeconds() - before;
-    screen.setParent(nullptr); // it is nobody's to delete
+    rig.unit()->screen()->setParent(nullptr); // it is not the desk's to delete
     return seconds / (measured->signalCount() - signalsBefore);
 }
 

@@ -2,7 +2,7 @@
 // what is wrong.
 
 #include "inputfile.h"
-#include "scenario.h"
+#include "scenario/scenario.h"
 
 static InputFile *file;
 

@@ -175,7 +175,8 @@ Drive::Delivery Drive::deliverUntil(qint64 ms, qint64 realMs)
     for (qint64 due = m_source->nextDueMs(); due >= 0 && due <= ms; due = m_source->nextDueMs()) {
         if (turn.elapsed() > realMs)
             return Delivery::TurnUsedUp;
-        m_positionMs = due;
+        if (due > m_positionMs)
+            emit reached(m_positionMs = due);
         deliver(m_source->take(), delivery);
         if (m_delivery != delivery)
             return Delivery::Interrupted;
@@ -185,16 +186,26 @@ Drive::Delivery Drive::deliverUntil(qint64 ms, qint64 realMs)
 
 void Drive::deliver(Emission emission, int delivery)
 {
+    if (emission.isAction) {
+        emit actionDue(QString::fromLatin1(emission.signal), emission.arguments);
+        return;
+    }
     if (m_faults.isIdle()) {
-        m_link.deliver(emission);
+        hand(emission);
         return;
     }
     const QVector<Emission> passed = m_faults.pass(std::move(emission));
     for (const Emission &next : passed) {
-        m_link.deliver(next);
+        hand(next);
         if (m_delivery != delivery)
             return;
     }
+}
+
+void Drive::hand(const Emission &emission)
+{
+    const QScopedValueRollback<bool> repeating(m_isRepeating, emission.isRepeat);
+    m_link.deliver(emission);
 }
 
 void Drive::onCall(const QString &operation, const QVariantList &arguments)

@@ -43,6 +43,8 @@ public:
     void setAnswering(bool on) { m_answering = on; }
     /** Emissions that the adaptor has no signal for. */
     int refused() const { return m_link.refused(); }
+    /** Whether what is being delivered only brings a page of a replay up to date. */
+    bool isRepeating() const { return m_isRepeating; }
 
 public slots:
     void play();
@@ -51,6 +53,10 @@ public slots:
 
 signals:
     void positionChanged(qint64 ms);
+    /** The clock has come to this moment; what is due then follows. */
+    void reached(qint64 ms);
+    /** Somebody did this at the unit when the drive was recorded. */
+    void actionDue(const QString &word, const QVariantList &arguments);
     /** Somebody jumped in the drive; what brings screens up to date there follows. */
     void jumped(qint64 fromMs, qint64 toMs);
     void playingChanged(bool playing);
@@ -62,6 +68,7 @@ private:
     enum class Delivery { Complete, TurnUsedUp, Interrupted };
     Delivery deliverUntil(qint64 ms, qint64 realMs);
     void deliver(Emission emission, int delivery);
+    void hand(const Emission &emission);
     qint64 clockMs() const;
     void schedule();
     void onCall(const QString &operation, const QVariantList &arguments);
@@ -79,6 +86,7 @@ private:
     int m_delivery = 0; // counts deliveries and what breaks them off
     double m_speed = 1.0;
     bool m_delivering = false;
+    bool m_isRepeating = false;
     bool m_playing = false;
     bool m_answering = true;
 };

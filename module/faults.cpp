@@ -56,6 +56,11 @@ double Faults::usualValue(Kind kind)
     return rows[kind].usual;
 }
 
+double Faults::greatestValue(Kind kind)
+{
+    return rows[kind].most;
+}
+
 Faults::Faults(quint32 seed) : m_seed(seed), m_random(seed) {}
 
 void Faults::setSeed(quint32 seed)
@@ -93,6 +98,24 @@ bool Faults::add(const QString &fault, QString *error)
     }
     m_values[row - rows] = value;
     return true;
+}
+
+QStringList Faults::stated() const
+{
+    QStringList texts;
+    for (int kind = 0; kind < KindCount; ++kind) {
+        if (m_values[kind] > 0)
+            texts.append(
+                QStringLiteral("%1:%2").arg(QLatin1String(rows[kind].name)).arg(m_values[kind]));
+    }
+    return texts;
+}
+
+Faults Faults::anew() const
+{
+    Faults faults(m_seed);
+    std::copy(std::begin(m_values), std::end(m_values), std::begin(faults.m_values));
+    return faults;
 }
 
 bool Faults::strikes(Kind kind)

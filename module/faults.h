@@ -30,6 +30,11 @@ public:
 
     explicit Faults(quint32 seed = 1);
     void setSeed(quint32 seed);
+    quint32 seed() const { return m_seed; }
+    /** The kinds that are on, as add() takes them. */
+    QStringList stated() const;
+    /** The same faults for another drive: nothing is held back, missed or counted. */
+    Faults anew() const;
 
     /**
      * Adds a fault by its name and, behind a colon, its value: the part of the emissions that it
@@ -43,6 +48,7 @@ public:
     /** Whether no kind is on and nothing is held back: everything passes as it is. */
     bool isIdle() const;
     static double usualValue(Kind kind);
+    static double greatestValue(Kind kind);
 
     /** What reaches the adaptor instead of an emission: often just that. */
     QVector<Emission> pass(Emission emission);

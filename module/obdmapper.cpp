@@ -1,5 +1,7 @@
 #include "obdmapper.h"
 
+#include "units.h"
+
 #include <QtMath>
 
 namespace module {
@@ -36,9 +38,9 @@ static QVariant byte(double value, int fullScale)
     return QVariant::fromValue(uchar(qBound(0, qRound(value), fullScale)));
 }
 
-static QByteArray cornerSignal(const char *place, const char *kind)
+static QByteArray cornerSignal(const char *place)
 {
-    return QByteArray("gauge") + place + kind;
+    return QByteArray("gauge") + place + "ValueDualNotify";
 }
 
 ObdMapper::ObdMapper(const QVector<bool> &present) : m_present(present)
@@ -59,21 +61,7 @@ QVector<Emission> ObdMapper::opening() const
     const QStringList titles = {QStringLiteral("Tachometer"), topLeftTitle,
                                 QStringLiteral("Coolant Temp"), QStringLiteral("Intake Air Temp"),
                                 QStringLiteral("Engine Calculated Load")};
-    QVector<Emission> emissions = {{0, "gaugeTitlesNotify", {titles}},
-                                   {0, "peakIndicatorNotify", {QVariant::fromValue(uchar(0))}}};
-
-    const auto withoutValue = [&emissions](const char *place) {
-        emissions.append({0,
-                          cornerSignal(place, "ValueNotify"),
-                          {QStringLiteral("--"), QVariant::fromValue(uchar(0))}});
-    };
-    if (m_topLeft == Quantity::Count)
-        withoutValue("TL");
-    for (const Corner &corner : corners) {
-        if (!isPresent(corner.quantity))
-            withoutValue(corner.place);
-    }
-    return emissions;
+    return {{0, "gaugeTitlesNotify", {titles}}};
 }
 
 static QVariantList cornerArguments(const Sample &sample, int fullScale)
@@ -85,16 +73,15 @@ static QVariantList cornerArguments(const Sample &sample, int fullScale)
 
 QVariantList ObdMapper::arguments(const Sample &sample, QByteArray *signal) const
 {
-    static constexpr double milesPerKilometre = 0.621371;
     const double value = double(sample.value);
 
     if (sample.quantity == m_topLeft) {
-        *signal = cornerSignal("TL", "ValueDualNotify");
+        *signal = cornerSignal("TL");
         return cornerArguments(sample, topLeftFullScale);
     }
     for (const Corner &corner : corners) {
         if (corner.quantity == sample.quantity) {
-            *signal = cornerSignal(corner.place, "ValueDualNotify");
+            *signal = cornerSignal(corner.place);
             return cornerArguments(sample, corner.fullScale);
         }
     }
@@ -109,7 +96,7 @@ QVariantList ObdMapper::arguments(const Sample &sample, QByteArray *signal) cons
                     .arg(qRound(value * milesPerKilometre))};
     case Quantity::Voltage:
         *signal = "batteryVoltage";
-        return {QString::number(value, 'f', 2) + QLatin1Char('V')};
+        return {QString::number(value, 'f', 1) + QLatin1Char('V')}; // five characters are shown
     default:
         return {};
     }

@@ -20,7 +20,7 @@ public:
     /** @param present  by quantity, whether the drive carries it at all */
     explicit ObdMapper(const QVector<bool> &present);
 
-    /** The signals that open a drive: titles, and a mark at each gauge that will stay without. */
+    /** The signals that open a drive: the titles of what it carries. */
     QVector<Emission> opening() const;
     /** What a sample leads to; nothing when no screen would change. */
     std::optional<Emission> map(const Sample &sample);

@@ -63,6 +63,11 @@ void RecordingWriter::writeCall(qint64 ms, const QString &operation, const QVari
     write(ms, {{"call", operation}, {"args", toJson(arguments)}});
 }
 
+void RecordingWriter::writeAction(qint64 ms, const QString &word, const QVariantList &arguments)
+{
+    write(ms, {{"action", word}, {"args", QJsonArray::fromVariantList(arguments)}});
+}
+
 void RecordingWriter::beginNextPart(qint64 ms)
 {
     const QString path = m_file.fileName();
@@ -84,10 +89,13 @@ void RecordingWriter::beginNextPart(qint64 ms)
                    .arg(isKept ? before : QStringLiteral("gone too"));
     begin(QStringLiteral("%1, from %2 s").arg(m_title).arg(double(ms) / 1000, 0, 'f', 1));
     m_beginMs = ms;
+    if (m_page >= 0)
+        writeAction(ms, QStringLiteral("page"), {m_page});
     const QVector<Emission> last = m_last.inOrder();
     for (const Emission &emission : last)
         write(ms, {{"signal", QString::fromLatin1(emission.signal)},
                    {"args", toJson(emission.arguments)}});
+    writeAction(ms, QLatin1String(beginAction), {});
 }
 
 QString RecordingWriter::takeNotice()
@@ -158,27 +166,15 @@ void RecordingSource::read(const QJsonObject &line)
         return;
     }
     const qint64 ms = qint64(moment);
+    Emission emission{ms, {}, {}};
     if (line.contains("signal")) {
-        const QByteArray name = line.value("signal").toString().toLatin1();
-        const QMetaMethod signal = moduleSignal(name).method;
-        const QJsonArray values = line.value("args").toArray();
-        if (!signal.isValid() || values.size() != signal.parameterCount()) {
+        if (!readSignal(line, &emission)) {
             ++m_badLines;
             return;
         }
-        Emission emission{ms, name, {}};
-        for (int i = 0; i < values.size(); ++i) {
-            emission.arguments.append(fromJson(values[i], signal.parameterType(i)));
-            if (!emission.arguments.last().isValid()) {
-                ++m_badLines;
-                return;
-            }
-        }
-        emission.signal = *m_names.insert(name); // one copy of each name
-        if (m_emissions.size() < mostRecordedSignals)
-            m_emissions.append(emission);
-        else
-            ++m_notKept;
+        m_signals += keep(emission);
+    } else if (line.contains("action")) {
+        readAction(line, ms);
     } else if (line.contains("call")) {
         ++m_calls;
     } else if (!line.contains("end")) {
@@ -186,6 +182,45 @@ void RecordingSource::read(const QJsonObject &line)
         return;
     }
     m_durationMs = ms;
+}
+
+bool RecordingSource::readSignal(const QJsonObject &line, Emission *emission)
+{
+    const QByteArray name = line.value("signal").toString().toLatin1();
+    const QMetaMethod signal = moduleSignal(name).method;
+    const QJsonArray values = line.value("args").toArray();
+    if (!signal.isValid() || values.size() != signal.parameterCount())
+        return false;
+    for (int i = 0; i < values.size(); ++i) {
+        emission->arguments.append(fromJson(values[i], signal.parameterType(i)));
+        if (!emission->arguments.last().isValid())
+            return false;
+    }
+    emission->signal = *m_names.insert(name); // one copy of each name
+    return true;
+}
+
+void RecordingSource::readAction(const QJsonObject &line, qint64 ms)
+{
+    const QByteArray word = line.value("action").toString().toLatin1();
+    keep({ms, word, line.value("args").toArray().toVariantList(), true});
+    if (word == beginAction)
+        m_begin = m_emissions.size();
+}
+
+bool RecordingSource::keep(const Emission &emission)
+{
+    const bool hasRoom = m_emissions.size() < mostRecordedSignals;
+    if (hasRoom)
+        m_emissions.append(emission);
+    else
+        ++m_notKept;
+    return hasRoom;
+}
+
+bool RecordingSource::opensPages() const
+{
+    return !m_emissions.isEmpty() && m_emissions.constFirst().isAction;
 }
 
 qint64 RecordingSource::nextDueMs() const
@@ -207,7 +242,7 @@ QVector<int> RecordingSource::saidBefore(int end) const
     QVector<int> found;
     for (int i = end - 1; i >= 0 && !before.isComplete(); --i) {
         const Emission &emission = m_emissions[i];
-        if (!before.isWhole(emission.signal) &&
+        if (!emission.isAction && !before.isWhole(emission.signal) &&
             before.takes(emission.signal, partTold(emission.signal, emission.arguments)))
             found.append(i);
     }
@@ -230,7 +265,7 @@ void RecordingSource::seek(qint64 ms)
 QStringList RecordingSource::findings() const
 {
     QStringList lines = {
-        QStringLiteral("%1 signals and %2 calls recorded").arg(m_emissions.size()).arg(m_calls)};
+        QStringLiteral("%1 signals and %2 calls recorded").arg(m_signals).arg(m_calls)};
     if (m_notKept > 0)
         lines.append(QStringLiteral("%1 further signals were not kept: %2 are the most")
                          .arg(m_notKept)
@@ -242,9 +277,9 @@ QStringList RecordingSource::findings() const
 
 QJsonObject RecordingSource::statistics() const
 {
-    return {{"kind", "recording"},           {"driveSeconds", double(m_durationMs) / 1000.0},
-            {"signals", m_emissions.size()}, {"calls", m_calls},
-            {"notKept", m_notKept},          {"badLines", m_badLines}};
+    return {{"kind", "recording"},  {"driveSeconds", double(m_durationMs) / 1000.0},
+            {"signals", m_signals}, {"calls", m_calls},
+            {"notKept", m_notKept}, {"badLines", m_badLines}};
 }
 
 } // namespace module

@@ -13,7 +13,8 @@ class LineReader;
 /**
  * Writes everything that crosses the adaptor, both ways, as JSON lines: a header, then
  * {"t":ms,"signal":name,"args":[...]} and {"t":ms,"call":operation,"args":[...]}, and an end line.
- * Byte arrays are hex texts, null for a null array.
+ * Byte arrays are hex texts, null for a null array. What somebody did at the unit stands between
+ * them as {"t":ms,"action":word,"args":[...]}, in the words of a scenario.
  */
 class RecordingWriter
 {
@@ -33,6 +34,11 @@ public:
     QString takeNotice();
     void writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments);
     void writeCall(qint64 ms, const QString &operation, const QVariantList &arguments);
+    void writeAction(qint64 ms, const QString &word, const QVariantList &arguments);
+    /** The page that a new part begins on. */
+    void setPage(int id) { m_page = id; }
+    /** Another drive follows, whose times count from 0. @param ms  where the one before ended */
+    void beginNextDrive(qint64 ms) { m_beginMs -= ms; }
     /** Notes the length of the drive; the recording is complete with it. */
     void finish(qint64 ms);
 
@@ -45,6 +51,7 @@ private:
     QString m_title;
     QString m_notice;
     LastSaid<Emission> m_last;
+    int m_page = -1;
     qint64 m_limit = 0;
     qint64 m_beginMs = 0; // what the part's times count from
     bool m_isBroken = false;
@@ -68,11 +75,16 @@ public:
     qint64 nextDueMs() const override;
     Emission take() override;
     void seek(qint64 ms) override;
+    bool opensPages() const override;
+    bool isCatchingUp() const override { return m_index < m_begin; }
     QStringList findings() const override;
     QJsonObject statistics() const override;
 
 private:
     void read(const QJsonObject &line);
+    bool readSignal(const QJsonObject &line, Emission *emission);
+    void readAction(const QJsonObject &line, qint64 ms);
+    bool keep(const Emission &emission);
     QVector<int> saidBefore(int end) const;
 
     QString m_title;
@@ -80,7 +92,9 @@ private:
     QVector<Emission> m_caughtUp; // after a seek: what brings a screen up to date, in reverse
     QSet<QByteArray> m_names;     // of the signals that occur
     int m_index = 0;
+    int m_begin = 0; // the emissions before only catch up
     qint64 m_durationMs = 0;
+    int m_signals = 0;
     int m_calls = 0;
     int m_badLines = 0;
     int m_notKept = 0;

@@ -5,7 +5,9 @@
 #include "linereader.h"
 #include "recording.h"
 #include "values.h"
+#include "vehiclesource.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
@@ -28,9 +30,22 @@ public:
     int lineNumber() const { return m_lines.lineNumber(); }
     const QJsonObject &line() const { return m_line; }
     double ms() const { return m_line.value("t").toDouble(); }
+    bool is(const char *kind) const { return m_line.contains(QLatin1String(kind)); }
     QString name() const
     {
-        return m_line.value(m_line.contains("call") ? "call" : "signal").toString();
+        for (const char *kind : {"signal", "call", "action"}) {
+            if (is(kind))
+                return m_line.value(QLatin1String(kind)).toString();
+        }
+        return {};
+    }
+    /** What of it must be alike: a call comes when the machine has got to it. */
+    QJsonObject essence() const
+    {
+        QJsonObject line = m_line;
+        if (is("call"))
+            line.remove("t");
+        return line;
     }
     /** Of a signal, as it takes them; as they stand where it does not exist or takes others. */
     QVariantList arguments() const
@@ -50,11 +65,11 @@ public:
                 return false;
         } while (text.trimmed().isEmpty() && !m_lines.wasTooLong());
         m_line = QJsonDocument::fromJson(text).object();
-        const bool isKnown =
-            m_line.contains("signal") || m_line.contains("call") || m_line.contains("end");
+        const bool isKnown = is("signal") || is("call") || is("action") || is("end");
         if (m_line.value("t").isDouble() && isKnown)
             return true;
-        *error = QStringLiteral("%1: line %2: expected a signal, a call or the end, found '%3'")
+        *error = QStringLiteral(
+                     "%1: line %2: expected a signal, a call, an action or the end, found '%3'")
                      .arg(m_path)
                      .arg(lineNumber())
                      .arg(excerpt(text));
@@ -106,7 +121,7 @@ Comparison compareRecordings(const QString &first, const QString &second, QStrin
             ++counts[b.name()][1];
         if (!areAlike)
             continue;
-        areAlike = hasA && hasB && a.line() == b.line();
+        areAlike = hasA && hasB && a.essence() == b.essence();
         if (areAlike) {
             ++alikeLines;
             alikeMs = a.ms();
@@ -134,6 +149,51 @@ Comparison compareRecordings(const QString &first, const QString &second, QStrin
     return Comparison::Different;
 }
 
+/** Writes what a part holds, after what brings the unit to the moment that it begins at. */
+class PartWriter
+{
+public:
+    explicit PartWriter(QIODevice *out) : m_out(out) {}
+
+    void write(QJsonObject line, double ms)
+    {
+        line.insert("t", ms);
+        m_out->write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
+    }
+
+    /** What an action did depends on what had been said before it, so both are kept in order. */
+    void passOver(const RecordedLines &lines)
+    {
+        m_hasPast = true;
+        if (lines.is("signal"))
+            m_said.say(lines.name().toLatin1(), lines.arguments(), lines.line());
+        if (!lines.is("action") || lines.name() == QLatin1String(beginAction))
+            return;
+        writeSaid();
+        write(lines.line(), 0);
+    }
+
+    void begin()
+    {
+        writeSaid();
+        if (m_hasPast)
+            write({{"action", QLatin1String(beginAction)}, {"args", QJsonArray()}}, 0);
+    }
+
+private:
+    void writeSaid()
+    {
+        const QVector<QJsonObject> said = m_said.inOrder();
+        for (const QJsonObject &line : said)
+            write(line, 0);
+        m_said.clear();
+    }
+
+    QIODevice *m_out;
+    LastSaid<QJsonObject> m_said;
+    bool m_hasPast = false;
+};
+
 bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString &part,
                   QString *error)
 {
@@ -146,13 +206,8 @@ bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString
                      .arg(part, out.errorString());
         return false;
     }
-    const auto write = [&out](QJsonObject line, double ms) {
-        line.insert("t", ms);
-        out.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
-    };
     out.write(recordingHeader(QStringLiteral("part of %1").arg(file)));
-
-    LastSaid<QJsonObject> before;
+    PartWriter writer(&out);
     bool isWithin = false;
     double lastMs = 0;
     while (lines.next(error)) {
@@ -160,18 +215,14 @@ bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString
         if (lastMs > double(toMs))
             break;
         if (lastMs < double(fromMs)) {
-            if (lines.line().contains("signal"))
-                before.say(lines.name().toLatin1(), lines.arguments(), lines.line());
+            writer.passOver(lines);
             continue;
         }
-        if (!isWithin) {
-            isWithin = true;
-            const QVector<QJsonObject> last = before.inOrder();
-            for (const QJsonObject &line : last)
-                write(line, 0);
-        }
-        if (!lines.line().contains("end"))
-            write(lines.line(), lastMs - double(fromMs));
+        if (!isWithin)
+            writer.begin();
+        isWithin = true;
+        if (!lines.is("end"))
+            writer.write(lines.line(), lastMs - double(fromMs));
     }
     if (!error->isEmpty())
         return false;
@@ -182,7 +233,7 @@ bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString
                      .arg(double(fromMs) / 1000);
         return false;
     }
-    write({{"end", true}}, double(qMin(toMs, qint64(lastMs)) - fromMs));
+    writer.write({{"end", true}}, double(qMin(toMs, qint64(lastMs)) - fromMs));
     if (out.commit())
         return true;
     *error = QStringLiteral("%1: %2").arg(part, out.errorString());

@@ -1,7 +1,9 @@
 #include "candump.h"
 #include "linereader.h"
 #include "obdcsv.h"
+#include "recordedmodule.h"
 #include "recording.h"
+#include "samplesource.h"
 #include "simulator/simulatedcar.h"
 #include "vehiclesource.h"
 
@@ -28,7 +30,15 @@ static std::unique_ptr<VehicleSource> play(std::optional<SampleLog> log)
 {
     if (!log)
         return nullptr;
-    return std::make_unique<SampleSource>(*std::move(log));
+    return std::make_unique<RecordedModule>(std::make_unique<SampleSource>(*std::move(log)),
+                                            RecordedModule::Answers::New);
+}
+
+static std::unique_ptr<VehicleSource> play(std::unique_ptr<RecordingSource> recording)
+{
+    if (!recording)
+        return nullptr;
+    return std::make_unique<RecordedModule>(std::move(recording), RecordedModule::Answers::Repeats);
 }
 
 /** Nobody drives: all that is heard is what somebody at the bench sends. */
@@ -54,7 +64,7 @@ std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, T
         return nullptr;
     switch (kind) {
     case FileKind::Recording:
-        return RecordingSource::open(name, error);
+        return play(RecordingSource::open(name, error));
     case FileKind::Candump:
         return play(readCandump(name, error));
     case FileKind::Csv:

@@ -14,13 +14,18 @@ namespace module {
 
 class Controls;
 
-/** One signal of the adaptor at a moment of drive time. */
+/** One signal of the adaptor at a moment of drive time, or an action of somebody at the unit. */
 struct Emission
 {
     qint64 atMs = 0;
     QByteArray signal;
     QVariantList arguments;
+    bool isAction = false; ///< by its word, not a signal
+    bool isRepeat = false; ///< brings a page up to date in a replay: not recorded once more
 };
+
+/** The action that ends what a recording catches up with: what follows is what was recorded. */
+constexpr char beginAction[] = "begin";
 
 /** What lies behind a car, as its rear camera sees it. Metres from the bumper; x to the right. */
 struct RearView
@@ -68,6 +73,10 @@ public:
         return false;
     }
     static constexpr qint64 AnswerMs = 50;
+    /** Whether it begins with the actions that open its first page. */
+    virtual bool opensPages() const { return false; }
+    /** Whether what comes next only brings the unit to the moment that a recording begins at. */
+    virtual bool isCatchingUp() const { return false; }
     /** What can be held in hand; null for a car that cannot be changed any more. */
     virtual Controls *controls() { return nullptr; }
     /** What the car's rear camera would show now. */

@@ -1,4 +1,4 @@
-# The four packages. A closed head unit takes the first one and brings a host library of its own.
+# The packages. A closed head unit takes the first one and brings a host library of its own.
 
 set(qt "libqt5widgets5 (>= 5.15), libqt5gui5 (>= 5.15) | libqt5gui5-gles (>= 5.15)")
 set(runtime "libc6 (>= 2.34), libgcc-s1, libstdc++6 (>= 11)")
@@ -19,6 +19,14 @@ norda_package(dev norda-host-dev
     DEPENDS "norda-host ${same}, qtbase5-dev (>= 5.15)"
     SUMMARY "interfaces of the head unit's host library"
     TEXT "The headers that head unit plugins are compiled against, and the CMake\npackage NordaHost with the target norda::host.")
+if(TARGET norda_api)
+    norda_package(doc norda-host-doc
+        SECTION doc
+        DEPENDS ""
+        SUMMARY "reference of the head unit's host interfaces"
+        TEXT "Every class, operation and signal that head unit plugins are compiled against,\nas HTML pages in /usr/share/doc/norda-host-doc/html.")
+    set(CPACK_DEBIAN_DOC_PACKAGE_ARCHITECTURE all)
+endif()
 norda_package(bench norda-bench
     SECTION devel
     DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), fonts-liberation, fonts-dejavu-core"

@@ -2,6 +2,7 @@
 
 #include "debug.h"
 #include "norda/btvoicesource.h"
+#include "norda/pages.h"
 #include "norda/vtqadaptor.h"
 #include "norda/window/Aboutwindow.h"
 #include "norda/window/climatewindow.h"
@@ -26,22 +27,22 @@ static WindowInterface *makeWithId(int id, QObject *parent)
 
 struct WindowRow
 {
-    int id;
+    WindowId id;
     WindowInterface *(*make)(int id, QObject *parent);
     bool marked; // writes a trace mark before the look-up and before construction
 };
 
 // clang-format off
 static constexpr WindowRow windowRows[] = {
-    {80, make<GaugesWindow>,        false},
-    {81, makeWithId<VehicleWindow>, false},
-    {82, make<ClimateWindow>,       false},
-    {83, makeWithId<ParkingWindow>, false},
-    {84, makeWithId<SettingWindow>, true},
-    {85, makeWithId<AboutWindow>,   true},
+    {WindowId::Gauges,   make<GaugesWindow>,        false},
+    {WindowId::Vehicle,  makeWithId<VehicleWindow>, false},
+    {WindowId::Climate,  make<ClimateWindow>,       false},
+    {WindowId::Parking,  makeWithId<ParkingWindow>, false},
+    {WindowId::Settings, makeWithId<SettingWindow>, true},
+    {WindowId::About,    makeWithId<AboutWindow>,   true},
 };
 // clang-format on
-static constexpr int firstWindow = windowRows[0].id;
+static constexpr int firstWindow = int(windowRows[0].id);
 static constexpr int firstSource = 51;
 
 Plugin::Plugin() = default;
@@ -70,7 +71,7 @@ QList<int> Plugin::windowInterfaceID()
 {
     QList<int> ids;
     for (const WindowRow &row : windowRows)
-        ids.append(row.id);
+        ids.append(int(row.id));
     return ids;
 }
 

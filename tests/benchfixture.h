@@ -1,14 +1,12 @@
 #pragma once
 
-#include "audiostage.h"
-#include "benchwindow.h"
-#include "headunit.h"
 #include "norda/vtqadaptor.h"
 #include "norda/vtqservice.h"
 #include "options.h"
-#include "screen.h"
-#include "session.h"
+#include "session/rig.h"
 #include "testmain.h"
+#include "testpaths.h"
+#include "window/benchwindow.h"
 
 #include <QAbstractItemModel>
 #include <QDockWidget>
@@ -19,24 +17,40 @@
 class BenchFixture
 {
 public:
-    void makeBench()
+    /** A bench in its window, in place of the one before. */
+    void makeBench(const QString &source = QStringLiteral("none"))
     {
+        removeBench();
         QFile::remove(QSettings("norda", "bench").fileName());
-        m_screen.reset(new Screen);
-        m_unit.reset(new HeadUnit(m_screen.data()));
+        makeRig(source);
+        showWindow();
+    }
+    void makeRig(const QString &source = QStringLiteral("none"))
+    {
+        m_options.setup.source = source;
+        m_options.setup.journalLimit = Journal::usualLimit;
+        m_rig.reset(new Rig(m_options.setup));
         QString error;
-        QVERIFY2(m_unit->load(QStringLiteral(NORDA_PLUGIN_FILE), &error), qPrintable(error));
-        m_stage.reset(new AudioStage(m_unit.data()));
-        makeWindow();
+        QVERIFY2(m_rig->open(testpaths::pluginFile(), &error), qPrintable(error));
+    }
+    void showWindow()
+    {
+        m_window.reset(new BenchWindow(m_options, m_rig.data()));
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.data()));
+        m_window->start();
     }
 
     void removeBench()
     {
         m_window.reset();
-        m_stage.reset();
-        m_unit.reset();
-        m_screen.reset();
+        m_rig.reset();
     }
+
+    Screen *screen() const { return m_rig->unit()->screen(); }
+    WindowStack *windows() const { return m_rig->unit()->windows(); }
+    AudioStage *audio() const { return m_rig->unit()->audio(); }
+    Session *session() const { return m_rig->session(); }
 
     template <typename T>
     T *find(const char *name) const
@@ -63,30 +77,17 @@ public:
         find<QDockWidget>(dock)->raise();
         QCoreApplication::processEvents();
     }
-    void makeWindow(const QString &source = QStringLiteral("none"))
-    {
-        QString error;
-        m_window.reset(); // it lets go of the screen
-        m_window.reset(new BenchWindow(m_options, m_screen.data(), m_unit.data(), m_stage.data()));
-        m_unit->openWindow(80);
-        m_options.source = source;
-        m_window->start(std::make_unique<Session>(module::openSource(source, &error)));
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_window.data()));
-    }
     void click(const char *name) const
     {
-        QTest::mouseClick(m_screen->widgetNamed(QLatin1String(name)), Qt::LeftButton);
+        QTest::mouseClick(screen()->widgetNamed(QLatin1String(name)), Qt::LeftButton);
         QCoreApplication::processEvents();
     }
     QString text(const char *label) const
     {
-        return m_screen->widgetNamed(QLatin1String(label))->property("text").toString();
+        return screen()->widgetNamed(QLatin1String(label))->property("text").toString();
     }
 
     Options m_options;
-    QScopedPointer<Screen> m_screen;
-    QScopedPointer<HeadUnit> m_unit;
-    QScopedPointer<AudioStage> m_stage;
+    QScopedPointer<Rig> m_rig;
     QScopedPointer<BenchWindow> m_window;
 };

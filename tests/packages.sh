@@ -61,7 +61,9 @@ check_native() {
         /tmp/sdk/build/libclockplugin.so 2>/dev/null)"
 
     rm -rf "$root/packages"
-    inside dpkg --purge norda-bench norda-host-dev norda-host norda-plugin >/dev/null 2>&1
+    # shellcheck disable=SC2046
+    inside dpkg --purge $(for deb in "$packages"/*.deb; do dpkg-deb -f "$deb" Package; done) \
+        >/dev/null 2>&1
     contents >"$work/after"
     diff "$work/before" "$work/after" || die "expected nothing to be left of the packages"
     say "removed without remains"

@@ -2,6 +2,7 @@
 
 #include "appplugin.h"
 #include "sourceinterface.h"
+#include "testpaths.h"
 #include "windowinterface.h"
 
 #include <QCoreApplication>
@@ -13,7 +14,7 @@
 class PluginFixture
 {
 public:
-    PluginFixture() : m_loader(QStringLiteral(NORDA_PLUGIN_FILE))
+    PluginFixture() : m_loader(testpaths::pluginFile())
     {
         m_root = m_loader.instance();
         if (!m_root)

@@ -7,8 +7,8 @@
 
 #include "headunit.h"
 #include "norda/vtqadaptor.h"
-#include "screen.h"
-#include "session.h"
+#include "session/session.h"
+#include "testpaths.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -71,30 +71,30 @@ static void print(const QString &when, const InUse &use)
 class Unit
 {
 public:
-    Unit() : m_unit(&m_screen)
+    Unit()
     {
         QString error;
-        if (!m_unit.load(QStringLiteral(NORDA_PLUGIN_FILE), &error))
+        if (!m_unit.load(testpaths::pluginFile(), &error))
             qFatal("%s", qPrintable(error));
-        m_screen.show();
-        m_unit.openWindow(firstWindow);
+        m_unit.screen()->show();
+        m_unit.windows()->openWindow(firstWindow);
     }
 
     void act(std::mt19937 *random)
     {
         switch ((*random)() % 24) {
         case 0:
-            m_unit.recreateWindow();
+            m_unit.windows()->recreateWindow();
             break;
         case 1:
-            m_unit.back();
+            m_unit.windows()->back();
             break;
         case 2:
-            m_unit.toggleSplit();
+            m_unit.windows()->toggleSplit();
             break;
         case 3:
         case 4:
-            m_unit.openWindow(firstWindow + int((*random)() % windowCount));
+            m_unit.windows()->openWindow(firstWindow + int((*random)() % windowCount));
             break;
         default:
             touch(random);
@@ -107,7 +107,7 @@ private:
 
     void touch(std::mt19937 *random)
     {
-        QWidget *page = m_unit.currentPage();
+        QWidget *page = m_unit.windows()->currentPage();
         const QPoint place(int((*random)() % 1152) + 128, int((*random)() % 720));
         QWidget *touched = page ? page->childAt(place) : nullptr;
         if (!touched)
@@ -119,7 +119,6 @@ private:
         }
     }
 
-    Screen m_screen;
     HeadUnit m_unit;
 };
 

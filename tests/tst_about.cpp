@@ -1,4 +1,5 @@
 #include "callspy.h"
+#include "elision.h"
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
 #include "nordahost.h"
@@ -27,8 +28,11 @@ private slots:
     void shortLists();
     void audioFirmware_data();
     void audioFirmware();
+    void longTextsAreElided_data();
+    void longTextsAreElided();
     void hiddenScreenKeepsAndFollows();
     void touchesDoNothing();
+    void labelsLetTouchesThrough();
 
 private:
     static void setFirmware(const QString &text)
@@ -174,6 +178,22 @@ void tst_About::audioFirmware()
     QCOMPARE(text("Radio_Fw_Label"), shown); // read once
 }
 
+void tst_About::longTextsAreElided_data()
+{
+    QTest::addColumn<QByteArray>("label");
+    for (const char *label : {"Interface_Fw_Label", "Radio_Fw_Label", "Time_Label"})
+        QTest::newRow(label) << QByteArray(label);
+}
+
+void tst_About::longTextsAreElided()
+{
+    QFETCH(QByteArray, label);
+    auto *shown = find<QLabel>(m_host->open(85), label);
+    const QString longText = QStringLiteral("W").repeated(80);
+    QCOMPARE(faultOfElision(shown, longText, [&](const QString &text) { shown->setText(text); }),
+             QString());
+}
+
 void tst_About::hiddenScreenKeepsAndFollows()
 {
     QWidget *screen = m_host->open(85);
@@ -198,6 +218,22 @@ void tst_About::touchesDoNothing()
         QTest::mouseRelease(find<QPushButton>(screen, key), Qt::LeftButton);
     }
     QCOMPARE(calls.take(), QStringList());
+}
+
+void tst_About::labelsLetTouchesThrough()
+{
+    QWidget *screen = m_host->open(85);
+    const struct
+    {
+        const char *label, *key;
+    } rows[] = {{"Interface_Fw_Label", "key_item_1"},
+                {"Radio_Fw_Label", "key_item_2"},
+                {"Time_Label", "key_item_4"}};
+    for (const auto &row : rows) {
+        const auto *label = find<QLabel>(screen, row.label);
+        QCOMPARE(screen->childAt(label->mapTo(screen, label->rect().center())),
+                 find<QPushButton>(screen, row.key));
+    }
 }
 
 NORDA_TEST_MAIN(tst_About)

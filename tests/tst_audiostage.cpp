@@ -1,13 +1,14 @@
 #include "audiostage.h"
-#include "audiostageview.h"
 #include "callspy.h"
-#include "headunit.h"
 #include "mem/settingscache.h"
 #include "norda/vtqservice.h"
 #include "nordahost.h"
+#include "panels/audiomonitor.h"
 #include "screen.h"
-#include "session.h"
+#include "session/session.h"
 #include "testmain.h"
+#include "testpaths.h"
+#include "windowstack.h"
 
 /** The head unit's audio policy around the plugin's voice sources. */
 class tst_AudioStage : public QObject
@@ -32,6 +33,7 @@ private slots:
     void timeLineIsBounded();
     void pictureFollows();
     void aDriveIsTold();
+    void timeLineRunsForward();
 
 private:
     void notify(int kind, int location = 0)
@@ -52,7 +54,7 @@ private:
     }
 
     QScopedPointer<Screen> m_screen;
-    QScopedPointer<HeadUnit> m_unit;
+    QScopedPointer<WindowStack> m_unit;
     QScopedPointer<AudioStage> m_stage;
     qint64 m_nowMs = 0;
 };
@@ -60,9 +62,9 @@ private:
 void tst_AudioStage::init()
 {
     m_screen.reset(new Screen);
-    m_unit.reset(new HeadUnit(m_screen.data()));
+    m_unit.reset(new WindowStack(m_screen.data()));
     QString error;
-    QVERIFY2(m_unit->load(QStringLiteral(NORDA_PLUGIN_FILE), &error), qPrintable(error));
+    QVERIFY2(m_unit->load(testpaths::pluginFile(), &error), qPrintable(error));
     m_stage.reset(new AudioStage(m_unit.data()));
     m_nowMs = 0;
     m_stage->setClock([this] { return m_nowMs; });
@@ -262,7 +264,7 @@ void tst_AudioStage::timeLineIsBounded()
 
 void tst_AudioStage::pictureFollows()
 {
-    AudioStageView view(m_stage.data());
+    AudioMonitor view(m_stage.data());
     view.resize(800, 480);
     const QImage silent = view.grab().toImage();
     notify(4, 1);
@@ -292,6 +294,24 @@ void tst_AudioStage::aDriveIsTold()
     QCOMPARE(kept.size(), lines.size());
     QVERIFY(kept[0].toObject().value("t").toDouble() > 1);
     QCOMPARE(int(m_stage->voice()), int(AudioStage::Silent));
+}
+
+// However one jumps in the drive, what comes later stands later.
+void tst_AudioStage::timeLineRunsForward()
+{
+    QString error;
+    Session session(module::openSource(QStringLiteral("none"), &error));
+    session.lead(m_stage.data());
+    session.drive()->seek(573500);
+    notify(4, 3);
+    session.drive()->seek(295300);
+    notify(0);
+    notify(4, 3);
+    qint64 before = 0;
+    for (const AudioStage::Entry &entry : m_stage->timeLine()) {
+        QVERIFY2(entry.ms >= before, qPrintable(entry.text));
+        before = entry.ms;
+    }
 }
 
 NORDA_TEST_MAIN(tst_AudioStage)

@@ -1,4 +1,5 @@
 #include "callspy.h"
+#include "disabledlook.h"
 #include "mem/settingsutil.h"
 #include "norda/vtqadaptor.h"
 #include "nordahost.h"
@@ -49,6 +50,7 @@ private slots:
     void enabledOnResume();
     void disabledWithoutAnyInput();
     void disabledCameraSendsNothing();
+    void disabledLooks();
     void hostsWordIsRead();
     void everyTouchNotifies();
     void notificationsOnRequest_data();
@@ -245,6 +247,12 @@ void tst_CameraKeys::disabledCameraSendsNothing()
     CallSpy calls;
     touch("key_camera");
     QCOMPARE(calls.take(), QStringList());
+}
+
+void tst_CameraKeys::disabledLooks()
+{
+    for (const char *name : {"key_camera", "key_split", "key_P1", "key_P2"})
+        QCOMPARE(faultOfDisabledLook(key(name)), QString());
 }
 
 void tst_CameraKeys::hostsWordIsRead()

@@ -1,4 +1,5 @@
 #include "climatefixture.h"
+#include "disabledlook.h"
 #include "messagecapture.h"
 #include "paintcounter.h"
 
@@ -22,6 +23,11 @@ private slots:
     void autoDualStatus();
     void manualStatus_data();
     void manualStatus();
+    void seatsBelowZero_data();
+    void seatsBelowZero();
+    void disabledKeys_data();
+    void disabledKeys();
+    void disabledZoneKeyFadesItsCaption();
     void repeatedStatusPaintsNothing();
 
     void secondZoneTellsTheServiceOnce();
@@ -200,6 +206,12 @@ void tst_Climate::manualStatus_data()
     row("cool leaves heat", listWith({{15, 3}}), listWith({{15, 17}}), "icon_right_seat_heat_2",
         "seat_heat_3");
     row("off clears cool", listWith({{14, 18}}), none, "icon_left_seat_AC_2", "seat_AC_0");
+    row("below 0 leaves heat", listWith({{14, 2}}), listWith({{14, -1}}), "icon_left_seat_heat_2",
+        "seat_heat_2");
+    row("below 0 leaves cool", listWith({{15, 18}}), listWith({{15, -4}}), "icon_right_seat_AC_2",
+        "seat_AC_2");
+    row("-4 names no image", listWith({{15, 3}}), listWith({{15, -4}}), "icon_right_seat_heat_2",
+        "seat_heat_3");
     row("off clears heat", listWith({{15, 3}}), none, "icon_right_seat_heat_2", "seat_heat_0");
 }
 
@@ -220,6 +232,75 @@ void tst_Climate::manualStatus()
         QVERIFY(showsIcon(target, expected));
     else
         QVERIFY(shows(target, expected));
+}
+
+void tst_Climate::seatsBelowZero_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QString>("left");
+    for (int value : {-1, -2, -3, -5, -7})
+        QTest::addRow("%d keeps the level", value) << value << "seat_heat_2";
+    for (int value : {-4, -8, INT_MIN})
+        QTest::addRow("%d is level 0", value) << value << "seat_heat_0";
+}
+
+void tst_Climate::seatsBelowZero()
+{
+    QFETCH(int, value);
+    QFETCH(QString, left);
+    report(listWith({{9, 1}, {10, 2}})); // 2 is the level remembered last
+    report(listWith({{9, value}, {10, 3}}));
+    QVERIFY(shows("icon_left_seat_heat", left));
+    QVERIFY(shows("icon_right_seat_heat", "seat_heat_3"));
+}
+
+void tst_Climate::disabledKeys_data()
+{
+    QTest::addColumn<bool>("slabs");
+    QTest::addColumn<int>("checked");
+    QTest::newRow("unchecked") << false << 0;
+    QTest::newRow("checked") << false << 1;
+    QTest::newRow("whatever the style draws") << true << 0;
+}
+
+void tst_Climate::disabledKeys()
+{
+    QFETCH(bool, slabs);
+    QFETCH(int, checked);
+    const QString style = QApplication::style()->objectName();
+    if (slabs)
+        QApplication::setStyle(new SlabStyle);
+    const auto restore = qScopeGuard([&] {
+        if (slabs)
+            QApplication::setStyle(style);
+    });
+    QList<int> status = listWith({});
+    for (int position : {0, 4, 11, 12, 16, 19, 22})
+        status[position] = 9;
+    report(status);
+    QVERIFY(!key("key_power")->isEnabled());
+    int keys = 0;
+    for (auto *each : m_screen->findChildren<QPushButton *>(QRegularExpression("^key_"))) {
+        const QString name = each->objectName();
+        if (name == QLatin1String("key_settings") || name.contains(QLatin1String("_seat_")))
+            continue; // which no state disables
+        each->setChecked(checked);
+        QCOMPARE(faultOfDisabledLook(each), QString());
+        ++keys;
+    }
+    QVERIFY(keys >= 30);
+}
+
+void tst_Climate::disabledZoneKeyFadesItsCaption()
+{
+    const auto captionColor = [this] {
+        return label("Txt_rear")->palette().color(QPalette::WindowText).lightness();
+    };
+    const int live = captionColor();
+    invoke("onRearZoneButtonStatusNotify", Q_ARG(int, 9));
+    QVERIFY(captionColor() < live * 6 / 10);
+    invoke("onRearZoneButtonStatusNotify", Q_ARG(int, 1));
+    QCOMPARE(captionColor(), live);
 }
 
 void tst_Climate::repeatedStatusPaintsNothing()

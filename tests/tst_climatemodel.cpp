@@ -1,12 +1,9 @@
 #include "norda/climate/climatestatus.h"
-#include "norda/climate/commandbytes.h"
 #include "testmain.h"
 
 using namespace norda;
 
-Q_DECLARE_METATYPE(norda::ClimateGroup)
-
-/** Decoding of the climate status and building of the key map, without a widget. */
+/** Decoding of the climate status, without a widget. */
 class tst_ClimateModel : public QObject
 {
     Q_OBJECT
@@ -30,17 +27,9 @@ private slots:
     void marker();
     void autoAndDual_data();
     void autoAndDual();
-
-    void keysWithABit_data();
-    void keysWithABit();
-    void everyBitStandsForOneTouch();
-    void seatBits_data();
-    void seatBits();
-    void seatDirections_data();
-    void seatDirections();
-    void seatWalk();
-    void bytesAreClearedWhole();
-    void digits();
+    void autoDualReads_data();
+    void autoDualReads();
+    void manualReads();
 };
 
 void tst_ClimateModel::statusMap_data()
@@ -163,7 +152,8 @@ void tst_ClimateModel::seats_data()
     QTest::newRow("4 is cooling 0") << 4 << ":/icon/airicon/seat_AC_0.png";
     QTest::newRow("7 is cooling 3") << 7 << ":/icon/airicon/seat_AC_3.png";
     QTest::newRow("largest") << INT_MAX << ":/icon/airicon/seat_AC_3.png";
-    QTest::newRow("negative is off") << -5 << ":/icon/airicon/seat_heat_0.png";
+    QTest::newRow("-4 has a level") << -4 << ":/icon/airicon/seat_heat_0.png";
+    QTest::newRow("-5 has none") << -5 << ":/icon/airicon/seat_heat_-1.png";
     QTest::newRow("smallest") << INT_MIN << ":/icon/airicon/seat_heat_0.png";
 }
 
@@ -281,196 +271,53 @@ void tst_ClimateModel::autoAndDual()
              state);
 }
 
-void tst_ClimateModel::keysWithABit_data()
+/** A list in which every position holds a number of its own. */
+static ClimateStatusMap numbered()
 {
-    QTest::addColumn<ClimateGroup>("group");
-    QTest::addColumn<int>("id");
-    QTest::addColumn<int>("byte"); // 0 for a key without a bit of its own
-    QTest::addColumn<int>("value");
-    const auto row = [](const char *key, ClimateGroup group, int id, int byte, int value) {
-        QTest::newRow(key) << group << id << byte << value;
-    };
-    row("key_power", ClimateGroup::AutoDualIcon, 9, 4, 128);
-    row("key_auto", ClimateGroup::AutoDualText, 0, 4, 64);
-    row("key_air_speed_next", ClimateGroup::AutoDualIcon, 5, 4, 32);
-    row("key_air_speed_prev", ClimateGroup::AutoDualIcon, 4, 4, 16);
-    row("key_left_temp_next", ClimateGroup::AutoDualIcon, 0, 4, 2);
-    row("key_left_temp_prev", ClimateGroup::AutoDualIcon, 2, 4, 1);
-    row("key_right_temp_next", ClimateGroup::AutoDualIcon, 1, 5, 128);
-    row("key_right_temp_prev", ClimateGroup::AutoDualIcon, 3, 5, 64);
-    row("key_circulation", ClimateGroup::AutoDualIcon, 7, 5, 32);
-    row("key_AC", ClimateGroup::AutoDualText, 2, 5, 16);
-    row("key_max_AC", ClimateGroup::AutoDualText, 3, 5, 8);
-    row("key_demisting", ClimateGroup::AutoDualIcon, 15, 5, 4);
-    row("key_wind_direction", ClimateGroup::AutoDualIcon, 14, 5, 2);
-    row("key_Steering_wheel_heat", ClimateGroup::AutoDualIcon, 8, 7, 8);
-    row("key_dual", ClimateGroup::AutoDualText, 1, 7, 1);
-    row("key_power_2", ClimateGroup::ManualIcon, 11, 8, 32);
-    row("key_air_speed_next_2", ClimateGroup::ManualIcon, 3, 8, 8);
-    row("key_air_speed_prev_2", ClimateGroup::ManualIcon, 1, 8, 4);
-    row("key_temp_next", ClimateGroup::ManualIcon, 2, 8, 2);
-    row("key_temp_prev", ClimateGroup::ManualIcon, 0, 8, 1);
-    row("key_AC_2", ClimateGroup::ManualText, 0, 9, 128);
-    row("key_max_AC_2", ClimateGroup::ManualText, 1, 9, 64);
-    row("key_seat_2", ClimateGroup::ManualIcon, 8, 10, 16);
-
-    row("key_P1", ClimateGroup::AutoDualText, 4, 0, 0);
-    row("key_P2", ClimateGroup::AutoDualText, 5, 0, 0);
-    row("key_P1_2", ClimateGroup::ManualText, 2, 0, 0);
-    row("key_P2_2", ClimateGroup::ManualText, 3, 0, 0);
-    row("key_circulation_2", ClimateGroup::ManualIcon, 9, 0, 0);
-    row("key_Steering_wheel_heat_2", ClimateGroup::ManualIcon, 10, 0, 0);
-    row("key_wind_direction_2", ClimateGroup::ManualIcon, 12, 0, 0);
-    row("key_demisting_2", ClimateGroup::ManualIcon, 13, 0, 0);
-    for (const ClimateGroup group : {ClimateGroup::ManualText, ClimateGroup::ManualIcon,
-                                     ClimateGroup::AutoDualText, ClimateGroup::AutoDualIcon}) {
-        for (int id : {-1, 16, INT_MAX, INT_MIN})
-            QTest::addRow("group %d, unknown id %d", int(group), id) << group << id << 0 << 0;
-    }
+    QList<int> list;
+    for (int position = 0; position < 23; ++position)
+        list.append(100 + position);
+    return climateStatusMap(list);
 }
 
-void tst_ClimateModel::keysWithABit()
+void tst_ClimateModel::autoDualReads_data()
 {
-    QFETCH(ClimateGroup, group);
-    QFETCH(int, id);
-    QFETCH(int, byte);
-    QFETCH(int, value);
-    QVERIFY(!seatKey(group, id));
-    const auto bit = commandBit(group, id);
-    QCOMPARE(bit.has_value(), byte != 0);
-    CommandBytes bytes;
-    if (bit)
-        bytes.set(*bit);
-    QMap<int, int> expected = {{4, 0}, {5, 0}, {6, 0}, {7, 0}, {8, 0}, {9, 0}, {10, 0}};
-    if (byte)
-        expected[byte] = value;
-    QCOMPARE(bytes.map(), expected);
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<int>("rear");
+    QTest::addColumn<int>("wheel");
+    QTest::newRow("neither") << 0 << 0 << 0;
+    QTest::newRow("rear defroster") << 1 << 1 << 0;
+    QTest::newRow("heated wheel") << 2 << 0 << 1;
+    QTest::newRow("both and others") << 0xFF << 1 << 1;
 }
 
-void tst_ClimateModel::everyBitStandsForOneTouch()
+void tst_ClimateModel::autoDualReads()
 {
-    QSet<QPair<int, int>> seen;
-    const auto add = [&seen](CommandBit bit) {
-        const QPair<int, int> key(bit.byte, bit.value);
-        const bool isNew = !seen.contains(key);
-        seen.insert(key);
-        return isNew && bit.byte >= 4 && bit.byte <= 10 &&
-               qPopulationCount(quint32(bit.value)) == 1;
-    };
-    for (const ClimateGroup group : {ClimateGroup::ManualText, ClimateGroup::ManualIcon,
-                                     ClimateGroup::AutoDualText, ClimateGroup::AutoDualIcon}) {
-        for (int id = 0; id < 16; ++id) {
-            if (const auto bit = commandBit(group, id))
-                QVERIFY(add(*bit));
-            if (const auto key = seatKey(group, id)) {
-                QVERIFY(add(seatCommandBit(group, *key, true)));
-                QVERIFY(add(seatCommandBit(group, *key, false)));
-            }
-        }
-    }
-    for (int index = 0; index < ventModeCount; ++index)
-        QVERIFY(add(ventCommandBit(index)));
-    QVERIFY(add(zoneCommandBit(true)));
-    QVERIFY(add(zoneCommandBit(false)));
-    QCOMPARE(seen.size(), 23 + 16 + 4 + 2);
+    QFETCH(int, bits);
+    QFETCH(int, rear);
+    QFETCH(int, wheel);
+    ClimateStatusMap list = numbered();
+    list[NordaClimateVaule::HeatingBits] = bits;
+    list[NordaClimateVaule::AutoDual] = 1;
+    const AutoDualStatus read = autoDualStatus(list);
+    QVERIFY(read.modes && read.modes->automatic && !read.modes->dual);
+    QCOMPARE(read.rearDefroster, rear);
+    QCOMPARE(read.heatedWheel, wheel);
+    QCOMPARE(
+        (QList<int>{read.system, read.fan, read.ventMode, read.airConditioning,
+                    read.leftTemperature, read.rightTemperature, read.recirculation, read.leftSeat,
+                    read.rightSeat, read.maxAirConditioning, read.frontDefroster}),
+        (QList<int>{100, 102, 103, 104, 106, 107, 0, 109, 110, 111, 112}));
+    QCOMPARE(autoDualStatus({}).recirculation, 1); // air source 0
 }
 
-void tst_ClimateModel::seatBits_data()
+void tst_ClimateModel::manualReads()
 {
-    QTest::addColumn<ClimateGroup>("group");
-    QTest::addColumn<int>("id");
-    QTest::addColumn<int>("byte");
-    QTest::addColumn<int>("up");
-    QTest::addColumn<int>("down");
-    QTest::newRow("key_left_seat_heat") << ClimateGroup::AutoDualIcon << 10 << 6 << 2 << 8;
-    QTest::newRow("key_right_seat_heat") << ClimateGroup::AutoDualIcon << 11 << 6 << 1 << 4;
-    QTest::newRow("key_left_seat_AC") << ClimateGroup::AutoDualIcon << 12 << 7 << 64 << 128;
-    QTest::newRow("key_right_seat_AC") << ClimateGroup::AutoDualIcon << 13 << 7 << 16 << 32;
-    QTest::newRow("key_left_seat_heat_2") << ClimateGroup::ManualIcon << 4 << 9 << 32 << 16;
-    QTest::newRow("key_right_seat_heat_2") << ClimateGroup::ManualIcon << 5 << 9 << 8 << 4;
-    QTest::newRow("key_left_seat_AC_2") << ClimateGroup::ManualIcon << 6 << 9 << 1 << 2;
-    QTest::newRow("key_right_seat_AC_2") << ClimateGroup::ManualIcon << 7 << 10 << 64 << 128;
-}
-
-void tst_ClimateModel::seatBits()
-{
-    QFETCH(ClimateGroup, group);
-    QFETCH(int, id);
-    QFETCH(int, byte);
-    QFETCH(int, up);
-    QFETCH(int, down);
-    const auto key = seatKey(group, id);
-    QVERIFY(key);
-    QVERIFY(!commandBit(group, id));
-    QCOMPARE(seatCommandBit(group, *key, true).byte, byte);
-    QCOMPARE(seatCommandBit(group, *key, true).value, up);
-    QCOMPARE(seatCommandBit(group, *key, false).byte, byte);
-    QCOMPARE(seatCommandBit(group, *key, false).value, down);
-}
-
-void tst_ClimateModel::seatDirections_data()
-{
-    QTest::addColumn<ClimateGroup>("group");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("turnsDownAt");
-    QTest::addColumn<int>("turnsUpAt");
-    for (int key = 0; key < seatKeyCount; ++key) {
-        const bool cooled = key >= int(SeatKey::LeftCool);
-        QTest::addRow("auto/dual %d", key)
-            << ClimateGroup::AutoDualIcon << key << (cooled ? 19 : 3) << (cooled ? 16 : 0);
-        QTest::addRow("manual %d", key)
-            << ClimateGroup::ManualIcon << key << (cooled ? 19 : 3) << 0;
-    }
-}
-
-void tst_ClimateModel::seatDirections()
-{
-    QFETCH(ClimateGroup, group);
-    QFETCH(int, key);
-    QFETCH(int, turnsDownAt);
-    QFETCH(int, turnsUpAt);
-    for (int value = -1; value <= 20; ++value) {
-        for (const bool up : {true, false}) {
-            const bool expected = value == turnsDownAt ? false : value == turnsUpAt || up;
-            QCOMPARE(seatStepsUp(group, SeatKey(key), up, value), expected);
-        }
-    }
-}
-
-void tst_ClimateModel::seatWalk()
-{
-    // A car that answers each touch runs the seat up to the end and down again.
-    bool up = true;
-    int level = 0;
-    QList<int> levels;
-    for (int touch = 0; touch < 8; ++touch) {
-        up = seatStepsUp(ClimateGroup::AutoDualIcon, SeatKey::LeftHeat, up, level);
-        level += up ? 1 : -1;
-        levels.append(level);
-    }
-    QCOMPARE(levels, (QList<int>{1, 2, 3, 2, 1, 0, 1, 2}));
-}
-
-void tst_ClimateModel::bytesAreClearedWhole()
-{
-    const QMap<int, int> zeros = {{4, 0}, {5, 0}, {6, 0}, {7, 0}, {8, 0}, {9, 0}, {10, 0}};
-    CommandBytes bytes;
-    QCOMPARE(bytes.map(), zeros);
-    bytes.set({4, 128});
-    bytes.set({10, 1});
-    QCOMPARE(bytes.map().value(4), 128);
-    QCOMPARE(bytes.map().value(10), 1);
-    bytes.clear();
-    QCOMPARE(bytes.map(), zeros);
-    bytes.set({10, 64});
-    QCOMPARE(bytes.map().value(10), 64); // nothing of the earlier touch
-}
-
-void tst_ClimateModel::digits()
-{
-    QCOMPARE(ListIntToString({}), QString());
-    QCOMPARE(ListIntToString({1, 0, 0, 1}), QStringLiteral("1001"));
-    QCOMPARE(ListIntToString({12, -3}), QStringLiteral("12-3"));
+    const ManualStatus read = manualStatus(numbered());
+    QCOMPARE((QList<int>{read.leftSeat, read.rightSeat, read.airConditioning, read.fan,
+                         read.temperature, read.system, read.ventMode, read.maxAirConditioning}),
+             (QList<int>{114, 115, 116, 117, 118, 119, 120, 122}));
+    QCOMPARE(manualStatus({}).system, 0);
 }
 
 NORDA_TEST_MAIN(tst_ClimateModel)

@@ -45,21 +45,25 @@ private slots:
     void fanDrag_data();
     void fanDrag();
     void autoFanDragMovesTheOtherMeter();
+    void otherButtonsDragNothing_data();
+    void otherButtonsDragNothing();
+    void otherButtonDuringADrag();
 
     void settingsKeyFollowsTheZone();
+    void customKeysFollowTheZone();
     void singleCommands_data();
     void singleCommands();
 
 private:
-    void drag(QWidget *widget, const QList<int> &places)
+    void drag(QWidget *widget, const QList<int> &places, Qt::MouseButton button = Qt::LeftButton)
     {
         const int y = widget->height() / 2;
-        QTest::mousePress(widget, Qt::LeftButton, {}, QPoint(places.first(), y));
+        QTest::mousePress(widget, button, {}, QPoint(places.first(), y));
         for (int x : places) {
-            QMouseEvent move(QEvent::MouseMove, QPoint(x, y), Qt::NoButton, Qt::LeftButton, {});
+            QMouseEvent move(QEvent::MouseMove, QPoint(x, y), Qt::NoButton, button, {});
             QCoreApplication::sendEvent(widget, &move);
         }
-        QTest::mouseRelease(widget, Qt::LeftButton, {}, QPoint(places.last(), y));
+        QTest::mouseRelease(widget, button, {}, QPoint(places.last(), y));
     }
 };
 
@@ -375,6 +379,66 @@ void tst_ClimateTouch::autoFanDragMovesTheOtherMeter()
         (QStringList{"McuManager::triggerBeep(0)", "norda::VtqAdaptor::fanDirectValue(0, true)"}));
     QVERIFY(shows("bkg_air_gear_position_2", "position_2"));
     QVERIFY(shows("bkg_air_gear_position", "position_0"));
+}
+
+void tst_ClimateTouch::otherButtonsDragNothing_data()
+{
+    QTest::addColumn<QByteArray>("target");
+    QTest::addColumn<int>("button");
+    for (const char *target : {"tempbar_W", "bkg_air_gear_position", "bkg_air_gear_position_2"}) {
+        QTest::addRow("%s, right", target) << QByteArray(target) << int(Qt::RightButton);
+        QTest::addRow("%s, middle", target) << QByteArray(target) << int(Qt::MiddleButton);
+    }
+}
+
+void tst_ClimateTouch::otherButtonsDragNothing()
+{
+    QFETCH(QByteArray, target);
+    QFETCH(int, button);
+    toManual();
+    const QImage before = m_screen->grab().toImage();
+    CallSpy calls;
+    drag(find<QWidget>(m_screen, target), {label("bkg_temp_cusl")->x() + 5, 200},
+         Qt::MouseButton(button));
+    QCOMPARE(calls.take(), QStringList());
+    QCOMPARE(m_screen->grab().toImage(), before);
+}
+
+void tst_ClimateTouch::otherButtonDuringADrag()
+{
+    toManual();
+    QWidget *bar = find<QWidget>(m_screen, "tempbar_W");
+    const QPoint marker(label("bkg_temp_cusl")->x() + 5, bar->height() / 2);
+    CallSpy calls;
+    QTest::mousePress(bar, Qt::LeftButton, {}, marker);
+    QTest::mouseClick(bar, Qt::RightButton, {}, marker);
+    QCOMPARE(calls.take(), QStringList());
+    QMouseEvent move(QEvent::MouseMove, QPoint(207, marker.y()), Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(bar, &move);
+    QTest::mouseRelease(bar, Qt::LeftButton, {}, QPoint(207, marker.y()));
+    QCOMPARE(calls.take(), QStringList{"norda::VtqAdaptor::manTempValue(127, true)"});
+}
+
+void tst_ClimateTouch::customKeysFollowTheZone()
+{
+    const auto sent = [this](int id) {
+        CallSpy calls;
+        invoke("onButtonPressed", Q_ARG(int, id));
+        invoke("onButtonReleased", Q_ARG(int, id));
+        return calls.take();
+    };
+    const auto commands = [](const char *command, int control) {
+        const QString call =
+            QStringLiteral("norda::VtqAdaptor::%1(%2, %3)").arg(command).arg(control);
+        return QStringList{call.arg(1), call.arg(2)};
+    };
+    QCOMPARE(sent(0), commands("customCtrlsButton", 18));
+    invoke("onSecondCliTopBarTextNotify", Q_ARG(QString, QString()));
+    QCOMPARE(sent(0), commands("secoundcustomCtrlsButton", 18));
+    QCOMPARE(sent(1), commands("secoundcustomCtrlsButton", 34));
+    QCOMPARE(sent(2), QStringList());
+    invoke("onCliTopBarTextNotify", Q_ARG(QString, QString()));
+    QCOMPARE(sent(1), commands("customCtrlsButton", 34));
 }
 
 void tst_ClimateTouch::settingsKeyFollowsTheZone()

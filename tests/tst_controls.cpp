@@ -90,8 +90,8 @@ void tst_Controls::refuses_data()
                           << "ajar"
                           << "expected hood with closed, open or auto, got 'ajar'";
     QTest::newRow("too fast") << "speed"
-                              << "201"
-                              << "expected speed with a number from 0 to 200 or auto, got '201'";
+                              << "126"
+                              << "expected speed with a number from 0 to 125 or auto, got '126'";
     QTest::newRow("no number") << "tire-rear-left"
                                << "soft"
                                << "expected tire-rear-left with a number from 0 to 60 or auto, "
@@ -166,7 +166,7 @@ void tst_Controls::engineAndSpeed()
     drive(&car, &nowMs, 15);
     car.controls()->set(Controls::Speed, 40);
     QCOMPARE(lastOf(drive(&car, &nowMs, 20), "gauTopBarTextNotify").section(' ', 0, 1),
-             QStringLiteral("40 km/h"));
+             QStringLiteral("40 mph"));
     car.controls()->set(Controls::Engine, 0);
     const QVector<Emission> said = drive(&car, &nowMs, 25);
     QCOMPARE(lastOf(said, "centerGaugeValueNotify"), QStringLiteral("0 RPM 0"));

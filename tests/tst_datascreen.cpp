@@ -1,7 +1,8 @@
 #include "callspy.h"
+#include "displaysteps.h"
+#include "elision.h"
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
-#include "norda/widget/sourcecode.h"
 #include "nordahost.h"
 #include "pluginfixture.h"
 #include "testmain.h"
@@ -27,8 +28,6 @@ private slots:
     void init();
     void cleanup();
 
-    void sourceCodes_data();
-    void sourceCodes();
     void sourceSyncOnEveryScreen_data();
     void sourceSyncOnEveryScreen();
     void sourceSyncLog();
@@ -37,11 +36,12 @@ private slots:
     void commandsOfSlots();
     void customKeys_data();
     void customKeys();
+    void customKeyTouch_data();
     void customKeyTouch();
     void otherCustomKeysSendNothing();
+    void longCaptionsAreElided_data();
+    void longCaptionsAreElided();
 
-    void displayTypes_data();
-    void displayTypes();
     void displayTypeSignals_data();
     void displayTypeSignals();
     void payloadsCloseAndAreLogged_data();
@@ -70,33 +70,6 @@ void tst_DataScreen::cleanup()
     m_host.reset();
     invoke(nordaHostObject("SrcDsplCtrl"), "setCurrentSrc", Q_ARG(int, 0));
     invoke(nordaHostObject("SrcDsplCtrl"), "setCurrentDspl", Q_ARG(int, 0));
-}
-
-void tst_DataScreen::sourceCodes_data()
-{
-    QTest::addColumn<int>("source");
-    QTest::addColumn<int>("code");
-    // Every source up to the last named one, and some beyond.
-    const QMap<int, int> named = {
-        {5, 0x00},  {6, 0x02},  {8, 0x02},  {10, 0x05}, {11, 0x05}, {12, 0x0C},
-        {13, 0x06}, {14, 0x06}, {15, 0x20}, {16, 0x20}, {17, 0x20}, {18, 0x20},
-        {19, 0x20}, {20, 0x21}, {21, 0x21}, {22, 0x21}, {23, 0x21}, {24, 0x07},
-        {25, 0x07}, {26, 0x07}, {27, 0x07}, {28, 0x07}, {32, 0x09}, {33, 0x03},
-        {36, 0x0A}, {47, 0x80}, {48, 0x84}, {49, 0x82}, {50, 0x81},
-    };
-    for (int source = -1; source <= 52; ++source)
-        QTest::addRow("source %d", source) << source << named.value(source, 0x01);
-    QTest::newRow("largest") << INT_MAX << 0x01;
-    QTest::newRow("smallest") << INT_MIN << 0x01;
-}
-
-void tst_DataScreen::sourceCodes()
-{
-    QFETCH(int, source);
-    QFETCH(int, code);
-    QCOMPARE(int(norda::moduleSourceCode(source, 0)), code);
-    QCOMPARE(int(norda::moduleSourceCode(source, 4)), code);
-    QCOMPARE(int(norda::moduleSourceCode(source, 3)), 0);
 }
 
 static void addScreens()
@@ -240,15 +213,34 @@ void tst_DataScreen::customKeys()
     }
 }
 
+void tst_DataScreen::customKeyTouch_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QByteArray>("sent");
+    QTest::newRow("vehicle") << 81 << QByteArray("vehicleCustomControls");
+    QTest::newRow("parking") << 83 << QByteArray("parkingCustomControls");
+}
+
 void tst_DataScreen::customKeyTouch()
 {
-    // With the mouse on the real key, brought up as a host would.
-    QWidget *screen = m_host->open(81);
-    find<QWidget>(screen, "button_widget")->show();
-    CallSpy spy;
-    QTest::mouseClick(find<QAbstractButton>(screen, "key_P2"), Qt::LeftButton);
-    QCOMPARE(spy.take(), (QStringList{command("vehicleCustomControls(34, 1)"),
-                                      command("vehicleCustomControls(34, 2)"), beep}));
+    QFETCH(int, id);
+    QFETCH(QByteArray, sent);
+    QWidget *screen = m_host->open(id);
+    find<QWidget>(screen, "button_widget")->show(); // as a host would
+    const struct
+    {
+        const char *key;
+        const char *control;
+    } keys[] = {{"key_P1", "18"}, {"key_P2", "34"}};
+    for (const auto &row : keys) {
+        // The window system's touch, which meets the caption first.
+        auto *key = find<QAbstractButton>(screen, row.key);
+        const QPoint centre = key->mapTo(screen, key->rect().center());
+        CallSpy spy;
+        QTest::mouseClick(screen->windowHandle(), Qt::LeftButton, {}, centre);
+        const QByteArray call = sent + "(" + row.control;
+        QCOMPARE(spy.take(), (QStringList{command(call + ", 1)"), command(call + ", 2)"), beep}));
+    }
 }
 
 void tst_DataScreen::otherCustomKeysSendNothing()
@@ -262,54 +254,25 @@ void tst_DataScreen::otherCustomKeysSendNothing()
     QCOMPARE(spy.take(), QStringList());
 }
 
-/** The flags that the popup and the list step were run with, read from their traces. */
-static QStringList steps(const QStringList &lines)
+void tst_DataScreen::longCaptionsAreElided_data()
 {
-    QStringList found;
-    for (const QString &line : lines) {
-        for (const char *step : {"createPopup", "createListview"}) {
-            if (line.contains(QLatin1String(step)))
-                found.append(QLatin1String(step) + line.mid(line.lastIndexOf(QLatin1Char(' '))));
-        }
-    }
-    return found;
-}
-
-void tst_DataScreen::displayTypes_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<bool>("popup");
-    QTest::addColumn<bool>("list");
-    for (int type = 0; type < 256; ++type) {
-        const bool list = type == 1 || type == 16 || type == 17 || type == 18;
-        QTest::addRow("type %d", type) << type << (type == 2) << list;
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QByteArray>("caption");
+    for (const char *caption : {"Txt_P1", "Txt_P2"}) {
+        for (const int id : {80, 81, 82, 83})
+            QTest::addRow("screen %d, %s", id, caption) << id << QByteArray(caption);
+        QTest::addRow("screen 82, %s_2", caption) << 82 << QByteArray(caption) + "_2";
     }
 }
 
-void tst_DataScreen::displayTypes()
+void tst_DataScreen::longCaptionsAreElided()
 {
-    QFETCH(int, type);
-    QFETCH(bool, popup);
-    QFETCH(bool, list);
-    const bool known = type == 0 || popup || list;
-    m_host->window(80)->onCreate();
-
-    MessageCapture capture;
-    emit VtqAdaptor::instance()->guiDisplayTypeNotify(static_cast<unsigned char>(type));
-    const QList<MessageCapture::Message> messages = capture.take();
-    QStringList texts;
-    int warnings = 0;
-    for (const MessageCapture::Message &message : messages) {
-        texts.append(message.text);
-        if (message.type == QtWarningMsg) {
-            ++warnings;
-            QVERIFY(message.text.endsWith(QStringLiteral(" %1").arg(type)));
-        }
-    }
-    QCOMPARE(steps(texts),
-             (QStringList{QStringLiteral("createPopup %1").arg(popup ? "true" : "false"),
-                          QStringLiteral("createListview %1").arg(list ? "true" : "false")}));
-    QCOMPARE(warnings, known ? 0 : 1);
+    QFETCH(int, id);
+    QFETCH(QByteArray, caption);
+    auto *shown = find<QLabel>(m_host->open(id), caption);
+    QCOMPARE(faultOfElision(shown, QStringLiteral("Interior lamps at the rear"),
+                            [=](const QString &text) { shown->setText(text); }),
+             QString());
 }
 
 void tst_DataScreen::displayTypeSignals_data()
@@ -340,12 +303,12 @@ void tst_DataScreen::displayTypeSignals()
     {
         MessageCapture capture;
         invoke(screen, slot, Q_ARG(uchar, 17));
-        QCOMPARE(steps(capture.takeTexts()), listShown);
+        QCOMPARE(displaySteps(capture.takeTexts()), listShown);
     }
     for (const char *any : {"guiDisplayTypeNotify", "vehGuiDisplayType", "parkGuiDisplayType"}) {
         MessageCapture capture;
         invoke(VtqAdaptor::instance(), any, Q_ARG(uchar, 17));
-        QCOMPARE(steps(capture.takeTexts()), signal == any ? listShown : QStringList());
+        QCOMPARE(displaySteps(capture.takeTexts()), signal == any ? listShown : QStringList());
     }
 }
 
@@ -379,7 +342,7 @@ void tst_DataScreen::payloadsCloseAndAreLogged()
         invoke(VtqAdaptor::instance(), popupSignal, Q_ARG(QString, QStringLiteral("Heading")),
                Q_ARG(QStringList, {}), Q_ARG(QStringList, {}), Q_ARG(QByteArray, {}));
         const QStringList lines = capture.takeTexts();
-        QCOMPARE(steps(lines), QStringList{QStringLiteral("createPopup false")});
+        QCOMPARE(displaySteps(lines), QStringList{QStringLiteral("createPopup false")});
         QCOMPARE(lines.join(QLatin1Char('\n')).contains(QStringLiteral("Heading")), logsPopup);
     }
     {
@@ -388,7 +351,7 @@ void tst_DataScreen::payloadsCloseAndAreLogged()
                Q_ARG(QByteArray, {}), Q_ARG(QStringList, {}), Q_ARG(QList<QVariant>, {}),
                Q_ARG(QByteArray, {}));
         const QStringList lines = capture.takeTexts();
-        QCOMPARE(steps(lines), QStringList{QStringLiteral("createListview false")});
+        QCOMPARE(displaySteps(lines), QStringList{QStringLiteral("createListview false")});
         QCOMPARE(lines.join(QLatin1Char('\n')).contains(QStringLiteral("Heading")), logsList);
     }
 }
@@ -424,7 +387,7 @@ void tst_DataScreen::parkingBindsOnRequestOnly()
     const auto reacts = [] {
         MessageCapture capture;
         emit VtqAdaptor::instance()->parkGuiDisplayType(0);
-        return steps(capture.takeTexts()).size() / 2;
+        return displaySteps(capture.takeTexts()).size() / 2;
     };
     QCOMPARE(reacts(), 0);
     invoke(screen, "connectVtqAdaptor");

@@ -3,6 +3,7 @@
 #include "dbcfiles.h"
 #include "program.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <cmath>
 #include <random>
@@ -184,7 +185,7 @@ void tst_DbcCompare::compare(const Dbc &dbc, const QString &path, int least)
     QElapsedTimer timer;
     timer.start();
     const ProgramResult result = runProgram(
-        {m_python, NORDA_SOURCE_DIR "/tests/decodeframes.py", path, list.fileName()}, 500);
+        {m_python, testpaths::source("tests/decodeframes.py"), path, list.fileName()}, 500);
     QVERIFY2(result.exitCode == 0, qPrintable(result.err));
     QByteArray text = result.out.toLatin1();
     QBuffer lines(&text);

@@ -2,6 +2,7 @@
 #include "messagecapture.h"
 #include "program.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <QRegularExpression>
 #include <QtTest>
@@ -95,8 +96,9 @@ void tst_Debug::printTraceListsFrames()
     }
     qputenv("NORDA_PRINT_TRACE", "1");
     const QString output =
-        runProgram(QStringLiteral(NORDA_EMULATOR).split(QLatin1Char(' '), Qt::SkipEmptyParts) +
-                   QStringList{QCoreApplication::applicationFilePath(), "printTraceListsFrames"})
+        runProgram(testpaths::emulator().split(QLatin1Char(' '), Qt::SkipEmptyParts) +
+                   QStringList{QCoreApplication::applicationFilePath(), "tst_debug",
+                               "printTraceListsFrames"})
             .out;
     qunsetenv("NORDA_PRINT_TRACE");
     const QRegularExpression format(QStringLiteral("\n \\*{9} print_trace \\*{9}\n"

@@ -5,6 +5,7 @@
 #include "pluginfixture.h"
 #include "program.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <QPointer>
 
@@ -63,7 +64,7 @@ static void emitAll()
 class UnloadingLoader : public QPluginLoader
 {
 public:
-    UnloadingLoader() : QPluginLoader(QStringLiteral(NORDA_PLUGIN_FILE))
+    UnloadingLoader() : QPluginLoader(testpaths::pluginFile())
     {
         setLoadHints(QLibrary::LoadHints());
     }
@@ -227,8 +228,7 @@ static constexpr char exitArgument[] = "--exit-with-pages-open";
 [[noreturn]] static void exitWithPages(int argc, char *argv[])
 {
     new QApplication(argc, argv);
-    auto *plugin =
-        qobject_cast<AppPlugin *>(QPluginLoader(QStringLiteral(NORDA_PLUGIN_FILE)).instance());
+    auto *plugin = qobject_cast<AppPlugin *>(QPluginLoader(testpaths::pluginFile()).instance());
     for (const int id : plugin->windowInterfaceID()) {
         plugin->requestWindowInterface(id)->onCreate();
         QWidget *page = plugin->requestWindowInterface(id)->mainWidget();
@@ -241,17 +241,20 @@ static constexpr char exitArgument[] = "--exit-with-pages-open";
 
 void tst_Destruction::exitWithPagesOpen()
 {
-    QStringList command{QCoreApplication::applicationFilePath(), QLatin1String(exitArgument)};
-    const QString emulator = QStringLiteral(NORDA_EMULATOR);
+    QStringList command{QCoreApplication::applicationFilePath(), "tst_destruction",
+                        QLatin1String(exitArgument)};
+    const QString emulator = testpaths::emulator();
     command = emulator.split(QLatin1Char(' '), Qt::SkipEmptyParts) + command;
     const ProgramResult result = runProgram(command);
     QVERIFY2(result.exitCode == 0, qPrintable(result.err));
 }
 
-int main(int argc, char *argv[])
+static int runDestruction(int argc, char *argv[])
 {
     if (argc == 2 && std::strcmp(argv[1], exitArgument) == 0)
         exitWithPages(argc, argv);
     return nordaTestMain<tst_Destruction>(argc, argv);
 }
+
+static const bool isRegistered = registerTest(__FILE__, runDestruction);
 #include "tst_destruction.moc"

@@ -1,5 +1,6 @@
 #include "program.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <elf.h>
 
@@ -12,17 +13,18 @@ private slots:
     void refuses_data();
     void refuses();
     void anotherProcessor();
+    void aFolder();
     void damagedLibraries_data();
     void damagedLibraries();
 
 private:
     static ProgramResult check(const QString &file)
     {
-        return runProgram({QStringLiteral(NORDA_BENCH_FILE), QStringLiteral("--check"), file});
+        return runProgram({testpaths::benchFile(), QStringLiteral("--check"), file});
     }
     static QByteArray ours()
     {
-        QFile file(QStringLiteral(NORDA_PLUGIN_FILE));
+        QFile file(testpaths::pluginFile());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
     QString write(const QByteArray &content) const
@@ -38,7 +40,7 @@ private:
 
 void tst_Doctor::acceptsOurs()
 {
-    const ProgramResult result = check(QStringLiteral(NORDA_PLUGIN_FILE));
+    const ProgramResult result = check(testpaths::pluginFile());
     QVERIFY2(result.exitCode == 0, qPrintable(result.err));
     for (const char *found :
          {"ok  shared library for ", "ok  interface id com.stavel.Qt.nordaPlugin\n",
@@ -85,7 +87,7 @@ void tst_Doctor::refuses()
 {
     QFETCH(QString, plugin);
     QFETCH(QString, message);
-    const QString file = QStringLiteral(NORDA_BROKEN_DIR "/libbroken_%1.so").arg(plugin);
+    const QString file = testpaths::brokenPlugin(plugin);
     QVERIFY2(QFile::exists(file), qPrintable(file));
     const ProgramResult result = check(file);
     QCOMPARE(result.exitCode, 2);
@@ -105,6 +107,15 @@ void tst_Doctor::anotherProcessor()
     QVERIFY2(result.err.contains(file + QStringLiteral(": built for x86, ")) &&
                  result.err.contains(QStringLiteral("build it with this unit's compiler")),
              qPrintable(result.err));
+}
+
+void tst_Doctor::aFolder()
+{
+    const ProgramResult result = check(m_folder.path());
+    QCOMPARE(result.exitCode, 2);
+    const QString line =
+        m_folder.path() + QStringLiteral(": expected a plugin, found a directory\n");
+    QVERIFY2(result.err.endsWith(line), qPrintable(result.err));
 }
 
 void tst_Doctor::damagedLibraries_data()

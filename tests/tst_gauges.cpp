@@ -343,6 +343,10 @@ void tst_Gauges::scale_data()
     QTest::newRow("not a number keeps its text")
         << QStringList{"5", "x", "15", ""}
         << QStringList{"5", "10", "15", "30", "40", "50", "60", "70", "80", "90", "100"} << 2;
+    QTest::newRow("a huge text") << QStringList{QString(200000, 'x')}
+                                 << QStringList{"0",  "10", "20", "30", "40", "50",
+                                                "60", "70", "80", "90", "100"}
+                                 << 1;
     QTest::newRow("negative") << QStringList{"-1234"}
                               << QStringList{"-12", "10", "20", "30", "40", "50",
                                              "60",  "70", "80", "90", "100"}
@@ -359,8 +363,10 @@ void tst_Gauges::scale()
                               Q_ARG(QStringList, entries.mid(1)));
     const QList<MessageCapture::Message> messages = capture.take();
     QCOMPARE(messages.size(), warnings);
-    for (const MessageCapture::Message &message : messages)
+    for (const MessageCapture::Message &message : messages) {
         QCOMPARE(message.type, QtWarningMsg);
+        QVERIFY(!message.text.contains(QString(81, 'x'))); // texts of the car are cut to 80
+    }
     QStringList texts;
     for (int i = 1; i <= 11; ++i)
         texts.append(text(qPrintable(QStringLiteral("Txt_scale_%1").arg(i))));

@@ -1,4 +1,5 @@
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <QEvent>
 #include <QPluginLoader>
@@ -89,7 +90,7 @@ private slots:
     void cleanupTestCase() { m_loader.unload(); }
 
 private:
-    QPluginLoader m_loader{QStringLiteral(NORDA_PLUGIN_FILE)};
+    QPluginLoader m_loader{testpaths::pluginFile()};
     closed::Root *m_root = nullptr;
 };
 

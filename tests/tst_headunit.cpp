@@ -1,27 +1,29 @@
 #include "audiostage.h"
-#include "benchwindow.h"
 #include "callspy.h"
 #include "cameraview.h"
 #include "cm/reverservideoinservice.h"
 #include "cm/statusbarcontrol.h"
-#include "headunit.h"
 #include "mem/settingsfunc.h"
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
-#include "options.h"
+#include "pages.h"
 #include "paintcounter.h"
 #include "screen.h"
-#include "session.h"
+#include "session/session.h"
 #include "statuscolumn.h"
 #include "testmain.h"
+#include "testpaths.h"
 #include "touchevent.h"
-#include "transportbar.h"
+#include "window/transportbar.h"
+#include "windowstack.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QPushButton>
-#include <QSlider>
-#include <QToolButton>
+
+#include <functional>
+
+Q_DECLARE_METATYPE(std::function<void()>)
 
 /** The bench's head unit around the real plugin. */
 class tst_HeadUnit : public QObject
@@ -33,6 +35,8 @@ private slots:
 
     void barOpensEveryPage_data();
     void barOpensEveryPage();
+    void pageOpensAsByTheBar_data();
+    void pageOpensAsByTheBar();
     void backWalksTheStack();
     void cameraCoversAndResumes();
     void splitViewStandsBesideThePage();
@@ -46,7 +50,6 @@ private slots:
     void parkingIsBoundByTheHost();
     void framesAreCounted();
     void unknownCodesAndWindows();
-    void windowPlaysAndSeeks();
     void carAnswersTheTouch();
 
 private:
@@ -62,15 +65,15 @@ private:
     }
 
     QScopedPointer<Screen> m_screen;
-    QScopedPointer<HeadUnit> m_unit;
+    QScopedPointer<WindowStack> m_unit;
 };
 
 void tst_HeadUnit::init()
 {
     m_screen.reset(new Screen);
-    m_unit.reset(new HeadUnit(m_screen.data()));
+    m_unit.reset(new WindowStack(m_screen.data()));
     QString error;
-    QVERIFY2(m_unit->load(QStringLiteral(NORDA_PLUGIN_FILE), &error), qPrintable(error));
+    QVERIFY2(m_unit->load(testpaths::pluginFile(), &error), qPrintable(error));
     m_screen->show();
     m_unit->openWindow(80);
     QVERIFY(QTest::qWaitForWindowExposed(m_screen.data()));
@@ -114,6 +117,58 @@ void tst_HeadUnit::barOpensEveryPage()
     QCoreApplication::processEvents();
     QCOMPARE(m_unit->currentPage(), gauges); // the page that was there before
     QVERIFY(gauges->isVisible());
+}
+
+// However a page of the module is opened, the unit asks for it, and once.
+void tst_HeadUnit::pageOpensAsByTheBar_data()
+{
+    using Open = std::function<void()>;
+    QTest::addColumn<Open>("open");
+    QTest::addColumn<QStringList>("requests");
+    const auto request = [](int page) {
+        return QStringLiteral("norda::VtqAdaptor::NordaData_Request(%1)").arg(page);
+    };
+    const auto row = [](const char *name, const Open &open, const QStringList &requests) {
+        QTest::newRow(name) << open << requests;
+    };
+    const auto touch = [this](const char *key) {
+        QTest::mouseClick(barKey(key), Qt::LeftButton);
+        QCoreApplication::processEvents();
+    };
+    row("settings, by the bar", [=] { touch("norda_key_setting"); }, {request(13)});
+    row("about, by the bar", [=] { touch("norda_key_about"); }, {request(5)});
+    row("settings, by the unit", [this] { m_unit->openWindow(84); }, {request(13)});
+    row("about, by the unit", [this] { m_unit->openWindow(85); }, {request(5)});
+    row("settings, once more",
+        [this] {
+            m_unit->openWindow(84);
+            m_unit->openWindow(84);
+        },
+        {request(13), request(13)});
+    row("back to the settings",
+        [this] {
+            m_unit->openWindow(84);
+            m_unit->openWindow(80);
+            m_unit->back();
+        },
+        {request(13), request(13)});
+    row("about, built anew",
+        [this] {
+            m_unit->openWindow(85);
+            m_unit->recreateWindow();
+        },
+        {request(5), request(5)});
+    row("vehicle, by the unit", [this] { m_unit->openWindow(81); }, {});
+    row("no page", [this] { m_unit->openWindow(lastPage + 1); }, {});
+}
+
+void tst_HeadUnit::pageOpensAsByTheBar()
+{
+    QFETCH(std::function<void()>, open);
+    QFETCH(QStringList, requests);
+    CallSpy calls;
+    open();
+    QCOMPARE(calls.take({"norda::VtqAdaptor::NordaData_Request"}), requests);
 }
 
 void tst_HeadUnit::backWalksTheStack()
@@ -218,12 +273,12 @@ void tst_HeadUnit::cameraIsStatedOnce()
     settings.write("[General]\nCameraInput=0\n");
     settings.close();
     m_unit.reset(); // the owner's word holds on the next start
-    m_unit.reset(new HeadUnit(m_screen.data()));
+    m_unit.reset(new WindowStack(m_screen.data()));
     QVERIFY(settings.open(QIODevice::ReadOnly));
     QCOMPARE(settings.readAll(), QByteArray("[General]\nCameraInput=0\n"));
     settings.remove();
     QString error;
-    QVERIFY(m_unit->load(QStringLiteral(NORDA_PLUGIN_FILE), &error));
+    QVERIFY(m_unit->load(testpaths::pluginFile(), &error));
 }
 
 void tst_HeadUnit::cameraFollowsTheSteering()
@@ -309,41 +364,12 @@ void tst_HeadUnit::framesAreCounted()
 
 void tst_HeadUnit::unknownCodesAndWindows()
 {
-    for (int code : {0, 60, 62, 86, 93, -1})
+    for (int code : {0, 60, 62, 86, std::end(pages)[-1].code + 1, -1})
         post(code);
     m_unit->openWindow(79);
-    m_unit->openWindow(86);
+    m_unit->openWindow(lastPage + 1);
     QCOMPARE(m_unit->currentWindow(), 80);
     QVERIFY(!m_screen->isCameraShown());
-}
-
-void tst_HeadUnit::windowPlaysAndSeeks()
-{
-    Options options;
-    QString error;
-    AudioStage stage(m_unit.data());
-    BenchWindow window(options, m_screen.data(), m_unit.data(), &stage);
-    window.start(
-        std::make_unique<Session>(module::openSource(QStringLiteral("simulator"), &error)));
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    module::Drive *drive = window.session()->drive();
-    QVERIFY(drive->isPlaying());
-
-    auto *play = window.findChild<QToolButton *>(QStringLiteral("play"));
-    QTest::mouseClick(play, Qt::LeftButton);
-    QVERIFY(!drive->isPlaying());
-    auto *slider = window.findChild<QSlider *>();
-    QCOMPARE(slider->maximum(), 600);
-    slider->setValue(300);
-    QCOMPARE(drive->positionMs(), 300000);
-    QVERIFY(window.session()->signalCount() > 5);
-    QTest::keyClick(&window, Qt::Key_Space);
-    QTRY_VERIFY(drive->isPlaying());
-    QTest::keyClick(&window, Qt::Key_3);
-    QTRY_COMPARE(m_unit->currentWindow(), 82);
-    QTest::keyClick(&window, Qt::Key_Escape);
-    QTRY_COMPARE(m_unit->currentWindow(), 80);
 }
 
 void tst_HeadUnit::carAnswersTheTouch()

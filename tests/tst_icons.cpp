@@ -1,5 +1,6 @@
 #include "nordahost.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <QCryptographicHash>
 #include <QDirIterator>
@@ -41,8 +42,7 @@ void tst_Icons::everyNamedImageExists()
 {
     const QRegularExpression path(QStringLiteral(":/(?:icon|popupicon)/[^\"<]+\\.png"));
     int named = 0;
-    for (const QString &file :
-         filesBelow(QStringLiteral(NORDA_SOURCE_DIR "/plugin"), {"*.cpp", "*.h", "*.ui"})) {
+    for (const QString &file : filesBelow(testpaths::source("plugin"), {"*.cpp", "*.h", "*.ui"})) {
         for (auto it = path.globalMatch(QString::fromUtf8(content(file))); it.hasNext();) {
             QString image = it.next().captured();
             image.replace(QStringLiteral("%1"), QStringLiteral("0")); // the first of a row
@@ -68,7 +68,7 @@ void tst_Icons::everyImageDiffers()
 
 void tst_Icons::everyDrawingIsUsed()
 {
-    const QString folder = QStringLiteral(NORDA_SOURCE_DIR "/host/icons/");
+    const QString folder = testpaths::source("host/icons/");
     const QByteArray manifest = content(folder + QStringLiteral("manifest.txt"));
     for (const QString &file : filesBelow(folder, {"*.svg", "*.css"}))
         QVERIFY2(manifest.contains(file.mid(folder.size()).toUtf8()), qPrintable(file));

@@ -1,9 +1,9 @@
 #include "adaptorlink.h"
-#include "journal.h"
 #include "panels/callwords.h"
 #include "panels/signalpresets.h"
-#include "scenario.h"
-#include "scenariowriter.h"
+#include "scenario/scenario.h"
+#include "scenario/scenariowriter.h"
+#include "session/journal.h"
 #include "testmain.h"
 #include "values.h"
 
@@ -149,6 +149,12 @@ void tst_Journal::presetsFit()
             QString error;
             QVERIFY2(module::bindArguments(signal.method, &arguments, &error),
                      qPrintable(preset.title + ": " + error));
+            for (QVariantList follower : preset.followers) {
+                const QByteArray name = follower.takeFirst().toByteArray();
+                QVERIFY2(
+                    module::bindArguments(module::moduleSignal(name).method, &follower, &error),
+                    qPrintable(preset.title + ": " + error));
+            }
             ++found;
         }
     }
@@ -218,23 +224,24 @@ void tst_Journal::becomesAScenario()
     Journal journal(100);
     const QString adaptor = QStringLiteral("norda::VtqAdaptor::");
     journal.note(0, Journal::Page, "page", {81});
-    journal.note(1000, Journal::Deed, "press", {"key_settings", 4, 5});
+    journal.note(1000, Journal::Action, "press", {"key_settings", 4, 5});
     journal.noteSignal(1010, "doorStatus", {4});
-    journal.note(1020, Journal::Deed, "release", {});
+    journal.note(1020, Journal::Action, "release", {});
     journal.note(1020, Journal::Call, adaptor + "vehicleSettings", {});
     journal.note(1020, Journal::Call, "svaudio::AudioService::doBeep", {0});
-    journal.note(3000, Journal::Deed, "press", {"bar", 4, 5});
-    journal.note(3500, Journal::Deed, "move", {300, 200});
-    journal.note(3900, Journal::Deed, "release", {});
+    journal.note(3000, Journal::Action, "press", {"bar", 4, 5});
+    journal.note(3500, Journal::Action, "move", {300, 200});
+    journal.note(3900, Journal::Action, "release", {});
     journal.note(5000, Journal::Call, adaptor + "requestVehicleInfo", {}); // nobody's doing
-    journal.note(6000, Journal::Deed, "page", {82});
+    journal.note(6000, Journal::Action, "page", {82});
     journal.note(6000, Journal::Page, "page", {82});
-    SessionStart start;
-    start.page = 81;
-    start.trim = module::Trim::NoRear;
-    start.faults = QStringList{"silence:0.1"};
+    Setup setup;
+    setup.page = 81;
+    setup.trim = module::Trim::NoRear;
+    QString error;
+    QVERIFY(setup.faults.add("silence:0.1", &error));
     QCOMPARE(
-        scenarioOf(&journal, start, "By hand").split('\n'),
+        scenarioOf(&journal, setup, "By hand").split('\n'),
         (QStringList{"scenario \"By hand\"", "source simulator", "trim no-rear",
                      "fault silence:0.1", "", "0        page 81", "1        touch key_settings 4 5",
                      "         expect call vehicleSettings", "3        press bar 4 5",

@@ -1,5 +1,6 @@
 #include "program.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <QDirIterator>
 
@@ -25,7 +26,8 @@ private:
     };
     QString readelf(const QString &file, const QStringList &options) const
     {
-        return runProgram(QStringList{NORDA_READELF, "-W"} + options + QStringList(file)).out;
+        return runProgram(QStringList{testpaths::readelf(), "-W"} + options + QStringList(file))
+            .out;
     }
     QList<Symbol> symbols(const QString &file) const;
 
@@ -36,8 +38,8 @@ private:
 void tst_Library::initTestCase()
 {
     const ProgramResult install =
-        runProgram({NORDA_CMAKE, "--install", NORDA_BUILD_DIR, "--component", "plugin", "--strip",
-                    "--prefix", m_root.path()});
+        runProgram({testpaths::cmake(), "--install", testpaths::buildFolder(), "--component",
+                    "plugin", "--strip", "--prefix", m_root.path()});
     QVERIFY2(install.exitCode == 0, qPrintable(install.err));
     QDirIterator walk(m_root.path(), {"libnordaPlugin.so"}, QDir::Files,
                       QDirIterator::Subdirectories);
@@ -105,7 +107,7 @@ void tst_Library::needsOnlyWhatTheSdkDeclares()
     QSet<QString> declared;
     static const QRegularExpression aClass(
         QStringLiteral("(?:class|struct) (?:NORDAHOST_EXPORT )?(\\w+)"));
-    QDirIterator headers(QStringLiteral(NORDA_SOURCE_DIR "/host/include"), {"*.h"}, QDir::Files,
+    QDirIterator headers(testpaths::source("host/include"), {"*.h"}, QDir::Files,
                          QDirIterator::Subdirectories);
     while (headers.hasNext()) {
         QFile file(headers.next());
@@ -114,7 +116,7 @@ void tst_Library::needsOnlyWhatTheSdkDeclares()
             declared.insert(it.next().captured(1));
     }
     QSet<QString> host;
-    for (const Symbol &symbol : symbols(QStringLiteral(NORDA_HOST_FILE))) {
+    for (const Symbol &symbol : symbols(testpaths::hostFile())) {
         if (symbol.isDefined)
             host.insert(symbol.name);
     }
@@ -176,8 +178,10 @@ void tst_Library::carriesNoPaths()
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QByteArray content = file.readAll();
     QVERIFY(content.contains("QTMETADATA"));
-    for (const char *path : {NORDA_SOURCE_DIR, NORDA_BUILD_DIR, "/home/", "/root/", "/tmp/"})
-        QVERIFY2(!content.contains(path), path);
+    for (const QString &path :
+         {testpaths::sourceFolder(), testpaths::buildFolder(), QStringLiteral("/home/"),
+          QStringLiteral("/root/"), QStringLiteral("/tmp/")})
+        QVERIFY2(!content.contains(path.toUtf8()), qPrintable(path));
 }
 
 NORDA_TEST_MAIN(tst_Library)

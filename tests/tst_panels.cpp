@@ -40,7 +40,7 @@ void tst_Panels::signalsTellLastValueAndListeners()
     QVERIFY(doors >= 0);
     QCOMPARE(cell("signals", doors, Count), QString());
     QCOMPARE(cell("signals", doors, HeardBy), QStringLiteral("nobody")); // the page is not there
-    m_unit->openWindow(81);
+    windows()->openWindow(81);
     emit VtqAdaptor::instance()->doorStatus(4);
     emit VtqAdaptor::instance()->doorStatus(5);
     QTRY_COMPARE(cell("signals", doors, Count), QStringLiteral("2"));
@@ -58,7 +58,7 @@ void tst_Panels::signalsTellLastValueAndListeners()
 void tst_Panels::signalIsSentByHand()
 {
     open("signals");
-    m_unit->openWindow(81);
+    windows()->openWindow(81);
     auto *table = find<QTableView>("signals");
     table->selectRow(rowOf("signals", "tirePressureStatus", Name));
     auto *presets = find<QComboBox>("presets");
@@ -68,15 +68,21 @@ void tst_Panels::signalIsSentByHand()
     QCOMPARE(find<QSpinBox>("argument-0")->value(), 40);
     QTest::mouseClick(find<QPushButton>("send"), Qt::LeftButton);
     QCOMPARE(text("Txt_psi_rear_right"), QStringLiteral("17 psi"));
+    // The pressures stay white; the temperature and the info text warn.
+    const QString yellow = QStringLiteral("color: rgb(248, 255, 55);");
+    QCOMPARE(screen()->widgetNamed("Txt_temp_rear_right")->styleSheet(), yellow);
+    QVERIFY(screen()->widgetNamed("Txt_temp_rear_left")->styleSheet() != yellow);
+    QCOMPARE(text("Txt_carInfo"), QStringLiteral("Rear right tire"));
+    QCOMPARE(text("Txt_carInfo_2"), QStringLiteral("pressure low"));
 
     // Changed by hand and sent again.
     auto *values = find<QLineEdit>("argument-2");
     values->setText(values->text().replace("17", "9"));
     QTest::mouseClick(find<QPushButton>("send"), Qt::LeftButton);
     QCOMPARE(text("Txt_psi_rear_right"), QStringLiteral("9 psi"));
-    const Journal *journal = m_window->session()->journal();
+    const Journal *journal = session()->journal();
     QCOMPARE(journal->totalOf(Journal::Signal, "tirePressureStatus")->count, 2);
-    QCOMPARE(journal->totalOf(Journal::Deed, "signal")->count, 2);
+    QCOMPARE(journal->totalOf(Journal::Action, "signal")->count, 6); // each with two followers
 
     // The last value can be taken again.
     table->selectRow(rowOf("signals", "doorStatus", Name));
@@ -137,23 +143,23 @@ void tst_Panels::callsAreDecodedFilteredAndCopied()
 
 void tst_Panels::carIsHeldInHand()
 {
-    makeWindow("simulator");
+    makeBench("simulator");
     open("car");
-    module::Drive *drive = m_window->session()->drive();
+    module::Drive *drive = session()->drive();
     drive->setSpeed(30);
-    m_unit->openWindow(81);
+    windows()->openWindow(81);
     QTRY_VERIFY(drive->positionMs() > 10000);
     auto *hood = find<QComboBox>("car-hood");
     hood->setCurrentText("open");
     emit hood->activated(hood->currentIndex());
-    QTRY_VERIFY(m_screen->widgetNamed("icon_hood")->isVisible());
+    QTRY_VERIFY(screen()->widgetNamed("icon_hood")->isVisible());
     hood->setCurrentIndex(0);
     emit hood->activated(0);
-    QTRY_VERIFY(m_screen->widgetNamed("icon_hood")->isHidden());
+    QTRY_VERIFY(screen()->widgetNamed("icon_hood")->isHidden());
     find<QSpinBox>("car-tire-rear-left")->setValue(11);
     QTRY_COMPARE(text("Txt_psi_rear_left"), QStringLiteral("11 psi"));
     QTest::mouseClick(find<QPushButton>("warning"), Qt::LeftButton);
-    QTRY_COMPARE(m_stage->voice(), AudioStage::WarningTone);
+    QTRY_COMPARE(audio()->voice(), AudioStage::WarningTone);
 }
 
 void tst_Panels::recordedCarCannotBeHeld()
@@ -161,18 +167,29 @@ void tst_Panels::recordedCarCannotBeHeld()
     open("car");
     QVERIFY(!find<QComboBox>("car-hood")->isEnabled());
     QVERIFY(find<QDoubleSpinBox>("fault-silence")->isEnabled());
-    makeWindow("simulator");
+    makeBench("simulator");
     QVERIFY(find<QComboBox>("car-hood")->isEnabled());
 }
 
 void tst_Panels::faultsAreSet()
 {
     using module::Faults;
-    const Faults &faults = m_window->session()->drive()->faults();
+    const Faults &faults = session()->drive()->faults();
     auto *silence = find<QDoubleSpinBox>("fault-silence");
     QCOMPARE(silence->text(), QStringLiteral("off"));
-    silence->setValue(20);
+    silence->setValue(0.2);
     QCOMPARE(faults.value(Faults::Silence), 0.2);
+    QCOMPARE(silence->text(), QStringLiteral("0.2"));
+    // The numbers are those of the command line, also while somebody writes one.
+    silence->setFocus();
+    silence->selectAll();
+    QTest::keyClicks(silence, "0.9");
+    QTest::qWait(400); // the panels look
+    QCOMPARE(silence->cleanText(), QStringLiteral("0.9"));
+    QTest::keyClick(silence, Qt::Key_Return);
+    QCOMPARE(faults.value(Faults::Silence), 0.9);
+    QCOMPARE(silence->text(), QStringLiteral("0.9"));
+    QCOMPARE(silence->maximum(), 1.0);
     find<QDoubleSpinBox>("fault-restart")->setValue(60);
     QCOMPARE(faults.value(Faults::Restart), 60.0);
     silence->setValue(0);
@@ -183,14 +200,14 @@ void tst_Panels::faultsAreSet()
 void tst_Panels::inspectorTellsWhatIsThere()
 {
     open("inspector");
-    m_unit->openWindow(83);
+    windows()->openWindow(83);
     QTest::mouseClick(find<QToolButton>("point"), Qt::LeftButton);
-    QWidget *car = m_screen->widgetNamed("bkg_car");
-    const QPoint place = car->mapTo(m_screen.data(), car->rect().center());
-    QWidget *top = m_screen->childAt(place);
-    QTest::mouseMove(top, top->mapFrom(m_screen.data(), place));
-    QMouseEvent move(QEvent::MouseMove, top->mapFrom(m_screen.data(), place), Qt::NoButton,
-                     Qt::NoButton, {});
+    QWidget *car = screen()->widgetNamed("bkg_car");
+    const QPoint place = car->mapTo(screen(), car->rect().center());
+    QWidget *top = screen()->childAt(place);
+    QTest::mouseMove(top, top->mapFrom(screen(), place));
+    QMouseEvent move(QEvent::MouseMove, top->mapFrom(screen(), place), Qt::NoButton, Qt::NoButton,
+                     {});
     QCoreApplication::sendEvent(top, &move);
     QString told = find<QPlainTextEdit>("inspected")->toPlainText();
     QVERIFY2(told.startsWith("Name: bkg_car\nClass: QLabel\n"), qPrintable(told));
@@ -198,17 +215,17 @@ void tst_Panels::inspectorTellsWhatIsThere()
     QVERIFY(told.contains("Within: car_radar_widget < "));
 
     // A click keeps it, and the key under it is not touched.
-    const Journal *journal = m_window->session()->journal();
+    const Journal *journal = session()->journal();
     const int calls = journal->count(Journal::Call);
     click("key_camera");
     QVERIFY(!find<QToolButton>("point")->isChecked());
-    QVERIFY(!m_screen->isCameraShown());
+    QVERIFY(!screen()->isCameraShown());
     QCOMPARE(journal->count(Journal::Call), calls);
     told = find<QPlainTextEdit>("inspected")->toPlainText();
     QVERIFY2(told.startsWith("Name: key_camera\nClass: norda::IconKey\n"), qPrintable(told));
     QVERIFY2(told.contains("clicked("), qPrintable(told));
     click("key_camera");
-    QVERIFY(m_screen->isCameraShown());
+    QVERIFY(screen()->isCameraShown());
 }
 
 NORDA_TEST_MAIN(tst_Panels)

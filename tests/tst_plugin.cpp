@@ -2,6 +2,7 @@
 #include "messagecapture.h"
 #include "pluginfixture.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 #include <QJsonObject>
 #include <QLoggingCategory>
@@ -36,7 +37,7 @@ private slots:
 void tst_Plugin::metaDataNamesTheInterfaceAndTheClass()
 {
     // Read from the file alone, before anything of it is loaded.
-    const QJsonObject data = QPluginLoader(QStringLiteral(NORDA_PLUGIN_FILE)).metaData();
+    const QJsonObject data = QPluginLoader(testpaths::pluginFile()).metaData();
     QCOMPARE(data.value(QStringLiteral("IID")).toString(),
              QStringLiteral("com.stavel.Qt.nordaPlugin"));
     QCOMPARE(data.value(QStringLiteral("className")).toString(), QStringLiteral("Plugin1"));
@@ -70,13 +71,13 @@ void tst_Plugin::castsByName()
 void tst_Plugin::instanceIsOneLiveRoot()
 {
     PluginFixture host;
-    QCOMPARE(QPluginLoader(QStringLiteral(NORDA_PLUGIN_FILE)).instance(), host.root());
+    QCOMPARE(QPluginLoader(testpaths::pluginFile()).instance(), host.root());
     QCOMPARE(host.root()->parent(), nullptr);
 }
 
 void tst_Plugin::rootIsBuiltAnewAfterItsDeletion()
 {
-    QPluginLoader loader(QStringLiteral(NORDA_PLUGIN_FILE));
+    QPluginLoader loader(testpaths::pluginFile());
     QPointer<QObject> first = loader.instance();
     delete first;
     QPointer<QObject> second = loader.instance();

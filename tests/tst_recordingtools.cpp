@@ -2,6 +2,7 @@
 #include "recording.h"
 #include "recordingtools.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 using namespace module;
 
@@ -27,6 +28,14 @@ static QByteArray beep(int ms)
     return QStringLiteral("{\"args\":[],\"call\":\"Beep::play\",\"t\":%1}\n").arg(ms).toLatin1();
 }
 
+static QByteArray action(int ms, const char *word, const char *arguments = "[]")
+{
+    return QStringLiteral("{\"action\":\"%1\",\"args\":%2,\"t\":%3}\n")
+        .arg(QLatin1String(word), QLatin1String(arguments))
+        .arg(ms)
+        .toLatin1();
+}
+
 static QByteArray end(int ms)
 {
     return QStringLiteral("{\"end\":true,\"t\":%1}\n").arg(ms).toLatin1();
@@ -41,6 +50,7 @@ private slots:
     void compare();
     void cut_data();
     void cut();
+    void cutKeepsWhatWasDone();
     void cutOfALongOne();
     void unusable_data();
     void unusable();
@@ -60,7 +70,7 @@ private:
     }
     ProgramResult run(const QStringList &arguments) const
     {
-        return runProgram(QStringList(QStringLiteral(NORDA_BENCH_FILE)) + arguments);
+        return runProgram(QStringList(testpaths::benchFile()) + arguments);
     }
 
     QTemporaryDir m_folder;
@@ -88,6 +98,19 @@ void tst_RecordingTools::compare_data()
         << QStringList{"alike for 2 lines, until 2.500 s; then",
                        "A: line 4: {\"args\":[1],\"signal\":\"doorStatus\",\"t\":2600}",
                        "B: line 4: {\"args\":[1],\"signal\":\"doorStatus\",\"t\":2601}"};
+    QTest::newRow("a call at another moment")
+        << start + beep(2600) << start + beep(2640) << 0 << QStringList{"alike: 3 lines, 2.600 s"};
+    QTest::newRow("a call after another signal")
+        << start + beep(2600) + door(2700, 1) << start + door(2700, 1) + beep(2700) << 1
+        << QStringList{"alike for 2 lines, until 2.500 s; then",
+                       "A: line 4: {\"args\":[],\"call\":\"Beep::play\",\"t\":2600}",
+                       "B: line 4: {\"args\":[1],\"signal\":\"doorStatus\",\"t\":2700}"};
+    QTest::newRow("another action")
+        << start + action(2600, "back") << start + action(2600, "split") << 1
+        << QStringList{"alike for 2 lines, until 2.500 s; then",
+                       "A: line 4: {\"action\":\"back\",\"args\":[],\"t\":2600}",
+                       "B: line 4: {\"action\":\"split\",\"args\":[],\"t\":2600}",
+                       "back: 1 times and 0 times", "split: 0 times and 1 times"};
     QTest::newRow("one ends") << start + beep(2600) + beep(2700) << start << 1
                               << QStringList{
                                      "alike for 2 lines, until 2.500 s; then",
@@ -124,14 +147,15 @@ void tst_RecordingTools::cut_data()
                                   door(4000, 3) + end(5000);
     QTest::newRow("catches up in order")
         << QStringList{"--from", "3.2"}
-        << battery(0) + door(0, 2) + beep(300) + door(800, 3) + end(1800);
+        << battery(0) + door(0, 2) + action(0, "begin") + beep(300) + door(800, 3) + end(1800);
     QTest::newRow("both ends belong to it")
         << QStringList{"--from", "3", "--to", "4"}
-        << door(0, 1) + battery(0) + door(0, 2) + beep(500) + door(1000, 3) + end(1000);
+        << door(0, 1) + battery(0) + action(0, "begin") + door(0, 2) + beep(500) + door(1000, 3) +
+               end(1000);
     QTest::newRow("up to a moment without a line")
         << QStringList{"--to", "2.5"} << door(1000, 1) + battery(2000) + end(2500);
-    QTest::newRow("beyond the end")
-        << QStringList{"--from", "4.5", "--to", "90"} << battery(0) + door(0, 3) + end(500);
+    QTest::newRow("beyond the end") << QStringList{"--from", "4.5", "--to", "90"}
+                                    << battery(0) + door(0, 3) + action(0, "begin") + end(500);
 }
 
 void tst_RecordingTools::cut()
@@ -152,6 +176,29 @@ void tst_RecordingTools::cut()
     QCOMPARE(source->statistics().value("badLines").toInt(), 0);
 }
 
+// What a touch did depends on what the page showed then, so a part begins with both, in order.
+void tst_RecordingTools::cutKeepsWhatWasDone()
+{
+    write("a.jsonl", header + action(0, "page", "[80]") + beep(0) + door(1000, 1) + door(1500, 2) +
+                         action(1600, "press", "[\"key_P1\",5,5]") + beep(1600) + battery(2000) +
+                         action(3000, "back") + beep(3000) + end(4000));
+    const QByteArray past = action(0, "page", "[80]") + door(0, 2) +
+                            action(0, "press", "[\"key_P1\",5,5]") + battery(0);
+    const auto cut = [this](const char *file, const char *from) {
+        const ProgramResult result =
+            run({"--cut", path(file), "--from", from, "--record", path("part.jsonl")});
+        QVERIFY2(result.exitCode == 0, qPrintable(result.err));
+    };
+    cut("a.jsonl", "2.5");
+    const QByteArray part = read("part.jsonl");
+    QCOMPARE(part.mid(part.indexOf('\n') + 1),
+             past + action(0, "begin") + action(500, "back") + beep(500) + end(1500));
+    cut("part.jsonl", "0.1"); // a part of a part
+    const QByteArray again = read("part.jsonl");
+    QCOMPARE(again.mid(again.indexOf('\n') + 1),
+             past + action(0, "begin") + action(400, "back") + beep(400) + end(1400));
+}
+
 // What a screen shows at a moment does not depend on where the recording begins.
 void tst_RecordingTools::cutOfALongOne()
 {
@@ -170,6 +217,8 @@ void tst_RecordingTools::cutOfALongOne()
     whole->seek(1800 * 1000);
     QVERIFY2(clock.elapsed() < 1000, "a jump within an hour");
     for (int i = 0; i < 500; ++i) {
+        if (i == 1)
+            QCOMPARE(part->take().signal, QByteArray(beginAction));
         QCOMPARE(part->nextDueMs(), whole->nextDueMs() - 1800 * 1000);
         QCOMPARE(part->take().arguments, whole->take().arguments);
     }
@@ -185,9 +234,10 @@ void tst_RecordingTools::unusable_data()
                                  << "--diff: expected two recordings, got 3";
     QTest::newRow("no such file") << QStringList{"--diff", "GOOD", "NONE"}
                                   << "NONE: expected a readable file: No such file or directory";
-    QTest::newRow("damaged line") << QStringList{"--diff", "BAD", "GOOD"}
-                                  << "BAD: line 3: expected a signal, a call or the end, found "
-                                     "'{\"t\":'";
+    QTest::newRow("damaged line")
+        << QStringList{"--diff", "BAD", "GOOD"}
+        << "BAD: line 3: expected a signal, a call, an action or the end, found "
+           "'{\"t\":'";
     QTest::newRow("no recording")
         << QStringList{"--diff", "/etc/passwd", "GOOD"}
         << "/etc/passwd: line 1: expected the header of a recording, found '";
@@ -202,7 +252,7 @@ void tst_RecordingTools::unusable_data()
            "nothing";
     QTest::newRow("damaged behind the start")
         << QStringList{"--cut", "BAD", "--record", "NONE"}
-        << "BAD: line 3: expected a signal, a call or the end, found '{\"t\":'";
+        << "BAD: line 3: expected a signal, a call, an action or the end, found '{\"t\":'";
 }
 
 void tst_RecordingTools::unusable()

@@ -1,4 +1,5 @@
 #include "callspy.h"
+#include "elision.h"
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
 #include "norda/widget/vantiq_settings_widget.h"
@@ -55,6 +56,10 @@ private slots:
     void otherLineTypes();
     void shortInfo_data();
     void shortInfo();
+    void hugeTitleIsCutInTheLog();
+    void longTextsAreElided_data();
+    void longTextsAreElided();
+    void repeatedTextPaintsNothing();
     void hostileTexts();
     void eachLinePausesAndPaints();
     void pausesDoNotRunTheLoop();
@@ -413,6 +418,53 @@ void tst_SettingsMenu::shortInfo()
              qPrintable(lines[0]));
     QVERIFY2(lines[0].contains(QStringLiteral("Units")), qPrintable(lines[0]));
     QCOMPARE(rows(), QList<int>{2});
+}
+
+void tst_SettingsMenu::hugeTitleIsCutInTheLog()
+{
+    line(Title, 1, QString(200000, QLatin1Char('x')));
+    MessageCapture messages;
+    emit m_adaptor->NordaConfigMenuTextInfo({}, {"A"}, {"B"});
+    const QString warning = messages.takeTexts().join(QString());
+    QVERIFY(warning.contains(QString(80, QLatin1Char('x'))));
+    QVERIFY(!warning.contains(QString(81, QLatin1Char('x'))));
+}
+
+void tst_SettingsMenu::longTextsAreElided_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QByteArray>("label");
+    QTest::newRow("title") << int(Title) << QByteArray("Txt_pop_title");
+    for (const int row : {1, 12, 15})
+        QTest::addRow("row %d", row)
+            << int(Item) << QByteArray("Txt_item_") + QByteArray::number(row);
+}
+
+void tst_SettingsMenu::longTextsAreElided()
+{
+    QFETCH(int, type);
+    QFETCH(QByteArray, label);
+    auto *shown = find<QLabel>(m_screen, label);
+    const int number = label.startsWith("Txt_item_") ? label.mid(9).toInt() + 1 : 1;
+    const QString longText =
+        QStringLiteral("Keep the interior lamps on after the engine was switched off, "
+                       "until the doors are locked");
+    QCOMPARE(
+        faultOfElision(shown, longText, [=](const QString &text) { line(type, number, text); }),
+        QString());
+    line(type, number, longText);
+    QCOMPARE(shown->text(), longText);
+}
+
+void tst_SettingsMenu::repeatedTextPaintsNothing()
+{
+    auto *label = child<QLabel>("Txt_item_#", 1);
+    line(Item, 2, QString(200, QLatin1Char('W')));
+    QTest::qWait(50);
+    PaintCounter counter(label);
+    label->setText(label->text());
+    QTest::qWait(50);
+    QCOMPARE(counter.paints, 0);
 }
 
 void tst_SettingsMenu::hostileTexts()

@@ -222,7 +222,7 @@ void tst_SimulatedMenu::randomTouches()
     VtqAdaptor::instance()->NordaData_Request(13);
     settled(back(&judge));
     std::mt19937 random(20140907);
-    for (int touch = 0; touch < 200; ++touch) {
+    for (int touch = 0; touch < 60; ++touch) {
         const int rows = shownPage(screen).rows.size();
         const int choice = int(random() % unsigned(rows + 1));
         if (choice == rows) {

@@ -30,6 +30,8 @@ private slots:
     void resendsInTheOrderOfTheScreen();
     void jumpKeepsTheOrder();
     void pagesShowTheStory();
+    void softTireIsSeenToWarn();
+    void oneSystemOfUnits();
 
 private:
     QVector<Emission> said(const QByteArray &signal) const
@@ -160,10 +162,18 @@ void tst_SimulatedVehicle::tiresWarmUpWithSpeed()
     QVERIFY(warmth(20000) < 72);
     QVERIFY(warmth(400000) > warmth(150000) + 15);
     QVERIFY(warmth(599000) < warmth(400000) - 10); // parked
-    for (const Emission &emission : said("tireTemperatureStatus")) {
+    int soft = 0;                                  // the flags of the tires that are low
+    for (const Emission &emission : qAsConst(m_trip)) {
+        if (emission.signal == "tirePressureStatus")
+            soft = emission.arguments[0].toInt() & 0x0F;
+        if (emission.signal != "tireTemperatureStatus")
+            continue;
         const QStringList texts = emission.arguments[2].toStringList();
-        for (int tire = 0; tire < 4; ++tire)
-            QCOMPARE(bool(emission.arguments[0].toInt() & (1 << tire)), number(texts[tire]) >= 100);
+        for (int tire = 0; tire < 4; ++tire) {
+            const bool isWarm = number(texts[tire]) >= 100;
+            const bool isSoft = soft & (1 << tire);
+            QCOMPARE(bool(emission.arguments[0].toInt() & (1 << tire)), isWarm || isSoft);
+        }
     }
     // The list has the same temperatures, around the car.
     const QList<int> list = at("Properties2TextInfo", 400000)[0].value<QList<int>>();
@@ -325,12 +335,66 @@ void tst_SimulatedVehicle::pagesShowTheStory()
     driveTo(570000);
     QVERIFY(shows("icon_rear_right_mid_radar", "R_D_M_4"));
     QVERIFY(shows("icon_rear_left_radar", "R_U_0"));
-    QVERIFY(shown(parking, "Txt_fork").startsWith(QStringLiteral("Rear 0.")));
+    const QRegularExpression nearTheWall(QStringLiteral("^Rear \\d\\.\\d ft$"));
+    QVERIFY2(shown(parking, "Txt_fork").contains(nearTheWall),
+             qPrintable(shown(parking, "Txt_fork")));
     driveTo(593000);
     QVERIFY(find<QLabel>(vehicle, "icon_hood")->isVisibleTo(vehicle));
     QVERIFY(find<QLabel>(vehicle, "icon_door_front_left")->isVisibleTo(vehicle));
     QVERIFY(!find<QLabel>(vehicle, "icon_door_front_right")->isVisibleTo(vehicle));
     QVERIFY(!shows("icon_front_left_radar", "F_U_0"));
+}
+
+// Cool tires: what warns is the pressure, and it does so after the list of integers, too.
+void tst_SimulatedVehicle::softTireIsSeenToWarn()
+{
+    const QString yellow = QStringLiteral("color: rgb(248, 255, 55);");
+    PluginFixture host;
+    QWidget *vehicle = host.open(81);
+    AdaptorLink link;
+    SimulatedCar car;
+    const auto driveTo = [&car, &link](qint64 ms) {
+        while (car.nextDueMs() <= ms)
+            link.deliver(car.take());
+    };
+    const auto warning = [vehicle, &yellow] {
+        QStringList places;
+        for (const char *place : {"front_left", "front_right", "rear_left", "rear_right"}) {
+            const QByteArray name = QByteArray("Txt_temp_") + place;
+            if (find<QLabel>(vehicle, name)->styleSheet() == yellow)
+                places.append(QLatin1String(place));
+        }
+        return places;
+    };
+    driveTo(20000);
+    QCOMPARE(warning(), QStringList());
+    car.controls()->set(Controls::TireRearRight, 17);
+    for (const int ms : {21000, 22000, 22900, 30000}) {
+        driveTo(ms);
+        QCOMPARE(warning(), QStringList{"rear_right"});
+        QVERIFY(number(find<QLabel>(vehicle, "Txt_temp_rear_right")->text()) < 100);
+    }
+    car.controls()->set(Controls::TireRearRight, 34);
+    driveTo(32000);
+    QCOMPARE(warning(), QStringList());
+}
+
+void tst_SimulatedVehicle::oneSystemOfUnits()
+{
+    const QRegularExpression metric(QStringLiteral("\\d ?(km|m|cm|kPa|bar|\u00B0?C|l)\\b"));
+    QSet<QString> units;
+    for (const Emission &emission : qAsConst(m_trip)) {
+        for (const QVariant &argument : emission.arguments) {
+            const QString text = argument.toStringList().join(QLatin1Char(' '));
+            QVERIFY2(!text.contains(metric), qPrintable(text));
+            for (const char *unit : {" mph ", " mi ", " \u00B0F", " psi", " ft"}) {
+                if (text.contains(QString::fromUtf8(unit)))
+                    units.insert(QString::fromUtf8(unit));
+            }
+        }
+    }
+    QCOMPARE(units.size(), 5);
+    QVERIFY(at("vehTopBarText", 0)[0].toString().endsWith(QString::fromUtf8("Outside 66 \u00B0F")));
 }
 
 NORDA_TEST_MAIN(tst_SimulatedVehicle)

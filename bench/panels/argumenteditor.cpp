@@ -1,6 +1,6 @@
-#include "argumenteditor.h"
+#include "panels/argumenteditor.h"
 
-#include "scenario.h"
+#include "scenario/scenario.h"
 #include "values.h"
 
 #include <QCheckBox>

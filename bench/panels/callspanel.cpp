@@ -1,8 +1,8 @@
-#include "callspanel.h"
+#include "panels/callspanel.h"
 
-#include "callwords.h"
-#include "panelparts.h"
-#include "session.h"
+#include "panels/callwords.h"
+#include "panels/panelparts.h"
+#include "session/session.h"
 #include "values.h"
 
 #include <QAction>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "journal.h"
-#include "panel.h"
+#include "panels/panel.h"
+#include "session/journal.h"
 
 #include <QAbstractTableModel>
 #include <QPointer>

@@ -1,7 +1,7 @@
-#include "callwords.h"
+#include "panels/callwords.h"
 
+#include "pages.h"
 #include "simulator/climate.h"
-#include "touchevent.h"
 
 #include <QCoreApplication>
 
@@ -29,15 +29,6 @@ static QString wordFor(const Word (&rows)[Size], int number)
 }
 
 // clang-format off
-static constexpr Word touches[] = {
-    {Qx::TouchCamera,   "the camera"},
-    {Qx::TouchGauges,   "the gauges page"},
-    {Qx::TouchVehicle,  "the vehicle page"},
-    {Qx::TouchClimate,  "the climate page"},
-    {Qx::TouchParking,  "the parking page"},
-    {Qx::TouchSettings, "the settings page"},
-    {Qx::TouchAbout,    "the About page"},
-};
 static constexpr Word modulePages[] = {{13, "the configuration menu"}, {5, "the version"}};
 static constexpr Word customKeys[] = {{0x12, "first key"}, {0x22, "second key"}};
 static constexpr Word actions[] = {{1, "pressed"}, {2, "released"}};
@@ -93,7 +84,11 @@ static QString source(const Arguments &arguments)
 
 static QString touch(const Arguments &arguments)
 {
-    return wordFor(touches, arguments.value(0).toInt());
+    const auto code = Qx::Touch(arguments.value(0).toInt());
+    if (code == Qx::TouchCamera)
+        return words("the camera");
+    const Page *page = pageWith(&Page::code, code);
+    return page ? words("the %1 page").arg(words(page->name).toLower()) : QString();
 }
 
 static QString share(const Arguments &arguments)

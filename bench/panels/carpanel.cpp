@@ -1,7 +1,7 @@
-#include "carpanel.h"
+#include "panels/carpanel.h"
 
-#include "operator.h"
-#include "session.h"
+#include "session/actions.h"
+#include "session/session.h"
 
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -34,8 +34,8 @@ static void addRow(QFormLayout *form, const QString &title, QWidget *field)
     form->labelForField(field)->setMinimumWidth(titleWidth);
 }
 
-CarPanel::CarPanel(Operator *hand, QWidget *parent)
-    : Panel(parent), m_hand(hand), m_controls(new QWidget)
+CarPanel::CarPanel(Actions *hand, QWidget *parent)
+    : Panel(parent), m_actions(hand), m_controls(new QWidget)
 {
     auto *controls = new QVBoxLayout(m_controls);
     controls->setContentsMargins(0, 0, 0, 0);
@@ -118,33 +118,42 @@ QWidget *CarPanel::makeButtons(Controls::Control control)
     return row;
 }
 
+/** Shows a number as the command line takes it: without zeros that say nothing. */
+class FaultBox : public QDoubleSpinBox
+{
+public:
+    QString textFromValue(double value) const override { return locale().toString(value, 'g', 6); }
+};
+
 QWidget *CarPanel::makeFault(Faults::Kind kind)
 {
-    auto *box = new QDoubleSpinBox;
+    auto *box = new FaultBox;
     const bool inSeconds = Faults::isInSeconds(kind);
     box->setObjectName(QStringLiteral("fault-") + QLatin1String(Faults::nameOf(kind)));
-    box->setToolTip(inSeconds
-                        ? tr(Faults::meaningOf(kind))
-                        : tr("that part of the signals: %1").arg(tr(Faults::meaningOf(kind))));
-    box->setRange(0, inSeconds ? 3600 : 100);
-    box->setDecimals(0);
-    box->setSuffix(inSeconds ? tr(" s") : tr(" %"));
+    box->setToolTip(
+        inSeconds
+            ? tr(Faults::meaningOf(kind))
+            : tr("the part of the signals, from 0 to 1, that %1").arg(tr(Faults::meaningOf(kind))));
+    box->setKeyboardTracking(false); // half a number is none
+    box->setDecimals(3);
+    box->setRange(0, Faults::greatestValue(kind));
+    box->setSingleStep(inSeconds ? 1 : 0.05);
+    box->setSuffix(inSeconds ? tr(" s") : QString());
     box->setSpecialValueText(tr("off"));
     m_faults.append(box);
     connect(box, qOverload<double>(&QDoubleSpinBox::valueChanged), this,
-            [this, kind, inSeconds](double value) {
-                const double stated = inSeconds ? value : value / 100;
-                m_hand->act(
+            [this, kind](double value) {
+                m_actions->act(
                     QStringLiteral("fault"),
-                    {QStringLiteral("%1:%2").arg(QLatin1String(Faults::nameOf(kind))).arg(stated)});
+                    {QStringLiteral("%1:%2").arg(QLatin1String(Faults::nameOf(kind))).arg(value)});
             });
     return box;
 }
 
 void CarPanel::hold(Controls::Control control, int value)
 {
-    m_hand->act(QStringLiteral("car"), {QString::fromLatin1(Controls::row(control).name),
-                                        Controls::textOf(control, value)});
+    m_actions->act(QStringLiteral("car"), {QString::fromLatin1(Controls::row(control).name),
+                                           Controls::textOf(control, value)});
 }
 
 void CarPanel::setSession(Session *session)
@@ -159,9 +168,8 @@ void CarPanel::setSession(Session *session)
 void CarPanel::refresh()
 {
     for (int i = 0; i < m_faults.size(); ++i) {
-        const auto kind = Faults::Kind(i);
         const QSignalBlocker silent(m_faults[i]);
-        const double value = session()->drive()->faults().value(kind);
-        m_faults[i]->setValue(Faults::isInSeconds(kind) ? value : 100 * value);
+        if (!m_faults[i]->hasFocus()) // somebody may be writing
+            m_faults[i]->setValue(session()->drive()->faults().value(Faults::Kind(i)));
     }
 }

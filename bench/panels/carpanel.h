@@ -1,12 +1,12 @@
 #pragma once
 
 #include "faults.h"
-#include "panel.h"
+#include "panels/panel.h"
 #include "simulator/controls.h"
 
 #include <QVector>
 
-class Operator;
+class Actions;
 class QDoubleSpinBox;
 
 /** The simulated car in somebody's hands, and what its module does wrong on demand. */
@@ -14,7 +14,7 @@ class CarPanel : public Panel
 {
     Q_OBJECT
 public:
-    explicit CarPanel(Operator *hand, QWidget *parent = nullptr);
+    explicit CarPanel(Actions *hand, QWidget *parent = nullptr);
 
     void setSession(Session *session) override;
 
@@ -29,7 +29,7 @@ private:
     QWidget *makeFault(module::Faults::Kind kind);
     void hold(module::Controls::Control control, int value);
 
-    Operator *m_hand;
+    Actions *m_actions;
     QWidget *m_controls;
     QVector<QDoubleSpinBox *> m_faults;
 };

@@ -1,7 +1,7 @@
-#include "drivepanel.h"
+#include "panels/drivepanel.h"
 
 #include "screen.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <QLabel>
 #include <QVBoxLayout>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panel.h"
+#include "panels/panel.h"
 
 class QLabel;
 class Screen;

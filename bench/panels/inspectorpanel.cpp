@@ -1,8 +1,8 @@
-#include "inspectorpanel.h"
+#include "panels/inspectorpanel.h"
 
-#include "imagenames.h"
 #include "palette.h"
 #include "screen.h"
+#include "tools/imagenames.h"
 #include "values.h"
 
 #include <QApplication>

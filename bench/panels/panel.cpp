@@ -1,6 +1,6 @@
-#include "panel.h"
+#include "panels/panel.h"
 
-#include "session.h"
+#include "session/session.h"
 
 Panel::Panel(QWidget *parent) : QWidget(parent)
 {

@@ -1,4 +1,4 @@
-#include "panelparts.h"
+#include "panels/panelparts.h"
 
 #include <QHeaderView>
 #include <QLineEdit>

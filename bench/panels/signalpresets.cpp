@@ -1,13 +1,19 @@
-#include "signalpresets.h"
+#include "panels/signalpresets.h"
 
-#include "scenario.h"
+#include "scenario/scenario.h"
 
 struct Preset
 {
     const char *signal;
     const char *title;
-    const char *arguments; // as a scenario has them
+    const char *arguments;           // as a scenario has them
+    const char *followers = nullptr; // lines of a scenario, sent after it
 };
+
+// The pressures end up white, so a soft tire is seen by its temperature and by the info text.
+static constexpr const char *softRearRight =
+    "tireTemperatureStatus 40 0 [\"75F\", \"75F\", \"75F\", \"88F\"]\n"
+    "vehicleInfoText \"Rear right tire\" \"pressure low\"";
 
 // clang-format off
 static constexpr Preset presets[] = {
@@ -31,7 +37,7 @@ static constexpr Preset presets[] = {
     {"checkEngineStatus",             "Fine",                 "1"},
     {"checkEngineStatus",             "Unknown",              "0"},
     {"tirePressureStatus",            "All right",            R"(32 0 ["34 psi", "34 psi", "33 psi", "33 psi", "0"])"},
-    {"tirePressureStatus",            "Soft, rear right",     R"(40 0 ["34 psi", "34 psi", "17 psi", "33 psi", "0"])"},
+    {"tirePressureStatus",            "Soft, rear right",     R"(40 0 ["34 psi", "34 psi", "17 psi", "33 psi", "0"])", softRearRight},
     {"tirePressureStatus",            "Texts missing",        R"(32 0 ["34 psi"])"},
     {"tireTemperatureStatus",         "Warm, front left",     R"(33 0 ["121F", "93F", "88F", "90F"])"},
     {"vehicleInfoText",               "Check engine",         R"("Check engine" "Visit a workshop")"},
@@ -42,7 +48,7 @@ static constexpr Preset presets[] = {
     {"parkingDistanceRear",           "Unknown zone",         R"("0b00")"},
     {"parkingDistanceRear",           "Too short",            R"("07")"},
     {"parkingDistanceFront",          "Near, left",           R"("dd400000")"},
-    {"parkingTopBarText",             "Distance",             R"("Rear 0.3 m")"},
+    {"parkingTopBarText",             "Distance",             R"("Rear 1.0 ft")"},
     {"NordaClimateCtrlStatusNotify",  "Off",                  "[0, 0, 0, 4, 0, 0, 70, 70, 1, 0, 0, 0, 0]"},
     {"NordaClimateCtrlStatusNotify",  "Cooling",              "[1, 1, 252, 4, 1, 0, 50, 62, 0, 19, 18, 1, 0]"},
     {"NordaClimateCtrlStatusNotify",  "Winter",               "[1, 2, 144, 1, 0, 3, 76, 95, 1, 3, 2, 0, 1]"},
@@ -55,15 +61,28 @@ static constexpr Preset presets[] = {
 };
 // clang-format on
 
+static QVariantList wordsOf(const QString &line)
+{
+    QVariantList words;
+    QString error;
+    if (!splitScenarioLine(line, &words, &error))
+        qFatal("%s", qPrintable(error));
+    return words;
+}
+
 QVector<SignalPreset> presetsOf(const QByteArray &signal)
 {
     QVector<SignalPreset> found;
     for (const Preset &preset : presets) {
-        SignalPreset row = {QString::fromLatin1(preset.title), {}};
-        QString error;
-        if (signal == preset.signal &&
-            splitScenarioLine(QString::fromLatin1(preset.arguments), &row.arguments, &error))
-            found.append(row);
+        if (signal != preset.signal)
+            continue;
+        SignalPreset row = {
+            QString::fromLatin1(preset.title), wordsOf(QString::fromLatin1(preset.arguments)), {}};
+        const QStringList lines =
+            QString::fromLatin1(preset.followers).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        for (const QString &line : lines)
+            row.followers.append(wordsOf(line));
+        found.append(row);
     }
     return found;
 }

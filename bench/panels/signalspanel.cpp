@@ -1,10 +1,9 @@
-#include "signalspanel.h"
+#include "panels/signalspanel.h"
 
-#include "argumenteditor.h"
-#include "operator.h"
-#include "panelparts.h"
-#include "session.h"
-#include "signalpresets.h"
+#include "panels/argumenteditor.h"
+#include "panels/panelparts.h"
+#include "session/actions.h"
+#include "session/session.h"
 #include "values.h"
 
 #include <QComboBox>
@@ -121,9 +120,9 @@ QVariant SignalsModel::headerData(int section, Qt::Orientation orientation, int 
 
 // ---- Panel --------------------------------------------------------------------------------------
 
-SignalsPanel::SignalsPanel(Operator *hand, QWidget *parent)
+SignalsPanel::SignalsPanel(Actions *hand, QWidget *parent)
     : Panel(parent)
-    , m_hand(hand)
+    , m_actions(hand)
     , m_model(new SignalsModel(this))
     , m_filtered(new QSortFilterProxyModel(this))
     , m_filter(makeFilter(tr("Filter signals, for instance tire")))
@@ -186,15 +185,17 @@ void SignalsPanel::choose(const QModelIndex &index)
     const QMetaMethod method = m_model->signalAt(m_chosen).method;
     m_title->setText(QStringLiteral("<b>%1</b>").arg(QString::fromLatin1(method.name())));
     m_editor->setMethod(method);
-    m_presets->addItem(tr("Last value"), m_model->lastOf(m_chosen));
-    for (const SignalPreset &preset : presetsOf(method.name()))
-        m_presets->addItem(preset.title, preset.arguments);
+    m_presets->addItem(tr("Last value"));
+    m_offered = {{QString(), m_model->lastOf(m_chosen), {}}};
+    m_offered += presetsOf(method.name());
+    for (int row = 1; row < m_offered.size(); ++row)
+        m_presets->addItem(m_offered[row].title);
     takePreset(0);
 }
 
 void SignalsPanel::takePreset(int row)
 {
-    m_editor->setArguments(m_presets->itemData(row).toList());
+    m_editor->setArguments(m_offered[row].arguments);
     check();
 }
 
@@ -208,6 +209,8 @@ void SignalsPanel::check()
 void SignalsPanel::send()
 {
     const QByteArray name = m_model->signalAt(m_chosen).method.name();
-    m_hand->act(QStringLiteral("signal"),
-                QVariantList{QString::fromLatin1(name)} + m_editor->arguments());
+    m_actions->act(QStringLiteral("signal"),
+                   QVariantList{QString::fromLatin1(name)} + m_editor->arguments());
+    for (const QVariantList &follower : qAsConst(m_offered[m_presets->currentIndex()].followers))
+        m_actions->act(QStringLiteral("signal"), follower);
 }

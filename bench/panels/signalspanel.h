@@ -1,13 +1,14 @@
 #pragma once
 
 #include "adaptorlink.h"
-#include "panel.h"
+#include "panels/panel.h"
+#include "panels/signalpresets.h"
 
 #include <QAbstractTableModel>
 #include <QPointer>
 
 class ArgumentEditor;
-class Operator;
+class Actions;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -49,7 +50,7 @@ class SignalsPanel : public Panel
 {
     Q_OBJECT
 public:
-    explicit SignalsPanel(Operator *hand, QWidget *parent = nullptr);
+    explicit SignalsPanel(Actions *hand, QWidget *parent = nullptr);
 
     void setSession(Session *session) override;
 
@@ -62,7 +63,7 @@ private:
     void check();
     void send();
 
-    Operator *m_hand;
+    Actions *m_actions;
     SignalsModel *m_model;
     QSortFilterProxyModel *m_filtered;
     QLineEdit *m_filter;
@@ -72,5 +73,6 @@ private:
     ArgumentEditor *m_editor;
     QPushButton *m_send;
     QLabel *m_fault;
+    QVector<SignalPreset> m_offered; // the last value, then the presets
     int m_chosen = -1;
 };

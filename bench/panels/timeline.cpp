@@ -1,10 +1,10 @@
-#include "timeline.h"
+#include "panels/timeline.h"
 
-#include "lookback.h"
 #include "palette.h"
-#include "panelparts.h"
-#include "scenario.h"
-#include "session.h"
+#include "panels/panelparts.h"
+#include "scenario/scenario.h"
+#include "session/rewind.h"
+#include "session/session.h"
 #include "values.h"
 
 #include <QEvent>
@@ -113,7 +113,7 @@ int TimelineView::laneAt(int y) const
 QString TimelineView::textOf(const Journal::Entry &entry) const
 {
     const QString &name = m_session->journal()->nameOf(entry);
-    if (entry.kind == Journal::Deed)
+    if (entry.kind == Journal::Action)
         return scenarioLine(name, entry.arguments);
     const QString shown = name.section(QStringLiteral("::"), -1);
     return (shown + QLatin1Char(' ') + module::argumentsText(entry.arguments)).trimmed();
@@ -296,9 +296,9 @@ bool TimelineView::event(QEvent *event)
 
 // ---- Panel --------------------------------------------------------------------------------------
 
-TimelinePanel::TimelinePanel(LookBack *lookBack, QWidget *parent)
+TimelinePanel::TimelinePanel(Rewind *lookBack, QWidget *parent)
     : Panel(parent)
-    , m_lookBack(lookBack)
+    , m_rewind(lookBack)
     , m_view(new TimelineView)
     , m_state(new QLabel)
     , m_present(new QToolButton)
@@ -315,8 +315,8 @@ TimelinePanel::TimelinePanel(LookBack *lookBack, QWidget *parent)
     column->addLayout(row);
     column->addWidget(m_view, 1);
     connect(m_view, &TimelineView::momentWanted, this, &TimelinePanel::lookAt);
-    connect(m_present, &QToolButton::clicked, lookBack, &LookBack::end);
-    connect(lookBack, &LookBack::changed, this, &TimelinePanel::showState);
+    connect(m_present, &QToolButton::clicked, lookBack, &Rewind::end);
+    connect(lookBack, &Rewind::changed, this, &TimelinePanel::showState);
     showState();
 }
 
@@ -334,22 +334,22 @@ void TimelinePanel::refresh()
 
 void TimelinePanel::lookAt(qint64 ms)
 {
-    m_lookBack->show(ms);
+    m_rewind->show(ms);
 }
 
 void TimelinePanel::showState()
 {
-    const bool back = m_lookBack->isActive();
+    const bool back = m_rewind->isActive();
     m_present->setEnabled(back);
     if (back)
-        m_view->setMoment(m_lookBack->momentMs());
+        m_view->setMoment(m_rewind->momentMs());
     else if (!m_view->follows())
         m_view->clearMoment();
     if (!session())
         return;
     const Journal *journal = session()->journal();
     QString text = back ? tr("The screen as it was at %1 s; the drive stands still.")
-                              .arg(secondsText(m_lookBack->momentMs()))
+                              .arg(secondsText(m_rewind->momentMs()))
                         : tr("%1 events.").arg(journal->total());
     text += QLatin1Char(' ') +
             tr("Wheel: zoom. Drag: move, or on the scale: look back. Click: look back.");

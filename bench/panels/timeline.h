@@ -1,11 +1,11 @@
 #pragma once
 
-#include "journal.h"
-#include "panel.h"
+#include "panels/panel.h"
+#include "session/journal.h"
 
 #include <QPointer>
 
-class LookBack;
+class Rewind;
 class QLabel;
 class QToolButton;
 
@@ -71,7 +71,7 @@ class TimelinePanel : public Panel
 {
     Q_OBJECT
 public:
-    explicit TimelinePanel(LookBack *lookBack, QWidget *parent = nullptr);
+    explicit TimelinePanel(Rewind *lookBack, QWidget *parent = nullptr);
 
     void setSession(Session *session) override;
 
@@ -85,7 +85,7 @@ protected:
 private:
     void showState();
 
-    LookBack *m_lookBack;
+    Rewind *m_rewind;
     TimelineView *m_view;
     QLabel *m_state;
     QToolButton *m_present;

@@ -11,6 +11,7 @@ class NORDAHOST_EXPORT AudioManager : public QObject
 {
     Q_OBJECT
 public:
+    /** The one object: made on the first call, never null, never deleted. */
     static AudioManager *instance();
 
     /**

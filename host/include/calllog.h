@@ -19,6 +19,7 @@ class NORDAHOST_EXPORT CallLog : public QObject
 {
     Q_OBJECT
 public:
+    /** The one object: made on the first call, never null, never deleted. */
     static CallLog *instance();
 
     /**

@@ -9,6 +9,7 @@ class NORDAHOST_EXPORT McuManager : public QObject
 {
     Q_OBJECT
 public:
+    /** The one object: made on the first call, never null, never deleted. */
     static McuManager *instance();
 
     /** Sounds the beeper. @param tone  0 the ordinary click */

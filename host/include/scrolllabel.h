@@ -14,17 +14,20 @@ class NORDAHOST_EXPORT ScrollLabel : public QLabel
     /** How far the text is shifted to the left, in pixels. */
     Q_PROPERTY(int scrollOffset READ scrollOffset WRITE setScrollOffset)
 public:
+    /** @param parent  the screen that the label lies on */
     explicit ScrollLabel(QWidget *parent = nullptr);
     ~ScrollLabel() override;
 
     /** 0 for a text that nobody has scrolled yet: a new text starts at its beginning. */
     int scrollOffset() const;
+    /** @param pixels  bounded to 0 and `overflow()` */
     void setScrollOffset(int pixels);
 
     /** How many pixels of the text do not fit; 0 when all of it shows. */
     int overflow() const;
 
 protected:
+    /** Draws the text from its offset on. */
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -17,6 +17,7 @@ class QWidget;
 class NORDAHOST_EXPORT SLabelManager : public QObject
 {
     Q_OBJECT
+    /** Whether a text that has scrolled through starts again. */
     Q_PROPERTY(bool autoRepeat READ autoRepeat WRITE setAutoRepeat)
 public:
     /** @param parent  the screen; owns the manager */
@@ -27,11 +28,14 @@ public:
     void addLabel(ScrollLabel *label);
     /** Whether a text that has scrolled through starts again after a pause. Off at first. */
     void setAutoRepeat(bool on);
+    /** Whether texts start again; see `setAutoRepeat()`. */
     bool autoRepeat() const { return m_autoRepeat; }
 
+    /** Notices labels that change their text, size or visibility. */
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 protected:
+    /** Moves every label that scrolls by one step. */
     void timerEvent(QTimerEvent *event) override;
 
 private:

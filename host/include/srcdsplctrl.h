@@ -9,6 +9,7 @@ class NORDAHOST_EXPORT SrcDsplCtrl : public QObject
 {
     Q_OBJECT
 public:
+    /** @param parent  owns the object; the event centre for the only one there is */
     explicit SrcDsplCtrl(QObject *parent = nullptr);
 
     /** Number of the current audio source; 0 at first. */
@@ -16,9 +17,10 @@ public:
     /** Number of the current display; 0 at first. */
     int currentDspl() const;
 
-    /** For the host, benches and tests. */
+    /** Sets the number of the current audio source. For the host, benches and tests. */
     Q_INVOKABLE
     void setCurrentSrc(int source) { m_source = source; }
+    /** Sets the number of the current display. For the host, benches and tests. */
     Q_INVOKABLE
     void setCurrentDspl(int display) { m_display = display; }
 

@@ -9,9 +9,14 @@
 class NORDAHOST_EXPORT SimpleEvent : public QEvent
 {
 public:
+    /**
+     * @param type     the event type, 1000 or above
+     * @param payload  what the event carries
+     */
     SimpleEvent(int type, const QByteArray &payload);
     ~SimpleEvent() override;
 
+    /** What the event carries. */
     const QByteArray &payload() const { return m_payload; }
 
 private:
@@ -22,13 +27,13 @@ namespace Qx {
 
 /** Navigation codes that the host understands in a `TouchEvent`. */
 enum Touch : int {
-    TouchCamera = 61,
-    TouchGauges = 87,
-    TouchVehicle = 88,
-    TouchClimate = 89,
-    TouchParking = 90,
-    TouchSettings = 91,
-    TouchAbout = 92,
+    TouchCamera = 61,   ///< the camera view
+    TouchGauges = 87,   ///< window 80
+    TouchVehicle = 88,  ///< window 81
+    TouchClimate = 89,  ///< window 82
+    TouchParking = 90,  ///< window 83
+    TouchSettings = 91, ///< window 84
+    TouchAbout = 92,    ///< window 85
 };
 
 } // namespace Qx
@@ -42,9 +47,13 @@ enum Touch : int {
 class NORDAHOST_EXPORT TouchEvent : public SimpleEvent
 {
 public:
+    /** The Qt event type of all navigation events. */
     static constexpr int EventType = 1008;
 
-    /** @param x, y  where the touch was; -1 and -1 when it has no place */
+    /**
+     * @param code  where to go
+     * @param x, y  where the touch was; -1 and -1 when it has no place
+     */
     TouchEvent(Qx::Touch code, int x, int y);
     ~TouchEvent() override;
 };

@@ -24,6 +24,7 @@ public:
     };
     Q_ENUM(TextId)
 
+    /** The one object: made on the first call, never null, never deleted. */
     static Translator *instance();
 
     /** The text in the current language; empty for a number that no table has. */
@@ -41,6 +42,7 @@ public:
     QString language() const;
 
 signals:
+    /** The language changed: texts are to be read anew. */
     void languageChanged();
 
 private:

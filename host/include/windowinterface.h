@@ -45,7 +45,9 @@ public:
     virtual int attribute() = 0;
     /** The host's status bar, for windows that draw into it. */
     virtual void setStatusBar(StatusBarInterface *statusBar) = 0;
+    /** Whether the host's status bar hides by itself over the window. */
     virtual void setStatusBarAutoHide(bool on) = 0;
+    /** Shows or hides the host's status bar over the window. */
     virtual void setStatusBarVisible(bool on) = 0;
     /** Shows or hides one of the host's background layers behind the window. */
     virtual void setBackgroundVisible(int layer, bool on) = 0;

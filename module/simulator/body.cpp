@@ -3,6 +3,7 @@
 #include "controls.h"
 #include "powertrain.h"
 #include "trip.h"
+#include "units.h"
 
 namespace module {
 
@@ -121,8 +122,8 @@ void Body::report(EmissionQueue *out, qint64 nowMs) const
     out->sayChange(nowMs, "vehicleInfoText", {m_notice[0], m_notice[1]});
     if (m_notice[0].isEmpty()) // the other one would be lost
         out->sayChange(nowMs, "vehTopBarText",
-                       {QStringLiteral("Trip %1 km   Outside %2 F")
-                            .arg(m_metres / 1000, 0, 'f', 1)
+                       {QStringLiteral("Trip %1 mi   Outside %2 \u00B0F")
+                            .arg(m_metres / 1000 * milesPerKilometre, 0, 'f', 1)
                             .arg(m_outside)});
 }
 

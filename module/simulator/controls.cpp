@@ -11,7 +11,7 @@ static constexpr const char *onOrOff = "off on";
 // clang-format off
 static constexpr Controls::Row rows[] = {
     {"engine",                "Engine",     "Engine",              onOrOff,              0, 1,   ""},
-    {"speed",                 "Engine",     "Speed",               nullptr,              0, 200, "km/h"},
+    {"speed",                 "Engine",     "Speed",               nullptr,              0, 125, "mph"},
     {"engine-lamp",           "Engine",     "Check-engine lamp",   "unknown fine fault", 0, 2,   ""},
     {"hood",                  "Doors",      "Hood",                opening,              0, 1,   ""},
     {"trunk",                 "Doors",      "Trunk",               opening,              0, 1,   ""},

@@ -42,9 +42,4 @@ inline QVariant byte(int value)
     return QVariant::fromValue(uchar(value));
 }
 
-inline double fahrenheit(double celsius)
-{
-    return celsius * 9 / 5 + 32;
-}
-
 } // namespace module

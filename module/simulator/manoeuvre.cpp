@@ -1,6 +1,7 @@
 #include "manoeuvre.h"
 
 #include "powertrain.h"
+#include "units.h"
 
 #include <QByteArray>
 #include <QtMath>
@@ -191,7 +192,7 @@ void Manoeuvre::report(EmissionQueue *out, qint64 nowMs)
     const double wall = wallBehind();
     const bool isNear = m_backing && wall < 3;
     out->sayChange(nowMs, "parkingTopBarText",
-                   {isNear ? QStringLiteral("Rear %1 m").arg(wall, 0, 'f', 1)
+                   {isNear ? QStringLiteral("Rear %1 ft").arg(wall * feetPerMetre, 0, 'f', 1)
                            : QStringLiteral("Parking sensors on")});
 }
 

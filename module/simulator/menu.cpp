@@ -79,6 +79,11 @@ static constexpr Entry entries[] = {
 // clang-format on
 static constexpr int mostLines = 15;
 
+QStringList versionTexts()
+{
+    return {QStringLiteral("V"), QStringLiteral("3"), QStringLiteral("12"), QStringLiteral("7")};
+}
+
 Menu::Menu() = default;
 
 QString Menu::title() const

@@ -7,6 +7,9 @@
 
 namespace module {
 
+/** The module's version as its About page takes it: a letter and three numbers. */
+QStringList versionTexts();
+
 /**
  * The module's configuration menu: pages of lines, of which one opens a page, changes a value or
  * does something. The module remembers which page the head unit was sent last.

@@ -2,6 +2,7 @@
 
 #include "lastsaid.h"
 #include "norda/vtqservice.h"
+#include "units.h"
 
 #include <QDateTime>
 #include <QtMath>
@@ -48,6 +49,7 @@ void SimulatedCar::restart()
     sayClimate(0);
     m_out.say(0, "peakIndicatorNotify", {byte(0)});
     m_out.say(0, "parkingDistanceRear", {Manoeuvre::allClear()});
+    m_body.step(0, m_powertrain, m_tires, m_controls);
     report();
     runUntilEmission();
 }
@@ -96,7 +98,7 @@ void SimulatedCar::obeyHands(DriverWish *wish)
         wish->cranking = false;
     }
     if (m_controls.isHeld(Controls::Speed)) {
-        wish->speedKmh = m_controls.value(Controls::Speed);
+        wish->speedKmh = m_controls.value(Controls::Speed) / milesPerKilometre;
         wish->reverse = wish->creeping = false;
     }
     if (m_controls.isHeld(Controls::Prompt))
@@ -142,7 +144,9 @@ void SimulatedCar::report()
                              : car.gear() == 0 ? QStringLiteral("P")
                                                : QStringLiteral("D%1").arg(car.gear());
         m_out.sayChange(m_nowMs, "gauTopBarTextNotify",
-                        {QStringLiteral("%1 km/h   %2").arg(qRound(car.speedKmh())).arg(gear)});
+                        {QStringLiteral("%1 mph   %2")
+                             .arg(qRound(car.speedKmh() * milesPerKilometre))
+                             .arg(gear)});
     }
     const double topLeft[TopLeftCount] = {car.transmission(), car.oil(), car.ambient()};
     reportCorner("TL", fahrenheit(topLeft[m_topLeft]), degrees, 250);
@@ -167,11 +171,13 @@ void SimulatedCar::report()
     if (m_tellsTime && m_nowMs % clockMs == 0)
         sayClock(m_nowMs);
 
-    // The list rounds the voltage to whole volts, so the text follows it at once.
+    // The list rounds the voltage to whole volts and paints a soft tire white as long as it is
+    // cool, so the signals that are more exact follow it at once.
     const QVariantList volts = {QString::number(car.volts(), 'f', 1) + QLatin1Char('V')};
     if (m_nowMs % propertiesMs == 0) {
         reportProperties();
         m_out.say(m_nowMs, "batteryVoltage", volts);
+        m_tires.repeatWarnings(&m_out, m_nowMs);
     } else {
         m_out.sayChange(m_nowMs, "batteryVoltage", volts);
     }
@@ -290,7 +296,7 @@ bool SimulatedCar::answer(qint64 atMs, const QString &command, const QVariantLis
         m_preset = first == 0x12 ? 0 : 1;
         sayPresets(atMs);
     } else if (command == QLatin1String("NordaData_Request") && first == versionPage) {
-        m_out.say(atMs, "NordaVerInfo", {QStringList{"V", "3", "12", "7"}});
+        m_out.say(atMs, "NordaVerInfo", {versionTexts()});
         sayClock(atMs);
         m_tellsTime = true;
     } else if (command == QLatin1String("NordaData_Request") && first == menuPage) {

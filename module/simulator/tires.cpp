@@ -2,6 +2,7 @@
 
 #include "controls.h"
 #include "powertrain.h"
+#include "units.h"
 
 #include <algorithm>
 
@@ -73,17 +74,28 @@ int Tires::flags(bool (Tires::*isWarning)(Tire) const) const
 
 void Tires::report(EmissionQueue *out, qint64 nowMs, bool engineFault) const
 {
-    // The pressures go around the car, the temperatures from side to side.
+    // Around the car; the temperatures go from side to side.
     QStringList pressures;
     for (const Tire tire : {FrontLeft, FrontRight, RearRight, RearLeft})
         pressures.append(QStringLiteral("%1 psi").arg(qRound(psi(tire))));
     pressures.append(QString::number(engineFault));
-    QStringList temperatures;
-    for (const Tire tire : {FrontLeft, FrontRight, RearLeft, RearRight})
-        temperatures.append(QString::number(fahrenheitOf(tire)) + QLatin1Char('F'));
     out->sayChange(nowMs, "tirePressureStatus", {byte(flags(&Tires::isLow)), byte(0), pressures});
-    out->sayChange(nowMs, "tireTemperatureStatus",
-                   {byte(flags(&Tires::isWarm)), byte(0), temperatures});
+    out->sayChange(nowMs, "tireTemperatureStatus", temperatures());
+}
+
+void Tires::repeatWarnings(EmissionQueue *out, qint64 nowMs) const
+{
+    if (isLow(lowest()))
+        out->say(nowMs, "tireTemperatureStatus", temperatures());
+}
+
+/** The pressures end up white, whatever their flags; a soft tire is seen by its temperature. */
+QVariantList Tires::temperatures() const
+{
+    QStringList texts;
+    for (const Tire tire : {FrontLeft, FrontRight, RearLeft, RearRight})
+        texts.append(QString::number(fahrenheitOf(tire)) + QLatin1Char('F'));
+    return {byte(flags(&Tires::isSoftOrWarm)), byte(0), texts};
 }
 
 } // namespace module

@@ -18,6 +18,8 @@ public:
     void step(qint64 nowMs, const Powertrain &powertrain, const Controls &controls);
     /** @param engineFault  travels with the pressures */
     void report(EmissionQueue *out, qint64 nowMs, bool engineFault) const;
+    /** After anything else that paints the temperatures. */
+    void repeatWarnings(EmissionQueue *out, qint64 nowMs) const;
 
     double psi(Tire tire) const;
     int fahrenheitOf(Tire tire) const;
@@ -28,6 +30,8 @@ public:
 private:
     int flags(bool (Tires::*isWarning)(Tire) const) const;
     bool isWarm(Tire tire) const;
+    bool isSoftOrWarm(Tire tire) const { return isLow(tire) || isWarm(tire); }
+    QVariantList temperatures() const;
 
     std::array<double, Count> m_coldPsi = {34.0, 34.0, 33.0, 33.0}; // at 20 degrees Celsius
     std::array<double, Count> m_celsius = {20.0, 20.0, 20.0, 20.0};

@@ -42,6 +42,13 @@ inline long kernelThreadId()
     return ::syscall(SYS_gettid);
 }
 
+/** As much of a text from the car as belongs into a warning: nobody vouches for its length. */
+inline QString excerpt(const QString &carText)
+{
+    static constexpr int longest = 80;
+    return carText.left(longest);
+}
+
 /** Traces how long a scope takes: one line on the way in, two on the way out. */
 class AutoPrint
 {

@@ -22,6 +22,7 @@ class NORDAHOST_EXPORT BaseWindow : public QObject, public WindowInterface
     Q_OBJECT
     Q_INTERFACES(WindowInterface)
 public:
+    /** @param parent  owns the window, usually the plugin root */
     explicit BaseWindow(QObject *parent);
     ~BaseWindow() override;
 
@@ -69,12 +70,18 @@ protected:
     /**
      * Installs a widget as the window's content.
      * The window does not own it: it is deleted through `deleteDelay()`, or by its new parent.
-     * @param id  the screen id
+     * @param widget  the content; a null pointer empties the window
+     * @param id      the screen id
      */
     void setMainWidget(QWidget *widget, int id);
     /** Deletes the main widget once control is back in the event loop. */
     void deleteDelay();
-    /** Sets a window attribute of the host. @param apply  whether it takes effect at once */
+    /**
+     * Sets a window attribute of the host.
+     * @param key    the attribute's number in the host
+     * @param value  its new value
+     * @param apply  whether it takes effect at once
+     */
     void setWindowAttribute(int key, const QVariant &value, bool apply);
 
 private:

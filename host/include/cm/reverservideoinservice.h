@@ -11,12 +11,14 @@ class NORDAHOST_EXPORT ReverserVideoInService : public QObject
 {
     Q_OBJECT
 public:
+    /** The one object: made on the first call, never null, never deleted. */
     static ReverserVideoInService *getInstance();
 
     /** Draws the warning overlay anew, after the view changed. */
     void updateWarning();
 
 signals:
+    /** The warning overlay is to be laid out anew. */
     void warningUpdated();
 
 private:

@@ -10,8 +10,10 @@ namespace cm {
 class NORDAHOST_EXPORT StatusBarControl : public QObject
 {
     Q_OBJECT
+    /** Whether the status bar is hidden. */
     Q_PROPERTY(bool hidden READ isHidden NOTIFY hiddenChanged)
 public:
+    /** The one object: made on the first call, never null, never deleted. */
     static StatusBarControl *instance();
 
     /** @param hidden  true hides the status bar, false shows it */
@@ -20,6 +22,7 @@ public:
     bool isHidden() const { return m_hidden; }
 
 signals:
+    /** The status bar was hidden (true) or shown (false). */
     void hiddenChanged(bool hidden);
 
 private:

@@ -12,11 +12,14 @@ class NORDAHOST_EXPORT SettingsFunc : public QObject
 {
     Q_OBJECT
 public:
+    /** The one object: made on the first call, never null, never deleted. */
     static SettingsFunc *instance();
 
     /**
      * Sets a key.
+     * @param key           the key, as its owner documents it
      * @param defaultValue  what the key's owner takes an unset key for
+     * @param value         the new value
      * @param persist       whether the value is kept over a restart
      */
     Q_INVOKABLE

@@ -16,6 +16,7 @@ class NORDAHOST_EXPORT SettingsUtil : public QObject
 {
     Q_OBJECT
 public:
+    /** The one object: made on the first call, never null, never deleted. */
     static SettingsUtil *instance();
 
     /** The saver behind the preferences; never null. */
@@ -29,9 +30,17 @@ public:
     NORDA_PLUGIN_SIDE bool getFrontInput(bool defaultValue = true);
     /** Whether the split view is preferred. */
     NORDA_PLUGIN_SIDE bool getVantiqSplit(bool defaultValue = false);
-    /** Stores that the module's camera is on. @param notify  whether the host is told */
+    /**
+     * Stores whether the module's camera is on.
+     * @param on      true for on
+     * @param notify  whether the host is told
+     */
     NORDA_PLUGIN_SIDE void setVantiqCamera(bool on, bool notify);
-    /** Stores the split-view preference. @param notify  whether the host is told */
+    /**
+     * Stores the split-view preference.
+     * @param on      true for the split view
+     * @param notify  whether the host is told
+     */
     NORDA_PLUGIN_SIDE void setVantiqSplit(bool on, bool notify);
 
 signals:

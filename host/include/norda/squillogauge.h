@@ -25,35 +25,47 @@ class NORDAHOST_EXPORT SQuilloGauge : public QWidget
     Q_OBJECT
     /** The value that the gauge moves to. */
     Q_PROPERTY(int value READ value WRITE _setAnimationValue)
+    /** Whether it is in the needle style. */
     Q_PROPERTY(bool needle READ getNeedle)
+    /** What the gauge calls itself in `touch()`. */
     Q_PROPERTY(int gaugeId READ gaugeId)
+    /** The full-scale value. */
     Q_PROPERTY(int mixValue READ mixValue)
+    /** The value at which the needle rests and from which the arc fills. */
     Q_PROPERTY(double zeroPosition READ zeroPosition)
+    /** Image of the needle, or of the filling arc. */
     Q_PROPERTY(QString imageDir READ imageDir)
+    /** Image that marks the zero position. */
     Q_PROPERTY(QString zeroImageDir READ zeroImageDir)
     /** The value that the gauge shows right now, on its way to `value`. */
     Q_PROPERTY(double shownValue READ shownValue)
 public:
+    /** @param parent  the screen that the gauge lies on */
     explicit SQuilloGauge(QWidget *parent = nullptr);
     ~SQuilloGauge() override;
 
     /** Image of the needle, or of the filling arc. An empty path draws none. */
     void setImageDir(const QString &path);
+    /** The path given last; empty at first. */
     QString imageDir() const;
     /** Image that marks the zero position. An empty path draws none. */
     void setZeroImageDir(const QString &path);
+    /** The path given last; empty at first. */
     QString zeroImageDir() const;
 
     /** Needle style when true, arc style when false; takes effect with the next image. */
     void setNeedle(bool needle) { m_needle = needle; }
+    /** Whether it is in the needle style; true at first. */
     bool getNeedle() const { return m_needle; }
 
     /** What the gauge calls itself in `touch()`. */
     void setGaugeId(int id);
+    /** The id given last. */
     int gaugeId() const;
 
     /** The full-scale value; a gauge whose full scale is 0 or less stays at its zero. */
     void setMixValue(int value) { m_mixValue = value; }
+    /** The full-scale value; 100 at first. */
     int mixValue() const { return m_mixValue; }
 
     /** Where the value 0 and the full-scale value lie, in degrees. */
@@ -62,11 +74,14 @@ public:
     void setPointerXY(int x, int y);
     /** The value at which the needle rests and from which the arc fills. */
     void setZeroPosition(double value);
+    /** The value given last. */
     double zeroPosition() const;
 
     /** Moves needle or arc to a value within a quarter of a second, never beyond it. */
     void _setAnimationValue(int value);
+    /** The value that the gauge moves to. */
     int value() const;
+    /** The value that the gauge shows right now. */
     double shownValue() const;
 
 signals:
@@ -74,8 +89,11 @@ signals:
     void touch(bool pressed, int id);
 
 protected:
+    /** Draws the zero mark, then the needle or the filled part of the arc. */
     void paintEvent(QPaintEvent *event) override;
+    /** Reports the touch. */
     void mousePressEvent(QMouseEvent *event) override;
+    /** Reports the end of the touch. */
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:

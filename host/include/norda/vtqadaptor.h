@@ -32,8 +32,7 @@ public:
     /** Opens the link to the vehicle service. The plugin root calls it once, from `create()`. */
     void connectService();
 
-    // ---- Lists: the module shows a list and the user leaves it or leafs through it
-    // ----------------
+    // Lists of the module: leaving one, and turning its pages
     /** Gauges: leaves the module's list. */
     void gaugesListBack();
     /** Vehicle information: leaves the module's list. */
@@ -65,8 +64,7 @@ public:
     /** Climate, second zone: asks for the list's next page. */
     void secoundclimateListNext();
 
-    // ---- Settings, custom controls, resend
-    // -------------------------------------------------------
+    // Settings, custom controls, resend
     /** Gauges: the screen's settings key was clicked. */
     void gaugesSettings();
     /** Vehicle information: the screen's settings key was clicked. */
@@ -123,8 +121,7 @@ public:
      * resume. */
     void requestSecondClimateInfo();
 
-    // ---- Module pages
-    // ----------------------------------------------------------------------------
+    // Module pages
 
     /**
      * A page of the module is about to open.
@@ -137,8 +134,7 @@ public:
      */
     void NordaSetSelectedLineNumber(int line);
 
-    // ---- Gauges
-    // ----------------------------------------------------------------------------------
+    // Gauges
     /** The centre gauge was touched. @param action  1 pressed, 2 released */
     void centerGaugeMenu(unsigned char action);
     /** The top left gauge was touched. @param action  1 pressed, 2 released */
@@ -150,14 +146,12 @@ public:
     /** The bottom right gauge was touched. @param action  1 pressed, 2 released */
     void gaugeBRMenu(unsigned char action);
 
-    // ---- Vehicle information
-    // ---------------------------------------------------------------------
+    // Vehicle information
 
     /** The check-engine button was clicked. */
     void onClickCheckEngineBtn();
 
-    // ---- Climate, front zone: one command per key
-    // ------------------------------------------------
+    // Climate, front zone: one command per key
     /** System on/off, front zone. @param on  true on a click */
     void triggerClimateOnOffButton(bool on);
     /** Automatic mode, front zone. @param on  true on a click */
@@ -217,8 +211,7 @@ public:
     /** A fan level set directly, front zone. @param value  0 to 255  @param set  true */
     void fanDirectValue(int value, bool set);
 
-    // ---- Climate, second zone: one command per key
-    // ------------------------------------------------
+    // Climate, second zone: one command per key
     /** System on/off, second zone. @param on  true on a click */
     void secoundtriggerClimateOnOffButton(bool on);
     /** Automatic mode, second zone. @param on  true on a click */
@@ -285,8 +278,7 @@ public:
     void NordatriggerRearDefrostButton(const QMap<int, int> &bytes);
 
 signals:
-    // ---- Gauges
-    // ----------------------------------------------------------------------------------
+    // Gauges
 
     /** A popup of the module: title, two text lists, bytes. */
     void gauPopUpNotify(const QString &title, const QStringList &texts, const QStringList &values,
@@ -341,8 +333,7 @@ signals:
      */
     void Properties2TextInfo(QList<int> properties);
 
-    // ---- Vehicle information
-    // ---------------------------------------------------------------------
+    // Vehicle information
 
     /** A popup of the module: title, two text lists, bytes. */
     void vehPopUpNotify(const QString &title, const QStringList &texts, const QStringList &values,
@@ -378,8 +369,7 @@ signals:
     /** What the module shows, coded as `guiDisplayTypeNotify` is. */
     void vehGuiDisplayType(unsigned char type);
 
-    // ---- Parking assist
-    // --------------------------------------------------------------------------
+    // Parking assist
 
     /** A popup of the module: title, two text lists, bytes. */
     void parkPopUpNotify(const QString &title, const QStringList &texts, const QStringList &values,
@@ -402,8 +392,7 @@ signals:
     /** What the module shows, coded as `guiDisplayTypeNotify` is. */
     void parkGuiDisplayType(unsigned char type);
 
-    // ---- Climate
-    // ---------------------------------------------------------------------------------
+    // Climate
 
     /** The whole climate state of both zones, 23 integers by position. */
     void NordaClimateCtrlStatusNotify(const QList<int> &status);
@@ -412,8 +401,7 @@ signals:
     /** The second zone's kind of climate control changed. */
     void secondclimateType();
 
-    // ---- The module's menu and its About data
-    // ----------------------------------------------------
+    // The module's menu and its About data
 
     /**
      * One line of the configuration menu. @param info  line type (1 title, 2 and 3 items), unused,

@@ -12,6 +12,7 @@ class NORDAHOST_EXPORT VtqService : public QObject
 {
     Q_OBJECT
 public:
+    /** The one object: made on the first call, never null, never deleted. */
     static VtqService *instance();
 
     /**
@@ -20,6 +21,7 @@ public:
      * @return feature number (0 to 7) to presence; a number that is missing is absent
      */
     QMap<int, bool> getFrontClimateControlFeatures(int group);
+    /** The same for the second zone. */
     QMap<int, bool> getRearClimateControlFeatures(int group);
     /** Tells the module which climate zone is on view. @param rear  true for the second zone */
     void setClimateRearZone(bool rear);
@@ -36,8 +38,10 @@ public:
     /** What the queries answer from now on. For the vehicle module, benches and tests. */
     Q_INVOKABLE
     void setFrontClimateControlFeatures(int group, const QMap<int, bool> &features);
+    /** The same for the second zone. */
     Q_INVOKABLE
     void setRearClimateControlFeatures(int group, const QMap<int, bool> &features);
+    /** What `getParkingAssistZones()` answers from now on. */
     Q_INVOKABLE
     void setParkingAssistZones(const QMap<int, bool> &zones);
 

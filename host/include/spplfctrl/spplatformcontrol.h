@@ -12,6 +12,7 @@ class NORDAHOST_EXPORT SPPlatformControl : public QObject
 {
     Q_OBJECT
 public:
+    /** The one object: made on the first call, never null, never deleted. */
     static SPPlatformControl *GetInstance();
 
     /** Routes a video input to the screen. @param input  0 the module's  @param flags  256 split */

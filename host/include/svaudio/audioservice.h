@@ -26,11 +26,16 @@ class NORDAHOST_EXPORT AudioService : public QObject
 {
     Q_OBJECT
 public:
+    /** The one object: made on the first call, never null, never deleted. */
     static AudioService *instance();
 
     /** The click of a touch. @param tone  0 the ordinary click */
     void doBeep(int tone);
-    /** Makes a source the main one. @param fade  whether the change fades */
+    /**
+     * Makes a source the main one.
+     * @param source  the source
+     * @param fade    whether the change fades
+     */
     void setMainAudioSource(SVAudio_source_id_e source, bool fade);
     /** Announces the start or the end of an interruption. */
     void setMainAudioStatus(SVAudio_status_id_e status);

@@ -99,9 +99,7 @@ const Level_Path *recirculationImages(int state)
 SeatState seatState(int code)
 {
     static constexpr int highestHeating = 3;
-    static constexpr int levels = 4;
-    // Codes below 0 have no level of their own and are taken for off.
-    return {code > highestHeating, qMax(0, code) % levels};
+    return {code > highestHeating, code % seatLevelCount};
 }
 
 QString seatHeatImage(int level)
@@ -159,6 +157,47 @@ std::optional<AutoDual> autoDual(int value)
 {
     const AutoDualRow *row = findRow(autoDualRows, &AutoDualRow::value, value);
     return row ? std::optional<AutoDual>(row->state) : std::nullopt;
+}
+
+// A position that the list did not hold reads as 0.
+AutoDualStatus autoDualStatus(const ClimateStatusMap &status)
+{
+    static constexpr int rearDefrosterBit = 0x01;
+    static constexpr int heatedWheelBit = 0x02;
+    using Value = NordaClimateVaule;
+
+    const int heating = status.value(Value::HeatingBits);
+    AutoDualStatus read = {};
+    read.modes = autoDual(status.value(Value::AutoDual));
+    read.ventMode = status.value(Value::VentMode);
+    read.frontDefroster = status.value(Value::FrontDefroster);
+    read.rearDefroster = (heating & rearDefrosterBit) != 0;
+    read.heatedWheel = (heating & heatedWheelBit) != 0;
+    read.system = status.value(Value::System);
+    read.airConditioning = status.value(Value::AirConditioning);
+    read.maxAirConditioning = status.value(Value::MaxAirConditioning);
+    read.recirculation = status.value(Value::AirSource) == 0;
+    read.leftTemperature = status.value(Value::LeftTemperature);
+    read.rightTemperature = status.value(Value::RightTemperature);
+    read.fan = status.value(Value::Fan);
+    read.leftSeat = status.value(Value::LeftSeat);
+    read.rightSeat = status.value(Value::RightSeat);
+    return read;
+}
+
+ManualStatus manualStatus(const ClimateStatusMap &status)
+{
+    using Value = NordaClimateVaule;
+    ManualStatus read = {};
+    read.system = status.value(Value::ManualSystem);
+    read.airConditioning = status.value(Value::ManualAirConditioning);
+    read.maxAirConditioning = status.value(Value::ManualMaxAirConditioning);
+    read.fan = status.value(Value::ManualFan);
+    read.temperature = status.value(Value::ManualTemperature);
+    read.ventMode = status.value(Value::ManualVentMode);
+    read.leftSeat = status.value(Value::ManualLeftSeat);
+    read.rightSeat = status.value(Value::ManualRightSeat);
+    return read;
 }
 
 } // namespace norda

@@ -83,9 +83,10 @@ const Level_Path *recirculationImages(int state);
 struct SeatState
 {
     bool cooled;
-    int level; ///< 0 to 3
+    int level; ///< 0 to 3; below 0 for a code that names none
 };
 
+constexpr int seatLevelCount = 4;
 SeatState seatState(int code);
 QString seatHeatImage(int level);
 QString seatCoolImage(int level);
@@ -116,5 +117,41 @@ struct AutoDual
 
 /** None for a value that changes neither. */
 std::optional<AutoDual> autoDual(int value);
+
+/** What the auto/dual layout reads from the status list; keys as codes for `buttonLook()`. */
+struct AutoDualStatus
+{
+    std::optional<AutoDual> modes;
+    int ventMode;
+    int frontDefroster;
+    int rearDefroster;
+    int heatedWheel;
+    int system;
+    int airConditioning;
+    int maxAirConditioning;
+    int recirculation;
+    int leftTemperature;
+    int rightTemperature;
+    int fan;
+    int leftSeat;
+    int rightSeat;
+};
+
+AutoDualStatus autoDualStatus(const ClimateStatusMap &status);
+
+/** What the manual layout reads from the status list; keys as codes for `buttonLook()`. */
+struct ManualStatus
+{
+    int system;
+    int airConditioning;
+    int maxAirConditioning;
+    int fan;
+    int temperature;
+    int ventMode;
+    int leftSeat;
+    int rightSeat;
+};
+
+ManualStatus manualStatus(const ClimateStatusMap &status);
 
 } // namespace norda

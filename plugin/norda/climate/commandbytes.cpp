@@ -79,6 +79,9 @@ static constexpr CommandBit vents[] = {{6, 16}, {6, 64}, {6, 32}, {6, 128}};
 
 static constexpr int firstManualSeat = 4;
 static constexpr int firstAutoDualSeat = 10;
+static constexpr int firstManualCustom = 2;
+static constexpr int firstAutoDualCustom = 4;
+static constexpr int ventKeyId = 6;
 
 static const SeatRow &seatRow(ClimateGroup group, SeatKey key)
 {
@@ -92,20 +95,13 @@ CommandBytes::CommandBytes()
 
 void CommandBytes::clear()
 {
-    for (int byte = First; byte <= Last; ++byte) {
-        m_bits[size_t(byte - First)] = QVector<int>(Bits, 0).toList();
+    for (int byte = First; byte <= Last; ++byte)
         m_NordaAllSendByteInfo.insert(byte, 0);
-    }
 }
 
 void CommandBytes::set(CommandBit bit)
 {
-    QList<int> &bits = m_bits[size_t(bit.byte - First)];
-    for (int i = 0; i < Bits; ++i) {
-        if (bit.value & (1 << (Bits - 1 - i)))
-            bits[i] = 1;
-    }
-    m_NordaAllSendByteInfo.insert(bit.byte, ListIntToString(bits).toInt(nullptr, 2));
+    m_NordaAllSendByteInfo[bit.byte] |= bit.value;
 }
 
 QString ListIntToString(const QList<int> &list)
@@ -148,20 +144,42 @@ std::optional<SeatKey> seatKey(ClimateGroup group, int id)
     return SeatKey(key);
 }
 
-CommandBit seatCommandBit(ClimateGroup group, SeatKey key, bool up)
+CommandBit seatUpBit(ClimateGroup group, SeatKey key)
 {
-    const SeatRow &row = seatRow(group, key);
-    return up ? row.up : row.down;
+    return seatRow(group, key).up;
+}
+
+CommandBit seatDownBit(ClimateGroup group, SeatKey key)
+{
+    return seatRow(group, key).down;
+}
+
+NordaClimateVaule seatPosition(ClimateGroup group, SeatKey key)
+{
+    using Value = NordaClimateVaule;
+    const bool isRight = key == SeatKey::RightHeat || key == SeatKey::RightCool;
+    if (group == ClimateGroup::ManualIcon)
+        return isRight ? Value::ManualRightSeat : Value::ManualLeftSeat;
+    return isRight ? Value::RightSeat : Value::LeftSeat;
+}
+
+bool isVentKey(ClimateGroup group, int id)
+{
+    return group == ClimateGroup::AutoDualIcon && id == ventKeyId;
+}
+
+std::optional<int> customKey(ClimateGroup group, int id)
+{
+    const bool isText = group == ClimateGroup::ManualText || group == ClimateGroup::AutoDualText;
+    const int first = group == ClimateGroup::ManualText ? firstManualCustom : firstAutoDualCustom;
+    if (!isText || (id != first && id != first + 1))
+        return std::nullopt;
+    return id - first;
 }
 
 CommandBit ventCommandBit(int index)
 {
     return vents[index];
-}
-
-CommandBit zoneCommandBit(bool toRear)
-{
-    return {8, toRear ? 64 : 128};
 }
 
 bool seatStepsUp(ClimateGroup group, SeatKey key, bool up, int value)

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "climatestatus.h"
+
 #include <QList>
 #include <QMap>
 #include <QString>
 
-#include <array>
 #include <optional>
 
 namespace norda {
@@ -16,8 +17,7 @@ struct CommandBit
     int value;
 };
 
-/** The seven command bytes, 4 to 10, each kept as eight bits with the most significant one first.
- */
+/** The seven command bytes, 4 to 10. */
 class CommandBytes
 {
 public:
@@ -33,13 +33,10 @@ public:
     const QMap<int, int> &map() const { return m_NordaAllSendByteInfo; }
 
 private:
-    static constexpr int Bits = 8;
-
-    std::array<QList<int>, Last - First + 1> m_bits;
     QMap<int, int> m_NordaAllSendByteInfo;
 };
 
-/** The digits of all elements, one behind the other. */
+/** The digits of all elements, one after the other. */
 QString ListIntToString(const QList<int> &list);
 
 /** The four groups of climate keys; a key is known by its group and its id in it. */
@@ -53,14 +50,22 @@ constexpr int seatKeyCount = 4;
 std::optional<CommandBit> commandBit(ClimateGroup group, int id);
 /** The seat key of an id in an icon group. */
 std::optional<SeatKey> seatKey(ClimateGroup group, int id);
-/** The bit of a seat key. */
-CommandBit seatCommandBit(ClimateGroup group, SeatKey key, bool up);
+/** The bit by which a seat key steps up. */
+CommandBit seatUpBit(ClimateGroup group, SeatKey key);
+/** The bit by which a seat key steps down. */
+CommandBit seatDownBit(ClimateGroup group, SeatKey key);
+/** Where the status list reports the seat of a key. */
+NordaClimateVaule seatPosition(ClimateGroup group, SeatKey key);
 /** The bit that selects a vent mode, 0 to 3. */
 CommandBit ventCommandBit(int index);
-/** Id of the auto/dual vent key, which selects the mode behind the present one. */
-constexpr int ventKeyId = 6;
-/** The bit of the zone toggle. @param toRear  true on the way to the second zone */
-CommandBit zoneCommandBit(bool toRear);
+/** Whether a key is the auto/dual vent key, which selects the mode after the present one. */
+bool isVentKey(ClimateGroup group, int id);
+/** The module-defined key, 0 or 1, of an id in a text group; none for any other key. */
+std::optional<int> customKey(ClimateGroup group, int id);
+
+/** The bits of the zone key. */
+constexpr CommandBit toSecondZoneBit = {8, 64};
+constexpr CommandBit toFrontZoneBit = {8, 128};
 
 /**
  * Which way a seat key steps next.

@@ -14,7 +14,8 @@ struct ControlState
 // By state byte.
 static constexpr ControlState controlStates[] = {{false, false}, {true, false}, {true, true}};
 
-static constexpr unsigned char controlCodes[CustomControls::Count] = {0x12, 0x22};
+static constexpr ModuleKey moduleKeys[CustomControls::Count] = {ModuleKey::First,
+                                                                ModuleKey::Second};
 
 static void applyState(QAbstractButton *key, unsigned char state)
 {
@@ -44,9 +45,11 @@ void applyCustomControlLabels(const CustomControls &controls, const QStringList 
     }
 }
 
-unsigned char customControlCode(int id)
+std::optional<ModuleKey> moduleKey(int id)
 {
-    return id >= 0 && id < CustomControls::Count ? controlCodes[id] : 0;
+    if (id < 0 || id >= CustomControls::Count)
+        return std::nullopt;
+    return moduleKeys[id];
 }
 
 } // namespace norda

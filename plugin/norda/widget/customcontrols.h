@@ -1,9 +1,12 @@
 #pragma once
 
+#include "norda/modulecodes.h"
+
 #include <QByteArray>
 #include <QStringList>
 
 #include <array>
+#include <optional>
 
 class QAbstractButton;
 class QLabel;
@@ -29,7 +32,7 @@ struct CustomControls
 void applyCustomControlLabels(const CustomControls &controls, const QStringList &captions,
                               const QByteArray &states);
 
-/** The module's code of the key with this id (0 or 1), 0 for any other id. */
-unsigned char customControlCode(int id);
+/** The module's key of this id, 0 or 1; none for any other id. */
+std::optional<ModuleKey> moduleKey(int id);
 
 } // namespace norda

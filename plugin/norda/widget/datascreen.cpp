@@ -5,10 +5,9 @@
 #include "debug.h"
 #include "eventhandler.h"
 #include "norda/vtqservice.h"
-#include "norda_bar_widget.h"
+#include "slabelmanager.h"
 #include "sourcecode.h"
 #include "srcdsplctrl.h"
-#include "svaudio/audioservice.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
@@ -16,43 +15,55 @@
 
 namespace norda {
 
-struct DisplayType
+struct DisplayTypeRow
 {
-    unsigned char code;
+    DisplayType type;
     bool list;
     bool popup;
 };
 
 // clang-format off
-static constexpr DisplayType displayTypes[] = {
-    { 0, false, false},
-    { 1, true,  false},
-    { 2, false, true },
-    {16, true,  false},
-    {17, true,  false},
-    {18, true,  false},
+static constexpr DisplayTypeRow displayTypes[] = {
+    {DisplayType::OwnPage, false, false},
+    {DisplayType::List,    true,  false},
+    {DisplayType::Popup,   false, true },
+    {DisplayType::List16,  true,  false},
+    {DisplayType::List17,  true,  false},
+    {DisplayType::List18,  true,  false},
 };
 // clang-format on
 
-DataScreen::DataScreen(int page, const ScreenCommands &commands, QWidget *parent)
-    : QWidget(parent), m_page(page), m_commands(commands), m_adaptor(VtqAdaptor::instance())
+DataScreen::DataScreen(BarPage page, const ScreenCommands &commands, const StepBindings &steps,
+                       QWidget *parent)
+    : BarScreen(page, parent), m_commands(commands), m_steps(steps)
 {
 }
 
-// The connections made for life, too: data that comes while the children are deleted must not reach
-// a screen that is half gone.
-DataScreen::~DataScreen()
-{
-    if (m_adaptor)
-        m_adaptor->disconnect(this);
-}
+DataScreen::~DataScreen() = default;
 
-void DataScreen::createNavigationBar()
+void DataScreen::connectVtqAdaptor()
 {
-    if (m_bar)
+    if (!adaptor())
         return;
-    m_bar = new Vantiq_Bar_Widget(this);
-    m_bar->move(0, 620);
+    for (const AdaptorBinding &step : m_steps)
+        step.connect(adaptor(), this);
+    // A step that was connected again would now come after it.
+    if (m_steps.last && m_steps.last->disconnect(adaptor(), this))
+        connectLastReceiver();
+}
+
+void DataScreen::disconnectVtqAdaptor()
+{
+    if (!adaptor())
+        return;
+    for (const AdaptorBinding &step : m_steps)
+        step.disconnect(adaptor(), this);
+}
+
+void DataScreen::connectLastReceiver()
+{
+    if (adaptor())
+        m_steps.last->connect(adaptor(), this);
 }
 
 void DataScreen::showTextsLiterally()
@@ -75,6 +86,14 @@ QButtonGroup *DataScreen::groupCustomKeys(QAbstractButton *first, QAbstractButto
     return keys;
 }
 
+void DataScreen::scrollLongTexts(const QList<ScrollLabel *> &labels)
+{
+    auto *scroller = new SLabelManager(this);
+    for (ScrollLabel *label : labels)
+        scroller->addLabel(label);
+    scroller->setAutoRepeat(true);
+}
+
 void DataScreen::onEnter()
 {
     send(m_commands.requestInfo);
@@ -82,16 +101,14 @@ void DataScreen::onEnter()
 
 void DataScreen::showEvent(QShowEvent *event)
 {
-    QWidget::showEvent(event);
     cm::StatusBarControl::instance()->sethide(false);
-    if (m_bar)
-        m_bar->updateBtnChecked(m_page);
+    BarScreen::showEvent(event);
 }
 
 DataScreen::DisplayWish DataScreen::displayWish(unsigned char type)
 {
-    for (const DisplayType &known : displayTypes) {
-        if (known.code == type)
+    for (const DisplayTypeRow &known : displayTypes) {
+        if (known.type == DisplayType(type))
             return {known.list, known.popup};
     }
     NORDA_WARNING << "unknown display type" << int(type);
@@ -123,9 +140,8 @@ void DataScreen::createListview(bool show)
     NORDA_TRACE << show;
 }
 
-void DataScreen::onPopupKeyClicked(int key)
+void DataScreen::onPopupKeyClicked(int)
 {
-    Q_UNUSED(key)
     soundClickedBeep();
 }
 
@@ -147,25 +163,17 @@ void DataScreen::onListDnClicked()
     send(m_commands.listNext);
 }
 
-void DataScreen::onListItemClicked(int row)
+void DataScreen::onListItemClicked(int)
 {
-    Q_UNUSED(row)
     soundClickedBeep();
 }
 
-void DataScreen::onListCustomItemPressed(int item)
-{
-    Q_UNUSED(item)
-}
+void DataScreen::onListCustomItemPressed(int) {}
 
-void DataScreen::onListCustomItemReleased(int item)
-{
-    Q_UNUSED(item)
-}
+void DataScreen::onListCustomItemReleased(int) {}
 
-void DataScreen::onListCustomItemClicked(int item)
+void DataScreen::onListCustomItemClicked(int)
 {
-    Q_UNUSED(item)
     soundClickedBeep();
 }
 
@@ -174,38 +182,36 @@ void DataScreen::onShowListview()
     NORDA_TRACE;
 }
 
-void DataScreen::sendCustomControl(ScreenCommands::ControlCommand command, int id,
-                                   ControlAction action)
+ScreenCommands::ControlCommand DataScreen::customControl() const
 {
-    if (const unsigned char control = customControlCode(id))
-        send(command, control, static_cast<unsigned char>(action));
+    return m_commands.customControl;
+}
+
+void DataScreen::sendCustomControl(int id, TouchAction action)
+{
+    if (const auto key = moduleKey(id))
+        send(customControl(), static_cast<unsigned char>(*key), static_cast<unsigned char>(action));
 }
 
 void DataScreen::onButtonPressed(int id)
 {
-    sendCustomControl(m_commands.customControl, id, ControlPressed);
+    sendCustomControl(id, TouchAction::Pressed);
 }
 
-void DataScreen::onButtonClicked(int id)
+void DataScreen::onButtonClicked(int)
 {
-    Q_UNUSED(id)
     soundClickedBeep();
 }
 
 void DataScreen::onButtonReleased(int id)
 {
-    sendCustomControl(m_commands.customControl, id, ControlReleased);
+    sendCustomControl(id, TouchAction::Released);
 }
 
 void DataScreen::onSettingsClicked()
 {
     soundClickedBeep();
     send(m_commands.settings);
-}
-
-void DataScreen::soundClickedBeep()
-{
-    svaudio::AudioService::instance()->doBeep(0);
 }
 
 void DataScreen::UpdataVtqSourceDspl()

@@ -1,15 +1,14 @@
 #pragma once
 
-#include "norda/vtqadaptor.h"
-
-#include <QWidget>
+#include "adaptorbinding.h"
+#include "barscreen.h"
+#include "norda/modulecodes.h"
 
 class QAbstractButton;
 class QButtonGroup;
+class ScrollLabel;
 
 namespace norda {
-
-class Vantiq_Bar_Widget;
 
 /** The commands by which one zone of a data screen talks to the module. */
 struct ScreenCommands
@@ -25,21 +24,46 @@ struct ScreenCommands
     ControlCommand customControl;
 };
 
+/** What a data screen connects and disconnects as a host asks for it. */
+struct StepBindings
+{
+    constexpr StepBindings() = default;
+    /** @param last  connected for life, but always after the others: what it shows stays */
+    template <size_t Count>
+    constexpr StepBindings(const AdaptorBinding (&rows)[Count],
+                           const AdaptorBinding *last = nullptr)
+        : rows(rows), count(Count), last(last)
+    {
+    }
+
+    const AdaptorBinding *begin() const { return rows; }
+    const AdaptorBinding *end() const { return rows + count; }
+
+    const AdaptorBinding *rows = nullptr;
+    size_t count = 0;
+    const AdaptorBinding *last = nullptr;
+};
+
 /**
  * What the four data screens (gauges, vehicle, parking, climate) have in common: following the
- * module's display type, its lists and popups, two module-defined keys, the settings key, a beep
- * for every touch, and the report of the head unit's source.
+ * module's display type, its lists and popups, two module-defined keys, the settings key, and the
+ * report of the head unit's source.
  *
- * A screen hands in its page on the navigation bar and its commands, and keeps the slot names that
- * hosts know it by; where those differ from the ones here, it forwards them.
+ * A screen hands in its page on the navigation bar, its commands and its step signals, and keeps
+ * the slot names that hosts know it by; where those differ from the ones here, it forwards them.
  */
-class DataScreen : public QWidget
+class DataScreen : public BarScreen
 {
     Q_OBJECT
 public:
     ~DataScreen() override;
 
 public slots:
+    /** Connects the step signals; one that is connected stays as it is. */
+    virtual void connectVtqAdaptor();
+    /** Drops what `connectVtqAdaptor()` connected, and nothing else. */
+    virtual void disconnectVtqAdaptor();
+
     /** The host enters the screen: the module is asked for its whole state. */
     virtual void onEnter();
 
@@ -63,32 +87,27 @@ public slots:
     void onButtonReleased(int id);
     virtual void onSettingsClicked();
 
-    void soundClickedBeep();
     /** Reports the head unit's current source and display to the module. For the host to invoke. */
     void UpdataVtqSourceDspl();
 
 protected:
-    enum ControlAction : unsigned char { ControlPressed = 1, ControlReleased = 2 };
+    /** @param steps  tables that live as long as the program */
+    DataScreen(BarPage page, const ScreenCommands &commands, const StepBindings &steps,
+               QWidget *parent);
 
-    /** @param page  the screen's page on the navigation bar */
-    DataScreen(int page, const ScreenCommands &commands, QWidget *parent);
-
-    VtqAdaptor *adaptor() const { return m_adaptor; }
-    void createNavigationBar();
+    /** Makes the receiver that is to come after all steps. */
+    void connectLastReceiver();
     /** Texts come from the car: the form's labels show them letter for letter, never as markup. */
     void showTextsLiterally();
     /** Makes a pair of keys the screen's module-defined ones, ids 0 and 1. */
     QButtonGroup *groupCustomKeys(QAbstractButton *first, QAbstractButton *second);
+    /** Has texts that are too long scroll through, again and again. */
+    void scrollLongTexts(const QList<ScrollLabel *> &labels);
 
-    /** Sends a command; without an adaptor nothing is sent. */
-    template <typename... Parameters, typename... Arguments>
-    void send(void (VtqAdaptor::*command)(Parameters...), Arguments... arguments)
-    {
-        if (m_adaptor)
-            (m_adaptor->*command)(arguments...);
-    }
+    /** The command of the module-defined keys: that of the zone on view where there are two. */
+    virtual ScreenCommands::ControlCommand customControl() const;
     /** Sends the command of a module-defined key; an id without a key sends nothing. */
-    void sendCustomControl(ScreenCommands::ControlCommand command, int id, ControlAction action);
+    void sendCustomControl(int id, TouchAction action);
 
     /** What a display type asks for. */
     struct DisplayWish
@@ -104,10 +123,8 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    const int m_page;
     const ScreenCommands m_commands;
-    VtqAdaptor *const m_adaptor;
-    Vantiq_Bar_Widget *m_bar = nullptr;
+    const StepBindings m_steps;
     DisplayWish m_wanted;
 };
 

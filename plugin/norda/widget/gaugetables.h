@@ -1,5 +1,7 @@
 #pragma once
 
+#include "norda/modulecodes.h"
+
 #include <QRect>
 
 namespace norda {
@@ -29,7 +31,7 @@ const GaugeRow &gaugeRow(int index);
 
 /** The look of a gauge for a style byte: 1 is the needle, any other byte the filling arc. */
 const GaugeStyle &gaugeStyle(int index, unsigned char style);
-constexpr unsigned char needleStyle = 1;
+constexpr auto needleStyle = static_cast<unsigned char>(GaugeLook::Needle);
 
 /** Style sheet of the peak indicator for a colour code; empty for a code without a colour. */
 const char *peakStyleSheet(unsigned char code);

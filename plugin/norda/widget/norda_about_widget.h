@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QWidget>
+#include "barscreen.h"
 
 #include <memory>
 
@@ -8,18 +8,13 @@ class Ui_norda_about;
 
 namespace norda {
 
-class Vantiq_Bar_Widget;
-
 /** The screen of versions and time. It leaves the host's status bar alone. */
-class Norda_About_Widget : public QWidget
+class Norda_About_Widget : public BarScreen
 {
     Q_OBJECT
 public:
     explicit Norda_About_Widget(QWidget *parent = nullptr);
     ~Norda_About_Widget() override;
-
-protected:
-    void showEvent(QShowEvent *event) override;
 
 private:
     void onNordaVerInfo(const QStringList &version);
@@ -27,7 +22,6 @@ private:
     void showAudioFirmware();
 
     const std::unique_ptr<Ui_norda_about> m_form;
-    Vantiq_Bar_Widget *m_bar;
 };
 
 } // namespace norda

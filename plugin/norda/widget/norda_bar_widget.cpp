@@ -1,32 +1,31 @@
 #include "norda_bar_widget.h"
 
 #include "debug.h"
+#include "hostactions.h"
 #include "mem/settingsexe.h"
+#include "norda/modulecodes.h"
 #include "norda/vtqadaptor.h"
-#include "svaudio/audioservice.h"
-#include "touchevent.h"
 #include "ui_Nordalink_bar.h"
 
 #include <QButtonGroup>
-#include <QCoreApplication>
 
 namespace norda {
 
 struct PageRow
 {
     Qx::Touch navigation;
-    int moduleRequest; // page that the module is asked for, 0 for none
+    ModulePage request; // what the module is asked for
 };
 
 // By page id.
 // clang-format off
 static constexpr PageRow pages[] = {
-    {Qx::TouchGauges,    0},
-    {Qx::TouchVehicle,   0},
-    {Qx::TouchClimate,   0},
-    {Qx::TouchParking,   0},
-    {Qx::TouchSettings, 13},
-    {Qx::TouchAbout,     5},
+    {Qx::TouchGauges,   ModulePage::None},
+    {Qx::TouchVehicle,  ModulePage::None},
+    {Qx::TouchClimate,  ModulePage::None},
+    {Qx::TouchParking,  ModulePage::None},
+    {Qx::TouchSettings, ModulePage::Menu},
+    {Qx::TouchAbout,    ModulePage::Versions},
 };
 // clang-format on
 
@@ -61,11 +60,10 @@ void Vantiq_Bar_Widget::onPageButGroupClicked(int id)
         return;
 
     const PageRow &page = pages[id];
-    QCoreApplication::postEvent(QCoreApplication::instance(),
-                                new TouchEvent(page.navigation, -1, -1));
+    navigateTo(page.navigation);
     VtqAdaptor *adaptor = VtqAdaptor::instance();
-    if (page.moduleRequest && adaptor)
-        adaptor->NordaData_Request(page.moduleRequest);
+    if (page.request != ModulePage::None && adaptor)
+        adaptor->NordaData_Request(int(page.request));
 }
 
 void Vantiq_Bar_Widget::updateBtnChecked(int page)
@@ -83,7 +81,7 @@ void Vantiq_Bar_Widget::updateBtnChecked(int page)
 
 void Vantiq_Bar_Widget::soundClickedBeep()
 {
-    svaudio::AudioService::instance()->doBeep(0);
+    clickBeep();
 }
 
 void Vantiq_Bar_Widget::onVantiqDsplChange(int display)

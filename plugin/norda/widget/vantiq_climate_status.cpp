@@ -6,97 +6,76 @@
 
 namespace norda {
 
-// ---- The status list ----------------------------------------------------------------------------
-
 void Vantiq_Climate_Widget::onNordaNotifyClimateCtrlStatus(const QList<int> &status)
 {
     NORDA_TRACE << status;
-    m_status = climateStatusMap(status);
-    m_seats = {m_status[NordaClimateVaule::LeftSeat], m_status[NordaClimateVaule::RightSeat]};
-    m_manualSeats = {m_status[NordaClimateVaule::ManualLeftSeat],
-                     m_status[NordaClimateVaule::ManualRightSeat]};
+    m_model.setStatus(status);
     UpdateNordaUI();
 }
 
 void Vantiq_Climate_Widget::UpdateNordaUI()
 {
-    if (m_shownUiType == AutoDualLayout)
-        updateAutoDualUi();
-    else if (m_shownUiType == ManualLayout)
-        updateManualUi();
+    if (isManual())
+        showManual(m_model.manualStatus());
+    else
+        showAutoDual(m_model.autoDualStatus());
 }
 
-void Vantiq_Climate_Widget::updateAutoDualUi()
+void Vantiq_Climate_Widget::showAutoDual(const AutoDualStatus &status)
 {
-    static constexpr int rearDefrosterBit = 0x01;
-    static constexpr int heatedWheelBit = 0x02;
-    using Value = NordaClimateVaule;
-
-    if (const auto modes = autoDual(m_status[Value::AutoDual])) {
-        updateAutoButtonState(modes->automatic);
-        updateDualButtonState(modes->dual);
+    if (status.modes) {
+        updateAutoButtonState(status.modes->automatic);
+        updateDualButtonState(status.modes->dual);
     }
-    followVentMode(m_status[Value::VentMode], &m_ventIndex);
+    updateVentPositionIdentifier(m_model.followVentMode(Layout::AutoDual, status.ventMode));
     m_form->Txt_fork->setText(QString());
-
-    const int heating = m_status[Value::HeatingBits];
-    updateFrontDefrosterButtonState(m_status[Value::FrontDefroster]);
-    updateRearDefrosterButtonState((heating & rearDefrosterBit) != 0);
-    updateHeatedWheelButtonState((heating & heatedWheelBit) != 0);
-    updateOnOffButtonState(m_status[Value::System]);
-    updateAcButtonState(m_status[Value::AirConditioning]);
-    updateMaxAcButtonState(m_status[Value::MaxAirConditioning]);
-    updateRecircFreshButtonState(m_status[Value::AirSource] == 0);
-
-    m_temperatures = {m_status[Value::LeftTemperature], m_status[Value::RightTemperature]};
-    m_form->Txt_left_temp->setText(temperatureText(m_temperatures[Left]));
-    m_form->Txt_right_temp->setText(temperatureText(m_temperatures[Right]));
-    setAutoDualFanmeterSpeeds(m_status[Value::Fan]);
-
-    for (const Side side : {Left, Right}) {
-        const SeatState seat = seatState(m_seats[side]);
-        if (seat.cooled)
-            updateCooledButtonState(side == Left, seat.level);
-        else
-            updateHeatedButtonState(side == Left, seat.level);
-    }
+    updateFrontDefrosterButtonState(status.frontDefroster);
+    updateRearDefrosterButtonState(status.rearDefroster);
+    updateHeatedWheelButtonState(status.heatedWheel);
+    updateOnOffButtonState(status.system);
+    updateAcButtonState(status.airConditioning);
+    updateMaxAcButtonState(status.maxAirConditioning);
+    updateRecircFreshButtonState(status.recirculation);
+    m_form->Txt_left_temp->setText(temperatureText(status.leftTemperature));
+    m_form->Txt_right_temp->setText(temperatureText(status.rightTemperature));
+    setAutoDualFanmeterSpeeds(status.fan);
+    showSeat(true, status.leftSeat);
+    showSeat(false, status.rightSeat);
 }
 
-void Vantiq_Climate_Widget::updateManualUi()
+void Vantiq_Climate_Widget::showSeat(bool left, int code)
 {
-    using Value = NordaClimateVaule;
-    updateOnOffButtonState(m_status[Value::ManualSystem]);
-    updateAcButtonState(m_status[Value::ManualAirConditioning]);
-    updateMaxAcButtonState(m_status[Value::ManualMaxAirConditioning]);
-    setManualFanmeterSpeeds(m_status[Value::ManualFan]);
-    const int temperature = m_status[Value::ManualTemperature];
-    setTemperatureValue(temperature);
-    m_form->Txt_fork->setText(plainTemperatureText(temperature));
-    followVentMode(m_status[Value::ManualVentMode], &m_manualVentIndex);
-    drawManualSeat(m_manualSeats[Left], m_form->icon_left_seat_heat_2, m_form->icon_left_seat_AC_2);
-    drawManualSeat(m_manualSeats[Right], m_form->icon_right_seat_heat_2,
-                   m_form->icon_right_seat_AC_2);
+    const SeatState seat = seatState(code);
+    if (seat.cooled)
+        updateCooledButtonState(left, seat.level);
+    else
+        updateHeatedButtonState(left, seat.level);
+}
+
+void Vantiq_Climate_Widget::showManual(const ManualStatus &status)
+{
+    updateOnOffButtonState(status.system);
+    updateAcButtonState(status.airConditioning);
+    updateMaxAcButtonState(status.maxAirConditioning);
+    setManualFanmeterSpeeds(status.fan);
+    setTemperatureValue(status.temperature);
+    m_form->Txt_fork->setText(plainTemperatureText(status.temperature));
+    updateVentPositionIdentifier(m_model.followVentMode(Layout::Manual, status.ventMode));
+    showManualSeat(status.leftSeat, m_form->icon_left_seat_heat_2, m_form->icon_left_seat_AC_2);
+    showManualSeat(status.rightSeat, m_form->icon_right_seat_heat_2, m_form->icon_right_seat_AC_2);
 }
 
 /** Off turns both images off; otherwise only the kind that is on is drawn. */
-void Vantiq_Climate_Widget::drawManualSeat(int code, QLabel *heated, QLabel *cooled)
+void Vantiq_Climate_Widget::showManualSeat(int code, QLabel *heated, QLabel *cooled)
 {
+    if (code < 0)
+        return; // names no image, so both stay
     const SeatState seat = seatState(code);
-    const bool off = code <= 0;
-    if (seat.cooled || off)
-        m_images.show(cooled, seatCoolImage(off ? 0 : seat.level));
+    if (seat.cooled || code == 0)
+        m_images.show(cooled, seatCoolImage(seat.level));
     if (!seat.cooled)
         m_images.show(heated, seatHeatImage(seat.level));
 }
-
-void Vantiq_Climate_Widget::followVentMode(int statusValue, int *index)
-{
-    const VentMode mode = ventMode(statusValue);
-    *index = mode.index.value_or(*index);
-    updateVentPositionIdentifier(mode.position);
-}
-
-// ---- Controls -----------------------------------------------------------------------------------
 
 void Vantiq_Climate_Widget::updateIconButtonState(QPushButton *key, int state)
 {
@@ -114,15 +93,12 @@ void Vantiq_Climate_Widget::updateTextButtonState(QPushButton *key, int state)
 void Vantiq_Climate_Widget::updateCurrUITypeState(QPushButton *manual, QPushButton *autoDual,
                                                   int state)
 {
-    if (m_shownUiType == ManualLayout)
-        updateIconButtonState(manual, state);
-    else if (m_shownUiType == AutoDualLayout)
-        updateIconButtonState(autoDual, state);
+    updateIconButtonState(isManual() ? manual : autoDual, state);
 }
 
 void Vantiq_Climate_Widget::updateCurrUITypeState(QPushButton *autoDual, int state)
 {
-    if (activeUiType() == AutoDualLayout)
+    if (!isManual())
         updateIconButtonState(autoDual, state);
 }
 
@@ -182,27 +158,20 @@ void Vantiq_Climate_Widget::updateDualButtonState(int state)
     updateIconButtonState(m_form->key_dual, state);
 }
 
-static constexpr bool isSeatLevel(int level)
-{
-    return level >= 0 && level <= 3;
-}
-
 void Vantiq_Climate_Widget::updateHeatedButtonState(bool left, int level)
 {
     const Ui_norda_vantiq_climate &ui = *m_form;
-    m_seatLevel = isSeatLevel(level) ? level : m_seatLevel;
     QLabel *const labels[2][2] = {{ui.icon_right_seat_heat, ui.icon_left_seat_heat},
                                   {ui.icon_right_seat_heat_2, ui.icon_left_seat_heat_2}};
-    m_images.show(labels[activeUiType() == ManualLayout][left], seatHeatImage(m_seatLevel));
+    m_images.show(labels[isManual()][left], seatHeatImage(m_model.setSeatLevel(level)));
 }
 
 void Vantiq_Climate_Widget::updateCooledButtonState(bool left, int level)
 {
     const Ui_norda_vantiq_climate &ui = *m_form;
-    m_seatLevel = isSeatLevel(level) ? level : m_seatLevel;
     QLabel *const labels[2][2] = {{ui.icon_right_seat_AC, ui.icon_left_seat_AC},
                                   {ui.icon_right_seat_AC_2, ui.icon_left_seat_AC_2}};
-    m_images.show(labels[activeUiType() == ManualLayout][left], seatCoolImage(m_seatLevel));
+    m_images.show(labels[isManual()][left], seatCoolImage(m_model.setSeatLevel(level)));
 }
 
 void Vantiq_Climate_Widget::updateLHeatedSeatButtonState(int state)
@@ -247,37 +216,21 @@ void Vantiq_Climate_Widget::setTemperatureValue(int value)
                  marker->y());
 }
 
-const QIcon &Vantiq_Climate_Widget::icon(const Level_Path *images)
-{
-    QIcon &made = m_icons[images[0].path];
-    if (made.isNull()) {
-        made.addPixmap(m_images.pixmap(images[0].path), QIcon::Normal);
-        made.addPixmap(m_images.pixmap(images[1].path), QIcon::Selected);
-    }
-    return made;
-}
-
 void Vantiq_Climate_Widget::showIcon(QAbstractButton *key, const Level_Path *images)
 {
-    if (!images)
-        return;
-    const QIcon &shown = icon(images);
-    if (key->icon().cacheKey() != shown.cacheKey())
-        key->setIcon(shown);
+    if (images)
+        m_images.showIcon(key, images[0].path, images[1].path);
 }
 
 void Vantiq_Climate_Widget::updateVentPositionIdentifier(int code)
 {
-    m_zone = FrontZone; // without telling the service
-    m_ventRow = ventRow(code).value_or(m_ventRow);
-    showIcon(m_mainUiType == ManualLayout ? m_form->key_seat_2 : m_form->key_seat,
-             ventImages(m_ventRow));
+    const int row = m_model.setVentPosition(code);
+    showIcon(isManual() ? m_form->key_seat_2 : m_form->key_seat, ventImages(row));
 }
 
-void Vantiq_Climate_Widget::updateVentSpeedIdentifier(int mode, int speed)
+void Vantiq_Climate_Widget::updateVentSpeedIdentifier(int, int speed)
 {
-    Q_UNUSED(mode)
-    if (activeUiType() == ManualLayout)
+    if (isManual())
         setManualFanmeterSpeeds(speed);
     else
         setAutoDualFanmeterSpeeds(speed);

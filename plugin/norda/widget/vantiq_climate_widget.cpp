@@ -2,7 +2,6 @@
 
 #include "customcontrols.h"
 #include "debug.h"
-#include "slabelmanager.h"
 #include "translator.h"
 #include "ui_norda_vantiq_climate.h"
 
@@ -12,7 +11,6 @@ namespace norda {
 
 using Screen = Vantiq_Climate_Widget;
 
-static constexpr int navigationPage = 2;
 static constexpr ScreenCommands frontCommands = {
     &VtqAdaptor::climateListBack,        &VtqAdaptor::climateListPrevious,
     &VtqAdaptor::climateListNext,        &VtqAdaptor::climateSettings,
@@ -25,15 +23,15 @@ static constexpr ScreenCommands secondCommands = {
 };
 
 Vantiq_Climate_Widget::Vantiq_Climate_Widget(QWidget *parent)
-    : DataScreen(navigationPage, frontCommands, parent)
+    : DataScreen(BarPage::Climate, frontCommands, {}, parent)
     , m_form(std::make_unique<Ui_norda_vantiq_climate>())
 {
     m_form->setupUi(this);
     showTextsLiterally();
     init_UI();
 
-    connect(adaptor(), &VtqAdaptor::secondclimateType, this, &Screen::onSecondClimateType);
-    connect(adaptor(), &VtqAdaptor::climateType, this, &Screen::onClimateType);
+    receive(&VtqAdaptor::secondclimateType, &Screen::onSecondClimateType);
+    receive(&VtqAdaptor::climateType, &Screen::onClimateType);
     onSecondClimateType();
     onClimateType();
 
@@ -41,8 +39,7 @@ Vantiq_Climate_Widget::Vantiq_Climate_Widget(QWidget *parent)
     m_form->climate_AutoDual->show();
     m_form->key_auto->show();
     m_form->key_dual->show();
-    connect(adaptor(), &VtqAdaptor::NordaClimateCtrlStatusNotify, this,
-            &Screen::onNordaNotifyClimateCtrlStatus, Qt::UniqueConnection);
+    receive(&VtqAdaptor::NordaClimateCtrlStatusNotify, &Screen::onNordaNotifyClimateCtrlStatus);
     updateCooledButtonState(false, 0);
     updateCooledButtonState(true, 0);
     InitNordaUi();
@@ -50,7 +47,7 @@ Vantiq_Climate_Widget::Vantiq_Climate_Widget(QWidget *parent)
 
 Vantiq_Climate_Widget::~Vantiq_Climate_Widget()
 {
-    disconnectVtqAdaptor();
+    Vantiq_Climate_Widget::disconnectVtqAdaptor();
     seconddisconnectVtqAdaptor();
 }
 
@@ -66,6 +63,20 @@ QButtonGroup *Vantiq_Climate_Widget::groupKeys(const QList<QAbstractButton *> &k
 }
 
 void Vantiq_Climate_Widget::init_UI()
+{
+    const Ui_norda_vantiq_climate &ui = *m_form;
+    connectKeyGroups();
+    connect(ui.key_rear, &QPushButton::pressed, this, &Screen::onNordadRearPressed);
+    connect(ui.key_rear, &QPushButton::clicked, this, &Screen::onNordaRearClicked);
+    connect(ui.key_settings, &QPushButton::clicked, this, &Screen::onSettingsClicked);
+    letTouchesThrough();
+    ui.bkg_air_gear_position->installEventFilter(this);
+    ui.bkg_air_gear_position_2->installEventFilter(this);
+    scrollLongTexts({ui.Txt_fork});
+    ui.Txt_rear->setText(Translator::instance()->text(Translator::ZoneRear));
+}
+
+void Vantiq_Climate_Widget::connectKeyGroups()
 {
     const Ui_norda_vantiq_climate &ui = *m_form;
     QButtonGroup *manualText = groupKeys({ui.key_AC_2, ui.key_max_AC_2, ui.key_P1_2, ui.key_P2_2});
@@ -86,33 +97,23 @@ void Vantiq_Climate_Widget::init_UI()
     connect(manualIcon, &QButtonGroup::idClicked, this, &Screen::onNordaManualIconBtnClicked);
     connect(autoDualText, &QButtonGroup::idClicked, this, &Screen::OonNordaAutoDualTextBtnClicked);
     connect(autoDualIcon, &QButtonGroup::idClicked, this, &Screen::OnNordaDualButtonClicked);
+}
 
-    connect(ui.key_rear, &QPushButton::pressed, this, &Screen::onNordadRearPressed);
-    connect(ui.key_rear, &QPushButton::clicked, this, &Screen::onNordaRearClicked);
-    connect(ui.key_settings, &QPushButton::clicked, this, &Screen::onSettingsClicked);
-
-    const QWidgetList overlays = {ui.Txt_rear,
-                                  ui.icon_left_seat_heat,
-                                  ui.icon_left_seat_AC,
-                                  ui.icon_right_seat_heat,
-                                  ui.icon_right_seat_AC,
-                                  ui.icon_left_seat_heat_2,
-                                  ui.icon_left_seat_AC_2,
-                                  ui.icon_right_seat_heat_2,
-                                  ui.icon_right_seat_AC_2,
-                                  ui.Txt_P1,
-                                  ui.Txt_P2,
-                                  ui.Txt_P1_2,
-                                  ui.Txt_P2_2};
+/** What lies over the keys: the seats' images and the captions. */
+void Vantiq_Climate_Widget::letTouchesThrough()
+{
+    const Ui_norda_vantiq_climate &ui = *m_form;
+    const QWidgetList overlays = {ui.icon_left_seat_heat,    ui.icon_left_seat_AC,
+                                  ui.icon_right_seat_heat,   ui.icon_right_seat_AC,
+                                  ui.icon_left_seat_heat_2,  ui.icon_left_seat_AC_2,
+                                  ui.icon_right_seat_heat_2, ui.icon_right_seat_AC_2};
     for (QWidget *overlay : overlays)
         overlay->setAttribute(Qt::WA_TransparentForMouseEvents);
-    ui.bkg_air_gear_position->installEventFilter(this);
-    ui.bkg_air_gear_position_2->installEventFilter(this);
-
-    auto *scrolling = new SLabelManager(this);
-    scrolling->addLabel(ui.Txt_fork);
-    scrolling->setAutoRepeat(true);
-    ui.Txt_rear->setText(Translator::instance()->text(Translator::ZoneRear));
+    ui.key_rear->setCaption(ui.Txt_rear);
+    ui.key_P1->setCaption(ui.Txt_P1);
+    ui.key_P2->setCaption(ui.Txt_P2);
+    ui.key_P1_2->setCaption(ui.Txt_P1_2);
+    ui.key_P2_2->setCaption(ui.Txt_P2_2);
 }
 
 void Vantiq_Climate_Widget::InitNordaUi()
@@ -126,15 +127,15 @@ void Vantiq_Climate_Widget::InitNordaUi()
 void Vantiq_Climate_Widget::showEvent(QShowEvent *event)
 {
     DataScreen::showEvent(event);
-    connect(adaptor(), &VtqAdaptor::NordaClimateCtrlStatusNotify, this,
-            &Screen::onNordaNotifyClimateCtrlStatus, Qt::UniqueConnection);
+    receive(&VtqAdaptor::NordaClimateCtrlStatusNotify, &Screen::onNordaNotifyClimateCtrlStatus);
 }
 
 void Vantiq_Climate_Widget::hideEvent(QHideEvent *event)
 {
     DataScreen::hideEvent(event);
-    disconnect(adaptor(), &VtqAdaptor::NordaClimateCtrlStatusNotify, this,
-               &Screen::onNordaNotifyClimateCtrlStatus);
+    if (adaptor())
+        disconnect(adaptor(), &VtqAdaptor::NordaClimateCtrlStatusNotify, this,
+                   &Screen::onNordaNotifyClimateCtrlStatus);
 }
 
 void Vantiq_Climate_Widget::onEnter()
@@ -146,6 +147,11 @@ void Vantiq_Climate_Widget::onEnter()
 void Vantiq_Climate_Widget::resume()
 {
     onEnter();
+}
+
+ScreenCommands::ControlCommand Vantiq_Climate_Widget::customControl() const
+{
+    return isSecondZone() ? secondCommands.customControl : frontCommands.customControl;
 }
 
 void Vantiq_Climate_Widget::onSettingsClicked()
@@ -178,8 +184,6 @@ void Vantiq_Climate_Widget::onClimateType() {}
 
 void Vantiq_Climate_Widget::onSecondClimateType() {}
 
-// ---- Module-defined keys, display types, lists, popups ------------------------------------------
-
 void Vantiq_Climate_Widget::showCustomControls(const QStringList &captions,
                                                const QByteArray &states)
 {
@@ -203,17 +207,23 @@ void Vantiq_Climate_Widget::onSecondCustomControlLabels(const QStringList &capti
     showCustomControls(captions, states);
 }
 
+void Vantiq_Climate_Widget::returnToLayout()
+{
+    m_model.zones().returnToLayout();
+    showPage();
+}
+
 void Vantiq_Climate_Widget::onGuiDisplayTypeChanged(unsigned char type)
 {
-    if (type == 0)
-        m_form->stackedWidget->setCurrentIndex(m_mainUiType);
+    if (DisplayType(type) == DisplayType::OwnPage)
+        returnToLayout();
     followDisplayType(type);
 }
 
 void Vantiq_Climate_Widget::onSecondGuiDisplayTypeChanged(unsigned char type)
 {
-    if (type == 0)
-        m_form->stackedWidget->setCurrentIndex(m_secondUiType);
+    if (DisplayType(type) == DisplayType::OwnPage)
+        returnToLayout();
     const DisplayWish wish = displayWish(type);
     createSecondPopup(wish.popup);
     createSecondListview(wish.list);

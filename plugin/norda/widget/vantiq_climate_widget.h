@@ -2,14 +2,12 @@
 
 #include "datascreen.h"
 #include "imagestore.h"
-#include "norda/climate/climatestatus.h"
-#include "norda/climate/commandbytes.h"
+#include "norda/climate/climatedrag.h"
+#include "norda/climate/climatemodel.h"
 
-#include <QHash>
-#include <QIcon>
+#include <QEvent>
 #include <QMap>
 
-#include <array>
 #include <memory>
 
 class QAbstractButton;
@@ -49,14 +47,14 @@ public slots:
     void onSettingsClicked() override;
 
     // Only a trace: the data comes with the status list.
-    void connectVtqAdaptor();
-    void disconnectVtqAdaptor();
+    void connectVtqAdaptor() override;
+    void disconnectVtqAdaptor() override;
     void secondconnectVtqAdaptor();
     void seconddisconnectVtqAdaptor();
     void onClimateType();
     void onSecondClimateType();
 
-    // ---- The status list and the touches, as wired ----
+    // The status list and the touches, as wired
     void onNordaNotifyClimateCtrlStatus(const QList<int> &status);
     void onNordaManualTextBtnClicked(int id);
     void onNordaManualIconBtnClicked(int id);
@@ -68,7 +66,7 @@ public slots:
     void onManualFan();
     void onAutoFan();
 
-    // ---- The per-item path, front zone ----
+    // The per-item path, front zone
     void onManClimateTempNotify(int up, int down, int temperature);
     void onAutoClimateTempNotify(const QMap<int, QVariant> &temperatures);
     void onDefrosterStatusNotify(int front, int rear);
@@ -85,7 +83,7 @@ public slots:
                     const QList<QVariant> &values, const QByteArray &states);
     void onGuiDisplayTypeChanged(unsigned char type);
 
-    // ---- The per-item path, second zone ----
+    // The per-item path, second zone
     void onSecondManClimateTempNotify(int up, int down, int temperature);
     void onSecondAutoClimateTempNotify(const QMap<int, QVariant> &temperatures);
     void onSecondDefrosterStatusNotify(int front, int rear);
@@ -116,7 +114,7 @@ public slots:
     void createSecondPopup(bool show);
     void createSecondListview(bool show);
 
-    // ---- Single commands, for hosts that connect them ----
+    // Single commands, for hosts that connect them
     void onManualIconBtnPressed(int id);
     void onManualIconBtnClicked(int id);
     void onManualIconBtnReleased(int id);
@@ -134,7 +132,7 @@ public slots:
     void onRearReleased();
     void onCloseClicked();
 
-    // ---- Drawing ----
+    // Drawing
     void setTemperatureValue(int value);
     void setTemperaturePosition(int eventType, int x, bool released);
     void setManualFanmeterSpeeds(int speed);
@@ -150,33 +148,40 @@ public slots:
     void updateFrontZoneUi();
 
 protected:
+    ScreenCommands::ControlCommand customControl() const override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
 
 private:
-    enum UiType { AutoDualLayout = 0, ManualLayout = 1 };
-    enum Zone { FrontZone = 0, SecondZone = 1 };
-    enum Side { Left, Right };
-
+    void connectKeyGroups();
+    void letTouchesThrough();
     QButtonGroup *groupKeys(const QList<QAbstractButton *> &keys);
-    int activeUiType() const { return m_zone == SecondZone ? m_secondUiType : m_mainUiType; }
+
+    bool isManual() const { return m_model.zones().layout() == Layout::Manual; }
+    bool isSecondZone() const { return m_model.zones().active() == Zone::Second; }
+    void showPage();
+    void returnToLayout();
+    bool bringUp(Zone zone);
 
     void touch(ClimateGroup group, int id);
-    std::optional<CommandBit> bitOfTouch(ClimateGroup group, int id);
     void sendBytes();
     template <typename... Parameters, typename... Arguments>
     void sendToZone(void (VtqAdaptor::*front)(Parameters...),
                     void (VtqAdaptor::*second)(Parameters...), Arguments... arguments)
     {
-        send(m_zone == SecondZone ? second : front, arguments...);
+        send(isSecondZone() ? second : front, arguments...);
     }
-    void sendSinglePress(ClimateGroup group, int id, bool pressed);
-    void sendSingleClick(ClimateGroup group, int id);
+    void pressSingle(ClimateGroup group, int id);
+    void releaseSingle(ClimateGroup group, int id);
+    void clickSingle(ClimateGroup group, int id);
+    void dragTemperature(QEvent::Type step, int x);
+    void dragManualFan(QEvent::Type step, int x);
+    void dragAutoDualFan(QEvent::Type step, int x);
 
-    void updateAutoDualUi();
-    void updateManualUi();
-    void drawManualSeat(int code, QLabel *heated, QLabel *cooled);
-    void followVentMode(int statusValue, int *index);
+    void showAutoDual(const AutoDualStatus &status);
+    void showSeat(bool left, int code);
+    void showManual(const ManualStatus &status);
+    void showManualSeat(int code, QLabel *heated, QLabel *cooled);
     void showFanLevel(QLabel *meter, int level);
 
     void updateIconButtonState(QPushButton *key, int state);
@@ -200,7 +205,6 @@ private:
     void updateRHeatedSeatButtonState(int state);
     void updateLCooledSeatButtonState(int state);
     void updateRCooledSeatButtonState(int state);
-    const QIcon &icon(const Level_Path *images);
     void showIcon(QAbstractButton *key, const Level_Path *images);
 
     void showManualTemperature(int up, int down, int temperature);
@@ -224,27 +228,9 @@ private:
 
     const std::unique_ptr<Ui_norda_vantiq_climate> m_form;
     ImageStore m_images;
-    QHash<QString, QIcon> m_icons;
-    ClimateStatusMap m_status;
-    QMap<NordaHVACMode, int> m_hvacModes;
-    int m_shownUiType = AutoDualLayout;
-    int m_mainUiType = AutoDualLayout;
-    int m_secondUiType = AutoDualLayout;
-    int m_zone = FrontZone;
-    int m_ventIndex = 0;
-    int m_manualVentIndex = 0;
-    std::array<int, 2> m_seats{};       // by side, as last reported
-    std::array<int, 2> m_manualSeats{}; // by side, as last reported
-    std::array<int, 2> m_temperatures{};
-    int m_ventRow = 0;
-    int m_seatLevel = 0;
-    CommandBytes m_bytes;
-    std::array<bool, seatKeyCount> m_seatStepsUp{true, true, true, true};
-    bool m_rear = false;
-    bool m_draggingTemperature = false;
-    int m_rawTemperature = 0;
+    ClimateModel m_model;
+    TemperatureDrag m_temperatureDrag;
     int m_rawManualFan = 0;
-    int m_rawAutoFan = 0;
 };
 
 } // namespace norda

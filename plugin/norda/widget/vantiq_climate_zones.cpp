@@ -15,51 +15,59 @@ void Vantiq_Climate_Widget::onNordadRearPressed()
 {
     soundClickedBeep();
     InitByte();
-    m_rear = !m_rear;
+    m_model.pressZoneKey();
+    const bool towardsSecond = m_model.zones().isTowardsSecond();
     Translator *texts = Translator::instance();
-    m_form->Txt_rear->setText(texts->text(m_rear ? Translator::ZoneFront : Translator::ZoneRear));
-    m_form->stackedWidget->setCurrentIndex(m_rear ? ManualLayout : AutoDualLayout);
-    m_bytes.set(zoneCommandBit(m_rear));
-    if (m_rear) {
+    m_form->Txt_rear->setText(
+        texts->text(towardsSecond ? Translator::ZoneFront : Translator::ZoneRear));
+    showPage();
+    if (towardsSecond) {
         m_form->key_Steering_wheel_heat_2->hide();
         m_form->key_circulation_2->hide();
         m_form->key_demisting_2->hide();
         m_form->key_wind_direction_2->hide();
     }
-    m_form->Txt_rear->setText(m_rear ? frontCaption : rearCaption);
+    m_form->Txt_rear->setText(towardsSecond ? frontCaption : rearCaption);
     sendBytes();
 }
 
 void Vantiq_Climate_Widget::onNordaRearClicked(bool checked)
 {
-    const int type = checked ? ManualLayout : AutoDualLayout;
-    m_zone = checked ? FrontZone : SecondZone;
-    m_mainUiType = m_secondUiType = m_shownUiType = type;
-    m_form->stackedWidget->setCurrentIndex(type);
+    m_model.zones().click(checked);
+    showPage();
     if (checked)
         m_form->tempbar_W->installEventFilter(this);
     else
         m_form->tempbar_W->removeEventFilter(this);
 }
 
+void Vantiq_Climate_Widget::showPage()
+{
+    m_form->stackedWidget->setCurrentIndex(int(m_model.zones().page()));
+}
+
+/** @return whether the active zone changed */
+bool Vantiq_Climate_Widget::bringUp(Zone zone)
+{
+    const bool changed = m_model.zones().bringUp(zone);
+    showPage();
+    if (changed)
+        VtqService::instance()->setClimateRearZone(zone == Zone::Second);
+    return changed;
+}
+
 void Vantiq_Climate_Widget::updateCurrMainUIType()
 {
-    m_form->stackedWidget->setCurrentIndex(m_mainUiType);
-    if (m_zone != SecondZone)
+    if (!bringUp(Zone::Front))
         return;
-    m_zone = FrontZone;
-    VtqService::instance()->setClimateRearZone(false);
     updateFrontZoneUi();
     m_form->Txt_rear->setText(rearCaption);
 }
 
 void Vantiq_Climate_Widget::updateCurrSecondUIType()
 {
-    m_form->stackedWidget->setCurrentIndex(m_secondUiType);
-    if (m_zone != FrontZone)
+    if (!bringUp(Zone::Second))
         return;
-    m_zone = SecondZone;
-    VtqService::instance()->setClimateRearZone(true);
     updateRearZoneUi();
     m_form->Txt_rear->setText(frontCaption);
 }
@@ -105,7 +113,7 @@ void Vantiq_Climate_Widget::updateBtnVisible(const Features &features, int featu
                                              const QList<QWidget *> &manual,
                                              const QList<QWidget *> &autoDual)
 {
-    for (QWidget *widget : activeUiType() == ManualLayout ? manual : autoDual)
+    for (QWidget *widget : isManual() ? manual : autoDual)
         updateBtnVisible(features, feature, widget);
 }
 
@@ -116,7 +124,7 @@ void Vantiq_Climate_Widget::applyFeatures0(const Features &features)
     updateBtnVisible(features, 0, {},
                      {ui.key_left_temp_next, ui.key_left_temp_prev, ui.Txt_left_temp});
     updateBtnVisible(features, 1, {}, {ui.key_right_temp_next, ui.key_right_temp_prev});
-    if (activeUiType() == AutoDualLayout) {
+    if (!isManual()) {
         // With a right temperature it is the left text that shows.
         if (features.value(1))
             ui.Txt_left_temp->show();

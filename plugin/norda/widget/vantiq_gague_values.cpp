@@ -149,7 +149,7 @@ void Vantiq_Gaugue_Widget::onCenterGaugeScale(const QString &first, const QStrin
         if (isNumber)
             m_scaleLabels[i]->setText(entries[i].left(longest));
         else
-            NORDA_WARNING << "scale entry" << i << "is not a number:" << entries[i];
+            NORDA_WARNING << "scale entry" << i << "is not a number:" << excerpt(entries[i]);
     }
 }
 

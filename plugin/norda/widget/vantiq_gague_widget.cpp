@@ -5,7 +5,6 @@
 #include "gaugetables.h"
 #include "mem/settingsexe.h"
 #include "norda/squillogauge.h"
-#include "slabelmanager.h"
 #include "ui_norda_gauge.h"
 
 #include <QButtonGroup>
@@ -14,11 +13,36 @@ namespace norda {
 
 using Screen = Vantiq_Gaugue_Widget;
 
-static constexpr int navigationPage = 0;
 static constexpr ScreenCommands commands = {
     &VtqAdaptor::gaugesListBack, &VtqAdaptor::gaugesListPrevious, &VtqAdaptor::gaugesListNext,
     &VtqAdaptor::gaugesSettings, &VtqAdaptor::requestGaugesInfo,  &VtqAdaptor::gaugesCustomControls,
 };
+static constexpr AdaptorBinding steps[] = {
+    binding<&VtqAdaptor::gauPopUpNotify, &Screen::onPopup>,
+    binding<&VtqAdaptor::gaugeTitlesNotify, &Screen::onGaugeTitles>,
+    binding<&VtqAdaptor::centerGaugeValueNotify, &Screen::onCenterGaugeValue>,
+    binding<&VtqAdaptor::gaugeTLValueNotify, &Screen::onGaugeTLValue>,
+    binding<&VtqAdaptor::gaugeTLValueDualNotify, &Screen::onGaugeTLValueDual>,
+    binding<&VtqAdaptor::gaugeTRValueNotify, &Screen::onGaugeTRValue>,
+    binding<&VtqAdaptor::gaugeTRValueDualNotify, &Screen::onGaugeTRValueDual>,
+    binding<&VtqAdaptor::gaugeBLValueNotify, &Screen::onGaugeBLValue>,
+    binding<&VtqAdaptor::gaugeBLValueDualNotify, &Screen::onGaugeBLValueDual>,
+    binding<&VtqAdaptor::gaugeBRValueNotify, &Screen::onGaugeBRValue>,
+    binding<&VtqAdaptor::gaugeBRValueDualNotify, &Screen::onGaugeBRValueDual>,
+    binding<&VtqAdaptor::peakIndicatorNotify, &Screen::onPeakIndicator>,
+    binding<&VtqAdaptor::peakIndicatorTextNotify, &Screen::onPeakIndicatorText>,
+    binding<&VtqAdaptor::gauTopBarTextNotify, &Screen::onTopBarText>,
+    binding<&VtqAdaptor::gaugeGraphicalSettingNotify, &Screen::onGaugeGraphicalSetting>,
+    binding<&VtqAdaptor::shifterArrowIndicatorNotify, &Screen::onShifterArrowIndicator>,
+    binding<&VtqAdaptor::centerGaugePeakColorNotify, &Screen::ondCenterGaugePeakColor>,
+    binding<&VtqAdaptor::gauCustomControlLabelsNotify, &Screen::onCustomControlLabels>,
+    binding<&VtqAdaptor::listInfoNotify, &Screen::onListInfo>,
+    binding<&VtqAdaptor::activePresetStatusNotify, &Screen::onActivePresetStatus>,
+    binding<&VtqAdaptor::centerGaugeRedLinePositionNotify, &Screen::onCenterGaugeRedLinePosition>,
+    binding<&VtqAdaptor::guiDisplayTypeNotify, &Screen::onGuiDisplayTypeChanged>,
+};
+static constexpr AdaptorBinding lastReceiver =
+    binding<&VtqAdaptor::centerGaugeValueNotify, &Screen::onmNordacenterGaugeValue>;
 
 using MenuCommand = void (VtqAdaptor::*)(unsigned char action);
 static constexpr MenuCommand menuCommands[gaugeCount] = {
@@ -27,24 +51,20 @@ static constexpr MenuCommand menuCommands[gaugeCount] = {
 };
 
 Vantiq_Gaugue_Widget::Vantiq_Gaugue_Widget(QWidget *parent)
-    : DataScreen(navigationPage, commands, parent), m_form(std::make_unique<Ui_norda_gauge>())
+    : DataScreen(BarPage::Gauges, commands, {steps, &lastReceiver}, parent)
+    , m_form(std::make_unique<Ui_norda_gauge>())
 {
     m_form->setupUi(this);
     showTextsLiterally();
     m_settingsExe = new mem::SettingsExe(this);
     init();
 
-    // These two are never dropped. The second receiver of the centre value must come after the
-    // one that connectVtqAdaptor() made: what it writes is what stays on screen.
-    connect(adaptor(), &VtqAdaptor::Properties2TextInfo, this, &Screen::onProperties_2Status);
-    connect(adaptor(), &VtqAdaptor::centerGaugeValueNotify, this,
-            &Screen::onmNordacenterGaugeValue);
+    // These two are never dropped.
+    receive(&VtqAdaptor::Properties2TextInfo, &Screen::onProperties_2Status);
+    connectLastReceiver();
 }
 
-Vantiq_Gaugue_Widget::~Vantiq_Gaugue_Widget()
-{
-    disconnectVtqAdaptor();
-}
+Vantiq_Gaugue_Widget::~Vantiq_Gaugue_Widget() = default;
 
 void Vantiq_Gaugue_Widget::init()
 {
@@ -58,11 +78,11 @@ void Vantiq_Gaugue_Widget::initUI()
 {
     createNavigationBar();
 
-    // Touches go through the texts to the gauges and keys beneath.
-    const QWidgetList overlays = {
-        m_form->up_left_widget,    m_form->up_right_widget, m_form->down_left_widget,
-        m_form->down_right_widget, m_form->scale_widget,    m_form->Indicator_lb_2,
-        m_form->Txt_ready,         m_form->Txt_P1,          m_form->Txt_P2};
+    // Touches go through the texts to the gauges beneath.
+    const QWidgetList overlays = {m_form->up_left_widget,   m_form->up_right_widget,
+                                  m_form->down_left_widget, m_form->down_right_widget,
+                                  m_form->scale_widget,     m_form->Indicator_lb_2,
+                                  m_form->Txt_ready};
     for (QWidget *overlay : overlays)
         overlay->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_form->gagus_widget_1->lower();
@@ -77,10 +97,9 @@ void Vantiq_Gaugue_Widget::initUI()
                      m_form->Txt_scale_7,  m_form->Txt_scale_8, m_form->Txt_scale_9,
                      m_form->Txt_scale_10, m_form->Txt_scale_11};
 
-    auto *scrolling = new SLabelManager(this);
-    scrolling->addLabel(m_form->Txt_fork);
-    scrolling->setAutoRepeat(true);
-
+    scrollLongTexts({m_form->Txt_fork});
+    m_form->key_P1->setCaption(m_form->Txt_P1);
+    m_form->key_P2->setCaption(m_form->Txt_P2);
     m_presetKeys = groupCustomKeys(m_form->key_P1, m_form->key_P2);
     connect(m_form->key_settings, &QPushButton::clicked, this, &Screen::onSettingsClicked);
 }
@@ -133,57 +152,10 @@ void Vantiq_Gaugue_Widget::InitNordaUi()
     onCenterGaugeScale(QStringLiteral("0"), m_defaultScale);
 }
 
-template <typename Operation>
-void Vantiq_Gaugue_Widget::forEachConnection(Operation operation)
-{
-    operation(&VtqAdaptor::gauPopUpNotify, &Screen::onPopup);
-    operation(&VtqAdaptor::gaugeTitlesNotify, &Screen::onGaugeTitles);
-    operation(&VtqAdaptor::centerGaugeValueNotify, &Screen::onCenterGaugeValue);
-    operation(&VtqAdaptor::gaugeTLValueNotify, &Screen::onGaugeTLValue);
-    operation(&VtqAdaptor::gaugeTLValueDualNotify, &Screen::onGaugeTLValueDual);
-    operation(&VtqAdaptor::gaugeTRValueNotify, &Screen::onGaugeTRValue);
-    operation(&VtqAdaptor::gaugeTRValueDualNotify, &Screen::onGaugeTRValueDual);
-    operation(&VtqAdaptor::gaugeBLValueNotify, &Screen::onGaugeBLValue);
-    operation(&VtqAdaptor::gaugeBLValueDualNotify, &Screen::onGaugeBLValueDual);
-    operation(&VtqAdaptor::gaugeBRValueNotify, &Screen::onGaugeBRValue);
-    operation(&VtqAdaptor::gaugeBRValueDualNotify, &Screen::onGaugeBRValueDual);
-    operation(&VtqAdaptor::peakIndicatorNotify, &Screen::onPeakIndicator);
-    operation(&VtqAdaptor::peakIndicatorTextNotify, &Screen::onPeakIndicatorText);
-    operation(&VtqAdaptor::gauTopBarTextNotify, &Screen::onTopBarText);
-    operation(&VtqAdaptor::gaugeGraphicalSettingNotify, &Screen::onGaugeGraphicalSetting);
-    operation(&VtqAdaptor::shifterArrowIndicatorNotify, &Screen::onShifterArrowIndicator);
-    operation(&VtqAdaptor::centerGaugePeakColorNotify, &Screen::ondCenterGaugePeakColor);
-    operation(&VtqAdaptor::gauCustomControlLabelsNotify, &Screen::onCustomControlLabels);
-    operation(&VtqAdaptor::listInfoNotify, &Screen::onListInfo);
-    operation(&VtqAdaptor::activePresetStatusNotify, &Screen::onActivePresetStatus);
-    operation(&VtqAdaptor::centerGaugeRedLinePositionNotify, &Screen::onCenterGaugeRedLinePosition);
-    operation(&VtqAdaptor::guiDisplayTypeNotify, &Screen::onGuiDisplayTypeChanged);
-}
-
 void Vantiq_Gaugue_Widget::connectVtqAdaptor()
 {
-    if (!adaptor())
-        return;
-    forEachConnection([this](auto signal, auto slot) {
-        connect(adaptor(), signal, this, slot, Qt::UniqueConnection);
-    });
-
-    // Connected again after a disconnection, the first receiver of the centre value would now come
-    // behind the second.
-    if (disconnect(adaptor(), &VtqAdaptor::centerGaugeValueNotify, this,
-                   &Screen::onmNordacenterGaugeValue))
-        connect(adaptor(), &VtqAdaptor::centerGaugeValueNotify, this,
-                &Screen::onmNordacenterGaugeValue);
-
+    DataScreen::connectVtqAdaptor();
     send(commands.requestInfo);
-}
-
-void Vantiq_Gaugue_Widget::disconnectVtqAdaptor()
-{
-    if (!adaptor())
-        return;
-    forEachConnection(
-        [this](auto signal, auto slot) { disconnect(adaptor(), signal, this, slot); });
 }
 
 void Vantiq_Gaugue_Widget::onGaugeGraphicalSetting(const QByteArray &styles,
@@ -238,8 +210,11 @@ void Vantiq_Gaugue_Widget::onPeakIndicatorText(const QString &text)
 void Vantiq_Gaugue_Widget::ondCenterGaugePeakColor(unsigned char code)
 {
     const QString sheet = QString::fromLatin1(peakStyleSheet(code));
-    if (m_form->Txt_ready->styleSheet() != sheet)
-        m_form->Txt_ready->setStyleSheet(sheet);
+    if (m_form->Txt_ready->styleSheet() == sheet)
+        return;
+    m_form->Txt_ready->setStyleSheet(sheet);
+    if (sheet.isEmpty()) // a removed sheet leaves the application's colours, not the form's
+        m_form->Txt_ready->setPalette(QPalette());
 }
 
 void Vantiq_Gaugue_Widget::onShifterArrowIndicator(unsigned char on)
@@ -295,9 +270,9 @@ void Vantiq_Gaugue_Widget::onGaugeTouch(bool pressed, int id)
 {
     if (pressed)
         soundClickedBeep();
+    const TouchAction action = pressed ? TouchAction::Pressed : TouchAction::Released;
     if (id >= 0 && id < gaugeCount)
-        send(menuCommands[id],
-             static_cast<unsigned char>(pressed ? ControlPressed : ControlReleased));
+        send(menuCommands[id], static_cast<unsigned char>(action));
 }
 
 } // namespace norda

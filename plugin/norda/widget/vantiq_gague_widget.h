@@ -59,8 +59,8 @@ public:
     void updateCustomKeyStateText(const QStringList &captions, const QByteArray &states);
 
 public slots:
-    void connectVtqAdaptor();
-    void disconnectVtqAdaptor();
+    /** Asks the module for everything, too. */
+    void connectVtqAdaptor() override;
 
     void onGaugeTitles(const QStringList &titles);
     void onCenterGaugeValue(const QString &value, const QString &unit, unsigned char position);
@@ -91,8 +91,6 @@ public slots:
     void onGaugeTouch(bool pressed, int id);
 
 private:
-    template <typename Operation>
-    void forEachConnection(Operation operation);
     void showCorner(int index, const QString &text, int position);
     void showProperty(int index, int value, int maximum, const QString &unit);
 

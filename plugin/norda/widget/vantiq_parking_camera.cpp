@@ -1,12 +1,10 @@
 #include "cm/reverservideoinservice.h"
+#include "hostactions.h"
 #include "mem/settingsfunc.h"
 #include "mem/settingsutil.h"
 #include "spplfctrl/spplatformcontrol.h"
-#include "touchevent.h"
 #include "ui_norda_parking.h"
 #include "vantiq_parking_widget.h"
-
-#include <QCoreApplication>
 
 // The keys that lead away from the parking screen: camera, split view and module settings.
 
@@ -15,11 +13,6 @@ namespace norda {
 static mem::SettingsUtil *settings()
 {
     return mem::SettingsUtil::instance();
-}
-
-static void navigate(Qx::Touch destination)
-{
-    QCoreApplication::postEvent(QCoreApplication::instance(), new TouchEvent(destination, -1, -1));
 }
 
 void Vantiq_Parking_Widget::onEnter()
@@ -59,15 +52,14 @@ void Vantiq_Parking_Widget::onCameraClicked()
     store->setValue(QLatin1String("Camera_Ignore_Spilt"), false, false, true);
     const bool frontOnly = settings()->getFrontInput() && !settings()->getRearInput();
     store->setValue(QLatin1String("Camera_ISRear"), false, frontOnly, true);
-    navigate(Qx::TouchCamera);
+    navigateTo(Qx::TouchCamera);
 }
 
 void Vantiq_Parking_Widget::onNodraSettingsClicked()
 {
-    static constexpr int settingsPage = 13;
     soundClickedBeep();
-    navigate(Qx::TouchSettings);
-    send(&VtqAdaptor::NordaData_Request, settingsPage);
+    navigateTo(Qx::TouchSettings);
+    requestMenu();
 }
 
 /** For the host: no key of the screen leads here. */

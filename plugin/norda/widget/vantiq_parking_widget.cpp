@@ -4,7 +4,6 @@
 #include "debug.h"
 #include "mem/settingsexe.h"
 #include "norda/vtqservice.h"
-#include "slabelmanager.h"
 #include "ui_norda_parking.h"
 
 #include <QButtonGroup>
@@ -13,17 +12,27 @@ namespace norda {
 
 using Screen = Vantiq_Parking_Widget;
 
-static constexpr int navigationPage = 3;
 static constexpr ScreenCommands commands = {
     &VtqAdaptor::parkingListBack,    &VtqAdaptor::parkingListPrevious,
     &VtqAdaptor::parkingListNext,    &VtqAdaptor::parkingSettings,
     &VtqAdaptor::requestParkingInfo, &VtqAdaptor::parkingCustomControls,
 };
+static constexpr AdaptorBinding steps[] = {
+    binding<&VtqAdaptor::parkPopUpNotify, &Screen::onPopup>,
+    binding<&VtqAdaptor::parkingTopBarText, &Screen::onParkingTopBarText>,
+    binding<&VtqAdaptor::parkingDistanceFront, &Screen::onParkingDistanceFront>,
+    binding<&VtqAdaptor::parkingDistanceLeft, &Screen::onParkingDistanceLeft>,
+    binding<&VtqAdaptor::parkingDistanceRight, &Screen::onParkingDistanceRight>,
+    binding<&VtqAdaptor::parkCustomControlLabels, &Screen::onCustomControlLabels>,
+    binding<&VtqAdaptor::parkListInfo, &Screen::onListInfo>,
+    binding<&VtqAdaptor::parkGuiDisplayType, &Screen::onGuiDisplayTypeChanged>,
+};
 
 static constexpr int topBarLength = 50;
 
 Vantiq_Parking_Widget::Vantiq_Parking_Widget(QWidget *parent)
-    : DataScreen(navigationPage, commands, parent), m_form(std::make_unique<Ui_norda_parking>())
+    : DataScreen(BarPage::Parking, commands, steps, parent)
+    , m_form(std::make_unique<Ui_norda_parking>())
 {
     m_form->setupUi(this);
     m_settingsExe = new mem::SettingsExe(this);
@@ -40,14 +49,10 @@ Vantiq_Parking_Widget::Vantiq_Parking_Widget(QWidget *parent)
     createNavigationBar();
 
     connect(m_form->key_settings, &QPushButton::clicked, this, &Screen::onNodraSettingsClicked);
-    if (adaptor())
-        connect(adaptor(), &VtqAdaptor::parkingDistanceRear, this, &Screen::onNordaParkingData);
+    receive(&VtqAdaptor::parkingDistanceRear, &Screen::onNordaParkingData);
 }
 
-Vantiq_Parking_Widget::~Vantiq_Parking_Widget()
-{
-    disconnectVtqAdaptor();
-}
+Vantiq_Parking_Widget::~Vantiq_Parking_Widget() = default;
 
 void Vantiq_Parking_Widget::init()
 {
@@ -69,9 +74,9 @@ void Vantiq_Parking_Widget::init_UI()
     showTextsLiterally();
 
     m_customLabels = {m_form->Txt_P1, m_form->Txt_P2};
-    auto *scroller = new SLabelManager(this);
-    scroller->addLabel(m_form->Txt_fork);
-    scroller->setAutoRepeat(true);
+    scrollLongTexts({m_form->Txt_fork});
+    m_form->key_P1->setCaption(m_form->Txt_P1);
+    m_form->key_P2->setCaption(m_form->Txt_P2);
     m_customKeys = groupCustomKeys(m_form->key_P1, m_form->key_P2);
     connect(m_form->key_split, &QPushButton::clicked, this, &Screen::onSplitClicked);
     connect(m_form->key_camera, &QPushButton::clicked, this, &Screen::onCameraClicked);
@@ -92,35 +97,11 @@ void Vantiq_Parking_Widget::init_Zone()
     }
 }
 
-template <typename Operation>
-void Vantiq_Parking_Widget::forEachConnection(Operation operation)
-{
-    operation(&VtqAdaptor::parkPopUpNotify, &Screen::onPopup);
-    operation(&VtqAdaptor::parkingTopBarText, &Screen::onParkingTopBarText);
-    operation(&VtqAdaptor::parkingDistanceFront, &Screen::onParkingDistanceFront);
-    operation(&VtqAdaptor::parkingDistanceLeft, &Screen::onParkingDistanceLeft);
-    operation(&VtqAdaptor::parkingDistanceRight, &Screen::onParkingDistanceRight);
-    operation(&VtqAdaptor::parkCustomControlLabels, &Screen::onCustomControlLabels);
-    operation(&VtqAdaptor::parkListInfo, &Screen::onListInfo);
-    operation(&VtqAdaptor::parkGuiDisplayType, &Screen::onGuiDisplayTypeChanged);
-}
-
-void Vantiq_Parking_Widget::connectVtqAdaptor()
-{
-    if (!adaptor())
-        return;
-    forEachConnection([this](auto signal, auto slot) {
-        connect(adaptor(), signal, this, slot, Qt::UniqueConnection);
-    });
-}
-
 void Vantiq_Parking_Widget::disconnectVtqAdaptor()
 {
-    if (!adaptor())
-        return;
-    forEachConnection(
-        [this](auto signal, auto slot) { disconnect(adaptor(), signal, this, slot); });
-    disconnect(adaptor(), &VtqAdaptor::parkingDistanceRear, this, &Screen::onNordaParkingData);
+    DataScreen::disconnectVtqAdaptor();
+    if (adaptor())
+        disconnect(adaptor(), &VtqAdaptor::parkingDistanceRear, this, &Screen::onNordaParkingData);
 }
 
 void Vantiq_Parking_Widget::showEvent(QShowEvent *event)
@@ -168,8 +149,6 @@ void Vantiq_Parking_Widget::onGuiDisplayTypeChanged(unsigned char type)
 {
     followDisplayType(type);
 }
-
-// ---- Zones and texts of the module --------------------------------------------------------------
 
 void Vantiq_Parking_Widget::onParkingTopBarText(const QString &text)
 {

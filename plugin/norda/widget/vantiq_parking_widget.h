@@ -36,8 +36,8 @@ public:
     void updateCustomControlLabels(const QStringList &captions, const QByteArray &states);
 
 public slots:
-    void connectVtqAdaptor();
-    void disconnectVtqAdaptor();
+    /** Drops the zone messages, too, which a later connect does not bring back. */
+    void disconnectVtqAdaptor() override;
 
     void onPButtonPressed(int id);
     void onPButtonClicked(int id);
@@ -67,8 +67,6 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    template <typename Operation>
-    void forEachConnection(Operation operation);
     void init();
     void init_UI();
     void init_Zone();

@@ -3,9 +3,7 @@
 #include "cm/scrollmanage.h"
 #include "debug.h"
 #include "mem/settingsexe.h"
-#include "norda/vtqadaptor.h"
-#include "norda_bar_widget.h"
-#include "svaudio/audioservice.h"
+#include "norda/modulecodes.h"
 #include "ui_norda_vantiq_settings.h"
 
 #include <QScrollBar>
@@ -15,8 +13,6 @@ namespace norda {
 
 using Screen = Vantiq_Settings_Widget;
 
-static constexpr int navigationPage = 4;
-static constexpr int menuPage = 13; // of the module
 static constexpr int rowCount = 15;
 static constexpr int rowHeight = 93;
 static constexpr int bottomSpace = 50;
@@ -25,7 +21,6 @@ static constexpr int bottomSpace = 50;
 static constexpr unsigned long linePauseMs = 10;
 static constexpr unsigned long backPauseMs = 5;
 
-enum LineType { TitleLine = 1, ItemLine = 2, ValueLine = 3 };
 enum PageType { NoPage = -1, PageWithItems = 1, PageWithValues = 2, ValuesAlone = 3 };
 
 static constexpr int firstRowLine = 2; // line 1 is the title
@@ -36,33 +31,21 @@ static int lineOfRow(int row)
 }
 
 Vantiq_Settings_Widget::Vantiq_Settings_Widget(QWidget *parent)
-    : QWidget(parent)
-    , m_form(std::make_unique<Ui_norda_vantiq_settings>())
-    , m_adaptor(VtqAdaptor::instance())
+    : BarScreen(BarPage::Settings, parent), m_form(std::make_unique<Ui_norda_vantiq_settings>())
 {
     m_form->setupUi(this);
     m_settingsExe = new mem::SettingsExe(this);
     new cm::ScrollManage(m_form->scrollArea_item_01, 1, 0);
     init();
     connect(m_form->key_back, &QPushButton::clicked, this, &Screen::onBackClicked);
-    if (m_adaptor)
-        connect(m_adaptor, &VtqAdaptor::NordaConfigMenuTextInfo, this,
-                &Screen::UpdateConfigMenuText);
+    receive(&VtqAdaptor::NordaConfigMenuTextInfo, &Screen::UpdateConfigMenuText);
 }
 
-// No line may come while the rows are deleted.
-Vantiq_Settings_Widget::~Vantiq_Settings_Widget()
-{
-    if (m_adaptor)
-        m_adaptor->disconnect(this);
-}
+Vantiq_Settings_Widget::~Vantiq_Settings_Widget() = default;
 
 void Vantiq_Settings_Widget::init()
 {
-    if (!m_bar) {
-        m_bar = new Vantiq_Bar_Widget(this);
-        m_bar->move(0, 620);
-    }
+    createNavigationBar();
     m_form->stackedWidget->setCurrentIndex(0);
     m_form->icon_back->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_form->Txt_back->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -84,19 +67,10 @@ void Vantiq_Settings_Widget::init()
 
 void Vantiq_Settings_Widget::showEvent(QShowEvent *event)
 {
-    QWidget::showEvent(event);
+    BarScreen::showEvent(event);
     scrollToTop();
-    if (m_bar)
-        m_bar->updateBtnChecked(navigationPage);
     forgetRows();
 }
-
-void Vantiq_Settings_Widget::soundClickedBeep()
-{
-    svaudio::AudioService::instance()->doBeep(0);
-}
-
-// ---- What the module sends ----------------------------------------------------------------------
 
 int Vantiq_Settings_Widget::GetCurrentType(const QStringList &lines)
 {
@@ -126,22 +100,14 @@ void Vantiq_Settings_Widget::UpdateConfigMenuText(const QList<int> &info, const 
     static constexpr int needed = 3;
     if (info.size() < needed) {
         NORDA_WARNING << "menu line: expected" << needed << "numbers, got" << info.size() << "after"
-                      << m_titleText;
+                      << excerpt(m_titleText);
         QThread::msleep(linePauseMs);
         return;
     }
     const int line = info[2];
     const QString labelText = label.join(QString());
     const QString valueText = value.join(QString());
-    QWidget *changed = this;
-    if (info[0] == TitleLine) {
-        showTitle(labelText);
-        changed = m_form->top_title_widget;
-    } else if (info[0] == ItemLine || info[0] == ValueLine) {
-        QString *stored = info[0] == ItemLine ? &m_itemText2 : &m_itemText3;
-        changed = showItem(line, labelText + valueText, stored);
-    }
-
+    QWidget *changed = showLine(MenuLine(info[0]), line, labelText, valueText);
     const int type = GetCurrentType(currentLines());
     if (type == PageWithValues || type == ValuesAlone)
         keepRow(line, labelText, valueText);
@@ -150,6 +116,22 @@ void Vantiq_Settings_Widget::UpdateConfigMenuText(const QList<int> &info, const 
         changed = this;
     }
     paintAndPause(changed);
+}
+
+/** @return what changed on the screen */
+QWidget *Vantiq_Settings_Widget::showLine(MenuLine kind, int line, const QString &label,
+                                          const QString &value)
+{
+    switch (kind) {
+    case MenuLine::Title:
+        showTitle(label);
+        return m_form->top_title_widget;
+    case MenuLine::Item:
+        return showItem(line, label + value, &m_itemText2);
+    case MenuLine::Value:
+        return showItem(line, label + value, &m_itemText3);
+    }
+    return this;
 }
 
 void Vantiq_Settings_Widget::showTitle(const QString &text)
@@ -226,8 +208,6 @@ void Vantiq_Settings_Widget::UpdateWidgetLabel(QWidget *row, const QString &text
         label->setText(text);
 }
 
-// ---- What a touch sends -------------------------------------------------------------------------
-
 void Vantiq_Settings_Widget::SettingBtnClicked(int row)
 {
     soundClickedBeep();
@@ -235,8 +215,7 @@ void Vantiq_Settings_Widget::SettingBtnClicked(int row)
     if (GetCurrentType(currentLines()) != PageWithValues)
         clearQVBoxLayout(m_form->verticalLayout);
     scrollToTop();
-    if (m_adaptor)
-        m_adaptor->NordaSetSelectedLineNumber(lineOfRow(row));
+    send(&VtqAdaptor::NordaSetSelectedLineNumber, lineOfRow(row));
 }
 
 void Vantiq_Settings_Widget::onBackClicked()
@@ -247,8 +226,7 @@ void Vantiq_Settings_Widget::onBackClicked()
     clearQVBoxLayout(m_form->verticalLayout);
     scrollToTop();
     NORDA_TRACE << GetCurrentType(currentLines());
-    if (m_adaptor)
-        m_adaptor->NordaData_Request(menuPage);
+    requestMenu();
     QThread::msleep(backPauseMs);
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "barscreen.h"
+#include "norda/modulecodes.h"
+
 #include <QList>
 #include <QMap>
 #include <QStringList>
-#include <QWidget>
 
 #include <memory>
 
@@ -17,15 +19,12 @@ class SettingsExe;
 
 namespace norda {
 
-class VtqAdaptor;
-class Vantiq_Bar_Widget;
-
 /**
  * The screen of the vehicle module's configuration menu, which the module sends line by line: a
  * title and up to 15 rows, into fixed row widgets. A touched row goes back as its line number, and
  * the module answers with the next page. The screen leaves the host's status bar alone.
  */
-class Vantiq_Settings_Widget : public QWidget
+class Vantiq_Settings_Widget : public BarScreen
 {
     Q_OBJECT
 public:
@@ -42,7 +41,6 @@ public slots:
     /** @param info  line type (1 title, 2 and 3 items), a number without use, line number from 1 */
     void UpdateConfigMenuText(const QList<int> &info, const QStringList &label,
                               const QStringList &value);
-    void soundClickedBeep();
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -53,6 +51,7 @@ private:
     /** The row's line goes to the module. @param row  from 1 */
     void SettingBtnClicked(int row);
 
+    QWidget *showLine(MenuLine kind, int line, const QString &label, const QString &value);
     void showTitle(const QString &text);
     QWidget *showItem(int line, const QString &text, QString *stored);
     void keepRow(int line, const QString &label, const QString &value);
@@ -70,8 +69,6 @@ private:
 
     const std::unique_ptr<Ui_norda_vantiq_settings> m_form;
     mem::SettingsExe *m_settingsExe;
-    VtqAdaptor *m_adaptor;
-    Vantiq_Bar_Widget *m_bar = nullptr;
     QMap<int, QWidget *> m_lineWidgets; // by line number
     QList<QLabel *> m_rowLabels;        // by row
     QString m_titleText;

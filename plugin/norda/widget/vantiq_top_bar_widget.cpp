@@ -1,7 +1,8 @@
 #include "vantiq_top_bar_widget.h"
 
 #include "cm/colorcontrolnooutline.h"
-#include "svaudio/audioservice.h"
+#include "hostactions.h"
+#include "norda/pages.h"
 #include "translator.h"
 #include "ui_vantiq_top_bar.h"
 
@@ -10,7 +11,6 @@ namespace norda {
 static constexpr Translator::TextId pageNames[] = {Translator::PageGauges, Translator::PageVehicle,
                                                    Translator::PageClimate, Translator::PageParking,
                                                    Translator::PageSettings};
-static constexpr int settingsPage = 4;
 
 Vantiq_Top_Bar_Widget::Vantiq_Top_Bar_Widget(QWidget *parent)
     : QWidget(parent), m_form(std::make_unique<Ui_vantiq_top_bar>())
@@ -31,12 +31,12 @@ void Vantiq_Top_Bar_Widget::setCurrentPageTitle(int page)
     if (page < 0 || page >= int(std::size(pageNames)))
         return;
     m_form->Txt_title->setText(Translator::instance()->text(pageNames[page]));
-    m_form->key_settings->setVisible(page != settingsPage);
+    m_form->key_settings->setVisible(page != int(BarPage::Settings));
 }
 
 void Vantiq_Top_Bar_Widget::soundClickedBeep()
 {
-    svaudio::AudioService::instance()->doBeep(0);
+    clickBeep();
 }
 
 void Vantiq_Top_Bar_Widget::onBackClicked()

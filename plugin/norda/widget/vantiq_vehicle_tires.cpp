@@ -4,9 +4,6 @@
 
 namespace norda {
 
-// Bits 0 to 3 of the flags are the tires in warning; this one says that the texts are valid.
-static constexpr unsigned char validTexts = 0x20;
-
 struct TireImages
 {
     const char *icon;
@@ -36,7 +33,7 @@ void Vantiq_Vehicle_Widget::showTireIcon(QLabel *icon, TireLook look)
 void Vantiq_Vehicle_Widget::showTireTexts(TireText text, unsigned char flags,
                                           const QStringList &values)
 {
-    const bool isValid = flags & validTexts;
+    const bool isValid = flags & validTireTexts;
     for (int i = 0; i < TireCount; ++i) {
         const TireBox &tire = m_tires[i];
         const TireLook look = flags & (1 << i) ? WarningTire : NormalTire;
@@ -70,25 +67,21 @@ void Vantiq_Vehicle_Widget::onTireTemperatureStatus(unsigned char flags, unsigne
     updateTireTemperatureStatus(flags, aux, values);
 }
 
-void Vantiq_Vehicle_Widget::updateTirePressureStatus(unsigned char flags, unsigned char aux,
+void Vantiq_Vehicle_Widget::updateTirePressureStatus(unsigned char flags, unsigned char,
                                                      const QStringList &values)
 {
-    Q_UNUSED(aux)
     showTireTexts(&TireBox::pressure, flags, values);
 }
 
-void Vantiq_Vehicle_Widget::updateTireTemperatureStatus(unsigned char flags, unsigned char aux,
+void Vantiq_Vehicle_Widget::updateTireTemperatureStatus(unsigned char flags, unsigned char,
                                                         const QStringList &values)
 {
-    Q_UNUSED(aux)
     showTireTexts(&TireBox::temperature, flags, values);
 }
 
-void Vantiq_Vehicle_Widget::updateNordaTirePressureStatus(unsigned char flags, unsigned char aux,
+void Vantiq_Vehicle_Widget::updateNordaTirePressureStatus(unsigned char, unsigned char,
                                                           const QStringList &values)
 {
-    Q_UNUSED(flags)
-    Q_UNUSED(aux)
     // The rear pair stands the other way round than in the first reading.
     static constexpr Tire order[] = {FrontLeft, FrontRight, RearRight, RearLeft};
     static constexpr int checkEngine = TireCount;
@@ -107,9 +100,8 @@ void Vantiq_Vehicle_Widget::updateNordaTirePressureStatus(unsigned char flags, u
 
 void Vantiq_Vehicle_Widget::updateNordaTireTemperatureStatus(QLabel *icon, QLabel *text, int value)
 {
-    static constexpr int noSensor = 255;
     static constexpr int warmFahrenheit = 100;
-    if (value == noSensor) {
+    if (value == noTireSensor) {
         text->setText(QStringLiteral("Error"));
         return;
     }

@@ -2,43 +2,53 @@
 
 #include "debug.h"
 #include "mem/settingsexe.h"
-#include "slabelmanager.h"
 #include "ui_norda_vehicles.h"
 
 namespace norda {
 
 using Screen = Vantiq_Vehicle_Widget;
 
-static constexpr int navigationPage = 1;
 static constexpr ScreenCommands commands = {
     &VtqAdaptor::vehicleListBack,    &VtqAdaptor::vehicleListPrevious,
     &VtqAdaptor::vehicleListNext,    &VtqAdaptor::vehicleSettings,
     &VtqAdaptor::requestVehicleInfo, &VtqAdaptor::vehicleCustomControls,
 };
+static constexpr AdaptorBinding steps[] = {
+    binding<&VtqAdaptor::vehPopUpNotify, &Screen::onPopup>,
+    binding<&VtqAdaptor::doorStatus, &Screen::onDoorStatus>,
+    binding<&VtqAdaptor::batteryVoltage, &Screen::onBatteryVoltage>,
+    binding<&VtqAdaptor::compassHeading, &Screen::onCompassHeading>,
+    binding<&VtqAdaptor::tirePressureStatus, &Screen::onTirePressureStatus>,
+    binding<&VtqAdaptor::tireTemperatureStatus, &Screen::onTireTemperatureStatus>,
+    binding<&VtqAdaptor::seatbeltStatus, &Screen::onSeatbeltStatus>,
+    binding<&VtqAdaptor::checkEngineStatus, &Screen::onCheckEngineStatus>,
+    binding<&VtqAdaptor::checkGearPositionStatus, &Screen::onCheckGearPositionStatus>,
+    binding<&VtqAdaptor::vehicleInfoText, &Screen::onVehicleInfoText>,
+    binding<&VtqAdaptor::vehTopBarText, &Screen::onVehTopBarText>,
+    binding<&VtqAdaptor::vehCustomeCtrlLabels, &Screen::onVehCustomeCtrlLabels>,
+    binding<&VtqAdaptor::vehListInfo, &Screen::onVehListInfo>,
+    binding<&VtqAdaptor::vehGuiDisplayType, &Screen::onVehGuiDisplayType>,
+};
+static constexpr AdaptorBinding lastReceiver =
+    binding<&VtqAdaptor::tirePressureStatus, &Screen::updateNordaTirePressureStatus>;
 
 static constexpr int batteryLength = 5;
 static constexpr int infoTextLength = 20;
 static constexpr int topBarLength = 50;
 
 Vantiq_Vehicle_Widget::Vantiq_Vehicle_Widget(QWidget *parent)
-    : DataScreen(navigationPage, commands, parent), m_form(std::make_unique<Ui_norda_vehicles>())
+    : DataScreen(BarPage::Vehicle, commands, {steps, &lastReceiver}, parent)
+    , m_form(std::make_unique<Ui_norda_vehicles>())
 {
     m_form->setupUi(this);
     m_settingsExe = new mem::SettingsExe(this);
     init();
-    if (adaptor()) {
-        connect(adaptor(), &VtqAdaptor::Properties2TextInfo, this, &Screen::onProperties2TextInfo);
-        // Behind onTirePressureStatus(): what it writes is what stays on screen.
-        connect(adaptor(), &VtqAdaptor::tirePressureStatus, this,
-                &Screen::updateNordaTirePressureStatus);
-    }
+    receive(&VtqAdaptor::Properties2TextInfo, &Screen::onProperties2TextInfo);
+    connectLastReceiver();
     InitNordaUI();
 }
 
-Vantiq_Vehicle_Widget::~Vantiq_Vehicle_Widget()
-{
-    disconnectVtqAdaptor();
-}
+Vantiq_Vehicle_Widget::~Vantiq_Vehicle_Widget() = default;
 
 void Vantiq_Vehicle_Widget::init()
 {
@@ -66,12 +76,9 @@ void Vantiq_Vehicle_Widget::initUI()
                   m_form->icon_door_rear_right};
     onDoorStatus(0);
 
-    auto *scroller = new SLabelManager(this);
-    scroller->addLabel(m_form->Txt_fork);
-    scroller->addLabel(m_form->Txt_carInfo);
-    scroller->addLabel(m_form->Txt_carInfo_2);
-    scroller->setAutoRepeat(true);
-
+    scrollLongTexts({m_form->Txt_fork, m_form->Txt_carInfo, m_form->Txt_carInfo_2});
+    m_form->key_P1->setCaption(m_form->Txt_P1);
+    m_form->key_P2->setCaption(m_form->Txt_P2);
     groupCustomKeys(m_form->key_P1, m_form->key_P2);
     m_form->key_engine->setCheckable(true);
     connect(m_form->key_engine, &QPushButton::clicked, this, &Screen::onCheckEngineClicked);
@@ -94,49 +101,6 @@ void Vantiq_Vehicle_Widget::InitNordaUI()
         tire.icon->hide();
     // An indicator: a touch shows its other look, but sends nothing.
     disconnect(m_form->key_engine, &QPushButton::clicked, this, &Screen::onCheckEngineClicked);
-}
-
-template <typename Operation>
-void Vantiq_Vehicle_Widget::forEachConnection(Operation operation)
-{
-    operation(&VtqAdaptor::vehPopUpNotify, &Screen::onPopup);
-    operation(&VtqAdaptor::doorStatus, &Screen::onDoorStatus);
-    operation(&VtqAdaptor::batteryVoltage, &Screen::onBatteryVoltage);
-    operation(&VtqAdaptor::compassHeading, &Screen::onCompassHeading);
-    operation(&VtqAdaptor::tirePressureStatus, &Screen::onTirePressureStatus);
-    operation(&VtqAdaptor::tireTemperatureStatus, &Screen::onTireTemperatureStatus);
-    operation(&VtqAdaptor::seatbeltStatus, &Screen::onSeatbeltStatus);
-    operation(&VtqAdaptor::checkEngineStatus, &Screen::onCheckEngineStatus);
-    operation(&VtqAdaptor::checkGearPositionStatus, &Screen::onCheckGearPositionStatus);
-    operation(&VtqAdaptor::vehicleInfoText, &Screen::onVehicleInfoText);
-    operation(&VtqAdaptor::vehTopBarText, &Screen::onVehTopBarText);
-    operation(&VtqAdaptor::vehCustomeCtrlLabels, &Screen::onVehCustomeCtrlLabels);
-    operation(&VtqAdaptor::vehListInfo, &Screen::onVehListInfo);
-    operation(&VtqAdaptor::vehGuiDisplayType, &Screen::onVehGuiDisplayType);
-}
-
-void Vantiq_Vehicle_Widget::connectVtqAdaptor()
-{
-    if (!adaptor())
-        return;
-    forEachConnection([this](auto signal, auto slot) {
-        connect(adaptor(), signal, this, slot, Qt::UniqueConnection);
-    });
-
-    // Connected again after a disconnection, the first reader of the pressures would now come
-    // behind the second.
-    if (disconnect(adaptor(), &VtqAdaptor::tirePressureStatus, this,
-                   &Screen::updateNordaTirePressureStatus))
-        connect(adaptor(), &VtqAdaptor::tirePressureStatus, this,
-                &Screen::updateNordaTirePressureStatus);
-}
-
-void Vantiq_Vehicle_Widget::disconnectVtqAdaptor()
-{
-    if (!adaptor())
-        return;
-    forEachConnection(
-        [this](auto signal, auto slot) { disconnect(adaptor(), signal, this, slot); });
 }
 
 void Vantiq_Vehicle_Widget::onPopup(const QString &title, const QStringList &texts,
@@ -175,8 +139,6 @@ void Vantiq_Vehicle_Widget::onVehGuiDisplayType(unsigned char type)
     followDisplayType(type);
 }
 
-// ---- Doors, battery, engine ---------------------------------------------------------------------
-
 void Vantiq_Vehicle_Widget::onDoorStatus(unsigned char status)
 {
     for (int bit = 0; bit < m_doorBits.size(); ++bit)
@@ -197,10 +159,10 @@ void Vantiq_Vehicle_Widget::onBatteryVoltage(const QString &text)
 
 void Vantiq_Vehicle_Widget::onCheckEngineStatus(unsigned char status)
 {
-    enum : unsigned char { Unknown, Fine, Fault };
-    m_form->key_engine->setEnabled(status != Unknown);
-    if (status == Fine || status == Fault)
-        m_form->key_engine->setChecked(status == Fault);
+    const auto lamp = EngineLamp(status);
+    m_form->key_engine->setEnabled(lamp != EngineLamp::Unknown);
+    if (lamp == EngineLamp::Off || lamp == EngineLamp::On)
+        m_form->key_engine->setChecked(lamp == EngineLamp::On);
 }
 
 void Vantiq_Vehicle_Widget::onCheckEngineClicked()
@@ -227,9 +189,11 @@ void Vantiq_Vehicle_Widget::onCheckGearPositionStatus(unsigned char position)
 void Vantiq_Vehicle_Widget::onProperties2TextInfo(QList<int> properties)
 {
     static constexpr int needed = 10;
+    static constexpr int gaugesNeed = 6; // a list that is long enough for them is no fault
     if (properties.size() < needed) {
-        NORDA_WARNING << "vehicle properties: expected" << needed << "numbers, got"
-                      << properties.size();
+        if (properties.size() < gaugesNeed)
+            NORDA_WARNING << "vehicle properties: expected" << needed << "numbers, got"
+                          << properties.size();
         return;
     }
     onDoorStatus(static_cast<unsigned char>(properties[0]));
@@ -243,10 +207,8 @@ void Vantiq_Vehicle_Widget::onProperties2TextInfo(QList<int> properties)
     }
 }
 
-// ---- Texts of the module ------------------------------------------------------------------------
-
-/** The info text takes the place of the top-bar text. */
-void Vantiq_Vehicle_Widget::showInfoText(bool shown)
+/** The info text and the top-bar text have one place, so one of them shows. */
+void Vantiq_Vehicle_Widget::setInfoTextShown(bool shown)
 {
     m_infoTextShown = shown;
     m_form->Txt_fork->setHidden(shown);
@@ -256,7 +218,7 @@ void Vantiq_Vehicle_Widget::showInfoText(bool shown)
 
 void Vantiq_Vehicle_Widget::onVehicleInfoText(const QString &line1, const QString &line2)
 {
-    showInfoText(!line1.isEmpty() || !line2.isEmpty());
+    setInfoTextShown(!line1.isEmpty() || !line2.isEmpty());
     if (!m_infoTextShown) {
         m_form->Txt_fork->setText(m_topBarText.left(topBarLength));
         return;
@@ -270,7 +232,7 @@ void Vantiq_Vehicle_Widget::onVehTopBarText(const QString &text)
     if (m_infoTextShown)
         return; // lost: it does not come back after the info text
     m_topBarText = text;
-    showInfoText(false);
+    setInfoTextShown(false);
     m_form->Txt_fork->setText(m_topBarText.left(topBarLength));
 }
 

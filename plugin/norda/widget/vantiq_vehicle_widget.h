@@ -31,9 +31,6 @@ public:
     ~Vantiq_Vehicle_Widget() override;
 
 public slots:
-    void connectVtqAdaptor();
-    void disconnectVtqAdaptor();
-
     void onPopup(const QString &title, const QStringList &texts, const QStringList &values,
                  const QByteArray &bytes) override;
     void onPopupKeyClicked(int key) override;
@@ -78,12 +75,10 @@ private:
     };
     using TireText = QLabel *TireBox::*;
 
-    template <typename Operation>
-    void forEachConnection(Operation operation);
     void init();
     void initUI();
     void InitNordaUI();
-    void showInfoText(bool shown);
+    void setInfoTextShown(bool shown);
 
     void updateTirePressureStatus(unsigned char flags, unsigned char aux,
                                   const QStringList &values);

@@ -4,12 +4,12 @@
 
 namespace norda {
 
-const ScreenWindow::Shell AboutWindow::shell = {"Aboutwindow", 85, false, FullScreen, true};
+const ScreenWindow::Shell AboutWindow::shell = {"Aboutwindow", WindowId::About, false, FullScreen,
+                                                true};
 
-AboutWindow::AboutWindow(int id, QObject *parent)
-    : ScreenWindow(shell, parent){Q_UNUSED(id)}
+AboutWindow::AboutWindow(int, QObject *parent) : ScreenWindow(shell, parent) {}
 
-    AboutWindow::~AboutWindow() = default;
+AboutWindow::~AboutWindow() = default;
 
 QWidget *AboutWindow::createScreen()
 {

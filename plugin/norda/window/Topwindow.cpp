@@ -4,12 +4,11 @@
 
 namespace norda {
 
-const ScreenWindow::Shell TopWindow::shell = {"", NoScreen, false, FullScreen, false};
+const ScreenWindow::Shell TopWindow::shell = {"", WindowId::None, false, FullScreen, false};
 
-TopWindow::TopWindow(int id, QObject *parent)
-    : ScreenWindow(shell, parent){Q_UNUSED(id)}
+TopWindow::TopWindow(int, QObject *parent) : ScreenWindow(shell, parent) {}
 
-    TopWindow::~TopWindow() = default;
+TopWindow::~TopWindow() = default;
 
 QWidget *TopWindow::createScreen()
 {

@@ -4,12 +4,11 @@
 
 namespace norda {
 
-const ScreenWindow::Shell BarWindow::shell = {"", NoScreen, false, FullScreen, false};
+const ScreenWindow::Shell BarWindow::shell = {"", WindowId::None, false, FullScreen, false};
 
-BarWindow::BarWindow(int id, QObject *parent)
-    : ScreenWindow(shell, parent){Q_UNUSED(id)}
+BarWindow::BarWindow(int, QObject *parent) : ScreenWindow(shell, parent) {}
 
-    BarWindow::~BarWindow() = default;
+BarWindow::~BarWindow() = default;
 
 QWidget *BarWindow::createScreen()
 {

@@ -5,7 +5,8 @@
 namespace norda {
 
 // The host knows this window by the name of the page it replaced.
-const ScreenWindow::Shell ClimateWindow::shell = {"canbus_climate", 82, false, OwnBar, false};
+const ScreenWindow::Shell ClimateWindow::shell = {"canbus_climate", WindowId::Climate, false,
+                                                  OwnBar, false};
 
 ClimateWindow::ClimateWindow(QObject *parent) : ScreenWindow(shell, parent) {}
 

@@ -4,7 +4,8 @@
 
 namespace norda {
 
-const ScreenWindow::Shell GaugesWindow::shell = {"norda_gauges", 80, true, OwnBar, false};
+const ScreenWindow::Shell GaugesWindow::shell = {"norda_gauges", WindowId::Gauges, true, OwnBar,
+                                                 false};
 
 GaugesWindow::GaugesWindow(QObject *parent) : ScreenWindow(shell, parent) {}
 

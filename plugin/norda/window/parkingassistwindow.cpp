@@ -4,12 +4,11 @@
 
 namespace norda {
 
-const ScreenWindow::Shell ParkingWindow::shell = {"", 83, true, FullScreen, false};
+const ScreenWindow::Shell ParkingWindow::shell = {"", WindowId::Parking, true, FullScreen, false};
 
-ParkingWindow::ParkingWindow(int id, QObject *parent)
-    : ScreenWindow(shell, parent){Q_UNUSED(id)}
+ParkingWindow::ParkingWindow(int, QObject *parent) : ScreenWindow(shell, parent) {}
 
-    ParkingWindow::~ParkingWindow() = default;
+ParkingWindow::~ParkingWindow() = default;
 
 QWidget *ParkingWindow::createScreen()
 {

@@ -56,8 +56,8 @@ void ScreenWindow::onCreate()
         NORDA_TRACE;
     m_screen = createScreen();
     connect(m_screen, &QObject::destroyed, this, &ScreenWindow::onDestroyObj);
-    if (m_shell.screenId != NoScreen)
-        setMainWidget(m_screen, m_shell.screenId);
+    if (m_shell.screenId != WindowId::None)
+        setMainWidget(m_screen, int(m_shell.screenId));
 }
 
 void ScreenWindow::onDestroy()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cm/basewindow.h"
+#include "norda/pages.h"
 
 namespace norda {
 
@@ -26,7 +27,6 @@ public slots:
     void onDestroyObj();
 
 protected:
-    static constexpr int NoScreen = -1;
     static constexpr int FullScreen = 0x201;
     static constexpr int OwnBar = 0x200;
 
@@ -34,7 +34,7 @@ protected:
     struct Shell
     {
         const char *name;
-        int screenId;       ///< the id for setMainWidget(), NoScreen to install nothing
+        WindowId screenId;  ///< the id for setMainWidget(), None to install nothing
         bool showStatusBar; ///< bring the host's status bar up on creation
         int attribute;      ///< FullScreen, or OwnBar to add that bit to the base's
         bool marked;        ///< writes trace marks while creating

@@ -4,13 +4,12 @@
 
 namespace norda {
 
-const ScreenWindow::Shell SettingWindow::shell = {"DSPLState_NORDA_Setting", 84, false, FullScreen,
-                                                  true};
+const ScreenWindow::Shell SettingWindow::shell = {"DSPLState_NORDA_Setting", WindowId::Settings,
+                                                  false, FullScreen, true};
 
-SettingWindow::SettingWindow(int id, QObject *parent)
-    : ScreenWindow(shell, parent){Q_UNUSED(id)}
+SettingWindow::SettingWindow(int, QObject *parent) : ScreenWindow(shell, parent) {}
 
-    SettingWindow::~SettingWindow() = default;
+SettingWindow::~SettingWindow() = default;
 
 QWidget *SettingWindow::createScreen()
 {

@@ -4,12 +4,11 @@
 
 namespace norda {
 
-const ScreenWindow::Shell VehicleWindow::shell = {"", 81, false, FullScreen, false};
+const ScreenWindow::Shell VehicleWindow::shell = {"", WindowId::Vehicle, false, FullScreen, false};
 
-VehicleWindow::VehicleWindow(int id, QObject *parent)
-    : ScreenWindow(shell, parent){Q_UNUSED(id)}
+VehicleWindow::VehicleWindow(int, QObject *parent) : ScreenWindow(shell, parent) {}
 
-    VehicleWindow::~VehicleWindow() = default;
+VehicleWindow::~VehicleWindow() = default;
 
 QWidget *VehicleWindow::createScreen()
 {

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+
+class AudioStage;
+
+/** The audio stage as a picture: speakers around the car, the music's level, the time line. */
+class AudioMonitor : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit AudioMonitor(AudioStage *stage, QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void drawCar(QPainter *painter) const;
+    void drawSpeaker(QPainter *painter, const QPointF &place, bool voice, bool music) const;
+    void drawState(QPainter *painter) const;
+    void drawTimeLine(QPainter *painter) const;
+
+    AudioStage *m_stage;
+    const QPixmap m_car;
+};

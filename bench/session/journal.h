@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QVariant>
+#include <QVector>
+
+/**
+ * All that happened in a session, in order: what the plugin was sent, what it asked of the host,
+ * what somebody did, which pages opened and what the audio stage did. It keeps so many entries and
+ * then lets go of the oldest; what it counts, it counts to the end.
+ */
+class Journal : public QObject
+{
+    Q_OBJECT
+public:
+    enum Kind : uchar { Signal, Action, Call, Page, Sound };
+    static constexpr int KindCount = Sound + 1;
+
+    struct Entry
+    {
+        qint64 ms; // of the session
+        QVariantList arguments;
+        int name; // see nameOf()
+        Kind kind;
+    };
+    /** What is known of all entries of one kind and name. */
+    struct Total
+    {
+        QString name;
+        Kind kind = Signal;
+        int count = 0;
+        qint64 lastMs = 0;
+        QVariantList last; // arguments
+    };
+
+    /** @param limit  how many entries are kept; 0 to count only */
+    explicit Journal(int limit = 0, QObject *parent = nullptr);
+    ~Journal() override;
+
+    static constexpr int usualLimit = 1000 * 1000;
+    void setLimit(int limit) { m_limit = limit; }
+    int limit() const { return m_limit; }
+
+    void note(qint64 ms, Kind kind, const QString &name, const QVariantList &arguments);
+    /** The same for a signal, by the name that its meta-object has. */
+    void noteSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments);
+
+    const QVector<Entry> &entries() const { return m_entries; }
+    const QString &nameOf(const Entry &entry) const { return m_totals[entry.name].name; }
+    /** Which entries are of a kind, in order. */
+    const QVector<int> &ofKind(Kind kind) const { return m_ofKind[kind]; }
+    /** How many entries have been let go of; the first one kept is number `dropped()`. */
+    qint64 dropped() const { return m_dropped; }
+    /** How many there were in all. */
+    qint64 total() const { return m_dropped + m_entries.size(); }
+    int count(Kind kind) const { return m_counts[kind]; }
+    const QVector<Total> &totals() const { return m_totals; }
+    /** The total of a name, null when it has not occurred. */
+    const Total *totalOf(Kind kind, const QString &name) const;
+
+    /** The first entry of a kind that is not before a moment, as a place in ofKind(). */
+    int lowerBound(Kind kind, qint64 ms) const;
+    /** Up to which time the journal reaches back. */
+    qint64 beginMs() const { return m_entries.isEmpty() ? 0 : m_entries.constFirst().ms; }
+    qint64 endMs() const { return m_entries.isEmpty() ? 0 : m_entries.constLast().ms; }
+
+signals:
+    void noted();
+    /** The first so many entries are gone: places shift by as many. */
+    void shifted(int entries);
+
+private:
+    void append(qint64 ms, Kind kind, int name, const QVariantList &arguments);
+    int intern(Kind kind, const QString &name);
+    void letGo();
+
+    int m_limit;
+    QVector<Entry> m_entries;
+    QVector<int> m_ofKind[KindCount];
+    QVector<Total> m_totals;
+    QHash<QString, int> m_names[KindCount];
+    QHash<QByteArray, int> m_signals;
+    int m_counts[KindCount] = {};
+    qint64 m_dropped = 0;
+};

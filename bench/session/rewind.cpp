@@ -1,0 +1,95 @@
+#include "session/rewind.h"
+
+#include "adaptorlink.h"
+#include "lastsaid.h"
+#include "norda/vtqadaptor.h"
+#include "session/session.h"
+#include "values.h"
+#include "windowstack.h"
+
+#include <algorithm>
+
+Rewind::Rewind(WindowStack *unit, QObject *parent) : QObject(parent), m_unit(unit) {}
+
+void Rewind::setSession(Session *session)
+{
+    m_session = session;
+    m_isActive = false;
+    emit changed();
+}
+
+void Rewind::begin()
+{
+    m_wasPlaying = m_session->drive()->isPlaying();
+    m_presentPage = m_unit->currentWindow();
+    m_session->drive()->pause();
+    m_session->setRewound(true);
+    m_isActive = true;
+}
+
+void Rewind::show(qint64 ms)
+{
+    if (!m_session)
+        return;
+    if (!m_isActive)
+        begin();
+    m_momentMs = ms;
+    const Journal *journal = m_session->journal();
+    const int place = journal->lowerBound(Journal::Page, ms + 1) - 1;
+    if (place >= 0) {
+        const int entry = journal->ofKind(Journal::Page)[place];
+        openPage(journal->entries()[entry].arguments.value(0).toInt());
+    }
+    bringBack(ms);
+    emit changed();
+}
+
+void Rewind::end()
+{
+    if (!m_session || !m_isActive)
+        return;
+    openPage(m_presentPage);
+    bringBack(m_session->nowMs());
+    m_isActive = false;
+    m_session->setRewound(false);
+    if (m_wasPlaying)
+        m_session->drive()->play();
+    emit changed();
+}
+
+void Rewind::openPage(int id)
+{
+    static constexpr int settingsPage = 84;
+    m_unit->openWindow(id);
+    // It would keep the rows that another page of the menu does not fill.
+    if (id == settingsPage)
+        m_unit->recreateWindow();
+}
+
+/** What had been said last up to a moment, in the order in which it was said. */
+void Rewind::bringBack(qint64 ms)
+{
+    const Journal *journal = m_session->journal();
+    const QVector<int> &places = journal->ofKind(Journal::Signal);
+    const auto known =
+        std::count_if(journal->totals().begin(), journal->totals().end(),
+                      [](const Journal::Total &total) { return total.kind == Journal::Signal; });
+    module::SaidBefore<int> before{int(known)};
+    QVector<int> last;
+    for (int i = journal->lowerBound(Journal::Signal, ms + 1) - 1; i >= 0 && !before.isComplete();
+         --i) {
+        const Journal::Entry &entry = journal->entries()[places[i]];
+        if (!before.isWhole(entry.name) &&
+            before.takes(entry.name,
+                         module::partTold(journal->nameOf(entry).toLatin1(), entry.arguments)))
+            last.prepend(places[i]);
+    }
+    for (const int place : qAsConst(last)) {
+        const Journal::Entry &entry = journal->entries()[place];
+        const module::ModuleSignal signal = module::moduleSignal(journal->nameOf(entry).toLatin1());
+        // The unit would speak again: what is heard is no part of the screen.
+        if (signal.emitter != norda::VtqAdaptor::instance())
+            continue;
+        module::invokeMethod(signal.emitter, signal.method, entry.arguments);
+    }
+}

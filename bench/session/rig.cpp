@@ -1,0 +1,89 @@
+#include "session/rig.h"
+
+#include <QFileInfo>
+
+#include <utility>
+
+Rig::Rig(const Setup &setup, QObject *parent) : QObject(parent), m_setup(setup), m_actions(&m_unit)
+{
+}
+
+Rig::~Rig() = default;
+
+bool Rig::open(const QString &plugin, QString *error)
+{
+    if (!m_unit.load(plugin, error))
+        return false;
+    auto source = module::openSource(m_setup.source, error, m_setup.trim);
+    if (!source)
+        return false;
+    m_session = std::make_unique<Session>(std::move(source));
+    m_session->journal()->setLimit(m_setup.journalLimit);
+    module::Drive *drive = m_session->drive();
+    drive->setSpeed(m_setup.speed);
+    drive->setLimit(m_setup.durationMs);
+    drive->faults() = m_setup.faults;
+    return m_setup.record.isEmpty() ||
+           m_session->record(m_setup.record, m_setup.recordLimit, error);
+}
+
+void Rig::begin(Replay::Extent replay)
+{
+    m_session->watch(m_unit.windows());
+    const bool opensPages = m_session->drive()->source()->opensPages();
+    if (m_setup.isPageGiven || !opensPages)
+        m_session->open(m_unit.windows(), m_setup.page);
+    bind();
+    if (!m_setup.isPageGiven)
+        replayActions(replay);
+}
+
+void Rig::bind()
+{
+    m_session->feed(m_unit.screen()->camera());
+    m_session->lead(m_unit.audio());
+    m_actions.setSession(m_session.get());
+    connect(m_session.get(), &Session::noticed, this, &Rig::noticed);
+    emit sessionBegun(m_session.get());
+}
+
+/** A recording opens on the page that it begins with, and so does the session. */
+void Rig::replayActions(Replay::Extent extent)
+{
+    m_replay = new Replay(&m_actions, extent, m_session.get());
+    connect(m_replay, &Replay::failed, this, &Rig::noticed);
+    if (extent == Replay::Beginning)
+        connect(m_replay, &Replay::performed, this,
+                [this] { m_setup.page = m_unit.windows()->currentWindow(); });
+}
+
+void Rig::endReplay()
+{
+    delete m_replay;
+}
+
+bool Rig::openDrive(const QString &file, QString *error)
+{
+    static constexpr int climateWindow = 82, parkingWindow = 83;
+    auto source = module::openSource(file, error);
+    if (!source)
+        return false;
+    auto session = std::make_unique<Session>(std::move(source));
+    session->journal()->setLimit(m_setup.journalLimit);
+    session->drive()->setSpeed(m_session->drive()->speed());
+    session->drive()->faults() = m_session->drive()->faults().anew();
+    // No payload shows climate or the zones as unknown: these pages forget the drive before.
+    for (const int id : {climateWindow, parkingWindow})
+        m_unit.windows()->rebuildWindow(id);
+    m_setup.source = QFileInfo(file).absoluteFilePath();
+    m_setup.trim = module::Trim::Full;
+    m_setup.faults = session->drive()->faults();
+    m_setup.page = m_unit.windows()->currentWindow();
+    const std::unique_ptr<Session> before = std::exchange(m_session, std::move(session));
+    m_session->watch(m_unit.windows());
+    bind();
+    m_session->goOnRecording(before.get());
+    if (!m_setup.isPageGiven)
+        replayActions(Replay::Beginning);
+    return true;
+}

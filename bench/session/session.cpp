@@ -1,0 +1,192 @@
+#include "session/session.h"
+
+#include "audiostage.h"
+#include "calllog.h"
+#include "cameraview.h"
+#include "session/warnings.h"
+#include "svaudio/audioservice.h"
+#include "windowstack.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+Session::Session(std::unique_ptr<module::VehicleSource> source, QObject *parent)
+    : QObject(parent)
+    , m_drive(std::move(source))
+    , m_tap([this](const QByteArray &name, const QVariantList &arguments) {
+        onSignal(name, arguments);
+    })
+{
+    m_wall.start();
+    connect(CallLog::instance(), &CallLog::called, this, &Session::onCall);
+    connect(&m_drive, &module::Drive::jumped, this, &Session::onJump);
+    connect(svaudio::AudioService::instance(), &svaudio::AudioService::beeped, this,
+            [this] { ++m_beeps; });
+}
+
+Session::~Session()
+{
+    finish();
+}
+
+void Session::lead(AudioStage *stage)
+{
+    m_stage = stage;
+    const QPointer<Session> session = this;
+    stage->setClock([session] { return session ? session->nowMs() : 0; });
+    connect(&m_drive, &module::Drive::positionChanged, stage, &AudioStage::advance);
+    // Before what is due then: the order must not depend on when the clock is looked at.
+    connect(&m_drive, &module::Drive::reached, stage, &AudioStage::advance);
+    connect(stage, &AudioStage::noted, this,
+            [this](const QString &text) { m_journal.note(nowMs(), Journal::Sound, text, {}); });
+}
+
+void Session::open(WindowStack *windows, int page)
+{
+    if (!m_drive.source()->isCatchingUp())
+        recordAction(QStringLiteral("page"), {page});
+    windows->openWindow(page);
+}
+
+void Session::watch(WindowStack *windows)
+{
+    const auto note = [this](int id) {
+        if (m_isRewound || m_finished)
+            return;
+        m_journal.note(nowMs(), Journal::Page, QStringLiteral("page"), {id});
+        if (m_recording)
+            m_recording->setPage(id);
+    };
+    connect(windows, &WindowStack::windowOpened, this, note);
+    if (windows->currentWindow() >= 0)
+        note(windows->currentWindow());
+}
+
+RearView Session::rearView() const
+{
+    const module::RearView view = m_drive.source()->rearView();
+    return {view.steeringDegrees, view.headingDegrees, view.wall,
+            view.bayX,            view.postX,          view.postZ};
+}
+
+void Session::feed(CameraView *camera)
+{
+    const auto show = [this, camera] { camera->setView(rearView()); };
+    connect(&m_drive, &module::Drive::positionChanged, camera, show);
+    show();
+}
+
+bool Session::record(const QString &file, qint64 limitBytes, QString *error)
+{
+    m_recording = std::make_unique<module::RecordingWriter>(file, m_drive.source()->title(), error);
+    m_recording->setLimit(limitBytes);
+    return m_recording->isOpen();
+}
+
+void Session::goOnRecording(Session *before)
+{
+    m_recording = std::move(before->m_recording);
+    if (!m_recording)
+        return;
+    m_recording->beginNextDrive(before->nowMs());
+    emit noticed(QStringLiteral("The recording goes on with %1").arg(m_drive.source()->title()));
+}
+
+void Session::recordAction(const QString &word, const QVariantList &arguments)
+{
+    if (isRecording())
+        m_recording->writeAction(nowMs(), word, arguments);
+}
+
+void Session::finish()
+{
+    if (m_finished)
+        return;
+    m_finished = true;
+    if (m_recording)
+        m_recording->finish(nowMs());
+}
+
+void Session::setRewound(bool on)
+{
+    m_isRewound = on;
+    m_drive.setAnswering(!on);
+}
+
+/** The session's time goes on: what is recorded in it stands in order, however one jumps. */
+void Session::onJump(qint64 fromMs, qint64 toMs)
+{
+    m_jumpedMs += fromMs - toMs;
+}
+
+void Session::tell()
+{
+    const QString notice = m_recording->takeNotice();
+    if (!notice.isEmpty())
+        emit noticed(notice);
+}
+
+void Session::onSignal(const QByteArray &name, const QVariantList &arguments)
+{
+    if (m_finished || m_isRewound || m_drive.isRepeating())
+        return;
+    m_journal.noteSignal(nowMs(), name, arguments);
+    if (m_recording) {
+        m_recording->writeSignal(nowMs(), name, arguments);
+        tell();
+    }
+    if (name == "centerGaugeValueNotify" && arguments.value(0).toInt() > m_fastestRpm) {
+        m_fastestRpm = arguments.value(0).toInt();
+        m_fastestMs = m_drive.positionMs();
+    }
+}
+
+void Session::onCall(const QString &operation, const QVariantList &arguments)
+{
+    if (m_finished || m_isRewound || m_drive.isRepeating())
+        return;
+    m_journal.note(nowMs(), Journal::Call, operation, arguments);
+    // What it takes to catch up with a recording is no part of what happened.
+    if (m_recording && !m_drive.source()->isCatchingUp())
+        m_recording->writeCall(nowMs(), operation, arguments);
+}
+
+static QJsonObject byName(const Journal &journal, Journal::Kind kind)
+{
+    QJsonObject object;
+    for (const Journal::Total &total : journal.totals()) {
+        if (total.kind == kind)
+            object.insert(total.name, total.count);
+    }
+    return object;
+}
+
+static QJsonArray timeLine(const AudioStage *stage)
+{
+    QJsonArray lines;
+    if (!stage)
+        return lines;
+    for (const AudioStage::Entry &entry : stage->timeLine())
+        lines.append(QJsonObject{{"t", double(entry.ms) / 1000.0}, {"what", entry.text}});
+    return lines;
+}
+
+QJsonObject Session::summary(int framesPainted) const
+{
+    QJsonObject source = m_drive.source()->statistics();
+    source.insert(QStringLiteral("title"), m_drive.source()->title());
+    return {{"driveSeconds", double(m_drive.positionMs()) / 1000.0},
+            {"wallSeconds", double(m_wall.elapsed()) / 1000.0},
+            {"source", source},
+            {"signalsTotal", signalCount()},
+            {"signals", byName(m_journal, Journal::Signal)},
+            {"callsTotal", callCount()},
+            {"calls", byName(m_journal, Journal::Call)},
+            {"framesPainted", framesPainted},
+            {"beeps", m_beeps},
+            {"audio", timeLine(m_stage)},
+            {"faults", m_drive.faults().statistics()},
+            {"droppedInput", m_drive.refused()},
+            {"warnings", Warnings::count()},
+            {"firstWarnings", QJsonArray::fromStringList(Warnings::first())}};
+}

@@ -1,0 +1,302 @@
+#include "tools/gallery.h"
+
+#include "cameraview.h"
+#include "norda/vtqadaptor.h"
+#include "norda/vtqservice.h"
+#include "pages.h"
+#include "panels/audiomonitor.h"
+#include "screen.h"
+#include "session/rig.h"
+#include "session/session.h"
+#include "statuscolumn.h"
+
+#include <QAbstractAnimation>
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QDir>
+
+/** What a state needs to be brought about. */
+struct Scene
+{
+    Screen *screen;
+    WindowStack *unit;
+    Session *session;
+    module::Trim trim;
+};
+
+struct State
+{
+    QString file;
+    int window;
+    void (*prepare)(const Scene &scene); // may be null
+    void (*restore)(const Scene &scene); // may be null
+};
+
+/** Lets what was begun come to its end: answers of the module, then what moves on the screen. */
+static void settle(const Screen *screen)
+{
+    QCoreApplication::processEvents();
+    for (QAbstractAnimation *animation : screen->findChildren<QAbstractAnimation *>()) {
+        if (animation->state() == QAbstractAnimation::Running)
+            animation->setCurrentTime(animation->totalDuration());
+    }
+}
+
+/** Fast rather than small: a gallery is looked at once. */
+static bool save(const QPixmap &picture, const QString &file)
+{
+    static constexpr int littleCompression = 80;
+    return picture.save(file, "PNG", littleCompression);
+}
+
+static void toFastestMoment(const Scene &scene)
+{
+    scene.session->drive()->seek(scene.session->fastestMs());
+}
+
+static void setStyle(char style)
+{
+    emit norda::VtqAdaptor::instance()->gaugeGraphicalSettingNotify(QByteArray(5, style),
+                                                                    QByteArray(5, '\0'));
+}
+
+static void showClimate(const QList<int> &status)
+{
+    emit norda::VtqAdaptor::instance()->NordaClimateCtrlStatusNotify(status);
+}
+
+/** A status list of which only the rear zone matters. */
+static QList<int> rearZone(int on, int ac, int seats, int fan, int temperature, int vent)
+{
+    return QVector<int>(14, 0).toList()
+           << seats << seats << ac << fan << temperature << on << vent << 0 << ac;
+}
+
+static void toggleZone(const Scene &scene)
+{
+    if (auto *key = scene.screen->findChild<QAbstractButton *>(QStringLiteral("key_rear")))
+        key->click();
+}
+
+static void report(int zone, int level)
+{
+    QByteArray message;
+    message.append(char(zone)).append(char(level));
+    emit norda::VtqAdaptor::instance()->parkingDistanceRear(message);
+}
+
+/** Turning past the post into the bay, or at the wall. */
+static void showCamera(const Scene &scene, bool atWall, bool split)
+{
+    RearView view;
+    if (atWall)
+        view = {0, 0, 0.4, 0, 1.35, -4};
+    else
+        view = {-12, 7, 3.1, 0.2, 1.5, 1.6};
+    scene.screen->camera()->setView(view);
+    scene.screen->setSplit(split);
+    scene.screen->showCamera(true);
+}
+
+static void closeCamera(const Scene &scene)
+{
+    scene.unit->back();
+    scene.screen->setSplit(false);
+    scene.screen->camera()->setView(scene.session->rearView());
+}
+
+static void request(int page)
+{
+    norda::VtqAdaptor::instance()->NordaData_Request(page);
+}
+
+static void touchRow(const Scene &scene, int row)
+{
+    const QString name = QStringLiteral("key_item_%1").arg(row);
+    if (auto *key = scene.screen->findChild<QAbstractButton *>(name))
+        key->click();
+}
+
+/** The unit's audio stage while the module warns, beside the pages: no screen shows it. */
+static bool writeStage(AudioStage *stage, const QString &file)
+{
+    static constexpr unsigned char warningTone = 4;
+    static constexpr unsigned char inFront = 19;
+    norda::VtqService *service = norda::VtqService::instance();
+    emit service->audioInterruptNotify(warningTone, inFront);
+    AudioMonitor view(stage);
+    view.resize(800, 480);
+    const bool isWritten = save(view.grab(), file);
+    emit service->audioInterruptNotify(0, 0);
+    return isWritten;
+}
+
+/** A car whose rear zone lacks some controls, as the page shows it after a second-zone report. */
+static void showPartialFeatures(const Scene &scene)
+{
+    norda::VtqService *service = norda::VtqService::instance();
+    service->setRearClimateControlFeatures(0, {{0, true}, {1, true}, {3, true}, {4, true}});
+    service->setRearClimateControlFeatures(1, {{3, true}, {4, true}, {5, true}, {7, true}});
+    QMetaObject::invokeMethod(scene.unit->currentPage(), "onSecondCliTopBarTextNotify",
+                              Q_ARG(QString, QStringLiteral("Rear zone")));
+}
+
+static void restoreFeatures(const Scene &scene)
+{
+    norda::VtqService *service = norda::VtqService::instance();
+    const module::Climate car(scene.trim);
+    for (const int group : {0, 1})
+        service->setRearClimateControlFeatures(group, car.rearFeatures(group));
+    scene.unit->recreateWindow();
+}
+
+// clang-format off
+// A page without a row is shown as it opens.
+static const State states[] = {
+    {"80-gauges", 80, toFastestMoment, nullptr},
+    {"80-gauges-arcs", 80,
+        [](const Scene &) { setStyle('\0'); }, [](const Scene &) { setStyle('\1'); }},
+    {"80-gauges-errors", 80,
+        [](const Scene &) {
+            emit norda::VtqAdaptor::instance()->centerGaugeValueNotify("65535", "RPM", 0);
+            emit norda::VtqAdaptor::instance()->Properties2TextInfo({0, 0, 255, 255, -1, 101});
+        }, toFastestMoment},
+    {"80-gauges-shift", 80,
+        [](const Scene &) {
+            norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
+            emit adaptor->peakIndicatorTextNotify("SHIFT");
+            emit adaptor->centerGaugePeakColorNotify(1);
+            emit adaptor->peakIndicatorNotify(1);
+            emit adaptor->shifterArrowIndicatorNotify(1);
+        }, nullptr},
+    {"81-vehicle", 81,
+        [](const Scene &) { emit norda::VtqAdaptor::instance()->doorStatus(0); }, nullptr},
+    {"81-vehicle-open", 81,
+        [](const Scene &) { emit norda::VtqAdaptor::instance()->doorStatus(0x3F); },
+        [](const Scene &) { emit norda::VtqAdaptor::instance()->doorStatus(0); }},
+    {"81-vehicle-puncture", 81,
+        [](const Scene &) {
+            norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
+            emit adaptor->tirePressureStatus(0x28, 0, {"36 psi", "36 psi", "17 psi", "35 psi", "0"});
+            emit adaptor->tireTemperatureStatus(0x28, 0, {"93F", "93F", "88F", "121F"});
+            emit adaptor->vehicleInfoText("Rear right tire", "pressure low");
+        }, nullptr},
+    {"81-vehicle-info", 81,
+        [](const Scene &) {
+            norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
+            emit adaptor->checkEngineStatus(2);
+            emit adaptor->vehicleInfoText("Check engine", "Visit a workshop");
+        },
+        [](const Scene &) { emit norda::VtqAdaptor::instance()->vehicleInfoText("", ""); }},
+    {"81-vehicle-unknown", 81,
+        [](const Scene &) {
+            norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
+            emit adaptor->checkEngineStatus(1);
+            emit adaptor->checkEngineStatus(0);
+            emit adaptor->batteryVoltage("");
+            emit adaptor->tireTemperatureStatus(0, 0, {});
+        },
+        [](const Scene &scene) { toFastestMoment(scene); }},
+    {"82-climate", 82, toFastestMoment, nullptr},
+    {"82-climate-off", 82,
+        [](const Scene &) { showClimate({0, 0, 0, 4, 0, 0, 70, 70, 1, 0, 0, 0, 0}); }, nullptr},
+    {"82-climate-cool", 82,
+        [](const Scene &) { showClimate({1, 1, 252, 4, 1, 0, 50, 62, 0, 19, 18, 1, 0}); }, nullptr},
+    {"82-climate-winter", 82,
+        [](const Scene &) { showClimate({1, 2, 144, 1, 0, 3, 76, 95, 1, 3, 2, 0, 1}); }, nullptr},
+    {"82-climate-partial", 82, showPartialFeatures, restoreFeatures},
+    {"82-climate-rear", 82, toggleZone, nullptr},
+    {"82-climate-rear-off", 82, [](const Scene &) { showClimate(rearZone(0, 0, 0, 0, 70, 4)); },
+        nullptr},
+    {"82-climate-rear-cool", 82, [](const Scene &) { showClimate(rearZone(1, 1, 19, 252, 60, 4)); },
+        nullptr},
+    {"82-climate-rear-winter", 82, [](const Scene &) { showClimate(rearZone(1, 0, 3, 144, 86, 2)); },
+        nullptr},
+    {"82-climate-rear-partial", 82, showPartialFeatures, restoreFeatures},
+    {"83-parking", 83, nullptr, nullptr},
+    {"83-parking-far", 83, [](const Scene &) { report(8, 1); }, nullptr},
+    {"83-parking-near", 83, [](const Scene &) { report(7, 3); }, nullptr},
+    {"83-parking-wall", 83,
+        [](const Scene &) {
+            norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
+            report(7, 4);
+            emit adaptor->parkingDistanceFront(QByteArray::fromHex("50280000"));
+            emit adaptor->parkingTopBarText("Rear 1.0 ft");
+        },
+        [](const Scene &) { emit norda::VtqAdaptor::instance()->parkingTopBarText(""); }},
+    {"83-parking-blind", 83,
+        [](const Scene &) {
+            report(1, 0);
+            report(9, 3);
+        }, nullptr},
+    {"83-camera", 83, [](const Scene &scene) { showCamera(scene, false, false); }, closeCamera},
+    {"83-camera-wall", 83, [](const Scene &scene) { showCamera(scene, true, false); }, closeCamera},
+    {"83-split", 83,
+        [](const Scene &scene) {
+            showCamera(scene, false, true);
+            report(8, 3);
+        }, closeCamera},
+    {"84-settings", 84, nullptr, nullptr},
+    {"84-settings-values", 84, [](const Scene &scene) { touchRow(scene, 6); },
+        [](const Scene &) { request(13); }},
+    {"84-settings-reset", 84,
+        [](const Scene &scene) {
+            settle(scene.screen);
+            touchRow(scene, 7);
+        },
+        [](const Scene &) { request(13); }},
+};
+// clang-format on
+
+/** In the order of the pages, each of which has at least the picture of how it opens. */
+static QVector<State> allStates()
+{
+    QVector<State> all;
+    for (const Page &page : pages) {
+        const int before = all.size();
+        std::copy_if(std::begin(states), std::end(states), std::back_inserter(all),
+                     [&page](const State &state) { return state.window == page.window; });
+        if (all.size() == before)
+            all.append({QStringLiteral("%1-%2")
+                            .arg(page.window)
+                            .arg(QString::fromLatin1(page.name).toLower()),
+                        page.window, nullptr, nullptr});
+    }
+    return all;
+}
+
+QStringList writeGallery(const QString &folder, Rig *rig, QString *error)
+{
+    Screen *screen = rig->unit()->screen();
+    WindowStack *unit = rig->unit()->windows();
+    const Scene scene = {screen, unit, rig->session(), rig->setup().trim};
+    const auto pathOf = [&folder](const QString &name) {
+        return QDir(folder).filePath(name + QStringLiteral(".png"));
+    };
+    const auto refuse = [error](const QString &file) {
+        *error = QStringLiteral("%1: expected a picture file that can be written").arg(file);
+    };
+    screen->statusColumn()->setTime(QTime(21, 40)); // pictures are compared with each other
+    QStringList files;
+    for (const State &state : allStates()) {
+        if (unit->currentWindow() != state.window)
+            unit->openWindow(state.window);
+        if (state.prepare)
+            state.prepare(scene);
+        settle(screen);
+        const QString file = pathOf(state.file);
+        if (!save(screen->grab(), file)) {
+            refuse(file);
+            return files;
+        }
+        files.append(file);
+        if (state.restore)
+            state.restore(scene);
+    }
+    const QString file = pathOf(QStringLiteral("audio-stage"));
+    if (writeStage(rig->unit()->audio(), file))
+        files.append(file);
+    else
+        refuse(file);
+    return files;
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "lastsaid.h"
+#include "simulator/emissionqueue.h"
+#include "simulator/menu.h"
+#include "vehiclesource.h"
+
+namespace module {
+
+/**
+ * The module in a recorded drive. The drive itself cannot answer; the module reports what the drive
+ * does not hold as unknown, repeats the last values to a page that opens late, and has the menu and
+ * the versions of the simulated car's.
+ */
+class RecordedModule : public VehicleSource
+{
+public:
+    enum class Answers {
+        New,    ///< to a drive that a car alone recorded
+        Repeats ///< the drive holds what the module answered then
+    };
+    RecordedModule(std::unique_ptr<VehicleSource> drive, Answers answers);
+    ~RecordedModule() override;
+
+    QString title() const override { return m_drive->title(); }
+    qint64 durationMs() const override { return m_drive->durationMs(); }
+    qint64 nextDueMs() const override;
+    Emission take() override;
+    void seek(qint64 ms) override;
+    bool command(qint64 nowMs, const QString &operation, const QVariantList &arguments) override;
+    bool opensPages() const override { return m_drive->opensPages(); }
+    bool isCatchingUp() const override;
+    QStringList findings() const override { return m_drive->findings(); }
+    QJsonObject statistics() const override { return m_drive->statistics(); }
+
+private:
+    enum Page { Screens = 0, Versions = 5, MenuLines = 13 };
+    static Page pageOf(const QByteArray &signal);
+
+    void begin(qint64 ms);
+    qint64 nextOfDriveMs() const;
+    bool isAnswerDue() const;
+    Emission takeFromDrive();
+    void remember(const Emission &emission);
+    void repeat(qint64 atMs, Page page);
+
+    std::unique_ptr<VehicleSource> m_drive;
+    QVector<Emission> m_ahead; // of the drive, looked at already
+    EmissionQueue m_answers;
+    LastSaid<Emission> m_said;
+    Menu m_menu;
+    Answers m_kind;
+};
+
+} // namespace module

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QObject>
+#include <QVariant>
+#include <QVector>
+
+#include <functional>
+
+class WindowStack;
+class SourceInterface;
+
+/** Speaker locations of the mix, as the mixer numbers them: bits 0 to 5. */
+enum SpeakerBit {
+    FrontLeftSpeaker = 1,
+    FrontRightSpeaker = 2,
+    RearRightSpeaker = 4,
+    RearLeftSpeaker = 8,
+    CentreSpeaker = 16,
+    Subwoofer = 32,
+    AllSpeakers = 63,
+};
+
+/**
+ * Plays the head unit's audio policy around the plugin's voice sources: it hands the module's
+ * notices to them, starts and stops them as their events say, lets the music duck while one has the
+ * focus, and restores the mix a moment after. All of it is written down on a time line.
+ */
+class AudioStage : public QObject
+{
+    Q_OBJECT
+public:
+    enum Voice { Silent, Information, Recognition, WarningTone };
+    struct Entry
+    {
+        qint64 ms; // of drive time
+        QString text;
+    };
+
+    explicit AudioStage(WindowStack *windows, QObject *parent = nullptr);
+    ~AudioStage() override;
+
+    Voice voice() const { return m_voice; }
+    QString voiceName() const;
+    bool isDucked() const { return m_ducked; }
+    bool isVolumeShown() const { return m_volumeShown; }
+    /** The speakers that the voice comes from. */
+    int voiceSpeakers() const { return m_voice == Silent ? 0 : m_voiceSpeakers; }
+    /** The speakers that play the music. */
+    int musicSpeakers() const { return m_musicSpeakers; }
+    /** The latest entries, oldest first; more than a thousand are not kept. */
+    const QVector<Entry> &timeLine() const { return m_timeLine; }
+
+    /** Whether the plugin's next request for the audio focus is granted. */
+    void setFocusGranted(bool granted);
+
+    /** Where the drive time comes from; without a clock everything happens at 0. */
+    void setClock(std::function<qint64()> clock) { m_clock = std::move(clock); }
+
+public slots:
+    /** Drive time has gone on. */
+    void advance();
+
+signals:
+    /** Anything of the above has changed. */
+    void changed();
+    void voiceStarted(int voice, int speakers);
+    void voiceStopped();
+    /** The time line has a new entry. */
+    void noted(const QString &text);
+
+private:
+    void onNotice(unsigned char kind, unsigned char location);
+    void onEvent(int event);
+    void onCall(const QString &operation, const QVariantList &arguments);
+    void onSetting(const QString &key, const QVariant &value);
+    void start(Voice voice);
+    void stop();
+    void restoreMix();
+    void note(const QString &text);
+    qint64 nowMs() const { return m_clock ? m_clock() : 0; }
+    SourceInterface *source(Voice voice) const;
+
+    WindowStack *m_windows;
+    Voice m_voice = Silent;
+    int m_voiceSpeakers = 0;
+    int m_musicSpeakers = AllSpeakers;
+    bool m_ducked = false;
+    bool m_volumeShown = true;
+    std::function<qint64()> m_clock;
+    qint64 m_restoreAtMs = -1;
+    QVector<Entry> m_timeLine;
+};
+
+/** The names of speakers in a mask, for a person. */
+QString speakerNames(int mask);

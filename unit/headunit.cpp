@@ -1,0 +1,12 @@
+#include "headunit.h"
+
+#include "statuscolumn.h"
+
+HeadUnit::HeadUnit(QObject *parent) : QObject(parent), m_windows(&m_screen), m_audio(&m_windows)
+{
+    StatusColumn *column = m_screen.statusColumn();
+    connect(&m_audio, &AudioStage::changed, column,
+            [this, column] { column->setVolumeShown(m_audio.isVolumeShown()); });
+}
+
+HeadUnit::~HeadUnit() = default;

@@ -1,0 +1,35 @@
+#include "unitsettings.h"
+
+#include "calllog.h"
+#include "mem/settingsexe.h"
+#include "mem/settingsfunc.h"
+#include "mem/settingsutil.h"
+
+#include <QSignalBlocker>
+
+namespace unitsettings {
+
+static const QString factorySettings = QStringLiteral("/media/flash/nvm/factory/settings.ini");
+
+void stateCameraInput()
+{
+    static constexpr int unstated = -1;
+    static constexpr int rear = 1;
+    static const QString key = QStringLiteral("CameraInput");
+    const QSignalBlocker silent(CallLog::instance());
+    mem::SettingsExe *saver = mem::SettingsUtil::instance()->getSaver();
+    if (saver->getValue(key, factorySettings, unstated) == unstated)
+        saver->setOtherPathValue(key, factorySettings, 0, rear, true);
+}
+
+bool prefersSplit()
+{
+    const QSignalBlocker silent(CallLog::instance());
+    const bool ignored = mem::SettingsFunc::instance()
+                             ->getValue(QStringLiteral("Camera_Ignore_Spilt"), false)
+                             .toBool();
+    return !ignored && mem::SettingsUtil::instance()->getSaver()->getValue(
+                           QStringLiteral("VantiqSplit"), factorySettings, false);
+}
+
+} // namespace unitsettings

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QPluginLoader>
+#include <QPointer>
+#include <QWidget>
+
+class AppPlugin;
+class Screen;
+class SourceInterface;
+class WindowInterface;
+
+/** The windows of a plugin: loads it, opens them on the screen and hands keys to them. */
+class WindowStack : public QObject
+{
+    Q_OBJECT
+public:
+    explicit WindowStack(Screen *screen, QObject *parent = nullptr);
+    ~WindowStack() override;
+
+    /** @param error  one line that says what is wrong with the file */
+    bool load(const QString &file, QString *error);
+    /** The id that a plugin states in its metadata. */
+    static QString wantedIid();
+    QList<int> windowIds() const;
+    int currentWindow() const { return m_stack.isEmpty() ? -1 : m_stack.constLast(); }
+    /** An audio source of the plugin, null for an id that it does not have. */
+    SourceInterface *source(int id) const;
+    /** The widget of the open window, null when there is none. */
+    QWidget *currentPage() const;
+
+public slots:
+    /** Opens a page as its key on the navigation bar does. */
+    void openWindow(int id);
+    void back();
+    /** A hardware key: the open window may use it. @return whether it did */
+    bool pressKey(int key);
+    /** The unit's own key for the split view: the open page does what it does for it, if anything.
+     */
+    void toggleSplit();
+    /** Makes the open window give its content back and build it anew. */
+    void recreateWindow();
+    /** The same for any window; one that is not open is built when it opens next. */
+    void rebuildWindow(int id);
+
+signals:
+    void windowOpened(int id);
+
+private:
+    void onTouched(int code);
+    void bringToFront(int id);
+    void openCamera();
+    void leave(int id);
+    void enter(int id);
+    void bindPage(QWidget *page, int id);
+    WindowInterface *window(int id) const;
+
+    Screen *m_screen;
+    QPluginLoader m_loader;
+    AppPlugin *m_plugin = nullptr;
+    QList<int> m_stack; // the open window stands last
+    QPointer<QWidget> m_boundPage;
+};
