@@ -43,7 +43,7 @@ static int workAsTool(const Options &options)
         return refuse(error);
     for (const QString &line : qAsConst(report))
         std::printf("%s\n", qPrintable(line));
-    return found == module::Comparison::Alike ? Done : Differs;
+    return found == module::Comparison::Identical ? Done : Differs;
 }
 
 /** The plugin of the same build, or the installed one. */

@@ -2,8 +2,8 @@
 
 #include "norda/vtqadaptor.h"
 #include "norda/vtqservice.h"
-
-#include <QVarLengthArray>
+#include "values.h"
+#include "valuetype.h"
 
 namespace module {
 
@@ -35,16 +35,10 @@ ModuleSignal moduleSignal(const QByteArray &name)
     return found.value(name);
 }
 
-bool fitArgument(QVariant *value, int type)
+QString adaptorCommand(const QString &operation)
 {
-    if (value->userType() == type)
-        return true;
-    if (type != QMetaType::UChar)
-        return value->convert(type);
-    bool isNumber = false;
-    const int number = value->toInt(&isNumber);
-    *value = QVariant::fromValue(uchar(number));
-    return isNumber && number >= 0 && number <= 255;
+    static const QString prefix = QStringLiteral("norda::VtqAdaptor::");
+    return operation.startsWith(prefix) ? operation.mid(prefix.size()) : QString();
 }
 
 static bool fits(const QMetaMethod &signal, QVariantList *arguments)
@@ -52,7 +46,7 @@ static bool fits(const QMetaMethod &signal, QVariantList *arguments)
     if (!signal.isValid() || arguments->size() != signal.parameterCount())
         return false;
     for (int i = 0; i < arguments->size(); ++i) {
-        if (!fitArgument(&(*arguments)[i], signal.parameterType(i)))
+        if (!convertValue(&(*arguments)[i], signal.parameterType(i)))
             return false;
     }
     return true;
@@ -68,11 +62,7 @@ bool AdaptorLink::deliver(const Emission &emission)
                      emission.signal.constData());
         return false;
     }
-    QVarLengthArray<void *, 8> passed = {nullptr}; // the place of a result comes first
-    for (QVariant &argument : arguments)
-        passed.append(argument.data());
-    signal.emitter->qt_metacall(QMetaObject::InvokeMetaMethod, signal.method.methodIndex(),
-                                passed.data());
+    invokeMethod(signal.emitter, signal.method, arguments);
     return true;
 }
 

@@ -8,19 +8,22 @@
 
 namespace module {
 
-/** A signal by which the module is heard, and the host's object that emits it. */
+/** A signal of the module, and the host's object that emits it. */
 struct ModuleSignal
 {
     QObject *emitter = nullptr;
     QMetaMethod method;
 };
 
-/** All signals of the adaptor, and the notices of the vehicle service. */
+/** All signals of the adaptor and of the vehicle service. */
 QList<ModuleSignal> moduleSignals();
 /** The signal of this name; without an emitter when there is none. */
 ModuleSignal moduleSignal(const QByteArray &name);
 
-/** Hands emissions to the host's objects, whose signals it finds by name. */
+/** The name of a command, as in the call log, to the adaptor; empty for any other operation. */
+QString adaptorCommand(const QString &operation);
+
+/** Emits the signals of the host's objects, which it finds by name. */
 class AdaptorLink
 {
 public:
@@ -32,8 +35,5 @@ public:
 private:
     int m_refused = 0;
 };
-
-/** Brings a value to a parameter's type. @return false where that would make another value of it */
-bool fitArgument(QVariant *value, int type);
 
 } // namespace module

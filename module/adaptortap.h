@@ -10,12 +10,12 @@
 namespace module {
 
 /**
- * Sees every signal by which the module is heard, whoever emits it. They are taken from the
- * meta-objects, so one that is added later is seen without a change here.
+ * Receives every signal of the module, whoever emits it. The signals are taken from the
+ * meta-objects, so a new one needs no change here.
  */
 class AdaptorTap : public QObject
 {
-    // No Q_OBJECT: the slots that the signals arrive at exist as numbers only.
+    // No Q_OBJECT: the slots that the signals are connected to exist as numbers only.
 public:
     using Listener = std::function<void(const QByteArray &signal, const QVariantList &arguments)>;
 

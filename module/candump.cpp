@@ -21,37 +21,43 @@ static bool isHex(const QByteArray &text)
                        [](char c) { return std::isxdigit(static_cast<unsigned char>(c)); });
 }
 
+/** The time of a word such as "(1725694999.693250)". */
+static std::optional<double> secondsOf(const QByteArray &word)
+{
+    static constexpr double mostSeconds = 1e11;
+    bool isNumber = false;
+    const double seconds = word.mid(1, word.size() - 2).toDouble(&isNumber);
+    const bool isTime = isNumber && word.startsWith('(') && word.endsWith(')') && seconds >= 0 &&
+                        seconds < mostSeconds;
+    return isTime ? std::optional(seconds) : std::nullopt;
+}
+
 std::optional<CanFrame> parseCandumpLine(const QByteArray &line)
 {
     const QList<QByteArray> words = line.simplified().split(' ');
     const bool hasMark = words.size() == 4 && (words[3] == "R" || words[3] == "T");
-    if ((words.size() != 3 && !hasMark) || !words[0].startsWith('(') || !words[0].endsWith(')'))
-        return std::nullopt;
-
-    bool isTime = false;
-    const double seconds = words[0].mid(1, words[0].size() - 2).toDouble(&isTime);
-    if (!isTime || !(seconds >= 0 && seconds < 1e11))
+    const std::optional<double> seconds = secondsOf(words[0]);
+    if ((words.size() != 3 && !hasMark) || !seconds)
         return std::nullopt;
 
     const int hash = words[2].indexOf('#');
     const QByteArray id = words[2].left(hash);
     const QByteArray data = words[2].mid(hash + 1);
-    // Remote and long frames are sound lines, but they carry no answer.
-    const bool isPlain =
-        hash > 0 && isHex(id) && isHex(data) && data.size() % 2 == 0 && data.size() <= 16;
-    const bool isOther = hash > 0 && isHex(id) && (data.startsWith('R') || data.startsWith('#'));
-    if ((!isPlain && !isOther) || (id.size() != 3 && id.size() != 8))
+    // Remote and long frames are valid lines without an answer.
+    const bool isPlain = isHex(data) && data.size() % 2 == 0 && data.size() <= 16;
+    const bool isOther = data.startsWith('R') || data.startsWith('#');
+    if (hash <= 0 || !isHex(id) || (id.size() != 3 && id.size() != 8) || (!isPlain && !isOther))
         return std::nullopt;
 
     CanFrame frame;
-    frame.timeUs = qRound64(seconds * 1e6);
+    frame.timeUs = qRound64(*seconds * 1e6);
     frame.id = id.size() == 3 ? id.toUInt(nullptr, 16) : quint32(-1);
     if (isPlain)
         frame.data = QByteArray::fromHex(data);
     return frame;
 }
 
-/** Collects what a log holds. */
+/** Collects the values of a log. */
 class CandumpReader
 {
 public:
@@ -76,7 +82,7 @@ private:
     {
         ++m_answers;
         const auto *bytes = reinterpret_cast<const quint8 *>(data.constData());
-        // A single frame says its length in the first byte, and the answer's service after that.
+        // A single frame: its length, then the service of the answer.
         const bool isSingle = data.size() >= 3 && bytes[0] >= 2 && bytes[0] <= 7;
         if (!isSingle || bytes[1] != currentDataAnswer) {
             ++m_otherAnswers;
@@ -122,7 +128,7 @@ SampleLog CandumpReader::take(const QString &path, int badLines)
                      {"otherFrames", m_others},
                      {"irregularSteps", m_clock.irregularSteps()},
                      {"framesPerPid", perPid}};
-    m_log.remarks.append(QStringLiteral("%1 frames: %2 requests, %3 answers, %4 others passed over")
+    m_log.remarks.append(QStringLiteral("%1 frames: %2 requests, %3 answers, %4 others ignored")
                              .arg(m_frames)
                              .arg(m_requests)
                              .arg(m_answers)

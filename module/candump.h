@@ -16,14 +16,13 @@ struct CanFrame
 
 /**
  * Reads a line such as "(1725694999.693250) can0 7E8#0641010027E100CC", with or without a direction
- * mark behind it.
+ * mark after it.
  */
 std::optional<CanFrame> parseCandumpLine(const QByteArray &line);
 
 /**
- * Reads a candump log with OBD-II answers. Other frames are passed over and counted, and so are
- * lines that are damaged.
- * @param error  one line, when there is nothing in it to play
+ * Reads a candump log with OBD-II answers. Other frames and damaged lines are ignored and counted.
+ * @param error  one line, when it holds no values to play
  */
 std::optional<SampleLog> readCandump(const QString &path, QString *error);
 

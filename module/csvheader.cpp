@@ -1,5 +1,7 @@
 #include "csvheader.h"
 
+#include "units.h"
+
 #include <QDateTime>
 #include <QLocale>
 #include <QRegularExpression>
@@ -170,7 +172,7 @@ CsvColumn csvColumn(const QString &heading)
     static const QRegularExpression brackets(QStringLiteral("[(\\[]([^)\\]]*)[)\\]]"));
     static const QRegularExpression betweenWords(QStringLiteral("[^a-z0-9]+"));
 
-    // What stands in brackets is the unit, or a part of the name such as "(OBD)".
+    // Brackets hold the unit, or a part of the name such as "(OBD)".
     CsvColumn column;
     QString name = heading;
     for (auto it = brackets.globalMatch(heading); it.hasNext();) {
@@ -192,35 +194,43 @@ CsvColumn csvColumn(const QString &heading)
 
 double metricValue(const CsvColumn &column, double number)
 {
-    static constexpr double kilometresPerMile = 1.609344;
     switch (column.unit) {
     case CsvColumn::Fahrenheit:
-        return (number - 32.0) * 5.0 / 9.0;
+        return celsius(number);
     case CsvColumn::MilesPerHour:
-        return number * kilometresPerMile;
+        return kilometres(number);
     default:
         return number;
     }
 }
 
-double csvTimeMs(const QString &field, CsvColumn::Unit unit)
+static double numericTimeMs(double number, CsvColumn::Unit unit)
 {
     static constexpr double firstEpochMs = 1e11; // seconds since the epoch stay below this
-    bool isNumber = false;
-    const double number = field.toDouble(&isNumber);
-    if (isNumber) {
-        const bool isMs = unit == CsvColumn::Milliseconds || number >= firstEpochMs;
-        return number >= 0 && number < 1e15 ? (isMs ? number : number * 1000.0) : -1;
-    }
-    if (!field.contains(QLatin1Char(':')))
-        return -1; // a date without a time stands still all day
+    const bool isMs = unit == CsvColumn::Milliseconds || number >= firstEpochMs;
+    return number >= 0 && number < 1e15 ? (isMs ? number : number * 1000.0) : -1;
+}
 
+static QDateTime dateTime(const QString &field)
+{
     QDateTime time = QDateTime::fromString(field, Qt::ISODateWithMs);
     for (const char *format : dateFormats) {
         if (time.isValid())
             break;
         time = QLocale::c().toDateTime(field, QLatin1String(format));
     }
+    return time;
+}
+
+double csvTimeMs(const QString &field, CsvColumn::Unit unit)
+{
+    bool isNumber = false;
+    const double number = field.toDouble(&isNumber);
+    if (isNumber)
+        return numericTimeMs(number, unit);
+    if (!field.contains(QLatin1Char(':')))
+        return -1; // a date without a time is the same all day
+    const QDateTime time = dateTime(field);
     if (time.isValid())
         return double(time.toMSecsSinceEpoch());
     for (const char *format : {"HH:mm:ss.zzz", "HH:mm:ss"}) {

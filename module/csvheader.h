@@ -19,7 +19,7 @@ struct CsvColumn
     Unit unit = Metric;
 };
 
-/** Text of an export, whichever of the two usual encodings it has. */
+/** Decodes a line of an export: UTF-8, or else Latin-1. */
 QString csvText(const QByteArray &line);
 /** Splits a row at a separator, with quoted fields. */
 QStringList csvFields(const QString &row, QChar separator);
@@ -29,8 +29,7 @@ QChar csvSeparator(const QString &header);
 CsvColumn csvColumn(const QString &heading);
 /** A metric value from a number in the column's unit. */
 double metricValue(const CsvColumn &column, double number);
-/** Milliseconds of a time field: a number or a date with its time as apps write it; -1 for anything
- * else. */
+/** Milliseconds of a time field, a number or a date with a time; -1 for anything else. */
 double csvTimeMs(const QString &field, CsvColumn::Unit unit);
 
 } // namespace module

@@ -9,9 +9,10 @@
 
 namespace module {
 
-static constexpr qint64 sliceMs = 250;  // of drive time, at unlimited speed
-static constexpr qint64 turnMs = 20;    // of real time, after which screens get to paint
-static constexpr int idleTickMs = 1000; // of real time, when nothing is due and nothing ends
+static constexpr qint64 sliceMs = 250; // of drive time, at unlimited speed
+static constexpr qint64 turnMs = 20;   // of real time, after which pages can paint
+static constexpr int idleTickMs =
+    1000; // of real time, when nothing is due and the drive has no end
 static constexpr qint64 noLimit = std::numeric_limits<qint64>::max();
 
 Drive::Drive(std::unique_ptr<VehicleSource> source, QObject *parent)
@@ -38,7 +39,7 @@ qint64 Drive::durationMs() const
     return whole < 0 ? m_limitMs : qMin(whole, m_limitMs);
 }
 
-/** Where the clock stands: never beyond an emission that is still to be delivered. */
+/** The time of the clock: never after an emission that is still to be delivered. */
 qint64 Drive::clockMs() const
 {
     if (!m_playing || m_speed == Unlimited)
@@ -107,9 +108,9 @@ void Drive::seek(qint64 ms)
     m_positionMs = end < 0 ? qMax<qint64>(0, ms) : qBound<qint64>(0, ms, end);
     emit jumped(fromMs, m_positionMs);
     m_source->seek(m_positionMs);
-    m_faults.jump(m_positionMs);
+    m_faults.seek(m_positionMs);
     if (deliverUntil(m_positionMs, noLimit) == Delivery::Interrupted)
-        return; // somebody jumped elsewhere in answer to what was delivered
+        return; // a receiver seeked elsewhere
     restartClock();
     emit positionChanged(m_positionMs);
     if (m_playing)
@@ -148,16 +149,11 @@ void Drive::advance()
     if (isComplete)
         m_positionMs = qMax(m_positionMs, now);
     else
-        restartClock(); // screens that cannot keep up slow the drive instead of freezing
+        restartClock(); // pages that cannot keep up slow the drive instead of freezing
     emit positionChanged(m_positionMs);
     if (!m_playing)
         return;
-
-    // Without an end the clock goes on, unless nobody waits for it.
-    const bool isEndless = end < 0 && m_speed != Unlimited;
-    const bool isOver =
-        isComplete && !isEndless && (end >= 0 ? m_positionMs >= end : m_source->nextDueMs() < 0);
-    if (!isOver) {
+    if (!isComplete || !isOver()) {
         schedule();
         return;
     }
@@ -165,7 +161,16 @@ void Drive::advance()
     emit finished();
 }
 
-/** Delivers what is due by a moment, as long as nobody pauses or jumps in answer to it. */
+/** A drive without an end goes on when nothing is due, except at unlimited speed. */
+bool Drive::isOver() const
+{
+    const qint64 end = durationMs();
+    if (end >= 0)
+        return m_positionMs >= end;
+    return m_speed == Unlimited && m_source->nextDueMs() < 0;
+}
+
+/** Delivers what is due by a moment, until a receiver pauses or seeks. */
 Drive::Delivery Drive::deliverUntil(qint64 ms, qint64 realMs)
 {
     const int delivery = ++m_delivery;
@@ -191,18 +196,18 @@ void Drive::deliver(Emission emission, int delivery)
         return;
     }
     if (m_faults.isIdle()) {
-        hand(emission);
+        emitSignal(emission);
         return;
     }
     const QVector<Emission> passed = m_faults.pass(std::move(emission));
     for (const Emission &next : passed) {
-        hand(next);
+        emitSignal(next);
         if (m_delivery != delivery)
             return;
     }
 }
 
-void Drive::hand(const Emission &emission)
+void Drive::emitSignal(const Emission &emission)
 {
     const QScopedValueRollback<bool> repeating(m_isRepeating, emission.isRepeat);
     m_link.deliver(emission);
@@ -219,11 +224,11 @@ void Drive::onCall(const QString &operation, const QVariantList &arguments)
         QTimer::singleShot(0, this, &Drive::answer);
 }
 
-/** A touch while the drive stands still: it goes on for just as long as the answer takes. */
+/** A touch while the drive is paused: it goes on only as long as the answer takes. */
 void Drive::answer()
 {
     if (!m_playing)
-        deliverUntil(m_positionMs + VehicleSource::AnswerMs, noLimit);
+        deliverUntil(m_positionMs + VehicleSource::LatestAnswerMs, noLimit);
 }
 
 } // namespace module

@@ -11,9 +11,9 @@
 namespace module {
 
 /**
- * Drives a source: a virtual clock that hands each emission to the adaptor when its time has come
- * and each command of the plugin to the source. It sleeps until the next emission is due; at
- * unlimited speed it returns to the event loop after every slice, so that screens paint.
+ * Runs a source on a virtual clock: delivers each emission to the adaptor at its time, and each
+ * command of the plugin to the source. It sleeps until the next emission is due; at unlimited speed
+ * it returns to the event loop after every slice, so that pages paint.
  */
 class Drive : public QObject
 {
@@ -26,7 +26,7 @@ public:
 
     VehicleSource *source() const { return m_source.get(); }
     qint64 positionMs() const;
-    /** The moment of what is being delivered or, between two emissions, where the clock stands. */
+    /** The time of the emission that is being delivered or, between two of them, of the clock. */
     qint64 nowMs() const;
     /** Length of the drive, up to the limit; -1 when it never ends. */
     qint64 durationMs() const;
@@ -36,14 +36,14 @@ public:
     void setSpeed(double factor);
     /** Stops at this drive time even when the source has more; -1 for no limit. */
     void setLimit(qint64 ms);
-    /** What spoils the emissions on their way; none at first. */
+    /** Faults that are injected; none at first. */
     Faults &faults() { return m_faults; }
     const Faults &faults() const { return m_faults; }
     /** Whether commands of the plugin reach the source; they do at first. */
     void setAnswering(bool on) { m_answering = on; }
     /** Emissions that the adaptor has no signal for. */
     int refused() const { return m_link.refused(); }
-    /** Whether what is being delivered only brings a page of a replay up to date. */
+    /** Whether the current emission only brings a page of a playback up to date. */
     bool isRepeating() const { return m_isRepeating; }
 
 public slots:
@@ -53,22 +53,23 @@ public slots:
 
 signals:
     void positionChanged(qint64 ms);
-    /** The clock has come to this moment; what is due then follows. */
+    /** The clock has reached this moment; the emissions of that moment follow. */
     void reached(qint64 ms);
-    /** Somebody did this at the unit when the drive was recorded. */
+    /** An action at the unit, from a recording. */
     void actionDue(const QString &word, const QVariantList &arguments);
-    /** Somebody jumped in the drive; what brings screens up to date there follows. */
+    /** After a seek; the state snapshot of that moment follows. */
     void jumped(qint64 fromMs, qint64 toMs);
     void playingChanged(bool playing);
-    /** The source has no more to give, or the limit was reached. */
+    /** The source has no more emissions, or the limit was reached. */
     void finished();
 
 private:
     void advance();
+    bool isOver() const;
     enum class Delivery { Complete, TurnUsedUp, Interrupted };
     Delivery deliverUntil(qint64 ms, qint64 realMs);
     void deliver(Emission emission, int delivery);
-    void hand(const Emission &emission);
+    void emitSignal(const Emission &emission);
     qint64 clockMs() const;
     void schedule();
     void onCall(const QString &operation, const QVariantList &arguments);
@@ -83,7 +84,7 @@ private:
     qint64 m_baseMs = 0;     // drive time when the clock was started
     qint64 m_positionMs = 0; // drive time of what was delivered last
     qint64 m_limitMs = -1;
-    int m_delivery = 0; // counts deliveries and what breaks them off
+    int m_delivery = 0; // counts deliveries and what interrupts them
     double m_speed = 1.0;
     bool m_delivering = false;
     bool m_isRepeating = false;

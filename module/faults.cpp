@@ -1,15 +1,17 @@
 #include "faults.h"
 
+#include "namedrows.h"
+#include "valuetype.h"
+
 #include <algorithm>
-#include <climits>
 
 namespace module {
 
 struct FaultRow
 {
     const char *name;
-    double usual;
-    double most;
+    double defaultValue;
+    double highest;
     bool isInSeconds;
     const char *meaning;
 };
@@ -21,7 +23,7 @@ static constexpr FaultRow rows[Faults::KindCount] = {
     {"flood",      0.02, 1,    false, "arrive sixty times in one burst"},
     {"duplicate",  0.2,  1,    false, "arrive twice"},
     {"reorder",    0.2,  1,    false, "arrive after the next one"},
-    {"range",      0.1,  1,    false, "have a value beyond any range"},
+    {"range",      0.1,  1,    false, "have a value out of range"},
     {"truncate",   0.1,  1,    false, "have a text or list cut short"},
     {"restart",    60,   3600, true,  "the module restarts every so often"},
 };
@@ -51,14 +53,9 @@ bool Faults::isIdle() const
                        [](double value) { return value <= 0; });
 }
 
-double Faults::usualValue(Kind kind)
+double Faults::highestValue(Kind kind)
 {
-    return rows[kind].usual;
-}
-
-double Faults::greatestValue(Kind kind)
-{
-    return rows[kind].most;
+    return rows[kind].highest;
 }
 
 Faults::Faults(quint32 seed) : m_seed(seed), m_random(seed) {}
@@ -69,34 +66,29 @@ void Faults::setSeed(quint32 seed)
     m_random.seed(seed);
 }
 
+static bool readValue(const FaultRow &row, const QString &text, double *value, QString *error)
+{
+    bool isNumber = false;
+    *value = text.toDouble(&isNumber);
+    if (isNumber && *value >= 0 && *value <= row.highest)
+        return true;
+    *error = QStringLiteral("expected %1 with a number from 0 to %2, got '%3'")
+                 .arg(QLatin1String(row.name))
+                 .arg(row.highest)
+                 .arg(text);
+    return false;
+}
+
 bool Faults::add(const QString &fault, QString *error)
 {
-    const QString name = fault.section(QLatin1Char(':'), 0, 0);
-    const auto row = std::find_if(std::begin(rows), std::end(rows), [&name](const FaultRow &known) {
-        return name == QLatin1String(known.name);
-    });
-    if (row == std::end(rows)) {
-        QStringList names;
-        for (const FaultRow &known : rows)
-            names.append(QLatin1String(known.name));
-        *error = QStringLiteral("expected one of %1, got '%2'")
-                     .arg(names.join(QStringLiteral(", ")), name);
+    static constexpr QLatin1Char colon(':');
+    const int kind = findByName(rows, fault.section(colon, 0, 0), error);
+    if (kind < 0)
         return false;
-    }
-    double value = row->usual;
-    if (fault.contains(QLatin1Char(':'))) {
-        const QString text = fault.section(QLatin1Char(':'), 1);
-        bool isNumber = false;
-        value = text.toDouble(&isNumber);
-        if (!isNumber || !(value >= 0 && value <= row->most)) {
-            *error = QStringLiteral("expected %1 with a number from 0 to %2, got '%3'")
-                         .arg(name)
-                         .arg(row->most)
-                         .arg(text);
-            return false;
-        }
-    }
-    m_values[row - rows] = value;
+    double value = rows[kind].defaultValue;
+    if (fault.contains(colon) && !readValue(rows[kind], fault.section(colon, 1), &value, error))
+        return false;
+    m_values[kind] = value;
     return true;
 }
 
@@ -111,115 +103,85 @@ QStringList Faults::stated() const
     return texts;
 }
 
-Faults Faults::anew() const
+Faults Faults::forNextDrive() const
 {
     Faults faults(m_seed);
     std::copy(std::begin(m_values), std::end(m_values), std::begin(faults.m_values));
     return faults;
 }
 
-bool Faults::strikes(Kind kind)
+/** Draws whether a fault occurs now. */
+bool Faults::occurs(Kind kind)
 {
     if (m_values[kind] <= 0)
         return false;
     const double drawn = double(m_random()) / double(std::mt19937::max());
-    const bool struck = drawn <= m_values[kind];
-    m_struck[kind] += struck;
-    return struck;
+    const bool isHit = drawn <= m_values[kind];
+    m_counts[kind] += isHit;
+    return isHit;
 }
 
-bool Faults::isDown(qint64 ms) const
+bool Faults::isRestarting(qint64 ms) const
 {
-    if (double(ms) < m_values[LateStart] * 1000)
-        return true;
     const auto everyMs = qint64(m_values[Restart] * 1000);
     return everyMs > 0 && ms >= everyMs && ms % everyMs < restartTakesMs;
 }
 
-static bool canBeCut(const QVariant &value)
+/** What was missed while the module was down. */
+QVector<Emission> Faults::catchUp(qint64 ms)
 {
-    const int type = value.userType();
-    return type == QMetaType::QString || type == QMetaType::QByteArray ||
-           type == QMetaType::QStringList || type == QMetaType::QVariantList ||
-           type == qMetaTypeId<QList<int>>();
+    QVector<Emission> missed = m_missed.items();
+    m_missed.clear();
+    for (Emission &emission : missed)
+        emission.atMs = ms;
+    return missed;
 }
 
-void Faults::truncate(QVariant *value)
+void Faults::damage(QVariantList *arguments)
 {
-    const auto cut = [this](auto container) {
-        if (!container.isEmpty())
-            container = container.mid(0, below(container.size()));
-        return container;
-    };
-    const int type = value->userType();
-    if (type == QMetaType::QString)
-        *value = cut(value->toString());
-    else if (type == QMetaType::QByteArray)
-        *value = cut(value->toByteArray());
-    else if (type == QMetaType::QStringList)
-        *value = QStringList(cut(value->toStringList()));
-    else if (type == QMetaType::QVariantList)
-        *value = cut(value->toList());
-    else
-        *value = QVariant::fromValue(cut(value->value<QList<int>>()));
-}
-
-static QVariant beyond(const QVariant &value)
-{
-    const int type = value.userType();
-    if (type == QMetaType::UChar)
-        return QVariant::fromValue(uchar(UCHAR_MAX));
-    if (type == QMetaType::Int)
-        return INT_MAX;
-    if (type == QMetaType::QString)
-        return QStringLiteral("99999999999999");
-    if (type == QMetaType::QByteArray)
-        return QByteArray(value.toByteArray().size(), '\xff');
-    if (type == qMetaTypeId<QList<int>>()) {
-        QList<int> values = value.value<QList<int>>();
-        std::fill(values.begin(), values.end(), INT_MIN);
-        return QVariant::fromValue(values);
+    QVector<int> cuttable;
+    for (int i = 0; i < arguments->size(); ++i) {
+        const ValueType *type = valueType(arguments->at(i).userType());
+        if (type && type->truncated)
+            cuttable.append(i);
     }
-    return value;
+    if (!cuttable.isEmpty() && occurs(Truncate)) {
+        QVariant &value = (*arguments)[cuttable[below(cuttable.size())]];
+        const ValueType *type = valueType(value.userType());
+        if (const int length = type->length(value))
+            value = type->truncated(value, below(length));
+    }
+    if (!arguments->isEmpty() && occurs(OutOfRange)) {
+        QVariant &value = (*arguments)[below(arguments->size())];
+        const ValueType *type = valueType(value.userType());
+        if (type && type->outOfRange)
+            value = type->outOfRange(value);
+    }
+}
+
+int Faults::repetitions()
+{
+    if (occurs(Flood))
+        return burst;
+    return occurs(Duplicate) ? 2 : 1;
 }
 
 QVector<Emission> Faults::pass(Emission emission)
 {
-    if (isDown(emission.atMs)) {
-        m_missed.say(emission.signal, emission.arguments, emission);
-        ++m_struck[double(emission.atMs) < m_values[LateStart] * 1000 ? LateStart : Restart];
+    if (isStarting(emission.atMs) || isRestarting(emission.atMs)) {
+        m_missed.add(emission.signal, emission.arguments, emission);
+        ++m_counts[isStarting(emission.atMs) ? LateStart : Restart];
         return {};
     }
-    QVector<Emission> passed = m_missed.inOrder();
-    m_missed.clear();
-    for (Emission &missed : passed)
-        missed.atMs = emission.atMs;
-    if (strikes(Silence))
+    QVector<Emission> passed = catchUp(emission.atMs);
+    if (occurs(Silence))
         return passed;
-
-    QVariantList &arguments = emission.arguments;
-    QVector<int> cuttable;
-    for (int i = 0; i < arguments.size(); ++i) {
-        if (canBeCut(arguments[i]))
-            cuttable.append(i);
-    }
-    if (!cuttable.isEmpty() && strikes(Truncate))
-        truncate(&arguments[cuttable[below(cuttable.size())]]);
-    if (!arguments.isEmpty() && strikes(OutOfRange)) {
-        QVariant &chosen = arguments[below(arguments.size())];
-        chosen = beyond(chosen);
-    }
-    if (m_heldBack.signal.isEmpty() && strikes(Reorder)) {
+    damage(&emission.arguments);
+    if (m_heldBack.signal.isEmpty() && occurs(Reorder)) {
         m_heldBack = emission;
         return passed;
     }
-    int times = 1;
-    if (strikes(Flood))
-        times = burst;
-    else if (strikes(Duplicate))
-        times = 2;
-    for (int i = 0; i < times; ++i)
-        passed.append(emission);
+    passed += QVector<Emission>(repetitions(), emission);
     if (!m_heldBack.signal.isEmpty()) {
         m_heldBack.atMs = emission.atMs;
         passed.append(m_heldBack);
@@ -228,7 +190,7 @@ QVector<Emission> Faults::pass(Emission emission)
     return passed;
 }
 
-void Faults::jump(qint64 ms)
+void Faults::seek(qint64 ms)
 {
     m_missed.clear();
     m_heldBack = {};
@@ -237,12 +199,12 @@ void Faults::jump(qint64 ms)
 
 QJsonObject Faults::statistics() const
 {
-    QJsonObject struck;
+    QJsonObject counts;
     for (int kind = 0; kind < KindCount; ++kind) {
-        if (m_values[kind] > 0 || m_struck[kind] > 0)
-            struck.insert(QLatin1String(rows[kind].name), m_struck[kind]);
+        if (m_values[kind] > 0 || m_counts[kind] > 0)
+            counts.insert(QLatin1String(rows[kind].name), m_counts[kind]);
     }
-    return struck;
+    return counts;
 }
 
 } // namespace module

@@ -5,7 +5,7 @@
 
 namespace module {
 
-/** Reads a text file line by line without ever holding more of it than the longest sane line. */
+/** Reads a text file line by line, with a limit for the length of a line. */
 class LineReader
 {
 public:
@@ -15,13 +15,13 @@ public:
     LineReader(const QString &path, QString *error);
 
     bool isOpen() const { return m_file.isOpen(); }
-    /** Takes the next line, without its end. @return false at the end of the file */
+    /** Reads the next line, without its end. @return false at the end of the file */
     bool next(QByteArray *line);
-    /** Number of the line last taken, from 1. */
+    /** Number of the last line, from 1. */
     int lineNumber() const { return m_number; }
-    /** Whether the line last taken was too long; it is empty then. */
+    /** Whether the last line was too long; it is empty then. */
     bool wasTooLong() const { return m_tooLong; }
-    /** Whether the line last taken ended with the file instead of a line end. */
+    /** Whether the last line ended with the file instead of a line end. */
     bool wasCutOff() const { return m_cutOff; }
 
 private:

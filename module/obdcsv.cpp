@@ -14,12 +14,12 @@ static constexpr int longestPreamble = 20; // lines that an app may write above 
 class CsvReader
 {
 public:
-    CsvReader(const QString &header) : m_separator(csvSeparator(header))
+    explicit CsvReader(const QString &header) : m_separator(csvSeparator(header))
     {
         QVector<bool> taken(int(Quantity::Count), false);
         for (const QString &heading : csvFields(header, m_separator)) {
             CsvColumn column = csvColumn(heading);
-            // Where two columns tell the same, the first one counts.
+            // Of two columns with the same quantity, the first one is used.
             if (column.role == CsvColumn::Value) {
                 if (taken[int(column.quantity)])
                     column.role = CsvColumn::Ignored;
@@ -42,7 +42,6 @@ private:
     bool number(QString field, double *value) const;
     void readField(int index, const QString &field);
     void readTime(int index, const QString &field);
-    void spreadRows();
 
     struct Row
     {
@@ -50,6 +49,9 @@ private:
         double runTime = -1; // whole seconds of the engine's run time, -1 for none
         int firstSample = 0;
     };
+    bool knows(double Row::*clock) const;
+    void spreadRows();
+    void spreadOverRunTime();
 
     QChar m_separator;
     QVector<CsvColumn> m_columns;
@@ -67,7 +69,7 @@ bool CsvReader::number(QString field, double *value) const
     return isNumber && qIsFinite(*value);
 }
 
-/** The first column that tells a time is the clock; a second one may run differently. */
+/** The first column with a time is the clock; another one may run differently. */
 void CsvReader::readTime(int index, const QString &field)
 {
     if (m_timeColumn >= 0 && m_timeColumn != index)
@@ -104,9 +106,9 @@ void CsvReader::readField(int index, const QString &field)
 bool CsvReader::readRow(const QByteArray &line, bool cutOff)
 {
     if (line.contains('\0'))
-        return false; // no text, whatever the rest of the line looks like
+        return false; // binary data
     QStringList fields = csvFields(csvText(line), m_separator);
-    // The last number of a line that the file ends in may lack its last digits.
+    // The last number of a line without an end may lack its last digits.
     if (cutOff && fields.size() < m_columns.size())
         fields.removeLast();
 
@@ -122,24 +124,31 @@ bool CsvReader::readRow(const QByteArray &line, bool cutOff)
     return m_log.beyondCapacity > beyondBefore;
 }
 
-/** Gives every row its moment. */
+bool CsvReader::knows(double Row::*clock) const
+{
+    return std::any_of(m_rows.begin(), m_rows.end(),
+                       [clock](const Row &row) { return row.*clock >= 0; });
+}
+
+/** Gives every row its time. */
 void CsvReader::spreadRows()
 {
-    const auto knows = [this](double Row::*clock) {
-        return std::any_of(m_rows.begin(), m_rows.end(),
-                           [clock](const Row &row) { return row.*clock >= 0; });
-    };
     if (knows(&Row::time))
         return;
-    if (!knows(&Row::runTime)) {
-        m_log.remarks.append(QStringLiteral("No time in this file: played at %1 row a second")
-                                 .arg(assumedRowsPerSecond));
-        for (int i = 0; i < m_rows.size(); ++i)
-            m_rows[i].time = 1000.0 * i / assumedRowsPerSecond;
+    if (knows(&Row::runTime)) {
+        m_log.remarks.append(QStringLiteral("Time taken from the engine's run time"));
+        spreadOverRunTime();
         return;
     }
-    // Whole seconds of run time: the rows of one second share it evenly.
-    m_log.remarks.append(QStringLiteral("Time taken from the engine's run time"));
+    m_log.remarks.append(QStringLiteral("No time in this file: played at %1 row per second")
+                             .arg(assumedRowsPerSecond));
+    for (int i = 0; i < m_rows.size(); ++i)
+        m_rows[i].time = 1000.0 * i / assumedRowsPerSecond;
+}
+
+/** The run time has whole seconds only: the rows of a second share it evenly. */
+void CsvReader::spreadOverRunTime()
+{
     for (int first = 0; first < m_rows.size();) {
         int next = first;
         while (next < m_rows.size() && m_rows[next].runTime == m_rows[first].runTime)

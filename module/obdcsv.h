@@ -6,11 +6,11 @@
 
 namespace module {
 
-/** Rows a second that a file without any time is played at. */
+/** The speed, in rows per second, of a file without a time. */
 constexpr double assumedRowsPerSecond = 1.0;
 
 /**
- * Reads an OBD-II export of a logging app: a header row, then one row a moment. Columns are found
+ * Reads an OBD-II export of a logging app: a header row, then a row per moment. Columns are found
  * by their meaning, units converted, and the time taken from a time column, from the engine's run
  * time, or from the rows themselves. Missing, damaged and implausible values are counted, never
  * shown.

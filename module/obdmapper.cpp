@@ -8,16 +8,16 @@ namespace module {
 
 struct Corner
 {
-    const char *place; // as in the signals' names
+    const char *signal;
     Quantity quantity;
     int fullScale;
 };
 
 // The top left corner takes the first of its candidates that the car reports.
 static constexpr Corner corners[] = {
-    {"TR", Quantity::CoolantTemperature, 250},
-    {"BL", Quantity::IntakeTemperature, 250},
-    {"BR", Quantity::EngineLoad, 100},
+    {"gaugeTRValueDualNotify", Quantity::CoolantTemperature, 250},
+    {"gaugeBLValueDualNotify", Quantity::IntakeTemperature, 250},
+    {"gaugeBRValueDualNotify", Quantity::EngineLoad, 100},
 };
 static constexpr int topLeftFullScale = 250;
 
@@ -36,11 +36,6 @@ static constexpr Candidate topLeftCandidates[] = {
 static QVariant byte(double value, int fullScale)
 {
     return QVariant::fromValue(uchar(qBound(0, qRound(value), fullScale)));
-}
-
-static QByteArray cornerSignal(const char *place)
-{
-    return QByteArray("gauge") + place + "ValueDualNotify";
 }
 
 ObdMapper::ObdMapper(const QVector<bool> &present) : m_present(present)
@@ -76,12 +71,12 @@ QVariantList ObdMapper::arguments(const Sample &sample, QByteArray *signal) cons
     const double value = double(sample.value);
 
     if (sample.quantity == m_topLeft) {
-        *signal = cornerSignal("TL");
+        *signal = "gaugeTLValueDualNotify";
         return cornerArguments(sample, topLeftFullScale);
     }
     for (const Corner &corner : corners) {
         if (corner.quantity == sample.quantity) {
-            *signal = cornerSignal(corner.place);
+            *signal = corner.signal;
             return cornerArguments(sample, corner.fullScale);
         }
     }
@@ -91,9 +86,7 @@ QVariantList ObdMapper::arguments(const Sample &sample, QByteArray *signal) cons
         return {QString::number(qFloor(value)), QStringLiteral("RPM"), byte(value / 100, 100)};
     case Quantity::VehicleSpeed:
         *signal = "gauTopBarTextNotify";
-        return {QStringLiteral("%1 km/h   %2 mph")
-                    .arg(qRound(value))
-                    .arg(qRound(value * milesPerKilometre))};
+        return {QStringLiteral("%1 km/h   %2 mph").arg(qRound(value)).arg(qRound(miles(value)))};
     case Quantity::Voltage:
         *signal = "batteryVoltage";
         return {QString::number(value, 'f', 1) + QLatin1Char('V')}; // five characters are shown

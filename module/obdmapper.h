@@ -10,19 +10,19 @@
 namespace module {
 
 /**
- * Turns what a car reports into the module's signals: engine speed to the centre gauge, coolant,
- * intake and load to their corners, the best further temperature to the top left under its own
- * title. Values that a screen shows already are not sent again.
+ * Turns the values of a drive into the module's signals: engine speed for the centre gauge,
+ * coolant, intake and load for their corners, the best further temperature for the top left, with
+ * its title. Values that a page shows already are not sent again.
  */
 class ObdMapper
 {
 public:
-    /** @param present  by quantity, whether the drive carries it at all */
+    /** @param present  by quantity, whether the drive has it */
     explicit ObdMapper(const QVector<bool> &present);
 
-    /** The signals that open a drive: the titles of what it carries. */
+    /** The first signals of a drive: the titles of its quantities. */
     QVector<Emission> opening() const;
-    /** What a sample leads to; nothing when no screen would change. */
+    /** The signal for a sample; none when no page would change. */
     std::optional<Emission> map(const Sample &sample);
     /** Forgets what was sent. */
     void reset() { m_last.clear(); }

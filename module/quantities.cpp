@@ -1,5 +1,7 @@
 #include "quantities.h"
 
+#include "units.h"
+
 #include <iterator>
 
 namespace module {
@@ -32,7 +34,7 @@ const QuantityInfo &quantityInfo(Quantity quantity)
 
 double shownValue(Quantity quantity, double metric)
 {
-    return quantityInfo(quantity).isTemperature ? metric * 9.0 / 5.0 + 32.0 : metric;
+    return quantityInfo(quantity).isTemperature ? fahrenheit(metric) : metric;
 }
 
 } // namespace module

@@ -4,7 +4,7 @@
 
 namespace module {
 
-/** What a recorded drive can tell, in metric units. */
+/** The values of a recorded drive, in metric units. */
 enum class Quantity : quint8 {
     EngineSpeed,
     EngineLoad,
@@ -24,7 +24,7 @@ enum class Quantity : quint8 {
     Count
 };
 
-/** How a quantity is called, shown and told from nonsense. */
+/** The name, unit and plausible range of a quantity. */
 struct QuantityInfo
 {
     const char *name;

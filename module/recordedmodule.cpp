@@ -3,6 +3,7 @@
 #include "adaptorlink.h"
 #include "norda/vtqadaptor.h"
 #include "unknownvalues.h"
+#include "wire.h"
 
 #include <algorithm>
 
@@ -16,35 +17,38 @@ RecordedModule::RecordedModule(std::unique_ptr<VehicleSource> drive, Answers ans
 
 RecordedModule::~RecordedModule() = default;
 
-/** Which request brings a signal back. */
-RecordedModule::Page RecordedModule::pageOf(const QByteArray &signal)
+static constexpr int noModulePage = 0; // for signals of the plugin's other pages
+
+/** The page of the module whose request repeats a signal. */
+static int pageOf(const QByteArray &signal)
 {
-    static const QHash<QByteArray, Page> pages = {
-        {"NordaVerInfo", Versions}, {"TimeInfo", Versions}, {"NordaConfigMenuTextInfo", MenuLines}};
-    return pages.value(signal, Screens);
+    static const QHash<QByteArray, int> pages = {{"NordaVerInfo", wire::VersionPage},
+                                                 {"TimeInfo", wire::VersionPage},
+                                                 {"NordaConfigMenuTextInfo", wire::MenuPage}};
+    return pages.value(signal, noModulePage);
 }
 
-/** What the drive reports within a moment needs no mark before it. */
+/** Reports as unknown what the drive does not report within the first second. */
 void RecordedModule::begin(qint64 ms)
 {
-    static constexpr qint64 momentMs = 1000;
+    static constexpr qint64 aheadMs = 1000;
     m_ahead.clear();
     m_answers.clear();
-    m_said.clear();
+    m_state.clear();
     QSet<QByteArray> reported;
-    for (qint64 due = m_drive->nextDueMs(); due >= 0 && due <= ms + momentMs;
+    for (qint64 due = m_drive->nextDueMs(); due >= 0 && due <= ms + aheadMs;
          due = m_drive->nextDueMs()) {
         m_ahead.append(m_drive->take());
         reported.insert(m_ahead.constLast().signal);
     }
     const QVector<Emission> unknown = unknownValues(reported);
     for (const Emission &value : unknown)
-        m_answers.say(ms, value.signal, value.arguments);
+        m_answers.add(ms, value.signal, value.arguments);
     if (!reported.contains("NordaVerInfo"))
-        m_answers.say(ms, "NordaVerInfo", {versionTexts()});
+        m_answers.add(ms, "NordaVerInfo", {versionTexts()});
 }
 
-/** The drive has been read ahead: what is still to be handed out counts. */
+/** Including what was read ahead of its time. */
 bool RecordedModule::isCatchingUp() const
 {
     return m_drive->isCatchingUp() ||
@@ -64,7 +68,7 @@ qint64 RecordedModule::nextOfDriveMs() const
     return m_ahead.isEmpty() ? m_drive->nextDueMs() : m_ahead.constFirst().atMs;
 }
 
-/** At the same moment an answer comes first: it holds older values. */
+/** At the same time an answer comes first: it holds older values. */
 bool RecordedModule::isAnswerDue() const
 {
     const qint64 due = nextOfDriveMs();
@@ -90,38 +94,38 @@ Emission RecordedModule::take()
     return emission;
 }
 
-/** The menu answers by itself, and a prompt must not be heard twice. */
+/** The menu answers by itself, and a prompt must not be played twice. */
 void RecordedModule::remember(const Emission &emission)
 {
-    if (pageOf(emission.signal) != MenuLines &&
+    if (pageOf(emission.signal) != wire::MenuPage &&
         moduleSignal(emission.signal).emitter == norda::VtqAdaptor::instance())
-        m_said.say(emission.signal, emission.arguments, emission);
+        m_state.add(emission.signal, emission.arguments, emission);
 }
 
 /** A page may ask more than once as it opens; one answer serves. */
-void RecordedModule::repeat(qint64 atMs, Page page)
+void RecordedModule::repeat(qint64 atMs, int page)
 {
-    const QVector<Emission> said = m_said.inOrder();
-    for (const Emission &emission : said) {
+    const QVector<Emission> state = m_state.items();
+    for (const Emission &emission : state) {
         if (pageOf(emission.signal) == page)
-            m_answers.drop(emission.signal);
+            m_answers.cancel(emission.signal);
     }
-    for (const Emission &emission : said) {
+    for (const Emission &emission : state) {
         if (pageOf(emission.signal) == page)
-            m_answers.say(atMs, emission.signal, emission.arguments);
+            m_answers.add(atMs, emission.signal, emission.arguments);
     }
 }
 
 bool RecordedModule::command(qint64 nowMs, const QString &operation, const QVariantList &arguments)
 {
-    const QString name = operation.section(QStringLiteral("norda::VtqAdaptor::"), 1);
+    const QString name = adaptorCommand(operation);
     const int number = arguments.value(0).toInt();
     const bool isPage = name == QLatin1String("NordaData_Request");
     if (name.startsWith(QLatin1String("request")))
-        repeat(nowMs, Screens);
-    else if (isPage && number == Versions)
-        repeat(nowMs, Versions);
-    else if (isPage && number == MenuLines)
+        repeat(nowMs, noModulePage);
+    else if (isPage && number == wire::VersionPage)
+        repeat(nowMs, wire::VersionPage);
+    else if (isPage && number == wire::MenuPage)
         m_menu.back(&m_answers, nowMs);
     else if (name == QLatin1String("NordaSetSelectedLineNumber"))
         m_menu.select(&m_answers, nowMs, number);

@@ -1,22 +1,22 @@
 #pragma once
 
-#include "lastsaid.h"
 #include "simulator/emissionqueue.h"
 #include "simulator/menu.h"
+#include "snapshot.h"
 #include "vehiclesource.h"
 
 namespace module {
 
 /**
- * The module in a recorded drive. The drive itself cannot answer; the module reports what the drive
- * does not hold as unknown, repeats the last values to a page that opens late, and has the menu and
- * the versions of the simulated car's.
+ * The module of a recorded drive. The drive itself cannot answer; the module reports what the drive
+ * lacks as unknown, repeats the state snapshot to a page that opens late, and has the menu and the
+ * versions of the simulated car's module.
  */
 class RecordedModule : public VehicleSource
 {
 public:
     enum class Answers {
-        New,    ///< to a drive that a car alone recorded
+        New,    ///< the drive holds no answers of a module
         Repeats ///< the drive holds what the module answered then
     };
     RecordedModule(std::unique_ptr<VehicleSource> drive, Answers answers);
@@ -34,20 +34,17 @@ public:
     QJsonObject statistics() const override { return m_drive->statistics(); }
 
 private:
-    enum Page { Screens = 0, Versions = 5, MenuLines = 13 };
-    static Page pageOf(const QByteArray &signal);
-
     void begin(qint64 ms);
     qint64 nextOfDriveMs() const;
     bool isAnswerDue() const;
     Emission takeFromDrive();
     void remember(const Emission &emission);
-    void repeat(qint64 atMs, Page page);
+    void repeat(qint64 atMs, int page);
 
     std::unique_ptr<VehicleSource> m_drive;
-    QVector<Emission> m_ahead; // of the drive, looked at already
+    QVector<Emission> m_ahead; // taken from the drive before their time
     EmissionQueue m_answers;
-    LastSaid<Emission> m_said;
+    Snapshot<Emission> m_state;
     Menu m_menu;
     Answers m_kind;
 };

@@ -17,8 +17,6 @@ namespace module {
 static const QString formatName = QStringLiteral("norda-recording");
 static constexpr int formatVersion = 1;
 
-// ---- Writing ------------------------------------------------------------------------------------
-
 RecordingWriter::RecordingWriter(const QString &path, const QString &title, QString *error)
     : m_file(path)
 {
@@ -49,13 +47,18 @@ void RecordingWriter::write(qint64 ms, QJsonObject line)
                    .arg(m_file.fileName(), m_file.errorString());
 }
 
+static QJsonObject signalLine(const QByteArray &name, const QVariantList &arguments)
+{
+    return {{"signal", QString::fromLatin1(name)}, {"args", toJson(arguments)}};
+}
+
 void RecordingWriter::writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments)
 {
     if (m_limit > 0 && m_file.pos() >= m_limit / 2)
         beginNextPart(ms);
     if (m_limit > 0)
-        m_last.say(name, arguments, {ms, name, arguments});
-    write(ms, {{"signal", QString::fromLatin1(name)}, {"args", toJson(arguments)}});
+        m_state.add(name, arguments, {ms, name, arguments});
+    write(ms, signalLine(name, arguments));
 }
 
 void RecordingWriter::writeCall(qint64 ms, const QString &operation, const QVariantList &arguments)
@@ -68,33 +71,43 @@ void RecordingWriter::writeAction(qint64 ms, const QString &word, const QVariant
     write(ms, {{"action", word}, {"args", QJsonArray::fromVariantList(arguments)}});
 }
 
+/** "report.jsonl" continues after "report.1.jsonl". */
+static QString previousPart(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.dir().filePath(
+        QStringLiteral("%1.1.%2").arg(info.completeBaseName(), info.suffix()));
+}
+
 void RecordingWriter::beginNextPart(qint64 ms)
 {
     const QString path = m_file.fileName();
-    const QFileInfo info(path);
-    const QString before =
-        info.dir().filePath(QStringLiteral("%1.1.%2").arg(info.completeBaseName(), info.suffix()));
+    const QString previous = previousPart(path);
+    const QString seconds = QString::number(double(ms) / 1000, 'f', 1);
     finish(ms);
-    QFile::remove(before);
-    const bool isKept = QFile::rename(path, before);
+    QFile::remove(previous);
+    const bool isKept = QFile::rename(path, previous);
     if (!m_file.open(QIODevice::WriteOnly)) {
         m_notice = QStringLiteral("%1: expected a file that can be written: %2")
                        .arg(path, m_file.errorString());
         return;
     }
-    m_notice = QStringLiteral("%1: half of what it may take was full at %2 s; the part before is "
-                              "%3, and what is older is gone")
-                   .arg(path)
-                   .arg(double(ms) / 1000, 0, 'f', 1)
-                   .arg(isKept ? before : QStringLiteral("gone too"));
-    begin(QStringLiteral("%1, from %2 s").arg(m_title).arg(double(ms) / 1000, 0, 'f', 1));
+    m_notice = QStringLiteral("%1: half of the limit was reached at %2 s; the previous part is %3, "
+                              "older parts are deleted")
+                   .arg(path, seconds, isKept ? previous : QStringLiteral("lost"));
+    begin(QStringLiteral("%1, from %2 s").arg(m_title, seconds));
     m_beginMs = ms;
+    writeCatchUp(ms);
+}
+
+/** What brings the unit to the moment where a part begins. */
+void RecordingWriter::writeCatchUp(qint64 ms)
+{
     if (m_page >= 0)
         writeAction(ms, QStringLiteral("page"), {m_page});
-    const QVector<Emission> last = m_last.inOrder();
-    for (const Emission &emission : last)
-        write(ms, {{"signal", QString::fromLatin1(emission.signal)},
-                   {"args", toJson(emission.arguments)}});
+    const QVector<Emission> state = m_state.items();
+    for (const Emission &emission : state)
+        write(ms, signalLine(emission.signal, emission.arguments));
     writeAction(ms, QLatin1String(beginAction), {});
 }
 
@@ -110,8 +123,6 @@ void RecordingWriter::finish(qint64 ms)
     write(ms, {{"end", true}});
     m_file.close();
 }
-
-// ---- Reading ------------------------------------------------------------------------------------
 
 bool isRecordingHeader(const QByteArray &line)
 {
@@ -161,46 +172,40 @@ std::unique_ptr<RecordingSource> RecordingSource::open(const QString &path, QStr
 void RecordingSource::read(const QJsonObject &line)
 {
     const double moment = line.value("t").toDouble(-1);
-    if (!(moment >= double(m_durationMs) && moment <= longestDriveMs)) {
-        ++m_badLines;
-        return;
-    }
-    const qint64 ms = qint64(moment);
-    Emission emission{ms, {}, {}};
-    if (line.contains("signal")) {
-        if (!readSignal(line, &emission)) {
-            ++m_badLines;
-            return;
-        }
-        m_signals += keep(emission);
-    } else if (line.contains("action")) {
-        readAction(line, ms);
-    } else if (line.contains("call")) {
+    bool isGood = moment >= double(m_durationMs) && moment <= longestDriveMs;
+    if (isGood && line.contains("signal"))
+        isGood = readSignal(qint64(moment), line);
+    else if (isGood && line.contains("action"))
+        readAction(qint64(moment), line);
+    else if (isGood && line.contains("call"))
         ++m_calls;
-    } else if (!line.contains("end")) {
+    else
+        isGood = isGood && line.contains("end");
+    if (isGood)
+        m_durationMs = qint64(moment);
+    else
         ++m_badLines;
-        return;
-    }
-    m_durationMs = ms;
 }
 
-bool RecordingSource::readSignal(const QJsonObject &line, Emission *emission)
+bool RecordingSource::readSignal(qint64 ms, const QJsonObject &line)
 {
     const QByteArray name = line.value("signal").toString().toLatin1();
     const QMetaMethod signal = moduleSignal(name).method;
     const QJsonArray values = line.value("args").toArray();
     if (!signal.isValid() || values.size() != signal.parameterCount())
         return false;
+    Emission emission{ms, name, {}};
     for (int i = 0; i < values.size(); ++i) {
-        emission->arguments.append(fromJson(values[i], signal.parameterType(i)));
-        if (!emission->arguments.last().isValid())
+        emission.arguments.append(fromJson(values[i], signal.parameterType(i)));
+        if (!emission.arguments.last().isValid())
             return false;
     }
-    emission->signal = *m_names.insert(name); // one copy of each name
+    emission.signal = *m_names.insert(name); // one copy of each name
+    m_signals += keep(emission);
     return true;
 }
 
-void RecordingSource::readAction(const QJsonObject &line, qint64 ms)
+void RecordingSource::readAction(qint64 ms, const QJsonObject &line)
 {
     const QByteArray word = line.value("action").toString().toLatin1();
     keep({ms, word, line.value("args").toArray().toVariantList(), true});
@@ -225,28 +230,24 @@ bool RecordingSource::opensPages() const
 
 qint64 RecordingSource::nextDueMs() const
 {
-    if (!m_caughtUp.isEmpty())
-        return m_caughtUp.constLast().atMs;
+    if (!m_state.isEmpty())
+        return m_state.constFirst().atMs;
     return m_index < m_emissions.size() ? m_emissions[m_index].atMs : -1;
 }
 
 Emission RecordingSource::take()
 {
-    return m_caughtUp.isEmpty() ? m_emissions[m_index++] : m_caughtUp.takeLast();
+    return m_state.isEmpty() ? m_emissions[m_index++] : m_state.takeFirst();
 }
 
-/** What brings a screen up to date before an index, the latest first. */
-QVector<int> RecordingSource::saidBefore(int end) const
+QVector<int> RecordingSource::stateBefore(int end) const
 {
-    SaidBefore<QByteArray> before(m_names.size());
-    QVector<int> found;
-    for (int i = end - 1; i >= 0 && !before.isComplete(); --i) {
+    const auto partAt = [this](int i) {
         const Emission &emission = m_emissions[i];
-        if (!emission.isAction && !before.isWhole(emission.signal) &&
-            before.takes(emission.signal, partTold(emission.signal, emission.arguments)))
-            found.append(i);
-    }
-    return found;
+        return emission.isAction ? noPart : statePart(emission.signal, emission.arguments);
+    };
+    return snapshotOfLog(
+        end, m_names.size(), [this](int i) { return m_emissions[i].signal; }, partAt);
 }
 
 void RecordingSource::seek(qint64 ms)
@@ -255,10 +256,10 @@ void RecordingSource::seek(qint64 ms)
         m_emissions.cbegin(), m_emissions.cend(), ms,
         [](const Emission &emission, qint64 moment) { return emission.atMs < moment; });
     m_index = int(next - m_emissions.cbegin());
-    m_caughtUp.clear();
-    for (const int index : saidBefore(m_index)) {
-        m_caughtUp.append(m_emissions[index]);
-        m_caughtUp.last().atMs = ms;
+    m_state.clear();
+    for (const int index : stateBefore(m_index)) {
+        m_state.append(m_emissions[index]);
+        m_state.last().atMs = ms;
     }
 }
 
@@ -267,7 +268,7 @@ QStringList RecordingSource::findings() const
     QStringList lines = {
         QStringLiteral("%1 signals and %2 calls recorded").arg(m_signals).arg(m_calls)};
     if (m_notKept > 0)
-        lines.append(QStringLiteral("%1 further signals were not kept: %2 are the most")
+        lines.append(QStringLiteral("%1 signals were not kept: the limit is %2")
                          .arg(m_notKept)
                          .arg(mostRecordedSignals));
     if (m_badLines > 0)

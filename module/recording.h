@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lastsaid.h"
+#include "snapshot.h"
 #include "vehiclesource.h"
 
 #include <QFile>
@@ -13,8 +13,8 @@ class LineReader;
 /**
  * Writes everything that crosses the adaptor, both ways, as JSON lines: a header, then
  * {"t":ms,"signal":name,"args":[...]} and {"t":ms,"call":operation,"args":[...]}, and an end line.
- * Byte arrays are hex texts, null for a null array. What somebody did at the unit stands between
- * them as {"t":ms,"action":word,"args":[...]}, in the words of a scenario.
+ * Byte arrays are hex texts, null for a null array. Actions at the unit are
+ * {"t":ms,"action":word,"args":[...]}, in the words of a scenario.
  */
 class RecordingWriter
 {
@@ -25,49 +25,50 @@ public:
 
     bool isOpen() const { return m_file.isOpen(); }
     /**
-     * What the recording may take on the disk, in bytes; 0 for no limit. When half of it is full,
-     * the file becomes "NAME.1.jsonl" beside it, in place of an older one, and a new part begins
-     * with what brings a screen up to date.
+     * The disk space of the recording, in bytes; 0 for no limit. When half of it is used, the file
+     * is renamed to "NAME.1.jsonl", replacing an older one, and a new part begins with a state
+     * snapshot.
      */
     void setLimit(qint64 bytes) { m_limit = bytes; }
-    /** What a person should know, in one line, once; mostly nothing. */
+    /** A message for the user, in one line; empty when there is none. Returned once. */
     QString takeNotice();
     void writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments);
     void writeCall(qint64 ms, const QString &operation, const QVariantList &arguments);
     void writeAction(qint64 ms, const QString &word, const QVariantList &arguments);
     /** The page that a new part begins on. */
     void setPage(int id) { m_page = id; }
-    /** Another drive follows, whose times count from 0. @param ms  where the one before ended */
+    /** Another drive follows, whose times count from 0. @param ms  the end of the one before */
     void beginNextDrive(qint64 ms) { m_beginMs -= ms; }
-    /** Notes the length of the drive; the recording is complete with it. */
+    /** Writes the end line, which holds the length of the drive. */
     void finish(qint64 ms);
 
 private:
     void write(qint64 ms, QJsonObject line);
     void begin(const QString &title);
     void beginNextPart(qint64 ms);
+    void writeCatchUp(qint64 ms);
 
     QFile m_file;
     QString m_title;
     QString m_notice;
-    LastSaid<Emission> m_last;
+    Snapshot<Emission> m_state;
     int m_page = -1;
     qint64 m_limit = 0;
-    qint64 m_beginMs = 0; // what the part's times count from
+    qint64 m_beginMs = 0; // the time that is 0 in the current part
     bool m_isBroken = false;
 };
 
-/** A later moment in a recording is a damaged one. */
+/** A later time in a recording is an error. */
 constexpr double longestDriveMs = 30 * 24 * 3600e3;
 
-/** More signals than this are not kept: they would take more memory than a bench can spare. */
+/** Further signals are not kept, to limit the memory in use. */
 constexpr int mostRecordedSignals = 2 * 1000 * 1000;
 
 /** Plays the signals of a recording: the same ones, in the same order, at the same times. */
 class RecordingSource : public VehicleSource
 {
 public:
-    /** @return null, and one line that says why, for a file that is no recording */
+    /** @return null, and one line with the reason, for a file that is no recording */
     static std::unique_ptr<RecordingSource> open(const QString &path, QString *error);
 
     QString title() const override { return m_title; }
@@ -82,17 +83,17 @@ public:
 
 private:
     void read(const QJsonObject &line);
-    bool readSignal(const QJsonObject &line, Emission *emission);
-    void readAction(const QJsonObject &line, qint64 ms);
+    bool readSignal(qint64 ms, const QJsonObject &line);
+    void readAction(qint64 ms, const QJsonObject &line);
     bool keep(const Emission &emission);
-    QVector<int> saidBefore(int end) const;
+    QVector<int> stateBefore(int end) const;
 
     QString m_title;
     QVector<Emission> m_emissions;
-    QVector<Emission> m_caughtUp; // after a seek: what brings a screen up to date, in reverse
-    QSet<QByteArray> m_names;     // of the signals that occur
+    QVector<Emission> m_state; // after a seek: the snapshot, as far as it is not taken yet
+    QSet<QByteArray> m_names;  // of the signals that occur
     int m_index = 0;
-    int m_begin = 0; // the emissions before only catch up
+    int m_begin = 0; // the emissions before are the catch-up
     qint64 m_durationMs = 0;
     int m_signals = 0;
     int m_calls = 0;
@@ -100,12 +101,12 @@ private:
     int m_notKept = 0;
 };
 
-/** Whether a file's first line is a recording's header. */
+/** Whether this is the header line of a recording. */
 bool isRecordingHeader(const QByteArray &line);
-/** The first line of a recording. */
+/** The header line of a recording. */
 QByteArray recordingHeader(const QString &title);
 /**
- * Takes the header off a file.
+ * Reads the header line of a file.
  * @param error  one line that names the file, when it is no recording of this version
  */
 bool readRecordingHeader(LineReader *lines, const QString &path, QString *error);

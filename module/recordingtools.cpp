@@ -1,9 +1,9 @@
 #include "recordingtools.h"
 
 #include "adaptorlink.h"
-#include "lastsaid.h"
 #include "linereader.h"
 #include "recording.h"
+#include "snapshot.h"
 #include "values.h"
 #include "vehiclesource.h"
 
@@ -17,7 +17,7 @@
 
 namespace module {
 
-/** The lines of a recording behind its header, each checked for what every line has. */
+/** The lines of a recording after its header, each checked for what every line has. */
 class RecordedLines
 {
 public:
@@ -27,10 +27,14 @@ public:
     }
 
     bool isOpen() const { return m_isOpen; }
+    bool isAtEnd() const { return m_line.isEmpty(); }
     int lineNumber() const { return m_lines.lineNumber(); }
     const QJsonObject &line() const { return m_line; }
-    double ms() const { return m_line.value("t").toDouble(); }
     bool is(const char *kind) const { return m_line.contains(QLatin1String(kind)); }
+    /** The time of the last line, also at the end. */
+    double ms() const { return m_ms; }
+
+    /** Of the signal, the call or the action; empty for the end line. */
     QString name() const
     {
         for (const char *kind : {"signal", "call", "action"}) {
@@ -39,7 +43,8 @@ public:
         }
         return {};
     }
-    /** What of it must be alike: a call comes when the machine has got to it. */
+
+    /** What has to be identical: the time of a call depends on the machine. */
     QJsonObject essence() const
     {
         QJsonObject line = m_line;
@@ -47,7 +52,8 @@ public:
             line.remove("t");
         return line;
     }
-    /** Of a signal, as it takes them; as they stand where it does not exist or takes others. */
+
+    /** Converted to what the signal takes; unchanged where that is impossible. */
     QVariantList arguments() const
     {
         QString ignored;
@@ -60,14 +66,17 @@ public:
     bool next(QString *error)
     {
         QByteArray text;
+        m_line = {};
         do {
             if (!m_lines.next(&text))
                 return false;
         } while (text.trimmed().isEmpty() && !m_lines.wasTooLong());
         m_line = QJsonDocument::fromJson(text).object();
         const bool isKnown = is("signal") || is("call") || is("action") || is("end");
-        if (m_line.value("t").isDouble() && isKnown)
+        if (m_line.value("t").isDouble() && isKnown) {
+            m_ms = m_line.value("t").toDouble();
             return true;
+        }
         *error = QStringLiteral(
                      "%1: line %2: expected a signal, a call, an action or the end, found '%3'")
                      .arg(m_path)
@@ -76,23 +85,101 @@ public:
         return false;
     }
 
+    /** The current line, or the end, for a person. */
+    QString description() const
+    {
+        if (isAtEnd())
+            return QStringLiteral("%1: ends after line %2").arg(m_path).arg(lineNumber());
+        const QByteArray text = QJsonDocument(m_line).toJson(QJsonDocument::Compact);
+        return QStringLiteral("%1: line %2: %3")
+            .arg(m_path)
+            .arg(lineNumber())
+            .arg(QString::fromUtf8(text));
+    }
+
 private:
     QString m_path;
     LineReader m_lines;
     QJsonObject m_line;
+    double m_ms = 0;
     bool m_isOpen = false;
 };
 
-static QString inWords(const QString &path, const RecordedLines &lines, bool hasLine)
+/** Reads two recordings side by side. */
+class RecordingComparison
 {
-    if (!hasLine)
-        return QStringLiteral("%1: ends after line %2").arg(path).arg(lines.lineNumber());
-    const QByteArray text = QJsonDocument(lines.line()).toJson(QJsonDocument::Compact);
-    return QStringLiteral("%1: line %2: %3")
-        .arg(path)
-        .arg(lines.lineNumber())
-        .arg(QString::fromUtf8(text));
-}
+public:
+    RecordingComparison(RecordedLines *first, RecordedLines *second, QString *error)
+        : m_first(*first), m_second(*second), m_error(error)
+    {
+    }
+
+    Comparison run(QStringList *report)
+    {
+        while (next())
+            compareLine(report);
+        if (!m_error->isEmpty())
+            return Comparison::Unusable;
+        if (m_areIdentical)
+            report->append(QStringLiteral("identical: %1 lines, %2 s").arg(m_lines).arg(seconds()));
+        else
+            *report += differentCounts();
+        return m_areIdentical ? Comparison::Identical : Comparison::Different;
+    }
+
+private:
+    bool next()
+    {
+        const bool hasFirst = m_first.next(m_error);
+        const bool hasSecond = m_error->isEmpty() && m_second.next(m_error);
+        return m_error->isEmpty() && (hasFirst || hasSecond);
+    }
+
+    void compareLine(QStringList *report)
+    {
+        ++m_counts[m_first.name()][0];
+        ++m_counts[m_second.name()][1];
+        if (!m_areIdentical)
+            return;
+        m_areIdentical = m_first.essence() == m_second.essence();
+        if (m_areIdentical) {
+            ++m_lines;
+            m_lastLine = m_first.lineNumber();
+            m_lastMs = m_first.ms();
+            return;
+        }
+        report->append(QStringLiteral("identical up to line %1 (%2 s), first difference:")
+                           .arg(m_lastLine)
+                           .arg(seconds()));
+        report->append({m_first.description(), m_second.description()});
+    }
+
+    QStringList differentCounts() const
+    {
+        QStringList lines;
+        for (auto it = m_counts.cbegin(); it != m_counts.cend(); ++it) {
+            const auto [inFirst, inSecond] = *it;
+            if (inFirst != inSecond && !it.key().isEmpty())
+                lines.append(QStringLiteral("%1: %2 times and %3 times")
+                                 .arg(it.key())
+                                 .arg(inFirst)
+                                 .arg(inSecond));
+        }
+        return lines;
+    }
+
+    /** How far they are identical. */
+    QString seconds() const { return QString::number(m_lastMs / 1000, 'f', 3); }
+
+    RecordedLines &m_first;
+    RecordedLines &m_second;
+    QString *m_error;
+    QMap<QString, std::array<int, 2>> m_counts; // by name
+    bool m_areIdentical = true;
+    int m_lines = 0;
+    int m_lastLine = 1; // the header
+    double m_lastMs = 0;
+};
 
 Comparison compareRecordings(const QString &first, const QString &second, QStringList *report,
                              QString *error)
@@ -103,140 +190,105 @@ Comparison compareRecordings(const QString &first, const QString &second, QStrin
     RecordedLines b(second, error);
     if (!b.isOpen())
         return Comparison::Unusable;
-
-    QMap<QString, std::array<int, 2>> counts;
-    bool areAlike = true;
-    int alikeLines = 0;
-    double alikeMs = 0;
-    for (;;) {
-        const bool hasA = a.next(error);
-        const bool hasB = error->isEmpty() && b.next(error);
-        if (!error->isEmpty())
-            return Comparison::Unusable;
-        if (!hasA && !hasB)
-            break;
-        if (hasA && !a.name().isEmpty())
-            ++counts[a.name()][0];
-        if (hasB && !b.name().isEmpty())
-            ++counts[b.name()][1];
-        if (!areAlike)
-            continue;
-        areAlike = hasA && hasB && a.essence() == b.essence();
-        if (areAlike) {
-            ++alikeLines;
-            alikeMs = a.ms();
-            continue;
-        }
-        report->append(QStringLiteral("alike for %1 lines, until %2 s; then")
-                           .arg(alikeLines)
-                           .arg(alikeMs / 1000, 0, 'f', 3));
-        report->append(inWords(first, a, hasA));
-        report->append(inWords(second, b, hasB));
-    }
-    if (areAlike) {
-        report->append(
-            QStringLiteral("alike: %1 lines, %2 s").arg(alikeLines).arg(alikeMs / 1000, 0, 'f', 3));
-        return Comparison::Alike;
-    }
-    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
-        const auto [inFirst, inSecond] = *it;
-        if (inFirst != inSecond)
-            report->append(QStringLiteral("%1: %2 times and %3 times")
-                               .arg(it.key())
-                               .arg(inFirst)
-                               .arg(inSecond));
-    }
-    return Comparison::Different;
+    return RecordingComparison(&a, &b, error).run(report);
 }
 
-/** Writes what a part holds, after what brings the unit to the moment that it begins at. */
+static QString seconds(qint64 ms)
+{
+    return QString::number(double(ms) / 1000, 'g', 10);
+}
+
+/** Writes a part, after what brings the unit to the moment where it begins. */
 class PartWriter
 {
 public:
     explicit PartWriter(QIODevice *out) : m_out(out) {}
 
+    /** The effect of an action depends on the state before it, so both are kept in order. */
+    void skip(const RecordedLines &lines)
+    {
+        m_hasPast = true;
+        if (lines.is("signal"))
+            m_state.add(lines.name().toLatin1(), lines.arguments(), lines.line());
+        if (!lines.is("action") || lines.name() == QLatin1String(beginAction))
+            return;
+        writeState();
+        write(lines.line(), 0);
+    }
+
+    /** Writes the lines from the current one on. */
+    void copy(RecordedLines *lines, qint64 fromMs, qint64 toMs, QString *error)
+    {
+        writeState();
+        if (m_hasPast)
+            write({{"action", QLatin1String(beginAction)}, {"args", QJsonArray()}}, 0);
+        do {
+            if (!lines->is("end"))
+                write(lines->line(), lines->ms() - double(fromMs));
+        } while (lines->next(error) && lines->ms() <= double(toMs));
+        write({{"end", true}}, double(qMin(toMs, qint64(lines->ms())) - fromMs));
+    }
+
+private:
     void write(QJsonObject line, double ms)
     {
         line.insert("t", ms);
         m_out->write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
     }
 
-    /** What an action did depends on what had been said before it, so both are kept in order. */
-    void passOver(const RecordedLines &lines)
+    void writeState()
     {
-        m_hasPast = true;
-        if (lines.is("signal"))
-            m_said.say(lines.name().toLatin1(), lines.arguments(), lines.line());
-        if (!lines.is("action") || lines.name() == QLatin1String(beginAction))
-            return;
-        writeSaid();
-        write(lines.line(), 0);
-    }
-
-    void begin()
-    {
-        writeSaid();
-        if (m_hasPast)
-            write({{"action", QLatin1String(beginAction)}, {"args", QJsonArray()}}, 0);
-    }
-
-private:
-    void writeSaid()
-    {
-        const QVector<QJsonObject> said = m_said.inOrder();
-        for (const QJsonObject &line : said)
+        const QVector<QJsonObject> state = m_state.items();
+        for (const QJsonObject &line : state)
             write(line, 0);
-        m_said.clear();
+        m_state.clear();
     }
 
     QIODevice *m_out;
-    LastSaid<QJsonObject> m_said;
+    Snapshot<QJsonObject> m_state;
     bool m_hasPast = false;
 };
 
-bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString &part,
-                  QString *error)
+static bool writePart(QIODevice *out, const QString &file, qint64 fromMs, qint64 toMs,
+                      QString *error)
 {
     RecordedLines lines(file, error);
     if (!lines.isOpen())
         return false;
-    QSaveFile out(part); // may be the recording itself
-    if (!out.open(QIODevice::WriteOnly)) {
-        *error = QStringLiteral("%1: expected a file that can be written: %2")
-                     .arg(part, out.errorString());
-        return false;
-    }
-    out.write(recordingHeader(QStringLiteral("part of %1").arg(file)));
-    PartWriter writer(&out);
-    bool isWithin = false;
-    double lastMs = 0;
-    while (lines.next(error)) {
-        lastMs = lines.ms();
-        if (lastMs > double(toMs))
-            break;
-        if (lastMs < double(fromMs)) {
-            writer.passOver(lines);
-            continue;
-        }
-        if (!isWithin)
-            writer.begin();
-        isWithin = true;
-        if (!lines.is("end"))
-            writer.write(lines.line(), lastMs - double(fromMs));
-    }
+    out->write(recordingHeader(QStringLiteral("part of %1").arg(file)));
+    PartWriter writer(out);
+    while (lines.next(error) && lines.ms() < double(fromMs))
+        writer.skip(lines);
     if (!error->isEmpty())
         return false;
-    if (!isWithin) {
-        *error = QStringLiteral("%1: expected a part of its %2 s, from %3 s on there is nothing")
-                     .arg(file)
-                     .arg(lastMs / 1000)
-                     .arg(double(fromMs) / 1000);
+    if (lines.isAtEnd() || lines.ms() > double(toMs)) {
+        *error = QStringLiteral("%1: expected signals or calls from %2 s to %3 s, found none")
+                     .arg(file, seconds(fromMs), seconds(toMs));
         return false;
     }
-    writer.write({{"end", true}}, double(qMin(toMs, qint64(lastMs)) - fromMs));
+    writer.copy(&lines, fromMs, toMs, error);
+    return error->isEmpty();
+}
+
+static QString unwritable(const QSaveFile &file)
+{
+    return QStringLiteral("%1: expected a file that can be written: %2")
+        .arg(file.fileName(), file.errorString());
+}
+
+bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString &part,
+                  QString *error)
+{
+    QSaveFile out(part); // may be the recording itself
+    if (!out.open(QIODevice::WriteOnly)) {
+        *error = unwritable(out);
+        return false;
+    }
+    if (!writePart(&out, file, fromMs, toMs, error))
+        return false;
     if (out.commit())
         return true;
-    *error = QStringLiteral("%1: %2").arg(part, out.errorString());
+    *error = unwritable(out);
     return false;
 }
 

@@ -5,12 +5,13 @@
 
 namespace module {
 
-enum class Comparison { Alike, Different, Unusable };
+enum class Comparison { Identical, Different, Unusable };
 
 /**
- * Compares what crossed the adaptor in two recordings. Signals and actions must be alike in their
- * moments too, calls in their order; titles do not matter.
- * @param report  for a person: how far they are alike, the two lines that part them, and which
+ * Compares two recordings. Signals and actions have to be identical with their times, calls in
+ * their order; titles do not matter.
+ * @param report  for a person: up to where they are identical, the first difference, and which
+ *                signals and calls occur more often in one of them
  *                signals and calls occur more often in one of them
  * @param error   one line that names the file, when one cannot be used
  */
@@ -18,8 +19,8 @@ Comparison compareRecordings(const QString &first, const QString &second, QStrin
                              QString *error);
 
 /**
- * Writes a part of a recording as one of its own. It begins with what brings the unit to the moment
- * that it is cut at: what was done there before, each time with what had been said last.
+ * Writes a part of a recording as a recording. It begins with what brings the unit to that moment:
+ * the actions before, each after the state snapshot of its time.
  * @param error  one line that names the file, when one cannot be used
  */
 bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString &part,

@@ -29,7 +29,7 @@ QVector<bool> SampleSource::presence() const
     return present;
 }
 
-/** Looks for the next sample that changes a screen. */
+/** Finds the next sample that changes a page. */
 void SampleSource::fill()
 {
     while (m_pending.isEmpty() && m_index < m_log.samples.size()) {
@@ -95,36 +95,44 @@ QVector<SampleSource::Range> SampleSource::ranges() const
     return ranges;
 }
 
-QStringList SampleSource::findings() const
+QString SampleSource::Range::text(const QuantityInfo &info) const
+{
+    return QStringLiteral("%1: %2 samples, %3 to %4 %5")
+        .arg(QLatin1String(info.name))
+        .arg(count)
+        .arg(QString::number(lowest, 'g', 6), QString::number(highest, 'g', 6),
+             QString::fromUtf8(info.unit));
+}
+
+QStringList SampleSource::quantityFindings() const
 {
     QStringList lines;
     QStringList missing;
     const QVector<Range> found = ranges();
     for (int i = 0; i < found.size(); ++i) {
         const QuantityInfo &info = quantityInfo(Quantity(i));
-        const QString name = QLatin1String(info.name);
-        if (found[i].count == 0) {
-            missing.append(name.toLower());
-            continue;
-        }
-        lines.append(QStringLiteral("%1: %2 samples, %3 to %4 %5")
-                         .arg(name)
-                         .arg(found[i].count)
-                         .arg(QString::number(found[i].lowest, 'g', 6),
-                              QString::number(found[i].highest, 'g', 6),
-                              QString::fromUtf8(info.unit)));
+        if (found[i].count > 0)
+            lines.append(found[i].text(info));
+        else
+            missing.append(QString::fromLatin1(info.name).toLower());
     }
     if (!missing.isEmpty())
         lines.append(QStringLiteral("Not in this file: ") + missing.join(QStringLiteral(", ")));
+    return lines;
+}
+
+QStringList SampleSource::findings() const
+{
+    QStringList lines = quantityFindings();
     if (m_log.badLines > 0)
         lines.append(QStringLiteral("%1 lines could not be read").arg(m_log.badLines));
     if (m_log.beyondCapacity > 0)
-        lines.append(QStringLiteral("%1 further values were not kept: %2 are the most")
+        lines.append(QStringLiteral("%1 values were not kept: the limit is %2")
                          .arg(m_log.beyondCapacity)
                          .arg(m_log.capacity));
     if (m_log.droppedValues > 0)
         lines.append(
-            QStringLiteral("%1 values were missing or beyond reason").arg(m_log.droppedValues));
+            QStringLiteral("%1 values were missing or out of range").arg(m_log.droppedValues));
     return lines + m_log.remarks;
 }
 

@@ -6,24 +6,24 @@
 
 namespace module {
 
-/** More samples than this are not kept: they would take more memory than a bench can spare. */
+/** Further samples are not kept, to limit the memory in use. */
 constexpr int mostSamples = 20 * 1000 * 1000;
 
-/** A drive as a file told it: samples in order of time, and what was met on the way. */
+/** A drive read from a file: samples in order of time, and what else was found. */
 struct SampleLog
 {
     QString title;
     QVector<Sample> samples;
     qint64 durationMs = 0;
     int badLines = 0;       ///< lines that could not be read
-    int beyondCapacity = 0; ///< sound values that were not kept any more
-    int droppedValues = 0;  ///< values that were missing, no numbers or beyond reason
-    QStringList remarks;    ///< what else a person should know
-    QJsonObject details;    ///< further totals of the file's kind
+    int beyondCapacity = 0; ///< good values that were not kept
+    int droppedValues = 0;  ///< values that were missing, no numbers or out of range
+    QStringList remarks;    ///< further findings, for a person
+    QJsonObject details;    ///< further totals of this file format
 
     int capacity = mostSamples;
 
-    /** Keeps a value, or counts it where it is beyond reason or there are too many of them. */
+    /** Keeps a value; one that is out of range or beyond the capacity is only counted. */
     void add(qint64 atMs, Quantity quantity, double value);
 };
 
@@ -47,7 +47,10 @@ private:
         int count = 0;
         double lowest = 0;
         double highest = 0;
+
+        QString text(const QuantityInfo &info) const;
     };
+    QStringList quantityFindings() const;
     QVector<Range> ranges() const;
     QVector<bool> presence() const;
     QVector<int> latestBefore(int end) const;
@@ -57,7 +60,7 @@ private:
     QVector<bool> m_present; // by quantity
     ObdMapper m_mapper;
     int m_index = 0;
-    QVector<Emission> m_pending; // in reverse: the next one stands last
+    QVector<Emission> m_pending; // in reverse: the next one is the last
 };
 
 } // namespace module

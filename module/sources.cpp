@@ -11,13 +11,13 @@ namespace module {
 
 enum class FileKind { Csv, Candump, Recording };
 
-// A log may begin with a damaged line, so a few are looked at.
+// A log may begin with damaged lines, so a few are checked.
 static FileKind kindOf(const QString &path, QString *error)
 {
-    static constexpr int linesLookedAt = 10;
+    static constexpr int linesChecked = 10;
     LineReader lines(path, error);
     QByteArray line;
-    while (lines.isOpen() && lines.lineNumber() < linesLookedAt && lines.next(&line)) {
+    while (lines.isOpen() && lines.lineNumber() < linesChecked && lines.next(&line)) {
         if (lines.lineNumber() == 1 && isRecordingHeader(line))
             return FileKind::Recording;
         if (parseCandumpLine(line))
@@ -41,8 +41,8 @@ static std::unique_ptr<VehicleSource> play(std::unique_ptr<RecordingSource> reco
     return std::make_unique<RecordedModule>(std::move(recording), RecordedModule::Answers::Repeats);
 }
 
-/** Nobody drives: all that is heard is what somebody at the bench sends. */
-class SilentSource : public VehicleSource
+/** No car: the module emits only what the user of the bench sends. */
+class EmptySource : public VehicleSource
 {
 public:
     QString title() const override { return QStringLiteral("No car"); }
@@ -58,7 +58,7 @@ std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, T
     if (name == QLatin1String("simulator"))
         return std::make_unique<SimulatedCar>(trim);
     if (name == QLatin1String("none"))
-        return std::make_unique<SilentSource>();
+        return std::make_unique<EmptySource>();
     const FileKind kind = kindOf(name, error);
     if (!error->isEmpty())
         return nullptr;

@@ -16,8 +16,9 @@ struct Unknown
 };
 
 // Without these the pages would keep what their forms or another drive left there: a pressure, a
-// voltage, a gear. The pressures carry the engine lamp's state as their fifth text, so the lamp
-// goes out before it becomes unknown; the info text gives way before the top-bar text is cleared.
+// voltage, a gear. The order matters: the pressures carry the engine lamp's state as their fifth
+// text, so the lamp's own signal comes after them; the info text covers the top-bar text, so it is
+// cleared first.
 // Compass, seat belt and gear position are not drawn; climate has no payload for "unknown".
 // clang-format off
 static constexpr Unknown rows[] = {

@@ -8,9 +8,9 @@
 namespace module {
 
 /**
- * The signals by which the pages show that a value is unknown, in the order in which they have to
+ * The signals that make the pages show values as unknown, in the order in which they have to
  * arrive.
- * @param reported  the signals that bring a value: what they show is left out
+ * @param reported  signals that report a value: they are left out
  */
 QVector<Emission> unknownValues(const QSet<QByteArray> &reported);
 

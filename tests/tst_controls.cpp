@@ -195,7 +195,7 @@ void tst_Controls::promptSpeaksOnce()
     for (const Emission &emission : said)
         notices += emission.signal == "audioInterruptNotify";
     QCOMPARE(notices, 2); // it begins and is over
-    QVERIFY(!car.controls()->isHeld(Controls::Prompt));
+    QVERIFY(!car.controls()->isOverridden(Controls::Prompt));
 }
 
 void tst_Controls::obstacleGoesAgain()

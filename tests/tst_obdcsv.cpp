@@ -457,8 +457,7 @@ void tst_ObdCsv::moreThanIsKept()
     log.add(5, Quantity::EngineSpeed, -1);
     QCOMPARE(log.samples.size(), 3);
     const SampleSource source(log);
-    QVERIFY(source.findings().contains(
-        QStringLiteral("2 further values were not kept: 3 are the most")));
+    QVERIFY(source.findings().contains(QStringLiteral("2 values were not kept: the limit is 3")));
     QCOMPARE(source.statistics().value("beyondCapacity").toInt(), 2);
     QCOMPARE(source.statistics().value("droppedValues").toInt(), 1);
 }

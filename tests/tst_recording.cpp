@@ -357,8 +357,8 @@ void tst_Recording::longRecordingStaysBounded()
     writer.finish(seconds * 1000);
     QVERIFY(notices.size() >= 3);
     QVERIFY2(
-        notices[0].startsWith(file() + ": half of what it may take was full at ") &&
-            notices[0].endsWith("; the part before is " + before + ", and what is older is gone"),
+        notices[0].startsWith(file() + ": half of the limit was reached at ") &&
+            notices[0].endsWith("; the previous part is " + before + ", older parts are deleted"),
         qPrintable(notices[0]));
 
     // The two parts follow each other without a gap, and each begins with what was said before.

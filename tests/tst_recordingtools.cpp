@@ -83,44 +83,45 @@ void tst_RecordingTools::compare_data()
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<QStringList>("report"); // A and B stand for the files
     const QByteArray start = header + door(1000, 1) + battery(2500);
-    QTest::newRow("alike") << start + end(3000) << start + end(3000) << 0
-                           << QStringList{"alike: 3 lines, 3.000 s"};
+    QTest::newRow("identical") << start + end(3000) << start + end(3000) << 0
+                               << QStringList{"identical: 3 lines, 3.000 s"};
     QTest::newRow("another title")
         << start << QByteArray(start).replace("\"title\":\"t\"", "\"title\":\"other\"") << 0
-        << QStringList{"alike: 2 lines, 2.500 s"};
+        << QStringList{"identical: 2 lines, 2.500 s"};
     QTest::newRow("another value")
         << start + door(2600, 1) << start + door(2600, 2) << 1
-        << QStringList{"alike for 2 lines, until 2.500 s; then",
+        << QStringList{"identical up to line 3 (2.500 s), first difference:",
                        "A: line 4: {\"args\":[1],\"signal\":\"doorStatus\",\"t\":2600}",
                        "B: line 4: {\"args\":[2],\"signal\":\"doorStatus\",\"t\":2600}"};
     QTest::newRow("another moment")
         << start + door(2600, 1) << start + door(2601, 1) << 1
-        << QStringList{"alike for 2 lines, until 2.500 s; then",
+        << QStringList{"identical up to line 3 (2.500 s), first difference:",
                        "A: line 4: {\"args\":[1],\"signal\":\"doorStatus\",\"t\":2600}",
                        "B: line 4: {\"args\":[1],\"signal\":\"doorStatus\",\"t\":2601}"};
-    QTest::newRow("a call at another moment")
-        << start + beep(2600) << start + beep(2640) << 0 << QStringList{"alike: 3 lines, 2.600 s"};
+    QTest::newRow("a call at another moment") << start + beep(2600) << start + beep(2640) << 0
+                                              << QStringList{"identical: 3 lines, 2.600 s"};
     QTest::newRow("a call after another signal")
         << start + beep(2600) + door(2700, 1) << start + door(2700, 1) + beep(2700) << 1
-        << QStringList{"alike for 2 lines, until 2.500 s; then",
+        << QStringList{"identical up to line 3 (2.500 s), first difference:",
                        "A: line 4: {\"args\":[],\"call\":\"Beep::play\",\"t\":2600}",
                        "B: line 4: {\"args\":[1],\"signal\":\"doorStatus\",\"t\":2700}"};
     QTest::newRow("another action")
         << start + action(2600, "back") << start + action(2600, "split") << 1
-        << QStringList{"alike for 2 lines, until 2.500 s; then",
+        << QStringList{"identical up to line 3 (2.500 s), first difference:",
                        "A: line 4: {\"action\":\"back\",\"args\":[],\"t\":2600}",
                        "B: line 4: {\"action\":\"split\",\"args\":[],\"t\":2600}",
                        "back: 1 times and 0 times", "split: 0 times and 1 times"};
     QTest::newRow("one ends") << start + beep(2600) + beep(2700) << start << 1
                               << QStringList{
-                                     "alike for 2 lines, until 2.500 s; then",
+                                     "identical up to line 3 (2.500 s), first difference:",
                                      "A: line 4: {\"args\":[],\"call\":\"Beep::play\",\"t\":2600}",
                                      "B: ends after line 3", "Beep::play: 2 times and 0 times"};
     QTest::newRow("nothing in common")
         << header << start << 1
-        << QStringList{"alike for 0 lines, until 0.000 s; then", "A: ends after line 1",
-                       "B: line 2: {\"args\":[1],\"signal\":\"doorStatus\",\"t\":1000}",
-                       "batteryVoltage: 0 times and 1 times", "doorStatus: 0 times and 1 times"};
+        << QStringList{
+               "identical up to line 1 (0.000 s), first difference:", "A: ends after line 1",
+               "B: line 2: {\"args\":[1],\"signal\":\"doorStatus\",\"t\":1000}",
+               "batteryVoltage: 0 times and 1 times", "doorStatus: 0 times and 1 times"};
 }
 
 void tst_RecordingTools::compare()
@@ -246,11 +247,10 @@ void tst_RecordingTools::unusable_data()
     QTest::newRow("ends before it begins")
         << QStringList{"--cut", "GOOD", "--from", "5", "--to", "4", "--record", "NONE"}
         << "--to: expected a number from 5 to 2.592e+06, got '4'";
-    QTest::newRow("behind the end")
+    QTest::newRow("after the end")
         << QStringList{"--cut", "GOOD", "--from", "5", "--record", "NONE"}
-        << "GOOD: expected a part of its 2 s, from 5 s on there is "
-           "nothing";
-    QTest::newRow("damaged behind the start")
+        << "GOOD: expected signals or calls from 5 s to 2592000 s, found none";
+    QTest::newRow("damaged after the start")
         << QStringList{"--cut", "BAD", "--record", "NONE"}
         << "BAD: line 3: expected a signal, a call, an action or the end, found '{\"t\":'";
 }

@@ -539,7 +539,7 @@ void tst_Session::partIsReplayedAlike()
     QVERIFY2(!replay.err.contains("expected"), qPrintable(replay.err));
     const ProgramResult diff = run({"--diff", part, replayed});
     QCOMPARE(diff.exitCode, 0);
-    QVERIFY2(diff.out.startsWith("alike: "), qPrintable(diff.out));
+    QVERIFY2(diff.out.startsWith("identical: "), qPrintable(diff.out));
     QVERIFY(content("new.jsonl").contains("\"call\""));
     QVERIFY(content("report.jsonl").contains("manTempValue"));
 }

@@ -260,7 +260,7 @@ void tst_Settings::folderInPlaceOfTheFile()
 void tst_Settings::pathsCannotLeaveTheRoot()
 {
     const QString outside = QStringLiteral("/../escaped.ini");
-    QTest::ignoreMessage(QtWarningMsg, "settings file /../escaped.ini: lies outside of the host's "
+    QTest::ignoreMessage(QtWarningMsg, "settings file /../escaped.ini: is outside the host's "
                                        "root and is not used");
     m_saver.setOtherPathValue("key", outside, 1, 1, true);
     QVERIFY(!QFile::exists(local(outside)));

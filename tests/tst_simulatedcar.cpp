@@ -1,6 +1,6 @@
 #include "calllog.h"
 #include "drive.h"
-#include "lastsaid.h"
+#include "snapshot.h"
 #include "norda/vtqadaptor.h"
 #include "recording.h"
 #include "simulator/simulatedcar.h"
@@ -108,18 +108,18 @@ void tst_SimulatedCar::seekLeadsToTheSameState()
     // What a screen shows after driving to a moment and after jumping there is the same.
     static constexpr qint64 moment = 300000;
     SimulatedCar driven;
-    LastSaid<QString> shown;
+    Snapshot<QString> shown;
     while (driven.nextDueMs() < moment) {
         const Emission emission = driven.take();
-        shown.say(emission.signal, emission.arguments,
+        shown.add(emission.signal, emission.arguments,
                   line({moment, emission.signal, emission.arguments}));
     }
     SimulatedCar jumped;
     jumped.seek(moment);
     QStringList caughtUp;
-    for (int i = 0; i < shown.inOrder().size(); ++i)
+    for (int i = 0; i < shown.items().size(); ++i)
         caughtUp.append(line(jumped.take()));
-    QCOMPARE(caughtUp, QStringList(shown.inOrder().toList()));
+    QCOMPARE(caughtUp, QStringList(shown.items().toList()));
     // The zones are clear, though what was said last is about the blind spots.
     QCOMPARE(caughtUp.filter("parkingDistanceRear").size(), 2);
     // And both go on alike.

@@ -149,10 +149,10 @@ void tst_SimulatedClimate::drags()
     Climate car;
     car.setTemperature(raw);
     QCOMPARE(car.report()[18], degrees);
-    car.setFan(raw, false);
+    car.setFan(raw);
     QCOMPARE(car.report()[2], fan);
     QCOMPARE(car.report()[17], 72);
-    car.setFan(raw, true);
+    car.setRearFan(raw);
     QCOMPARE(car.report()[17], fan);
 }
 
@@ -217,7 +217,7 @@ void tst_SimulatedClimate::answersWithinItsTime()
                         {QVariant::fromValue(bytes)}));
     QVERIFY(!car.command(20000, QStringLiteral("norda::VtqAdaptor::gaugesSettings"), {}));
     QList<int> report;
-    while (car.nextDueMs() <= 20000 + VehicleSource::AnswerMs) {
+    while (car.nextDueMs() <= 20000 + VehicleSource::LatestAnswerMs) {
         const Emission emission = car.take();
         if (emission.signal == "NordaClimateCtrlStatusNotify")
             report = emission.arguments[0].value<QList<int>>();

@@ -28,6 +28,7 @@ private slots:
     void backingUpAndOutAgain();
     void messagesAreSound();
     void resendsInTheOrderOfTheScreen();
+    void resendsTheZonesDuringABlindSpot();
     void jumpKeepsTheOrder();
     void pagesShowTheStory();
     void softTireIsSeenToWarn();
@@ -294,6 +295,22 @@ void tst_SimulatedVehicle::resendsInTheOrderOfTheScreen()
                              "checkEngineStatus", "vehTopBarText", "vehicleInfoText"})
         QVERIFY2(vehicle.contains(name), name);
     QVERIFY(vehicle.indexOf("Properties2TextInfo") < vehicle.indexOf("batteryVoltage"));
+}
+
+void tst_SimulatedVehicle::resendsTheZonesDuringABlindSpot()
+{
+    static constexpr qint64 overtakenMs = 242000;
+    SimulatedCar car;
+    while (car.nextDueMs() < overtakenMs)
+        car.take();
+    QVERIFY(car.command(overtakenMs, QStringLiteral("norda::VtqAdaptor::requestParkingInfo"), {}));
+    QList<QByteArray> messages;
+    while (car.nextDueMs() <= overtakenMs + VehicleSource::LatestAnswerMs) {
+        const Emission emission = car.take();
+        if (emission.signal == "parkingDistanceRear" && emission.atMs == overtakenMs + 20)
+            messages.append(emission.arguments[0].toByteArray().toHex());
+    }
+    QCOMPARE(messages, (QList<QByteArray>{"0500", "0904"}));
 }
 
 void tst_SimulatedVehicle::jumpKeepsTheOrder()

@@ -2,6 +2,7 @@
 
 #include "scenario/scenario.h"
 #include "values.h"
+#include "valuetype.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -11,20 +12,17 @@
 
 #include <climits>
 
+/** As a scenario writes it; null for the types with a field of their own. */
+static QString emptyText(int type)
+{
+    const module::ValueType *known = module::valueType(type);
+    return QLatin1String(known ? known->emptyText : "[]");
+}
+
 /** Lists, bytes and maps are written as a scenario has them. */
 static bool isWritten(int type)
 {
-    return type != QMetaType::UChar && type != QMetaType::Int && type != QMetaType::Bool &&
-           type != QMetaType::QString;
-}
-
-static QString emptyText(int type)
-{
-    if (type == QMetaType::QByteArray)
-        return QStringLiteral("\"\"");
-    const bool isMap =
-        type == qMetaTypeId<QMap<int, int>>() || type == qMetaTypeId<QMap<int, bool>>();
-    return isMap ? QStringLiteral("{}") : QStringLiteral("[]");
+    return !emptyText(type).isNull();
 }
 
 /** Typed values and those of a preset, which are as a scenario has them, read the same. */
@@ -60,7 +58,7 @@ QWidget *ArgumentEditor::makeField(int type)
         connect(field, &QCheckBox::toggled, this, &ArgumentEditor::changed);
         return field;
     }
-    auto *field = new QLineEdit(isWritten(type) ? emptyText(type) : QString());
+    auto *field = new QLineEdit(emptyText(type));
     connect(field, &QLineEdit::textChanged, this, &ArgumentEditor::changed);
     return field;
 }

@@ -136,7 +136,7 @@ QWidget *CarPanel::makeFault(Faults::Kind kind)
             : tr("the part of the signals, from 0 to 1, that %1").arg(tr(Faults::meaningOf(kind))));
     box->setKeyboardTracking(false); // half a number is none
     box->setDecimals(3);
-    box->setRange(0, Faults::greatestValue(kind));
+    box->setRange(0, Faults::highestValue(kind));
     box->setSingleStep(inSeconds ? 1 : 0.05);
     box->setSuffix(inSeconds ? tr(" s") : QString());
     box->setSpecialValueText(tr("off"));

@@ -4,7 +4,7 @@
 #include "session/journal.h"
 #include "session/setup.h"
 
-static constexpr qint64 answerMs = 300; // a command so long after a deed is its consequence
+static constexpr qint64 consequenceMs = 300; // a command so soon after a deed is its consequence
 
 static const QString commands = QStringLiteral("norda::VtqAdaptor::");
 
@@ -69,7 +69,7 @@ private:
     void writeConsequences(int index, int end)
     {
         const QVector<Journal::Entry> &entries = m_journal->entries();
-        const qint64 until = entries[end].ms + answerMs;
+        const qint64 until = entries[end].ms + consequenceMs;
         int page = -1;
         for (int i = index + 1; i < entries.size() && entries[i].ms <= until; ++i) {
             if (i > end && entries[i].kind == Journal::Action)
@@ -95,12 +95,10 @@ private:
 
 QString scenarioOf(const Journal *journal, const Setup &setup, const QString &title)
 {
-    static const QStringList trims = {QStringLiteral("full"), QStringLiteral("no-rear"),
-                                      QStringLiteral("manual")};
     QStringList lines = {scenarioLine(QStringLiteral("scenario"), {title}),
                          scenarioLine(QStringLiteral("source"), {setup.source})};
     if (setup.trim != module::Trim::Full)
-        lines.append(scenarioLine(QStringLiteral("trim"), {trims[int(setup.trim)]}));
+        lines.append(scenarioLine(QStringLiteral("trim"), {module::trimName(setup.trim)}));
     for (const QString &fault : setup.faults.stated())
         lines.append(scenarioLine(QStringLiteral("fault"), {fault}));
     if (setup.faults.seed() != module::Faults().seed())

@@ -251,12 +251,12 @@ bool Actions::touch(const QVariantList &arguments, QString *error)
 
 bool Actions::sendSignal(const QVariantList &arguments, QString *error)
 {
-    return emitSignal(arguments, false, error);
+    return emitSignal(arguments, error);
 }
 
 bool Actions::callHost(const QVariantList &arguments, QString *error)
 {
-    return callHostObject(arguments, false, error);
+    return callHostObject(arguments, error);
 }
 
 bool Actions::invoke(const QVariantList &arguments, QString *error)
@@ -265,7 +265,7 @@ bool Actions::invoke(const QVariantList &arguments, QString *error)
     QWidget *widget = name == QLatin1String("page") ? m_unit->windows()->currentPage()
                                                     : m_unit->screen()->widgetNamed(name);
     if (widget)
-        return callByName(widget, arguments, false, error);
+        return callByName(widget, arguments, error);
     *error = QStringLiteral("expected a widget on the screen, found no '%1'").arg(name);
     return false;
 }

@@ -22,9 +22,9 @@ bool isHostCall(const Arguments &values, QString *error);
 /** Something to call by name, which is not known before. */
 bool isCall(const Arguments &values, QString *error);
 
-/** Emits a signal of the module, or only tells whether that could be done. */
-bool emitSignal(const Arguments &values, bool isTrial, QString *error);
+/** Emits a signal of the module: its name and the arguments. */
+bool emitSignal(const Arguments &values, QString *error);
 /** Calls a method of an object: its description, the method, and the arguments. */
-bool callByName(QObject *object, const Arguments &values, bool isTrial, QString *error);
+bool callByName(QObject *object, const Arguments &values, QString *error);
 /** The same for an object of the host, by its name. */
-bool callHostObject(const Arguments &values, bool isTrial, QString *error);
+bool callHostObject(const Arguments &values, QString *error);

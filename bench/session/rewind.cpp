@@ -1,9 +1,9 @@
 #include "session/rewind.h"
 
 #include "adaptorlink.h"
-#include "lastsaid.h"
 #include "norda/vtqadaptor.h"
 #include "session/session.h"
+#include "snapshot.h"
 #include "values.h"
 #include "windowstack.h"
 
@@ -74,18 +74,17 @@ void Rewind::bringBack(qint64 ms)
     const auto known =
         std::count_if(journal->totals().begin(), journal->totals().end(),
                       [](const Journal::Total &total) { return total.kind == Journal::Signal; });
-    module::SaidBefore<int> before{int(known)};
-    QVector<int> last;
-    for (int i = journal->lowerBound(Journal::Signal, ms + 1) - 1; i >= 0 && !before.isComplete();
-         --i) {
-        const Journal::Entry &entry = journal->entries()[places[i]];
-        if (!before.isWhole(entry.name) &&
-            before.takes(entry.name,
-                         module::partTold(journal->nameOf(entry).toLatin1(), entry.arguments)))
-            last.prepend(places[i]);
-    }
-    for (const int place : qAsConst(last)) {
-        const Journal::Entry &entry = journal->entries()[place];
+    const auto entryAt = [journal, &places](int i) -> const Journal::Entry & {
+        return journal->entries()[places[i]];
+    };
+    const QVector<int> state = module::snapshotOfLog(
+        journal->lowerBound(Journal::Signal, ms + 1), int(known),
+        [&entryAt](int i) { return entryAt(i).name; },
+        [&entryAt, journal](int i) {
+            return module::statePart(journal->nameOf(entryAt(i)).toLatin1(), entryAt(i).arguments);
+        });
+    for (const int place : state) {
+        const Journal::Entry &entry = entryAt(place);
         const module::ModuleSignal signal = module::moduleSignal(journal->nameOf(entry).toLatin1());
         // The unit would speak again: what is heard is no part of the screen.
         if (signal.emitter != norda::VtqAdaptor::instance())

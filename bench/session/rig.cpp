@@ -71,7 +71,7 @@ bool Rig::openDrive(const QString &file, QString *error)
     auto session = std::make_unique<Session>(std::move(source));
     session->journal()->setLimit(m_setup.journalLimit);
     session->drive()->setSpeed(m_session->drive()->speed());
-    session->drive()->faults() = m_session->drive()->faults().anew();
+    session->drive()->faults() = m_session->drive()->faults().forNextDrive();
     // No payload shows climate or the zones as unknown: these pages forget the drive before.
     for (const int id : {climateWindow, parkingWindow})
         m_unit.windows()->rebuildWindow(id);

@@ -18,7 +18,7 @@ public:
      * Asks for the focus.
      * @param stream    the host's stream number
      * @param duration  1 for a passing interruption
-     * @param listener  told when the focus changes; must outlive its focus
+     * @param listener  notified when the focus changes; must outlive its focus
      * @return 0 when granted, any other value when refused
      */
     int requestAudioFocus(int stream, int duration, IAudioFocusChangeListener *listener);

@@ -6,12 +6,12 @@
 #include <QVariant>
 
 /**
- * The one place that everything the plugin asks of the host passes.
+ * The log of everything that the plugin asks of the host.
  *
  * The reference host reports every operation of its services and windows here, commands and
- * queries alike, in the order in which the plugin invokes them. The bench's log, the recorder, the
- * vehicle module and the tests all listen to the same signal. Host widgets (`norda::SQuilloGauge`,
- * `ScrollLabel`) report nothing: their state is readable as Qt properties.
+ * queries, in the order of the plugin's calls. The bench's log, the recorder, the vehicle module
+ * and the tests all receive the same signal. Host widgets (`norda::SQuilloGauge`, `ScrollLabel`)
+ * report nothing: their state is readable as Qt properties.
  *
  * Reached by name with `nordaHostObject("CallLog")`.
  */
@@ -24,7 +24,8 @@ public:
 
     /**
      * Reports one operation; called by the reference host only.
-     * Costs next to nothing while nobody listens: the arguments are not converted then.
+     * Costs next to nothing while the signal has no receivers: the arguments are not converted
+     * then.
      */
     template <typename... Args>
     static void report(const char *operation, const Args &...arguments)

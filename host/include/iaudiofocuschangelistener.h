@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/** Whoever asks `AudioManager` for the audio focus is told through this when it changes. */
+/** Receives the changes of the audio focus that was requested from `AudioManager`. */
 class IAudioFocusChangeListener
 {
 public:

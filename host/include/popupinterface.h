@@ -12,7 +12,7 @@ public:
     /**
      * Opens a popup; answers come through the window's `popup...` operations.
      * @param popup      the window's own number for it
-     * @param text       what it says
+     * @param text       what it shows
      * @param buttons    captions of its buttons, from left to right; may be empty
      * @param timeoutMs  how long it stays, 0 until it is closed
      */

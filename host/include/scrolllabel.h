@@ -5,7 +5,7 @@
 #include <QLabel>
 
 /**
- * A one-line label that can scroll a text wider than itself. By itself it stands still and shows
+ * A one-line label that can scroll a text wider than itself. By itself it does not move and shows
  * the start of the text; an `SLabelManager` moves it.
  */
 class NORDAHOST_EXPORT ScrollLabel : public QLabel
@@ -14,11 +14,11 @@ class NORDAHOST_EXPORT ScrollLabel : public QLabel
     /** How far the text is shifted to the left, in pixels. */
     Q_PROPERTY(int scrollOffset READ scrollOffset WRITE setScrollOffset)
 public:
-    /** @param parent  the screen that the label lies on */
+    /** @param parent  the screen that holds the label */
     explicit ScrollLabel(QWidget *parent = nullptr);
     ~ScrollLabel() override;
 
-    /** 0 for a text that nobody has scrolled yet: a new text starts at its beginning. */
+    /** 0 for a text that has not been scrolled yet: a new text starts at its beginning. */
     int scrollOffset() const;
     /** @param pixels  bounded to 0 and `overflow()` */
     void setScrollOffset(int pixels);

@@ -24,7 +24,7 @@ public:
     explicit SLabelManager(QWidget *parent);
     ~SLabelManager() override;
 
-    /** Takes charge of a label, until the label is deleted. */
+    /** Manages a label until it is deleted. */
     void addLabel(ScrollLabel *label);
     /** Whether a text that has scrolled through starts again after a pause. Off at first. */
     void setAutoRepeat(bool on);

@@ -17,9 +17,9 @@ public:
 
     /** The source's name in the host's audio policy. */
     virtual QString name() const = 0;
-    /** The source is to play. @param argument  what the requester passed, usually empty */
+    /** Starts to play. @param argument  what the requester passed, usually empty */
     virtual void start(const QByteArray &argument) = 0;
-    /** The source is to fall silent and give the audio back. */
+    /** Stops and gives the audio back. */
     virtual void stop(const QByteArray &argument) = 0;
     /** The user paused the source; a source that cannot pause leaves this as it is. */
     virtual void pause() {}

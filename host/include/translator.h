@@ -31,7 +31,7 @@ public:
     Q_INVOKABLE
     QString text(int id) const;
     /**
-     * Changes the language and tells everyone with `languageChanged()`.
+     * Changes the language and emits `languageChanged()`.
      * @param language  two letters: "en", "de", "fr" or "es"
      * @return false, and nothing changes, for a language without a table
      */
@@ -42,7 +42,7 @@ public:
     QString language() const;
 
 signals:
-    /** The language changed: texts are to be read anew. */
+    /** The language changed: texts are to be read again. */
     void languageChanged();
 
 private:

@@ -15,7 +15,7 @@ class QWidget;
  * fixed: hosts and plugins are built apart. All calls come on the GUI thread.
  *
  * Life of a window: `onCreate()` builds its content, `onShow()` and `onEnter()` bring it to the
- * front, `onExit()` and `onHide()` take it away, `onDestroy()` gives the content back. Windows
+ * front, `onExit()` and `onHide()` take it away, `onDestroy()` deletes the content. Windows
  * themselves live as long as the plugin root.
  */
 class WindowInterface
@@ -27,7 +27,7 @@ public:
     virtual QString name() = 0;
     /** Builds the window's content; called before the first show and again after `onDestroy()`. */
     virtual void onCreate() = 0;
-    /** The host needs the window's memory: its content is to be deleted, soon if not now. */
+    /** The host needs the memory: deletes the window's content, at once or soon. */
     virtual void onDestroy() = 0;
     /** The window becomes visible. @param argument  what the opener passed, usually empty */
     virtual void onShow(const QByteArray &argument) = 0;
@@ -37,7 +37,7 @@ public:
     virtual void onEnter() = 0;
     /** The window loses the input, before `onHide()`. */
     virtual void onExit() = 0;
-    /** The host has let go of the window. */
+    /** The host has released the window. */
     virtual void onReleased() = 0;
     /** The content to show, null before `onCreate()` and after its deletion. */
     virtual QWidget *mainWidget() = 0;
@@ -57,7 +57,7 @@ public:
     virtual void popupBtnClicked(int popup, int button) = 0;
     /** A popup itself was clicked. */
     virtual void popupClicked(int popup) = 0;
-    /** A touch fell beside a popup. */
+    /** A touch outside a popup. */
     virtual void popupOutsideClicked(int popup) = 0;
     /** A popup's time ran out. */
     virtual void popupTimeout(int popup) = 0;

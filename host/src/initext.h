@@ -23,7 +23,7 @@ private:
     struct Place
     {
         int entry = -1;      // the key's line; the last one counts
-        int sectionEnd = -1; // behind the last line of the key's section
+        int sectionEnd = -1; // after the last line of the key's section
     };
     Place find(const QString &key) const;
 

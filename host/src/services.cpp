@@ -1,4 +1,4 @@
-// The services that answer, count or announce, each in a few lines.
+// The small services.
 
 #include "audiomanager.h"
 #include "calllog.h"
@@ -194,11 +194,10 @@ static QMap<int, bool> allPresent(int first, int last)
     return features;
 }
 
-VtqService::VtqService()
-    : m_frontFeatures{{0, allPresent(0, 7)}, {1, allPresent(0, 7)}}
-    , m_rearFeatures(m_frontFeatures)
-    , m_parkingZones(allPresent(1, 8))
+VtqService::VtqService() : m_parkingZones(allPresent(1, 8))
 {
+    m_frontFeatures = {{0, allPresent(0, 7)}, {1, allPresent(0, 7)}};
+    m_rearFeatures = m_frontFeatures;
 }
 
 VtqService *VtqService::instance()

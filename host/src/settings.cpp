@@ -70,7 +70,7 @@ void SettingsFunc::setValue(const QString &key, const QVariant &defaultValue, co
 {
     CallLog::report("mem::SettingsFunc::setValue", key, defaultValue, value, persist);
     if (persist && SettingsStore(generalStore).write(key, value))
-        m_values.remove(key); // the file has it from here on, whoever changes it
+        m_values.remove(key); // the file is the source of truth from here on
     else
         m_values.insert(key, value);
 }

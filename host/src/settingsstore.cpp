@@ -34,24 +34,24 @@ SettingsStore::SettingsStore(const QString &headUnitPath) : m_path(localPath(hea
 {
     if (m_path.isEmpty()) {
         m_path = headUnitPath;
-        warnOnce("lies outside of the host's root and is not used");
+        warnOnce("is outside the host's root and is not used");
         m_path.clear();
     }
 }
 
 void SettingsStore::warnOnce(const char *problem) const
 {
-    static QSet<QString> told;
+    static QSet<QString> warned;
     const QString message =
         QStringLiteral("settings file %1: %2").arg(m_path, QLatin1String(problem));
-    if (told.contains(message))
+    if (warned.contains(message))
         return;
-    told.insert(message);
+    warned.insert(message);
     qWarning("%s", qPrintable(message));
 }
 
-// Not through QSettings: it takes almost anything for an INI file, rewrites what it did not
-// understand, and tells a change from its own cached copy by size and time stamp only.
+// Not through QSettings: it accepts almost any text as an INI file, rewrites what it did not
+// understand, and detects changes of the file by size and time stamp only.
 std::optional<IniText> SettingsStore::load() const
 {
     const QFileInfo info(m_path);

@@ -10,7 +10,7 @@ class IniText;
 /**
  * One settings file of the head unit, kept below `NORDA_HOST_ROOT`. Nothing is held in memory: each
  * read sees what is on disk, each write is there when it returns. A file that cannot be read or
- * written is told once and left as it is.
+ * written is reported once and left as it is.
  */
 class SettingsStore
 {
@@ -26,7 +26,7 @@ public:
      */
     bool write(const QString &key, const QVariant &value);
 
-    /** Where a path of the head unit lies on this machine; empty for one that leaves the root. */
+    /** The path on this machine of a file of the head unit; empty for one outside the root. */
     static QString localPath(const QString &headUnitPath);
 
 private:

@@ -65,7 +65,7 @@ void SLabelManager::wake()
     }
 }
 
-/** Moves a label by one tick. @return whether it wants another one */
+/** Moves a label by one tick. @return whether it needs another one */
 bool SLabelManager::advance(Entry &entry)
 {
     ScrollLabel *label = entry.label;
@@ -83,8 +83,7 @@ bool SLabelManager::advance(Entry &entry)
     }
     if (label->scrollOffset() < label->overflow()) {
         label->setScrollOffset(label->scrollOffset() + pixelsPerTick);
-        if (label->scrollOffset() == label->overflow())
-            entry.rest = restTicks;
+        entry.rest = label->scrollOffset() == label->overflow() ? restTicks : 0;
         return true;
     }
     label->setScrollOffset(0);

@@ -2,6 +2,7 @@
 
 #include "emissionqueue.h"
 #include "tires.h"
+#include "wire.h"
 
 namespace module {
 
@@ -17,22 +18,23 @@ public:
               const Controls &controls);
     void report(EmissionQueue *out, qint64 nowMs) const;
 
-    /** What is open: bit 0 the hood, 1 the trunk, 2 to 5 front left, front right, rear left, rear
-     *  right. */
+    /** What is open, as `wire::OpenBit`s. */
     int openBits() const { return m_open; }
-    bool isEngineFaulty() const { return m_engine == EngineFault; }
+    bool isEngineFaulty() const { return m_engine == wire::EngineFault; }
 
 private:
-    enum EngineLamp { EngineUnknown, EngineFine, EngineFault };
-    QStringList noticeAt(const Powertrain &powertrain, const Tires &tires) const;
+    void stepOpenings(qint64 nowMs, const Controls &controls);
+    void stepEngineLamp(qint64 nowMs, const Powertrain &powertrain, const Controls &controls);
+    void stepNotice(qint64 nowMs, const Powertrain &powertrain, const Tires &tires);
+    QStringList noticeFor(const Powertrain &powertrain, const Tires &tires) const;
 
     int m_open = 0;
-    EngineLamp m_engine = EngineUnknown;
-    QStringList m_notice = {QString(), QString()}; // what the driver should know now
+    wire::EngineLamp m_engine = wire::EngineUnknown;
+    QStringList m_notice = {QString(), QString()}; // the two lines on show
     QStringList m_lastNotice;
     qint64 m_noticeUntilMs = 0;
-    double m_metres = 0;
-    int m_outside = 0; // degrees Fahrenheit
+    double m_metres = 0; // driven
+    int m_outside = 0;   // degrees Fahrenheit
 };
 
 } // namespace module

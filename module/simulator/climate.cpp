@@ -1,5 +1,7 @@
 #include "climate.h"
 
+#include "units.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -7,29 +9,18 @@
 
 namespace module {
 
-bool trimFromName(const QString &name, Trim *trim)
-{
-    static const QMap<QString, Trim> trims = {{QStringLiteral("full"), Trim::Full},
-                                              {QStringLiteral("no-rear"), Trim::NoRear},
-                                              {QStringLiteral("manual"), Trim::Manual}};
-    *trim = trims.value(name, Trim::Full);
-    return trims.contains(name);
-}
-
-// What a vent mode is called on the wire, in the order in which the vent key walks through them:
-// head, feet, feet and head, windshield and feet.
+// The codes of the vent modes in the order of the vent key: head, feet, feet and head, windshield
+// and feet.
 static constexpr int ventCodes[] = {4, 2, 3, 1};
 
-static constexpr int lowest = 60;  // below it the display says LO
-static constexpr int highest = 90; // above it the display says HI
+static constexpr int lowest = 60;  // below it the display shows LO
+static constexpr int highest = 90; // above it the display shows HI
 static constexpr int lowCode = 50;
 static constexpr int highCode = 95;
 static constexpr int fanStep = 36;
 static constexpr int fullFan = 7;
 
 Climate::Climate(Trim trim) : m_trim(trim), m_reported(report()) {}
-
-// ---- Touches ------------------------------------------------------------------------------------
 
 struct Climate::Key
 {
@@ -46,51 +37,51 @@ static void toggle(bool *value)
 
 // clang-format off
 const Climate::Key Climate::keys[] = {
-    { 4, 128, "power", [](Climate &c) { toggle(&c.m_front.on); }},
-    { 4,  64, "automatic", [](Climate &c) { toggle(&c.m_automatic); }},
-    { 4,  32, "fan up", [](Climate &c) { c.stepFan(&c.m_front, 1); }},
-    { 4,  16, "fan down", [](Climate &c) { c.stepFan(&c.m_front, -1); }},
-    { 4,   2, "left warmer", [](Climate &c) { c.stepTemperature(&c.m_front.left, 1); }},
-    { 4,   1, "left cooler", [](Climate &c) { c.stepTemperature(&c.m_front.left, -1); }},
-    { 5, 128, "right warmer", [](Climate &c) { c.stepTemperature(&c.m_front.right, 1); }},
-    { 5,  64, "right cooler", [](Climate &c) { c.stepTemperature(&c.m_front.right, -1); }},
-    { 5,  32, "fresh or recirculated air", [](Climate &c) { toggle(&c.m_fresh); }},
-    { 5,  16, "A/C", [](Climate &c) { toggle(&c.m_front.ac); }},
-    { 5,   8, "max A/C", [](Climate &c) { toggle(&c.m_front.maxAc); }},
-    { 5,   4, "rear defroster", [](Climate &c) { toggle(&c.m_rearDefroster); }},
-    { 5,   2, "front defroster", [](Climate &c) { toggle(&c.m_frontDefroster); }},
-    { 6, 128, "vents to windshield and feet", [](Climate &c) { c.m_front.vent = 3; }},
-    { 6,  64, "vents to the feet", [](Climate &c) { c.m_front.vent = 1; }},
-    { 6,  32, "vents to head and feet", [](Climate &c) { c.m_front.vent = 2; }},
-    { 6,  16, "vents to the head", [](Climate &c) { c.m_front.vent = 0; }},
-    { 6,   8, "left seat heating down", [](Climate &c) { heatSeat(&c.m_front.seats[0], -1); }},
-    { 6,   4, "right seat heating down", [](Climate &c) { heatSeat(&c.m_front.seats[1], -1); }},
-    { 6,   2, "left seat heating up", [](Climate &c) { heatSeat(&c.m_front.seats[0], 1); }},
-    { 6,   1, "right seat heating up", [](Climate &c) { heatSeat(&c.m_front.seats[1], 1); }},
-    { 7, 128, "left seat cooling down", [](Climate &c) { coolSeat(&c.m_front.seats[0], -1); }},
-    { 7,  64, "left seat cooling up", [](Climate &c) { coolSeat(&c.m_front.seats[0], 1); }},
-    { 7,  32, "right seat cooling down", [](Climate &c) { coolSeat(&c.m_front.seats[1], -1); }},
-    { 7,  16, "right seat cooling up", [](Climate &c) { coolSeat(&c.m_front.seats[1], 1); }},
-    { 7,   8, "steering wheel heating", [](Climate &c) { toggle(&c.m_wheel); }},
-    { 7,   1, "dual", [](Climate &c) { toggle(&c.m_dual); }},
-    { 8, 128, "front zone", [](Climate &c) { c.m_rearOnView = false; }},
-    { 8,  64, "rear zone", [](Climate &c) { c.m_rearOnView = true; }},
-    { 8,  32, "rear power", [](Climate &c) { toggle(&c.m_rear.on); }},
-    { 8,   8, "rear fan up", [](Climate &c) { c.stepFan(&c.m_rear, 1); }},
-    { 8,   4, "rear fan down", [](Climate &c) { c.stepFan(&c.m_rear, -1); }},
-    { 8,   2, "rear warmer", [](Climate &c) { c.stepTemperature(&c.m_rear.left, 1); }},
-    { 8,   1, "rear cooler", [](Climate &c) { c.stepTemperature(&c.m_rear.left, -1); }},
-    { 9, 128, "rear A/C", [](Climate &c) { toggle(&c.m_rear.ac); }},
-    { 9,  64, "rear max A/C", [](Climate &c) { toggle(&c.m_rear.maxAc); }},
-    { 9,  32, "rear left seat heating up", [](Climate &c) { heatSeat(&c.m_rear.seats[0], 1); }},
-    { 9,  16, "rear left seat heating down", [](Climate &c) { heatSeat(&c.m_rear.seats[0], -1); }},
-    { 9,   8, "rear right seat heating up", [](Climate &c) { heatSeat(&c.m_rear.seats[1], 1); }},
-    { 9,   4, "rear right seat heating down", [](Climate &c) { heatSeat(&c.m_rear.seats[1], -1); }},
-    { 9,   2, "rear left seat cooling down", [](Climate &c) { coolSeat(&c.m_rear.seats[0], -1); }},
-    { 9,   1, "rear left seat cooling up", [](Climate &c) { coolSeat(&c.m_rear.seats[0], 1); }},
-    {10, 128, "rear right seat cooling down", [](Climate &c) { coolSeat(&c.m_rear.seats[1], -1); }},
-    {10,  64, "rear right seat cooling up", [](Climate &c) { coolSeat(&c.m_rear.seats[1], 1); }},
-    {10,  16, "rear vents", [](Climate &c) { c.m_rear.vent = (c.m_rear.vent + 1) % 4; }},
+    { 4, 0x80, "power", [](Climate &c) { toggle(&c.m_front.on); }},
+    { 4, 0x40, "automatic", [](Climate &c) { toggle(&c.m_automatic); }},
+    { 4, 0x20, "fan up", [](Climate &c) { c.stepFan(&c.m_front, 1); }},
+    { 4, 0x10, "fan down", [](Climate &c) { c.stepFan(&c.m_front, -1); }},
+    { 4, 0x02, "left warmer", [](Climate &c) { c.stepTemperature(&c.m_front.left, 1); }},
+    { 4, 0x01, "left cooler", [](Climate &c) { c.stepTemperature(&c.m_front.left, -1); }},
+    { 5, 0x80, "right warmer", [](Climate &c) { c.stepTemperature(&c.m_front.right, 1); }},
+    { 5, 0x40, "right cooler", [](Climate &c) { c.stepTemperature(&c.m_front.right, -1); }},
+    { 5, 0x20, "fresh or recirculated air", [](Climate &c) { toggle(&c.m_fresh); }},
+    { 5, 0x10, "A/C", [](Climate &c) { toggle(&c.m_front.ac); }},
+    { 5, 0x08, "max A/C", [](Climate &c) { toggle(&c.m_front.maxAc); }},
+    { 5, 0x04, "rear defroster", [](Climate &c) { toggle(&c.m_rearDefroster); }},
+    { 5, 0x02, "front defroster", [](Climate &c) { toggle(&c.m_frontDefroster); }},
+    { 6, 0x80, "vents to windshield and feet", [](Climate &c) { c.m_front.vent = 3; }},
+    { 6, 0x40, "vents to the feet", [](Climate &c) { c.m_front.vent = 1; }},
+    { 6, 0x20, "vents to head and feet", [](Climate &c) { c.m_front.vent = 2; }},
+    { 6, 0x10, "vents to the head", [](Climate &c) { c.m_front.vent = 0; }},
+    { 6, 0x08, "left seat heating down", [](Climate &c) { heatSeat(&c.m_front.seats[0], -1); }},
+    { 6, 0x04, "right seat heating down", [](Climate &c) { heatSeat(&c.m_front.seats[1], -1); }},
+    { 6, 0x02, "left seat heating up", [](Climate &c) { heatSeat(&c.m_front.seats[0], 1); }},
+    { 6, 0x01, "right seat heating up", [](Climate &c) { heatSeat(&c.m_front.seats[1], 1); }},
+    { 7, 0x80, "left seat cooling down", [](Climate &c) { coolSeat(&c.m_front.seats[0], -1); }},
+    { 7, 0x40, "left seat cooling up", [](Climate &c) { coolSeat(&c.m_front.seats[0], 1); }},
+    { 7, 0x20, "right seat cooling down", [](Climate &c) { coolSeat(&c.m_front.seats[1], -1); }},
+    { 7, 0x10, "right seat cooling up", [](Climate &c) { coolSeat(&c.m_front.seats[1], 1); }},
+    { 7, 0x08, "steering wheel heating", [](Climate &c) { toggle(&c.m_wheel); }},
+    { 7, 0x01, "dual", [](Climate &c) { toggle(&c.m_dual); }},
+    { 8, 0x80, "front zone", [](Climate &c) { c.m_rearOnView = false; }},
+    { 8, 0x40, "rear zone", [](Climate &c) { c.m_rearOnView = true; }},
+    { 8, 0x20, "rear power", [](Climate &c) { toggle(&c.m_rear.on); }},
+    { 8, 0x08, "rear fan up", [](Climate &c) { c.stepFan(&c.m_rear, 1); }},
+    { 8, 0x04, "rear fan down", [](Climate &c) { c.stepFan(&c.m_rear, -1); }},
+    { 8, 0x02, "rear warmer", [](Climate &c) { c.stepTemperature(&c.m_rear.left, 1); }},
+    { 8, 0x01, "rear cooler", [](Climate &c) { c.stepTemperature(&c.m_rear.left, -1); }},
+    { 9, 0x80, "rear A/C", [](Climate &c) { toggle(&c.m_rear.ac); }},
+    { 9, 0x40, "rear max A/C", [](Climate &c) { toggle(&c.m_rear.maxAc); }},
+    { 9, 0x20, "rear left seat heating up", [](Climate &c) { heatSeat(&c.m_rear.seats[0], 1); }},
+    { 9, 0x10, "rear left seat heating down", [](Climate &c) { heatSeat(&c.m_rear.seats[0], -1); }},
+    { 9, 0x08, "rear right seat heating up", [](Climate &c) { heatSeat(&c.m_rear.seats[1], 1); }},
+    { 9, 0x04, "rear right seat heating down", [](Climate &c) { heatSeat(&c.m_rear.seats[1], -1); }},
+    { 9, 0x02, "rear left seat cooling down", [](Climate &c) { coolSeat(&c.m_rear.seats[0], -1); }},
+    { 9, 0x01, "rear left seat cooling up", [](Climate &c) { coolSeat(&c.m_rear.seats[0], 1); }},
+    {10, 0x80, "rear right seat cooling down", [](Climate &c) { coolSeat(&c.m_rear.seats[1], -1); }},
+    {10, 0x40, "rear right seat cooling up", [](Climate &c) { coolSeat(&c.m_rear.seats[1], 1); }},
+    {10, 0x10, "rear vents", [](Climate &c) { c.m_rear.vent = (c.m_rear.vent + 1) % 4; }},
 };
 // clang-format on
 
@@ -117,7 +108,7 @@ void Climate::press(const QMap<int, int> &bytes)
 void Climate::stepTemperature(int *degrees, int by)
 {
     *degrees = std::clamp(*degrees + by, lowest - 1, highest + 1);
-    // Without dual mode the passenger's side goes along with the driver's.
+    // Without dual mode the passenger's side follows the driver's.
     if (degrees == &m_front.left && !m_dual)
         m_front.right = m_front.left;
     else if (degrees == &m_front.right)
@@ -147,20 +138,28 @@ void Climate::coolSeat(Seat *seat, int by)
 
 void Climate::setTemperature(int raw)
 {
-    m_rear.left = 59 + std::clamp(raw, 0, 255) * 32 / 255;
+    m_rear.left = lowest - 1 + std::clamp(raw, 0, 255) * (highest - lowest + 2) / 255;
 }
 
-void Climate::setFan(int raw, bool rear)
+static int fanFromRaw(int raw)
 {
-    Zone &zone = rear || m_rearOnView ? m_rear : m_front;
-    zone.fan = std::clamp((raw + fanStep - 1) / fanStep, 0, fullFan);
+    return std::clamp((raw + fanStep - 1) / fanStep, 0, fullFan);
 }
 
-// ---- The cabin ----------------------------------------------------------------------------------
+void Climate::setFan(int raw)
+{
+    Zone &zone = m_rearOnView ? m_rear : m_front;
+    zone.fan = fanFromRaw(raw);
+}
+
+void Climate::setRearFan(int raw)
+{
+    m_rear.fan = fanFromRaw(raw);
+}
 
 bool Climate::step(double outsideCelsius, bool engineRunning)
 {
-    const double outside = outsideCelsius * 9 / 5 + 32;
+    const double outside = fahrenheit(outsideCelsius);
     m_cabin += (outside - m_cabin) * 0.0002;
     if (m_front.on && engineRunning)
         m_cabin += (m_front.left - m_cabin) * 0.0012 * m_front.fan;
@@ -175,18 +174,16 @@ QList<int> Climate::takeReport()
     return m_reported;
 }
 
-/** In automatic mode the fan follows what is left to do, with play enough not to hunt. */
+/** In automatic mode the fan follows the temperature difference, with some hysteresis. */
 void Climate::automate()
 {
-    static constexpr double play = 1.5; // degrees
+    static constexpr double hysteresis = 1.5; // degrees
     const double gap = std::abs(m_front.left - m_cabin);
-    if (gap > m_front.fan + play && m_front.fan < fullFan)
+    if (gap > m_front.fan + hysteresis && m_front.fan < fullFan)
         ++m_front.fan;
-    else if (gap < m_front.fan - play && m_front.fan > 1)
+    else if (gap < m_front.fan - hysteresis && m_front.fan > 1)
         --m_front.fan;
 }
-
-// ---- The report ---------------------------------------------------------------------------------
 
 static int temperatureCode(int degrees)
 {
@@ -197,7 +194,7 @@ static int temperatureCode(int degrees)
 
 QList<int> Climate::report() const
 {
-    // A front seat whose cooling was stepped down says cooling level 0; a rear one just says off.
+    // A front seat whose cooling was stepped down reports cooling level 0; a rear one reports off.
     const auto frontSeat = [](const Seat &seat) {
         return seat.cooled ? 16 + seat.cool : seat.heat;
     };

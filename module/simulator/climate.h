@@ -1,20 +1,15 @@
 #pragma once
 
+#include "trim.h"
+
 #include <QList>
 #include <QMap>
-#include <QString>
 
 namespace module {
 
-/** What a car is equipped with, in the order of the words of its control. */
-enum class Trim { Full, NoRear, Manual };
-
-/** The trim of a name on the command line: "full", "no-rear" or "manual"; false for any other. */
-bool trimFromName(const QString &name, Trim *trim);
-
 /**
- * The climate control of the simulated car. It reads the key bytes as they come over the wire,
- * keeps the state of the front and the rear zone, and reports it as the status list.
+ * The climate control of the simulated car. It reads the key bytes of the module's protocol, keeps
+ * the state of the front and the rear zone, and reports it as the status list.
  */
 class Climate
 {
@@ -24,19 +19,21 @@ public:
 
     explicit Climate(Trim trim = Trim::Full);
 
-    /** What the keys of a touch are called; empty when it is none. */
+    /** The names of the keys of a touch; empty for none. */
     static QString keyName(const QMap<int, int> &bytes);
     /** The key bytes of a touch. */
     void press(const QMap<int, int> &bytes);
     /** A temperature set by dragging, 0 to 255 over the bar. */
     void setTemperature(int raw);
-    /** A fan speed set by dragging, 0 to 255. */
-    void setFan(int raw, bool rear);
+    /** A fan speed of the zone on view set by dragging, 0 to 255. */
+    void setFan(int raw);
+    /** The same for the rear zone. */
+    void setRearFan(int raw);
     /** Advances the cabin by a tenth of a second. @return whether the report changed */
     bool step(double outsideCelsius, bool engineRunning);
     /** The status list, 23 integers. */
     QList<int> report() const;
-    /** The same, noted as told: `step()` only speaks up for what has changed since. */
+    /** The same, and from now on `step()` returns whether it differs from this one. */
     QList<int> takeReport();
     /** Which controls the rear zone has, by group. */
     QMap<int, bool> rearFeatures(int group) const;
@@ -46,7 +43,7 @@ private:
     {
         int heat = 0;        // 0 to 3
         int cool = 0;        // 0 to 3
-        bool cooled = false; // which of the two was touched last
+        bool cooled = false; // which of the two was set last
     };
     struct Zone
     {
@@ -54,7 +51,7 @@ private:
         bool ac = false;
         bool maxAc = false;
         int fan = 2;               // 0 to 7
-        int vent = 0;              // place in the order in which the modes follow each other
+        int vent = 0;              // index in the order of the vent key
         int left = 70, right = 70; // degrees Fahrenheit
         Seat seats[2];
     };

@@ -1,12 +1,14 @@
 #include "controls.h"
 
-#include <algorithm>
+#include "namedrows.h"
+
 #include <iterator>
 
 namespace module {
 
 static constexpr const char *opening = "closed open";
 static constexpr const char *onOrOff = "off on";
+static const QString automatic = QStringLiteral("auto");
 
 // clang-format off
 static constexpr Controls::Row rows[] = {
@@ -65,42 +67,37 @@ static QString expectation(Controls::Control control)
                      : QStringLiteral("a number from %1 to %2").arg(row.lowest).arg(row.highest);
 }
 
+static bool readValue(Controls::Control control, const QString &text, int *value)
+{
+    const Controls::Row &row = Controls::row(control);
+    bool isNumber = true;
+    if (text == automatic)
+        *value = Controls::Automatic;
+    else if (row.words)
+        *value = Controls::words(control).indexOf(text);
+    else
+        *value = text.toInt(&isNumber);
+    return text == automatic || (isNumber && *value >= row.lowest && *value <= row.highest);
+}
+
 bool Controls::read(const QString &name, const QString &text, Control *control, int *value,
                     QString *error)
 {
-    const auto *const found = std::find_if(std::begin(rows), std::end(rows), [&](const Row &row) {
-        return name == QLatin1String(row.name);
-    });
-    if (found == std::end(rows)) {
-        QStringList names;
-        for (const Row &row : rows)
-            names.append(QLatin1String(row.name));
-        *error = QStringLiteral("expected one of %1, got '%2'")
-                     .arg(names.join(QStringLiteral(", ")), name);
+    const int index = findByName(rows, name, error);
+    if (index < 0)
         return false;
-    }
-    *control = Control(found - rows);
-    bool isNumber = found->words == nullptr;
-    if (text == QLatin1String("auto"))
-        *value = Automatic;
-    else if (found->words)
-        *value = words(*control).indexOf(text);
-    else
-        *value = text.toInt(&isNumber);
-    const bool isKnown =
-        text == QLatin1String("auto") ||
-        (found->words ? *value >= 0
-                      : isNumber && *value >= found->lowest && *value <= found->highest);
-    if (!isKnown)
-        *error = QStringLiteral("expected %1 with %2 or auto, got '%3'")
-                     .arg(name, expectation(*control), text);
-    return isKnown;
+    *control = Control(index);
+    if (readValue(*control, text, value))
+        return true;
+    *error = QStringLiteral("expected %1 with %2 or auto, got '%3'")
+                 .arg(name, expectation(*control), text);
+    return false;
 }
 
 QString Controls::textOf(Control control, int value)
 {
     if (value == Automatic)
-        return QStringLiteral("auto");
+        return automatic;
     return rows[control].words ? words(control).value(value) : QString::number(value);
 }
 

@@ -7,8 +7,8 @@
 namespace module {
 
 /**
- * What somebody at the simulator holds in hand: doors, tires, the engine, what stands in the way.
- * Whatever nobody holds goes as the built-in trip has it.
+ * What can be overridden in the simulated car: doors, tires, the engine, obstacles. Everything else
+ * follows the built-in trip.
  */
 class Controls
 {
@@ -34,14 +34,14 @@ public:
         Prompt,
         Count
     };
-    static constexpr int Automatic = -1;
+    static constexpr int Automatic = -1; ///< the value of a released control
 
     struct Row
     {
         const char *name;  ///< in scenarios
-        const char *group; ///< what it belongs to, for a person
+        const char *group; ///< the heading of its group, for a person
         const char *title;
-        const char *words; ///< what the values from 0 on are called, by spaces; null for numbers
+        const char *words; ///< names of the values from 0 on, separated by spaces; null for numbers
         int lowest;
         int highest;
         const char *unit;
@@ -51,16 +51,16 @@ public:
 
     Controls();
 
-    /** @return `Automatic` for what nobody holds */
+    /** @return `Automatic` for one that is not overridden */
     int value(Control control) const { return m_values[control]; }
-    bool isHeld(Control control) const { return m_values[control] != Automatic; }
+    bool isOverridden(Control control) const { return m_values[control] != Automatic; }
     void set(Control control, int value) { m_values[control] = value; }
-    /** A value that counts once. */
+    /** Returns the value and releases the control: for values with a single effect. */
     int take(Control control);
 
     /**
-     * Reads a control and its value, as in "door-trunk" and "open"; "auto" lets go of it.
-     * @param error  one line that says what was expected
+     * Reads a control and its value, as in "door-trunk" and "open"; "auto" releases it.
+     * @param error  one line with what was expected
      */
     static bool read(const QString &name, const QString &text, Control *control, int *value,
                      QString *error);

@@ -8,65 +8,69 @@ void EmissionQueue::clear()
 {
     m_queue.clear();
     m_last.clear();
-    m_said.clear();
+    m_taken.clear();
 }
 
 Emission EmissionQueue::take()
 {
     Emission emission = m_queue.takeFirst();
-    m_said.insert(emission.signal, emission.arguments);
+    m_taken.add(emission.signal, emission.arguments, emission);
     return emission;
 }
 
+/** After all others of the same time. */
 void EmissionQueue::insert(const Emission &emission)
 {
-    const auto behind =
+    const auto next =
         std::upper_bound(m_queue.begin(), m_queue.end(), emission.atMs,
                          [](qint64 ms, const Emission &other) { return ms < other.atMs; });
-    m_queue.insert(behind, emission);
+    m_queue.insert(next, emission);
 }
 
-void EmissionQueue::say(qint64 atMs, const QByteArray &signal, const QVariantList &arguments)
+void EmissionQueue::add(qint64 atMs, const QByteArray &signal, const QVariantList &arguments)
 {
     insert({atMs, signal, arguments});
     m_last.insert(signal, arguments);
 }
 
-void EmissionQueue::sayChange(qint64 atMs, const QByteArray &signal, const QVariantList &arguments)
+void EmissionQueue::addChange(qint64 atMs, const QByteArray &signal, const QVariantList &arguments)
 {
     if (m_last.value(signal) != arguments)
-        say(atMs, signal, arguments);
+        add(atMs, signal, arguments);
 }
 
-void EmissionQueue::drop(const QByteArray &signal)
+void EmissionQueue::cancel(const QByteArray &signal)
 {
     const auto isIt = [&signal](const Emission &emission) { return emission.signal == signal; };
     m_queue.erase(std::remove_if(m_queue.begin(), m_queue.end(), isIt), m_queue.end());
 }
 
-void EmissionQueue::resend(qint64 atMs, const QByteArray &signal)
+Snapshot<Emission> EmissionQueue::stateAt(qint64 ms) const
 {
-    // What is planned for later is not known by then.
-    Emission last = {atMs, signal, m_said.value(signal)};
-    bool isKnown = m_said.contains(signal);
-    for (const Emission &planned : qAsConst(m_queue)) {
-        if (planned.signal != signal || planned.atMs > atMs)
-            continue;
-        last.arguments = planned.arguments;
-        isKnown = true;
+    Snapshot<Emission> state = m_taken;
+    for (const Emission &planned : m_queue) {
+        if (planned.atMs <= ms)
+            state.add(planned.signal, planned.arguments, planned);
     }
-    if (isKnown)
-        insert(last);
+    return state;
 }
 
-void EmissionQueue::resendAll(qint64 atMs, const QByteArray &prefix)
+void EmissionQueue::resend(qint64 atMs, const QList<QByteArray> &prefixes)
 {
-    QList<QByteArray> names = m_last.keys();
-    std::sort(names.begin(), names.end());
-    for (const QByteArray &name : names) {
-        if (name.startsWith(prefix))
-            resend(atMs, name);
+    const Snapshot<Emission> state = stateAt(atMs);
+    for (const QByteArray &prefix : prefixes) {
+        const QVector<Emission> found = state.itemsWith(prefix);
+        for (const Emission &emission : found)
+            insert({atMs, emission.signal, emission.arguments});
     }
+}
+
+void EmissionQueue::prependState(qint64 atMs)
+{
+    QVector<Emission> state = m_taken.items();
+    for (Emission &emission : state)
+        emission.atMs = atMs;
+    m_queue = state + m_queue;
 }
 
 } // namespace module

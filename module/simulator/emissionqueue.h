@@ -1,5 +1,6 @@
 #pragma once
 
+#include "snapshot.h"
 #include "vehiclesource.h"
 
 #include <QHash>
@@ -7,7 +8,7 @@
 
 namespace module {
 
-/** What a car has to say: emissions in order of time, and the last of each signal. */
+/** The emissions that a source plans, in order of time, and the state that the past ones left. */
 class EmissionQueue
 {
 public:
@@ -15,25 +16,25 @@ public:
     const Emission &first() const { return m_queue.constFirst(); }
     Emission take();
     void clear();
-    /** Puts emissions in front of all others. */
-    void prepend(const QVector<Emission> &emissions) { m_queue = emissions + m_queue; }
 
-    void say(qint64 atMs, const QByteArray &signal, const QVariantList &arguments);
-    /** Says a signal unless the last one of its name said the same. */
-    void sayChange(qint64 atMs, const QByteArray &signal, const QVariantList &arguments);
-    /** Takes back what is still to be said under a name. */
-    void drop(const QByteArray &signal);
-    /** Says again what a signal says by that time, if anything. */
-    void resend(qint64 atMs, const QByteArray &signal);
-    /** The same for every signal whose name begins so, in order of the names. */
-    void resendAll(qint64 atMs, const QByteArray &prefix);
+    void add(qint64 atMs, const QByteArray &signal, const QVariantList &arguments);
+    /** Adds a signal unless the last one of its name has the same arguments. */
+    void addChange(qint64 atMs, const QByteArray &signal, const QVariantList &arguments);
+    /** Removes what is planned for a signal. */
+    void cancel(const QByteArray &signal);
+
+    /** Repeats the state of a moment, of the signals whose names begin with one of the prefixes. */
+    void resend(qint64 atMs, const QList<QByteArray> &prefixes);
+    /** Repeats the state that was taken so far before anything else. */
+    void prependState(qint64 atMs);
 
 private:
     void insert(const Emission &emission);
+    Snapshot<Emission> stateAt(qint64 ms) const;
 
     QVector<Emission> m_queue;
-    QHash<QByteArray, QVariantList> m_last; // of each signal, planned or said
-    QHash<QByteArray, QVariantList> m_said; // of each signal, as far as it was taken
+    QHash<QByteArray, QVariantList> m_last; // of each signal, planned or taken
+    Snapshot<Emission> m_taken;
 };
 
 /** A byte argument of a signal. */

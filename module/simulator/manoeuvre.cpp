@@ -2,6 +2,7 @@
 
 #include "powertrain.h"
 #include "units.h"
+#include "wire.h"
 
 #include <QByteArray>
 #include <QtMath>
@@ -11,10 +12,10 @@
 
 namespace module {
 
-static constexpr double dt = Powertrain::stepMs / 1000.0;
+static constexpr double dt = Powertrain::stepSeconds;
 static constexpr double farAway = 99;
 
-// The parking lot, in the car's coordinates at the start: x ahead of the rear axle, y to its left.
+// The parking lot, in the car's coordinates at the start: x ahead of the rear axle, y to the left.
 static constexpr double wallX = -9.2;
 struct Post
 {
@@ -46,7 +47,6 @@ static constexpr Sensor sensors[Manoeuvre::SensorCount] = {
     {-1.00, -0.35, -170},
     {-0.85, -0.80, -135},
 };
-static constexpr int firstRear = 4;
 static constexpr double halfBeam = 42; // degrees
 
 struct Band
@@ -75,6 +75,16 @@ static constexpr double creepKmh = 2.8;
 static constexpr double stopAtWall = 0.27;
 static constexpr double pullOutX = 1.7; // where the car comes to rest
 
+static QByteArray parkingMessage(int code, int level)
+{
+    return QByteArray(1, char(code)) + char(level);
+}
+
+QByteArray Manoeuvre::allClear()
+{
+    return parkingMessage(wire::FirstRearZone, 0);
+}
+
 bool Manoeuvre::isBackingUp(qint64 nowMs) const
 {
     return nowMs >= beginMs && nowMs < pullOutMs;
@@ -98,11 +108,11 @@ static double steeringAt(double travelled)
     return travelled <= 0 || travelled >= turn ? 0 : swing * std::sin(2 * M_PI * travelled / turn);
 }
 
-/** Whether somebody has put something in the way of the sensors. */
+/** Whether an obstacle is overridden. */
 static bool isBlocked(const Controls &controls)
 {
     for (int sensor = 0; sensor < Manoeuvre::SensorCount; ++sensor) {
-        if (controls.isHeld(Controls::Control(Controls::Obstacle + sensor)))
+        if (controls.isOverridden(Controls::Control(Controls::Obstacle + sensor)))
             return true;
     }
     return false;
@@ -112,7 +122,7 @@ void Manoeuvre::step(qint64 nowMs, double speedKmh, const Controls &controls)
 {
     m_controls = controls;
     m_wasActive = m_active;
-    // What was said to be near is said to be gone before the sensors fall silent.
+    // After an override the sensors report once more, that the obstacle is gone.
     m_active = nowMs >= beginMs || isBlocked(controls) || m_blocked;
     m_blocked = isBlocked(controls);
     m_backing = isBackingUp(nowMs);
@@ -122,7 +132,7 @@ void Manoeuvre::step(qint64 nowMs, double speedKmh, const Controls &controls)
     }
     const double wanted = m_backing ? steeringAt(-m_x) : 0;
     m_steering += std::clamp(wanted - m_steering, -30 * dt, 30 * dt);
-    const double metres = (m_backing ? -1 : 1) * speedKmh / 3.6 * dt;
+    const double metres = (m_backing ? -1 : 1) * metresPerSecond(speedKmh) * dt;
     m_heading += metres / wheelbase * std::tan(qDegreesToRadians(m_steering));
     m_x += metres * std::cos(m_heading);
     m_y += metres * std::sin(m_heading);
@@ -133,17 +143,17 @@ double Manoeuvre::wallBehind() const
     return m_x + rearBumper * std::cos(m_heading) - wallX;
 }
 
-/** What a sensor measures: to a post within its beam, or at the rear to the wall. */
+/** What a sensor measures: the distance of a post in its beam, or at the rear of the wall. */
 double Manoeuvre::distance(int sensor) const
 {
-    static constexpr double held[] = {farAway, 1.25, 0.8, 0.5, 0.2}; // metres, by level
+    static constexpr double metres[] = {farAway, 1.25, 0.8, 0.5, 0.2}; // by level
     const int level = m_controls.value(Controls::Control(Controls::Obstacle + sensor));
     if (level != Controls::Automatic)
-        return held[level];
+        return metres[level];
     const Sensor &place = sensors[sensor];
     const double x = m_x + place.x * std::cos(m_heading) - place.y * std::sin(m_heading);
     const double y = m_y + place.x * std::sin(m_heading) + place.y * std::cos(m_heading);
-    double nearest = sensor < firstRear ? farAway : x - wallX;
+    double nearest = sensor < FirstRearSensor ? farAway : x - wallX;
     for (const Post &post : posts) {
         const double towards = qRadiansToDegrees(std::atan2(post.y - y, post.x - x));
         const double off = towards - place.facing - qRadiansToDegrees(m_heading);
@@ -185,71 +195,76 @@ void Manoeuvre::report(EmissionQueue *out, qint64 nowMs)
 {
     reportBlindSpots(out, nowMs);
     if (!m_active && m_wasActive)
-        out->say(nowMs, "parkingTopBarText", {QString()});
+        out->add(nowMs, "parkingTopBarText", {QString()});
     if (!m_active)
         return;
-    reportZones(out, nowMs);
+    const bool isNewMessage = reportRearZone(out, nowMs);
+    reportFrontZones(out, nowMs, isNewMessage);
     const double wall = wallBehind();
     const bool isNear = m_backing && wall < 3;
-    out->sayChange(nowMs, "parkingTopBarText",
-                   {isNear ? QStringLiteral("Rear %1 ft").arg(wall * feetPerMetre, 0, 'f', 1)
+    out->addChange(nowMs, "parkingTopBarText",
+                   {isNear ? QStringLiteral("Rear %1 ft").arg(feet(wall), 0, 'f', 1)
                            : QStringLiteral("Parking sensors on")});
 }
 
-void Manoeuvre::reportZones(EmissionQueue *out, qint64 nowMs)
+/** Of the rear zones the module reports only the nearest, which clears all others. */
+bool Manoeuvre::reportRearZone(EmissionQueue *out, qint64 nowMs)
 {
-    // Behind the car the module speaks of the nearest zone only, which clears all others.
-    int nearest = firstRear;
-    for (int sensor = firstRear; sensor < SensorCount; ++sensor) {
+    int nearest = FirstRearSensor;
+    for (int sensor = FirstRearSensor; sensor < SensorCount; ++sensor) {
         if (distance(sensor) < distance(nearest))
             nearest = sensor;
     }
     const int nearestLevel = level(nearest);
     const bool isSame = m_nearest >= 0 && nearestLevel == m_nearestLevel &&
                         (nearest == m_nearest || nearestLevel == 0);
-    if (!isSame) {
-        QByteArray message;
-        message.append(char(nearest + 1)).append(char(nearestLevel));
-        out->say(nowMs, "parkingDistanceRear", {message});
-        m_nearest = nearest;
-        m_nearestLevel = nearestLevel;
-    }
-
-    QByteArray front;
-    for (int sensor = 0; sensor < firstRear; ++sensor)
-        front.append(char(17 * qRound(15 * std::clamp(1 - distance(sensor) / reach, 0.0, 1.0))));
     if (isSame)
-        out->sayChange(nowMs, "parkingDistanceFront", {front});
+        return false;
+    out->add(nowMs, "parkingDistanceRear",
+             {parkingMessage(wire::FirstZone + nearest, nearestLevel)});
+    m_nearest = nearest;
+    m_nearestLevel = nearestLevel;
+    return true;
+}
+
+void Manoeuvre::reportFrontZones(EmissionQueue *out, qint64 nowMs, bool wereCleared)
+{
+    static constexpr int steps = 15;
+    static constexpr int unitsPerStep = 255 / steps;
+    QByteArray front;
+    for (int sensor = 0; sensor < FirstRearSensor; ++sensor) {
+        const double nearness = std::clamp(1 - distance(sensor) / reach, 0.0, 1.0);
+        front.append(char(unitsPerStep * qRound(steps * nearness)));
+    }
+    if (wereCleared)
+        out->add(nowMs, "parkingDistanceFront", {front});
     else
-        out->say(nowMs, "parkingDistanceFront", {front});
+        out->addChange(nowMs, "parkingDistanceFront", {front});
+}
+
+QByteArray Manoeuvre::blindSpotMessage(qint64 nowMs) const
+{
+    if (m_controls.value(Controls::BlindLeft) > 0)
+        return parkingMessage(wire::BlindSpotLeft, wire::LastParkingLevel);
+    if (m_controls.value(Controls::BlindRight) > 0)
+        return parkingMessage(wire::BlindSpotRight, wire::LastParkingLevel);
+    QByteArray message = parkingMessage(wire::NoBlindSpot, 0);
+    for (const Overtaker &other : overtakers) {
+        const double share =
+            (nowMs / 1000.0 - other.fromSecond) / (other.toSecond - other.fromSecond);
+        if (share >= 0 && share < 1)
+            message = parkingMessage(other.left ? wire::BlindSpotLeft : wire::BlindSpotRight,
+                                     qRound(4 - 6 * std::abs(share - 0.5)));
+    }
+    return message;
 }
 
 void Manoeuvre::reportBlindSpots(EmissionQueue *out, qint64 nowMs)
 {
-    static constexpr char leftCode = 9;
-    static constexpr char rightCode = 10;
-    QByteArray message(2, '\0'); // nobody is there
-    for (const Overtaker &other : overtakers) {
-        const double share =
-            (nowMs / 1000.0 - other.fromSecond) / (other.toSecond - other.fromSecond);
-        if (share < 0 || share >= 1)
-            continue;
-        message[0] = other.left ? leftCode : rightCode;
-        message[1] = char(qRound(4 - 6 * std::abs(share - 0.5)));
-    }
-    if (m_controls.value(Controls::BlindLeft) > 0)
-        message = QByteArray{1, leftCode} + '\4';
-    else if (m_controls.value(Controls::BlindRight) > 0)
-        message = QByteArray{1, rightCode} + '\4';
-    m_watchesBlindSpots = m_watchesBlindSpots || message.at(0) != '\0';
+    const QByteArray message = blindSpotMessage(nowMs);
+    m_watchesBlindSpots = m_watchesBlindSpots || message.at(0) != char(wire::NoBlindSpot);
     if (!m_active && m_watchesBlindSpots)
-        out->sayChange(nowMs, "parkingDistanceRear", {message});
-}
-
-void Manoeuvre::resend(EmissionQueue *out, qint64 atMs) const
-{
-    for (const char *signal : {"parkingTopBarText", "parkingDistanceRear", "parkingDistanceFront"})
-        out->resend(atMs, signal);
+        out->addChange(nowMs, "parkingDistanceRear", {message});
 }
 
 } // namespace module

@@ -1,5 +1,7 @@
 #include "menu.h"
 
+#include "wire.h"
+
 #include <iterator>
 
 namespace module {
@@ -8,10 +10,10 @@ enum EntryKind { Page, Value, Reset, Up };
 
 struct Entry
 {
-    int parent; // the page's place in the table
+    int parent; // the index of its page in the table
     EntryKind kind;
     const char *text;
-    const char *values; // of a value entry, parted by bars; the first one is the default
+    const char *values; // of a value entry, separated by bars; the first one is the default
 };
 
 enum PageNumber { Main, Units, Tires, Lights, Ambient, Locks, Parking, Gauges, ResetPage };
@@ -28,8 +30,8 @@ static constexpr Entry entries[] = {
     /* Gauges */    {Main,      Page,  "Gauges and alerts",         nullptr},
     /* ResetPage */ {Main,      Page,  "Reset all settings?",       nullptr},
 
-    // A page has no more lines than the one above it: the head unit does not clear what it shows
-    // when it asks for the menu from another page.
+    // A page has no more lines than its parent: the head unit does not clear its rows when it
+    // requests the menu from another page.
     {Main,      Value, "Voice prompts",       "On|Off"},
     {Main,      Value, "Alert tone",          "On|Off"},
     {Main,      Value, "Speed alert",         "Off|On"},
@@ -107,11 +109,6 @@ QString Menu::valueText(int entry) const
         .section(QLatin1Char('|'), m_choices.value(entry), m_choices.value(entry));
 }
 
-void Menu::reset()
-{
-    m_choices.clear();
-}
-
 void Menu::back(EmissionQueue *out, qint64 atMs)
 {
     m_page = qMax<int>(Main, entries[m_page].parent);
@@ -120,7 +117,7 @@ void Menu::back(EmissionQueue *out, qint64 atMs)
 
 void Menu::select(EmissionQueue *out, qint64 atMs, int line)
 {
-    static constexpr int firstLine = 2;
+    static constexpr int firstLine = wire::titleNumber + 1;
     const QVector<int> lines = children(m_page);
     const int entry = line >= firstLine ? lines.value(line - firstLine, -1) : -1;
     if (entry >= 0 && entries[entry].kind == Page) {
@@ -130,31 +127,29 @@ void Menu::select(EmissionQueue *out, qint64 atMs, int line)
         m_choices[entry] = (m_choices.value(entry) + 1) % values;
     } else if (entry >= 0) {
         if (entries[entry].kind == Reset)
-            reset();
+            m_choices.clear();
         m_page = Main;
     }
     send(out, atMs);
 }
 
-/** A page goes out in one burst: its title, then line by line. */
+/** Sends a page at once: its title, then line by line. Cancels what is left of another one. */
 void Menu::send(EmissionQueue *out, qint64 atMs) const
 {
-    // Lines of a page that nobody wants to see any more stay unsaid.
-    out->drop("NordaConfigMenuTextInfo");
-    enum LineType { TitleLine = 1, ItemLine = 2, ValueLine = 3 };
-    const auto say = [out, atMs](int type, int line, const QStringList &label,
+    static const QByteArray signal = "NordaConfigMenuTextInfo";
+    out->cancel(signal);
+    const auto add = [out, atMs](int type, int line, const QStringList &label,
                                  const QStringList &value) {
-        out->say(atMs, "NordaConfigMenuTextInfo",
-                 {QVariant::fromValue(QList<int>{type, 0, line}), label, value});
+        out->add(atMs, signal, {QVariant::fromValue(QList<int>{type, 0, line}), label, value});
     };
-    int line = 1;
-    say(TitleLine, line, {title()}, {});
+    int line = wire::titleNumber;
+    add(wire::TitleLine, line, {title()}, {});
     for (const int entry : children(m_page)) {
         const QString text = QString::fromUtf8(entries[entry].text);
         if (entries[entry].kind == Value)
-            say(ValueLine, ++line, {text, QStringLiteral(":  ")}, {valueText(entry)});
+            add(wire::ValueLine, ++line, {text, QStringLiteral(":  ")}, {valueText(entry)});
         else
-            say(ItemLine, ++line, {text}, {});
+            add(wire::ItemLine, ++line, {text}, {});
     }
 }
 

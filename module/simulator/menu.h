@@ -7,21 +7,21 @@
 
 namespace module {
 
-/** The module's version as its About page takes it: a letter and three numbers. */
+/** The module's version: a letter and three numbers. */
 QStringList versionTexts();
 
 /**
- * The module's configuration menu: pages of lines, of which one opens a page, changes a value or
- * does something. The module remembers which page the head unit was sent last.
+ * The module's configuration menu: pages of lines, each of which opens a page, changes a value or
+ * has an action. The module remembers the page that it sent last.
  */
 class Menu
 {
 public:
     Menu();
 
-    /** The head unit asks for the menu, or goes back from a page: one level up. */
+    /** The head unit requests the menu, or leaves a page: one level up. */
     void back(EmissionQueue *out, qint64 atMs);
-    /** A line was touched. @param line  from 2; one that the page does not have says it again */
+    /** A line was touched. @param line  from 2; an unknown one sends the page again */
     void select(EmissionQueue *out, qint64 atMs, int line);
 
     /** The title of the page that was sent last. */
@@ -31,9 +31,8 @@ private:
     void send(EmissionQueue *out, qint64 atMs) const;
     QVector<int> children(int page) const;
     QString valueText(int entry) const;
-    void reset();
 
-    QHash<int, int> m_choices; // by entry: which of its values is set
+    QHash<int, int> m_choices; // by entry, the index of its value
     int m_page = 0;
 };
 

@@ -5,9 +5,9 @@
 
 namespace module {
 
-static constexpr double dt = Powertrain::stepMs / 1000.0;
+static constexpr double dt = Powertrain::stepSeconds;
 
-// Engine turns a minute for each km/h, by gear.
+// Engine speed in rpm for each km/h, by gear.
 static constexpr double ratios[] = {0, 128, 78, 53, 40, 31, 25};
 static constexpr int topGear = 6;
 
@@ -18,7 +18,7 @@ static double towards(double value, double target, double perSecond)
 
 double Powertrain::noise(double amplitude)
 {
-    // Not a distribution of the library: those differ from one to another.
+    // Not a distribution of the standard library: their results differ between implementations.
     const double unit = double(m_random() - m_random.min()) / double(m_random.max());
     return (2 * unit - 1) * amplitude;
 }

@@ -30,6 +30,7 @@ public:
     bool isReversing() const { return m_reversing; }
 
     static constexpr int stepMs = 50;
+    static constexpr double stepSeconds = stepMs / 1000.0;
     static constexpr double shiftUpRpm = 5600; ///< where the driver should shift at full throttle
 
 private:

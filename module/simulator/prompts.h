@@ -1,6 +1,7 @@
 #pragma once
 
 #include "emissionqueue.h"
+#include "wire.h"
 
 #include <QList>
 
@@ -11,8 +12,8 @@ class Manoeuvre;
 class Tires;
 
 /**
- * The module's voice: tones and spoken prompts about what happens in the car, one at a time. Each
- * is a notice that it begins, with the speakers that it comes from, and a notice that it is over.
+ * The module's tones and spoken prompts about what happens in the car, one at a time. Each is a
+ * signal at its begin, with its speakers, and one at its end.
  */
 class Prompts
 {
@@ -20,19 +21,19 @@ public:
     void step(qint64 nowMs, double speedKmh, const Body &body, const Tires &tires,
               const Manoeuvre &manoeuvre);
     void report(EmissionQueue *out, qint64 nowMs);
-    /** Says something although nothing happened. @param voice  0 information, 1 recognition,
-     *  2 a warning */
-    void say(int voice);
+    /** Plays a sample prompt. @param sample  0 information, 1 recognition, 2 a warning */
+    void play(int sample);
 
 private:
-    enum Kind { Over = 0, Information = 2, Recognition = 3, WarningTone = 4 };
     struct Prompt
     {
-        Kind kind;
+        wire::Interrupt kind;
         int speakers;
         int lengthMs;
     };
-    void plan(const Prompt &prompt);
+    void watchDoors(double speedKmh, const Body &body);
+    void watchTires(const Tires &tires);
+    void watchObstacles(qint64 nowMs, const Manoeuvre &manoeuvre);
 
     QList<Prompt> m_waiting;
     qint64 m_untilMs = -1; // of the one that plays; -1 for none

@@ -4,6 +4,7 @@
 #include "climate.h"
 #include "controls.h"
 #include "emissionqueue.h"
+#include "gaugecluster.h"
 #include "manoeuvre.h"
 #include "menu.h"
 #include "powertrain.h"
@@ -13,8 +14,8 @@
 namespace module {
 
 /**
- * A car that is simulated: it drives the built-in trip and answers touches. It runs on drive time
- * alone with a fixed seed, so that it says the same at any speed.
+ * A simulated car: it drives the built-in trip and answers touches. It depends on drive time alone
+ * and has a fixed seed, so that it emits the same signals at any speed.
  */
 class SimulatedCar : public VehicleSource
 {
@@ -33,28 +34,25 @@ public:
     QJsonObject statistics() const override;
 
 private:
-    /** What the top left gauge shows; a touch goes on to the next. */
-    enum TopLeft { Transmission, Oil, Ambient, TopLeftCount };
+    struct Answer;
+    static const Answer answers[];
 
     void equip(Trim trim);
     void restart();
-    void obeyHands(DriverWish *wish);
     void runUntilEmission();
     void step();
+    void applyOverrides(DriverWish *wish);
+    void applyTrim(Trim trim);
+
     void report();
-    void reportCorner(const char *place, double value, const char *unit, int fullScale);
     void reportProperties();
-    void reportGear();
-    void sayClock(qint64 atMs);
-    void sayTitles(qint64 atMs);
-    void sayPresets(qint64 atMs);
-    void sayClimate(qint64 atMs);
-    bool answerClimate(qint64 atMs, const QString &command, const QVariantList &arguments);
-    bool answer(qint64 atMs, const QString &command, const QVariantList &arguments);
+    void reportClock(qint64 atMs);
+    void reportClimate(qint64 atMs);
 
     Trim m_trim;
     Controls m_controls;
     Powertrain m_powertrain;
+    GaugeCluster m_gauges;
     Climate m_climate;
     Tires m_tires;
     Body m_body;
@@ -63,10 +61,7 @@ private:
     Menu m_menu;
     EmissionQueue m_out;
     qint64 m_nowMs = 0;
-    TopLeft m_topLeft = Transmission;
-    bool m_arcs = false;
-    bool m_tellsTime = false;
-    uchar m_preset = 0;
+    bool m_reportsClock = false;
     double m_highestRpm = 0;
 };
 

@@ -3,12 +3,12 @@
 #include "controls.h"
 #include "powertrain.h"
 #include "units.h"
+#include "wire.h"
 
 #include <algorithm>
 
 namespace module {
 
-static constexpr double dt = Powertrain::stepMs / 1000.0;
 static constexpr double kelvin = 273.15;
 static constexpr double lowPsi = 28;
 static constexpr int warmFahrenheit = 100;
@@ -20,17 +20,18 @@ static constexpr Tires::Tire punctured = Tires::RearRight;
 void Tires::step(qint64 nowMs, const Powertrain &powertrain, const Controls &controls)
 {
     if (nowMs > punctureMs)
-        m_coldPsi[punctured] = std::max(14.0, m_coldPsi[punctured] - leakPsiPerSecond * dt);
+        m_coldPsi[punctured] =
+            std::max(14.0, m_coldPsi[punctured] - leakPsiPerSecond * Powertrain::stepSeconds);
     const double speed = powertrain.speedKmh();
     for (int tire = 0; tire < Count; ++tire) {
-        const auto held = Controls::Control(Controls::TireFrontLeft + tire);
-        if (controls.isHeld(held))
-            m_coldPsi[tire] = controls.value(held);
+        const auto control = Controls::Control(Controls::TireFrontLeft + tire);
+        if (controls.isOverridden(control))
+            m_coldPsi[tire] = controls.value(control);
         // A soft tire flexes more; the driven front ones work harder than the rear ones.
         const double flexing = 1 + std::max(0.0, 30 - m_coldPsi[tire]) * 0.09;
         const double work = speed * (tire == FrontLeft || tire == FrontRight ? 0.17 : 0.14);
         const double target = powertrain.ambient() + work * flexing;
-        m_celsius[tire] += (target - m_celsius[tire]) * 0.012 * dt;
+        m_celsius[tire] += (target - m_celsius[tire]) * 0.012 * Powertrain::stepSeconds;
     }
 }
 
@@ -64,9 +65,9 @@ Tires::Tire Tires::lowest() const
 
 int Tires::flags(bool (Tires::*isWarning)(Tire) const) const
 {
-    static constexpr int textsFollow = 0x20;
-    static constexpr int bits[Count] = {0x01, 0x02, 0x08, 0x04};
-    int flags = textsFollow;
+    static constexpr int bits[Count] = {wire::TireFrontLeft, wire::TireFrontRight,
+                                        wire::TireRearRight, wire::TireRearLeft};
+    int flags = wire::TireTextsValid;
     for (int tire = 0; tire < Count; ++tire)
         flags |= (this->*isWarning)(Tire(tire)) ? bits[tire] : 0;
     return flags;
@@ -74,22 +75,22 @@ int Tires::flags(bool (Tires::*isWarning)(Tire) const) const
 
 void Tires::report(EmissionQueue *out, qint64 nowMs, bool engineFault) const
 {
-    // Around the car; the temperatures go from side to side.
+    // Around the car; the temperatures from left to right.
     QStringList pressures;
     for (const Tire tire : {FrontLeft, FrontRight, RearRight, RearLeft})
         pressures.append(QStringLiteral("%1 psi").arg(qRound(psi(tire))));
     pressures.append(QString::number(engineFault));
-    out->sayChange(nowMs, "tirePressureStatus", {byte(flags(&Tires::isLow)), byte(0), pressures});
-    out->sayChange(nowMs, "tireTemperatureStatus", temperatures());
+    out->addChange(nowMs, "tirePressureStatus", {byte(flags(&Tires::isLow)), byte(0), pressures});
+    out->addChange(nowMs, "tireTemperatureStatus", temperatures());
 }
 
 void Tires::repeatWarnings(EmissionQueue *out, qint64 nowMs) const
 {
     if (isLow(lowest()))
-        out->say(nowMs, "tireTemperatureStatus", temperatures());
+        out->add(nowMs, "tireTemperatureStatus", temperatures());
 }
 
-/** The pressures end up white, whatever their flags; a soft tire is seen by its temperature. */
+/** Pressures are shown white whatever their flags, so the temperature marks a soft tire. */
 QVariantList Tires::temperatures() const
 {
     QStringList texts;

@@ -9,16 +9,16 @@ namespace module {
 class Controls;
 class Powertrain;
 
-/** Four tires: warm from driving, and one with a slow puncture. */
+/** Four tires that warm up while driving, one of them with a slow puncture. */
 class Tires
 {
 public:
     enum Tire { FrontLeft, FrontRight, RearRight, RearLeft, Count };
 
     void step(qint64 nowMs, const Powertrain &powertrain, const Controls &controls);
-    /** @param engineFault  travels with the pressures */
+    /** @param engineFault  sent with the pressures */
     void report(EmissionQueue *out, qint64 nowMs, bool engineFault) const;
-    /** After anything else that paints the temperatures. */
+    /** After any other signal that shows the temperatures. */
     void repeatWarnings(EmissionQueue *out, qint64 nowMs) const;
 
     double psi(Tire tire) const;

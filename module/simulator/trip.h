@@ -4,7 +4,7 @@
 
 namespace module {
 
-/** What the driver means to do at a moment of the built-in trip. */
+/** What the driver wants at a moment of the built-in trip. */
 struct DriverWish
 {
     bool ignition = false;

@@ -15,7 +15,7 @@ namespace cm {
 
 /**
  * The base of every window that a plugin offers. It keeps the main widget that a window installs,
- * shows and hides it, and answers everything that a window does not care about.
+ * shows and hides it, and has a default for every other operation.
  */
 class NORDAHOST_EXPORT BaseWindow : public QObject, public WindowInterface
 {
@@ -37,7 +37,7 @@ public:
     void onExit() override;
     void onReleased() override;
     QWidget *mainWidget() override;
-    /** The base attribute bits: 1, unless `setBaseAttribute()` said otherwise. */
+    /** The base attribute bits: 1, unless changed by `setBaseAttribute()`. */
     int attribute() override;
     void setStatusBar(StatusBarInterface *statusBar) override;
     void setStatusBarAutoHide(bool on) override;

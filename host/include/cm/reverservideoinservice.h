@@ -14,11 +14,11 @@ public:
     /** The one object: made on the first call, never null, never deleted. */
     static ReverserVideoInService *getInstance();
 
-    /** Draws the warning overlay anew, after the view changed. */
+    /** Redraws the warning overlay after the view changed. */
     void updateWarning();
 
 signals:
-    /** The warning overlay is to be laid out anew. */
+    /** The warning overlay is to be laid out again. */
     void warningUpdated();
 
 private:

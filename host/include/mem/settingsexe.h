@@ -8,13 +8,13 @@
 namespace mem {
 
 /**
- * Reads and writes settings files. Every read goes to the file, so a value that somebody else wrote
+ * Reads and writes settings files. Every read goes to the file, so a value written by others
  * is seen at once. Absolute paths of the head unit ("/media/flash/nvm/...") are resolved below
- * `NORDA_HOST_ROOT`; nothing outside of it is written.
+ * `NORDA_HOST_ROOT`; nothing outside it is written.
  *
  * A missing file answers every read with the default and is created by the first write. One that
- * is unreadable or damaged answers with the defaults too, is told once, in one warning, and is
- * never emptied or replaced.
+ * is unreadable or damaged also answers with the defaults, is reported once, in one warning, and
+ * is never emptied or replaced.
  */
 class NORDAHOST_EXPORT SettingsExe : public QObject
 {

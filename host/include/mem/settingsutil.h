@@ -19,7 +19,7 @@ public:
     /** The one object: made on the first call, never null, never deleted. */
     static SettingsUtil *instance();
 
-    /** The saver behind the preferences; never null. */
+    /** The saver of the preferences; never null. */
     SettingsExe *getSaver() const { return m_saver; }
 
     /** The camera input, 0 for none. */
@@ -33,13 +33,13 @@ public:
     /**
      * Stores whether the module's camera is on.
      * @param on      true for on
-     * @param notify  whether the host is told
+     * @param notify  whether the host is notified
      */
     NORDA_PLUGIN_SIDE void setVantiqCamera(bool on, bool notify);
     /**
      * Stores the split-view preference.
      * @param on      true for the split view
-     * @param notify  whether the host is told
+     * @param notify  whether the host is notified
      */
     NORDA_PLUGIN_SIDE void setVantiqSplit(bool on, bool notify);
 

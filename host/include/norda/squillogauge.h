@@ -12,12 +12,12 @@ namespace norda {
  * A round gauge: a face, painted as the widget's window background, under a needle or a filling
  * arc that moves to the values it is given.
  *
- * Angles are degrees clockwise from twelve o'clock. The value 0 lies at the lower end of the
+ * Angles are degrees clockwise from twelve o'clock. The value 0 is at the lower end of the
  * rotation range and the full-scale value at the upper one, whichever of the two is given first, so
  * a gauge always turns clockwise with a growing value. Values outside 0 to full scale stop at the
  * ends.
  *
- * A needle image points straight up; its pivot lies on the vertical centre line, half the image's
+ * A needle image points straight up; its pivot is on the vertical centre line, half the image's
  * width above the lower edge. An arc image is the complete arc in the widget's own coordinates.
  */
 class NORDAHOST_EXPORT SQuilloGauge : public QWidget
@@ -27,7 +27,7 @@ class NORDAHOST_EXPORT SQuilloGauge : public QWidget
     Q_PROPERTY(int value READ value WRITE _setAnimationValue)
     /** Whether it is in the needle style. */
     Q_PROPERTY(bool needle READ getNeedle)
-    /** What the gauge calls itself in `touch()`. */
+    /** The gauge's id in `touch()`. */
     Q_PROPERTY(int gaugeId READ gaugeId)
     /** The full-scale value. */
     Q_PROPERTY(int mixValue READ mixValue)
@@ -40,7 +40,7 @@ class NORDAHOST_EXPORT SQuilloGauge : public QWidget
     /** The value that the gauge shows right now, on its way to `value`. */
     Q_PROPERTY(double shownValue READ shownValue)
 public:
-    /** @param parent  the screen that the gauge lies on */
+    /** @param parent  the screen that holds the gauge */
     explicit SQuilloGauge(QWidget *parent = nullptr);
     ~SQuilloGauge() override;
 
@@ -58,7 +58,7 @@ public:
     /** Whether it is in the needle style; true at first. */
     bool getNeedle() const { return m_needle; }
 
-    /** What the gauge calls itself in `touch()`. */
+    /** The gauge's id in `touch()`. */
     void setGaugeId(int id);
     /** The id given last. */
     int gaugeId() const;
@@ -68,7 +68,7 @@ public:
     /** The full-scale value; 100 at first. */
     int mixValue() const { return m_mixValue; }
 
-    /** Where the value 0 and the full-scale value lie, in degrees. */
+    /** The angles of the value 0 and of the full-scale value, in degrees. */
     void setRotationRange(double start, double end);
     /** The pivot of needle and arc, in the widget's coordinates. */
     void setPointerXY(int x, int y);
@@ -85,7 +85,7 @@ public:
     double shownValue() const;
 
 signals:
-    /** The gauge was pressed (true) or let go (false). */
+    /** The gauge was pressed (true) or released (false). */
     void touch(bool pressed, int id);
 
 protected:

@@ -12,15 +12,15 @@
 namespace norda {
 
 /**
- * The service adaptor: what stands between the plugin and the vehicle module.
+ * The service adaptor: the link between the plugin and the vehicle module.
  *
- * Signals carry every piece of vehicle data to the screens; the ordinary methods carry every touch
+ * Signals carry every piece of vehicle data to the screens; the methods carry every touch
  * back to the module. All of it happens on the GUI thread. A command that the module ignores has no
  * effect and reports nothing: commands return no result and never time out.
  *
  * Byte arrays are sequences of unsigned bytes. Temperatures are in degrees Fahrenheit. A gauge
- * position is in the units of that gauge: engine speed in hundreds of turns a minute (0 to 100),
- * temperatures in degrees (0 to 250), load in percent (0 to 100).
+ * position is in the units of that gauge: engine speed in hundreds of revolutions per minute (0 to
+ * 100), temperatures in degrees (0 to 250), load in percent (0 to 100).
  */
 class NORDAHOST_EXPORT VtqAdaptor : public QObject
 {
@@ -32,7 +32,8 @@ public:
     /** Opens the link to the vehicle service. The plugin root calls it once, from `create()`. */
     void connectService();
 
-    // Lists of the module: leaving one, and turning its pages
+    // Lists of the module: the user leaves one or pages through it
+
     /** Gauges: leaves the module's list. */
     void gaugesListBack();
     /** Vehicle information: leaves the module's list. */
@@ -43,28 +44,29 @@ public:
     void climateListBack();
     /** Climate, second zone: leaves the module's list. */
     void secoundclimateListBack();
-    /** Gauges: asks for the list's previous page. */
+    /** Gauges: requests the list's previous page. */
     void gaugesListPrevious();
-    /** Vehicle information: asks for the list's previous page. */
+    /** Vehicle information: requests the list's previous page. */
     void vehicleListPrevious();
-    /** Parking assist: asks for the list's previous page. */
+    /** Parking assist: requests the list's previous page. */
     void parkingListPrevious();
-    /** Climate, front zone: asks for the list's previous page. */
+    /** Climate, front zone: requests the list's previous page. */
     void climateListPrevious();
-    /** Climate, second zone: asks for the list's previous page. */
+    /** Climate, second zone: requests the list's previous page. */
     void secoundclimateListPrevious();
-    /** Gauges: asks for the list's next page. */
+    /** Gauges: requests the list's next page. */
     void gaugesListNext();
-    /** Vehicle information: asks for the list's next page. */
+    /** Vehicle information: requests the list's next page. */
     void vehicleListNext();
-    /** Parking assist: asks for the list's next page. */
+    /** Parking assist: requests the list's next page. */
     void parkingListNext();
-    /** Climate, front zone: asks for the list's next page. */
+    /** Climate, front zone: requests the list's next page. */
     void climateListNext();
-    /** Climate, second zone: asks for the list's next page. */
+    /** Climate, second zone: requests the list's next page. */
     void secoundclimateListNext();
 
     // Settings, custom controls, resend
+
     /** Gauges: the screen's settings key was clicked. */
     void gaugesSettings();
     /** Vehicle information: the screen's settings key was clicked. */
@@ -105,20 +107,15 @@ public:
      * @param action   1 pressed, 2 released
      */
     void secoundcustomCtrlsButton(unsigned char control, unsigned char action);
-    /** Asks the module to resend its whole state for gauges: on every connection and on every
-     * entry. */
+    /** Asks the module to resend the state of the gauges: on every connection and entry. */
     void requestGaugesInfo();
-    /** Asks the module to resend its whole state for vehicle information: at start-up and on every
-     * entry. */
+    /** Asks the module to resend the vehicle information: at start-up and on every entry. */
     void requestVehicleInfo();
-    /** Asks the module to resend its whole state for parking assist: on construction, on every
-     * entry and resume. */
+    /** Asks the module to resend the parking state: on construction, entry and resume. */
     void requestParkingInfo();
-    /** Asks the module to resend its whole state for climate, front zone: on every entry and
-     * resume. */
+    /** Asks the module to resend the state of the front climate zone: on entry and resume. */
     void requestMainClimateInfo();
-    /** Asks the module to resend its whole state for climate, second zone: on every entry and
-     * resume. */
+    /** Asks the module to resend the state of the second climate zone: on entry and resume. */
     void requestSecondClimateInfo();
 
     // Module pages
@@ -135,6 +132,7 @@ public:
     void NordaSetSelectedLineNumber(int line);
 
     // Gauges
+
     /** The centre gauge was touched. @param action  1 pressed, 2 released */
     void centerGaugeMenu(unsigned char action);
     /** The top left gauge was touched. @param action  1 pressed, 2 released */
@@ -152,6 +150,7 @@ public:
     void onClickCheckEngineBtn();
 
     // Climate, front zone: one command per key
+
     /** System on/off, front zone. @param on  true on a click */
     void triggerClimateOnOffButton(bool on);
     /** Automatic mode, front zone. @param on  true on a click */
@@ -180,38 +179,31 @@ public:
     void triggerLCooledSeatButton(bool on);
     /** Right seat cooling, front zone. @param on  true on a click */
     void triggerRCooledSeatButton(bool on);
-    /** Fan up, front zone. @param pressed  true on press  @param released  true on release */
+    /** Fan up, front zone. @param pressed, released  one of them is true */
     void fanSpeedUpButton(bool pressed, bool released);
-    /** Fan down, front zone. @param pressed  true on press  @param released  true on release */
+    /** Fan down, front zone. @param pressed, released  one of them is true */
     void fanSpeedDownButton(bool pressed, bool released);
-    /** Temperature up, manual layout, front zone. @param pressed  true on press  @param released
-     * true on release */
+    /** Temperature up (manual), front zone. @param pressed, released  one of them is true */
     void manTempIncButton(bool pressed, bool released);
-    /** Temperature down, manual layout, front zone. @param pressed  true on press  @param released
-     * true on release */
+    /** Temperature down (manual), front zone. @param pressed, released  one of them is true */
     void manTempDecButton(bool pressed, bool released);
-    /** Driver temperature up, front zone. @param pressed  true on press  @param released  true on
-     * release */
+    /** Driver temperature up, front zone. @param pressed, released  one of them is true */
     void autoMainZoneTempIncButton(bool pressed, bool released);
-    /** Driver temperature down, front zone. @param pressed  true on press  @param released  true on
-     * release */
+    /** Driver temperature down, front zone. @param pressed, released  one of them is true */
     void autoMainZoneTempDecButton(bool pressed, bool released);
-    /** Passenger temperature up, front zone. @param pressed  true on press  @param released  true
-     * on release */
+    /** Passenger temperature up, front zone. @param pressed, released  one of them is true */
     void autoSecZoneTempIncButton(bool pressed, bool released);
-    /** Passenger temperature down, front zone. @param pressed  true on press  @param released  true
-     * on release */
+    /** Passenger temperature down, front zone. @param pressed, released  one of them is true */
     void autoSecZoneTempDecButton(bool pressed, bool released);
-    /** Rear-zone key, front zone. @param pressed  true on press  @param released  true on release
-     */
+    /** Rear-zone key, front zone. @param pressed, released  one of them is true */
     void rearZoneButton(bool pressed, bool released);
-    /** A temperature set directly, front zone. @param value  0 to 255 over the bar  @param set true
-     */
+    /** A temperature set directly, front zone. @param value  0 to 255  @param set  true */
     void manTempValue(int value, bool set);
     /** A fan level set directly, front zone. @param value  0 to 255  @param set  true */
     void fanDirectValue(int value, bool set);
 
     // Climate, second zone: one command per key
+
     /** System on/off, second zone. @param on  true on a click */
     void secoundtriggerClimateOnOffButton(bool on);
     /** Automatic mode, second zone. @param on  true on a click */
@@ -240,30 +232,23 @@ public:
     void secoundtriggerLCooledSeatButton(bool on);
     /** Right seat cooling, second zone. @param on  true on a click */
     void secoundtriggerRCooledSeatButton(bool on);
-    /** Fan up, second zone. @param pressed  true on press  @param released  true on release */
+    /** Fan up, second zone. @param pressed, released  one of them is true */
     void secoundfanSpeedUpButton(bool pressed, bool released);
-    /** Fan down, second zone. @param pressed  true on press  @param released  true on release */
+    /** Fan down, second zone. @param pressed, released  one of them is true */
     void secoundfanSpeedDownButton(bool pressed, bool released);
-    /** Temperature up, manual layout, second zone. @param pressed  true on press  @param released
-     * true on release */
+    /** Temperature up (manual), second zone. @param pressed, released  one of them is true */
     void secoundmanTempIncButton(bool pressed, bool released);
-    /** Temperature down, manual layout, second zone. @param pressed  true on press  @param released
-     * true on release */
+    /** Temperature down (manual), second zone. @param pressed, released  one of them is true */
     void secoundmanTempDecButton(bool pressed, bool released);
-    /** Driver temperature up, second zone. @param pressed  true on press  @param released  true on
-     * release */
+    /** Driver temperature up, second zone. @param pressed, released  one of them is true */
     void secoundautoMainZoneTempIncButton(bool pressed, bool released);
-    /** Driver temperature down, second zone. @param pressed  true on press  @param released  true
-     * on release */
+    /** Driver temperature down, second zone. @param pressed, released  one of them is true */
     void secoundautoMainZoneTempDecButton(bool pressed, bool released);
-    /** Passenger temperature up, second zone. @param pressed  true on press  @param released  true
-     * on release */
+    /** Passenger temperature up, second zone. @param pressed, released  one of them is true */
     void secoundautoSecZoneTempIncButton(bool pressed, bool released);
-    /** Passenger temperature down, second zone. @param pressed  true on press  @param released true
-     * on release */
+    /** Passenger temperature down, second zone. @param pressed, released  one of them is true */
     void secoundautoSecZoneTempDecButton(bool pressed, bool released);
-    /** Rear-zone key, second zone. @param pressed  true on press  @param released  true on release
-     */
+    /** Rear-zone key, second zone. @param pressed, released  one of them is true */
     void secoundrearZoneButton(bool pressed, bool released);
     /** A temperature set directly, second zone. @param value  0 to 255 over the bar  @param set
      * true */
@@ -346,7 +331,7 @@ signals:
     void compassHeading(const QString &text);
     /**
      * Tire pressures. @param flags  bits 0 to 3 warn front left, front right, rear left, rear
-     * right; bit 5 says that the texts are valid. @param aux  not used. @param values  the texts.
+     * right; bit 5: the texts are valid. @param aux  not used. @param values  the texts.
      */
     void tirePressureStatus(unsigned char flags, unsigned char aux, const QStringList &values);
     /** Tire temperatures, laid out as the pressures are. */

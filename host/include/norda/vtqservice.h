@@ -30,7 +30,7 @@ public:
     /**
      * Reports the head unit's current source and display to the module.
      * @param source  the module's source code; 0 when the display shows no source
-     * @param kind, volume, state, left, right  as the module's protocol wants them
+     * @param kind, volume, state, left, right  as the module's protocol defines them
      */
     void syncRadioStatus(unsigned char source, unsigned char kind, unsigned char volume,
                          unsigned char state, unsigned char left, unsigned char right);
