@@ -1,4 +1,6 @@
 #include "headlessrun.h"
+#include "mapcheck.h"
+#include "mapsuggestion.h"
 #include "options.h"
 #include "palette.h"
 #include "recordingtools.h"
@@ -25,6 +27,19 @@ static int refuse(const QString &error)
     return Unusable;
 }
 
+static int workOnMap(const Options &options)
+{
+    QString error;
+    const module::CarFiles &car = options.setup.car;
+    const auto lines = options.checksMap ? module::checkMap(car.dbc, car.map, &error)
+                                         : module::suggestMap(car.dbc, &error);
+    if (!lines)
+        return refuse(error);
+    for (const QString &line : *lines)
+        std::printf("%s\n", qPrintable(line));
+    return Done;
+}
+
 /** What is done without a head unit. */
 static int workAsTool(const Options &options)
 {
@@ -36,6 +51,8 @@ static int workAsTool(const Options &options)
                                     &error)
                    ? Done
                    : refuse(error);
+    if (options.checksMap || options.suggestsMap)
+        return workOnMap(options);
     QStringList report;
     const module::Comparison found =
         module::compareRecordings(options.diff[0], options.diff[1], &report, &error);

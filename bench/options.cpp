@@ -14,6 +14,8 @@ Examples:
   norda-bench --source drive.csv --speed 4     a recorded drive, four times as fast
   norda-bench --headless --speed max --gallery out --summary out/s.json
                                                a whole drive without a display
+  norda-bench --source raw.log --dbc car.dbc --map car.json
+                                               a car's own frames
   norda-bench --record session.jsonl           keep all that crosses the adaptor
   norda-bench --source session.jsonl           and play it again
   norda-bench --script bench/scenario/library         play all scenarios that ship
@@ -43,6 +45,10 @@ static QString pagesInWords()
 static const QList<QCommandLineOption> known = {
     {"source", "What to drive: \"simulator\", \"none\" for a silent module, an OBD-II CSV export, a candump log or a recording "
                "of the bench.", "simulator|none|FILE", "simulator"},
+    {"dbc", "The DBC file of the car whose raw CAN log (candump) is driven; with --map.", "FILE"},
+    {"map", "The map from the DBC file's signals to paths, as JSON; with --dbc.", "FILE"},
+    {"check-map", "Tell which path of --map reaches which page, and which signals --dbc lacks."},
+    {"suggest-map", "Write a map for the signals of --dbc to standard output, as a start."},
     {"speed", "Factor of real time, 0.1 to 100, or \"max\" (the default without a display).",
               "X|max", "1"},
     {"duration", "Stop after that much drive time.", "SECONDS"},
@@ -176,6 +182,23 @@ static bool hasCompanions(const QCommandLineParser &parser, QString *error)
     return true;
 }
 
+/** A DBC file alone is enough to suggest a map. */
+static bool readCar(const QCommandLineParser &parser, Options *options, QString *error)
+{
+    options->setup.car = {parser.value(QStringLiteral("dbc")), parser.value(QStringLiteral("map"))};
+    options->checksMap = parser.isSet(QStringLiteral("check-map"));
+    options->suggestsMap = parser.isSet(QStringLiteral("suggest-map"));
+    const bool isUsed = options->checksMap || !options->setup.car.isEmpty();
+    const bool needsMap = isUsed && !options->suggestsMap;
+    if (!options->setup.car.dbc.isEmpty() && (!needsMap || !options->setup.car.map.isEmpty()))
+        return true;
+    if (!isUsed && !options->suggestsMap)
+        return true;
+    *error = options->suggestsMap ? QStringLiteral("--suggest-map: expected with --dbc")
+                                  : QStringLiteral("--dbc, --map: expected both, got one of them");
+    return false;
+}
+
 bool Options::makeFolders(QString *error) const
 {
     if (!gallery.isEmpty() && !QDir().mkpath(gallery)) {
@@ -230,7 +253,7 @@ bool Options::parse(const QStringList &arguments, QString *error)
         return false;
     }
 
-    if (!hasCompanions(parser, error))
+    if (!hasCompanions(parser, error) || !readCar(parser, this, error))
         return false;
     platform = parser.value(QStringLiteral("platform"));
     check = parser.value(QStringLiteral("check"));

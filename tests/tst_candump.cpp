@@ -49,12 +49,21 @@ void tst_Candump::lines_data()
     QTest::newRow("sent") << QByteArray("(1.5) vcan1 7DF#0201 T") << true << 0x7DF
                           << QByteArray("\x02\x01");
     QTest::newRow("no data") << QByteArray("(1.5) can0 123#") << true << 0x123 << none;
-    QTest::newRow("extended id") << QByteArray("(1.5) can0 18DB33F1#0201") << true << -1
-                                 << QByteArray("\x02\x01");
+    QTest::newRow("extended id") << QByteArray("(1.5) can0 18DB33F1#0201") << true
+                                 << int(0x98DB33F1) << QByteArray("\x02\x01");
     QTest::newRow("remote frame") << QByteArray("(1.5) can0 7E8#R") << true << 0x7E8 << none;
     QTest::newRow("long frame") << QByteArray("(1.5) can0 7E8##1"
                                               "00112233")
-                                << true << 0x7E8 << none;
+                                << true << 0x7E8 << QByteArray::fromHex("00112233");
+    QTest::newRow("longest frame") << QByteArray("(1.5) can0 7E8##1" + QByteArray(128, '5')) << true
+                                   << 0x7E8 << QByteArray(64, 'U');
+    QTest::newRow("long frame too long")
+        << QByteArray("(1.5) can0 7E8##1" + QByteArray(130, '5')) << false << 0 << none;
+    QTest::newRow("long frame cut in a byte") << QByteArray("(1.5) can0 7E8##1"
+                                                            "0")
+                                              << false << 0 << none;
+    QTest::newRow("long frame without its flags")
+        << QByteArray("(1.5) can0 7E8##") << false << 0 << none;
     QTest::newRow("cut in the data") << QByteArray("(1.5) can0 7E8#0341F") << false << 0 << none;
     QTest::newRow("cut in the id") << QByteArray("(1.5) can0 7E") << false << 0 << none;
     QTest::newRow("cut in the time") << QByteArray("(1.5") << false << 0 << none;

@@ -90,6 +90,35 @@ void FrameDecoder::reset()
     std::fill(m_states.begin(), m_states.end(), State());
 }
 
+void FrameDecoder::State::note(qint64 nowMs)
+{
+    firstMs = count == 0 ? nowMs : firstMs;
+    lastMs = nowMs;
+    ++count;
+}
+
+bool FrameDecoder::State::isMissing(qint64 nowMs, int intervalMs) const
+{
+    static constexpr qint64 leastMs = 1000;
+    static constexpr int periods = 5;
+    const qint64 usualMs = count > 1 ? (lastMs - firstMs) / (count - 1) : 0;
+    const qint64 periodMs = std::max(qint64(intervalMs), usualMs);
+    return isSet && intervalMs > 0 && nowMs - lastMs > std::max(leastMs, periods * periodMs);
+}
+
+const QVector<PathValue> &FrameDecoder::missing(qint64 ms)
+{
+    m_values.resize(0);
+    for (int entry = 0; entry < m_entries.size(); ++entry) {
+        State &state = m_states[size_t(entry)];
+        if (!state.isMissing(ms, m_entries.at(entry).intervalMs))
+            continue;
+        state = State();
+        m_values.append({entry, QVariant(), QString()});
+    }
+    return m_values;
+}
+
 /** Takes a value where its time has come. One that comes too early is not kept for later. */
 void FrameDecoder::offer(qint64 ms, const Channel &channel, const DecodedSignal &decoded)
 {
@@ -98,9 +127,14 @@ void FrameDecoder::offer(qint64 ms, const Channel &channel, const DecodedSignal 
     if (last.isSet && ms - last.ms < entry.intervalMs)
         return;
     PathValue offered = valueOf(channel, decoded);
-    if (!offered.value.isValid() || (last.isSet && entry.onChange && offered.value == last.value))
+    if (!offered.value.isValid())
         return;
-    last = {true, ms, offered.value};
+    last.note(ms);
+    if (last.isSet && entry.onChange && offered.value == last.value)
+        return;
+    last.isSet = true;
+    last.ms = ms;
+    last.value = offered.value;
     m_values.append(std::move(offered));
 }
 

@@ -33,6 +33,13 @@ public:
      * @return what the frame tells; valid until the next call
      */
     const QVector<PathValue> &decode(qint64 ms, quint32 id, const quint8 *data, int size);
+    /**
+     * The paths without a value for several of their periods: no number may stand for them any
+     * longer. Each is reported once, with an invalid value, until it comes again. A path's period
+     * is its interval in the map, or what passes between its values where that is longer; one that
+     * the map takes on a change only has none.
+     */
+    const QVector<PathValue> &missing(qint64 ms);
     /** Lets the next value of each path through, after a leap in time. */
     void reset();
 
@@ -64,6 +71,12 @@ private:
         bool isSet = false;
         qint64 ms = 0;
         QVariant value;
+        qint64 firstMs = 0; // of its values, also of those that it was not given
+        qint64 lastMs = 0;
+        int count = 0;
+
+        void note(qint64 nowMs);
+        bool isMissing(qint64 nowMs, int intervalMs) const;
     };
 
     static QVector<Row> rowsFor(const SignalTransform &transform, const DbcSignal &field);
