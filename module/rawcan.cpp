@@ -32,7 +32,8 @@ public:
 private:
     static constexpr qint64 watchMs = 100; // between two searches for what is missing
 
-    void add(const QVector<PathValue> &values);
+    void watch(qint64 nowMs);
+    void add(qint64 atMs, const QVector<PathValue> &values);
 
     SampleLog m_log;
     SignalBinding m_binding;
@@ -49,17 +50,21 @@ void RawCanReader::read(const CanFrame &frame)
 {
     m_clock.at(double(frame.timeUs) / 1000.0);
     const qint64 nowMs = m_clock.nowMs();
+    watch(nowMs);
     ++m_frames;
     m_knownFrames += m_dbc.indexOf(frame.id) >= 0;
     const auto *bytes = reinterpret_cast<const quint8 *>(frame.data.constData());
-    add(m_decoder.decode(nowMs, frame.id, bytes, frame.data.size()));
-    if (nowMs - m_watchedMs < watchMs)
-        return;
-    m_watchedMs = nowMs;
-    add(m_decoder.missing(nowMs));
+    add(nowMs, m_decoder.decode(nowMs, frame.id, bytes, frame.data.size()));
 }
 
-void RawCanReader::add(const QVector<PathValue> &values)
+/** Also while the whole bus is silent. */
+void RawCanReader::watch(qint64 nowMs)
+{
+    for (; m_watchedMs + watchMs <= nowMs; m_watchedMs += watchMs)
+        add(m_watchedMs + watchMs, m_decoder.missing(m_watchedMs + watchMs));
+}
+
+void RawCanReader::add(qint64 atMs, const QVector<PathValue> &values)
 {
     for (const PathValue &path : values) {
         const Quantity quantity = m_quantities.at(path.entry);
@@ -67,11 +72,11 @@ void RawCanReader::add(const QVector<PathValue> &values)
             continue;
         const auto value = quantityValue(quantity, path.value);
         if (value)
-            m_log.add(m_clock.nowMs(), quantity, *value);
+            m_log.add(atMs, quantity, *value);
         else if (path.value.isValid())
             ++m_log.droppedValues;
         else
-            m_log.addMissing(m_clock.nowMs(), quantity);
+            m_log.addMissing(atMs, quantity);
     }
 }
 
