@@ -20,7 +20,7 @@ static int signalPipe[2] = {-1, -1};
 static void onSignal(int)
 {
     const char byte = 1;
-    // Nothing can be done here if the pipe is full: an end is on its way already.
+    // If the pipe is full, the end is already requested.
     [[maybe_unused]] const auto written = ::write(signalPipe[1], &byte, 1);
 }
 
@@ -70,13 +70,13 @@ void HeadlessRun::showProgress(qint64 ms)
     if (percent == m_lastPercent || (!onTerminal && percent / 10 == m_lastPercent / 10))
         return;
     m_lastPercent = percent;
-    std::fprintf(stderr, "%s%3d %% of %lld s driven%s", onTerminal ? "\r" : "", percent,
+    std::fprintf(stderr, "%s%3d %% of %lld s simulated%s", onTerminal ? "\r" : "", percent,
                  static_cast<long long>(duration / 1000), onTerminal && percent < 100 ? "" : "\n");
 }
 
 void HeadlessRun::end()
 {
-    // The gallery looks around in the drive again; its progress has been shown.
+    // The gallery seeks in the drive again, which is no progress.
     disconnect(m_drive, nullptr, this, nullptr);
     m_rig->endReplay();
     QString error;
@@ -88,7 +88,7 @@ void HeadlessRun::end()
 
 static void printSummary(const QJsonObject &summary)
 {
-    std::printf("%.1f s driven in %.1f s: %d signals, %d calls, %d frames, %d warnings\n",
+    std::printf("%.1f s simulated in %.1f s: %d signals, %d calls, %d frames, %d warnings\n",
                 summary.value("driveSeconds").toDouble(), summary.value("wallSeconds").toDouble(),
                 summary.value("signalsTotal").toInt(), summary.value("callsTotal").toInt(),
                 summary.value("framesPainted").toInt(), summary.value("warnings").toInt());

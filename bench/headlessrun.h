@@ -9,7 +9,7 @@ namespace module {
 class Drive;
 }
 
-/** A drive without a window: progress while it lasts, then gallery, summary and the exit code. */
+/** A drive without a window: prints progress, then writes gallery and summary, and exits. */
 class HeadlessRun : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ private:
 };
 
 /**
- * Writes what was asked for at the end of a drive, in a window or without.
+ * Writes the requested results at the end of a drive, with or without a window.
  * @return false, with one line in error, when a file cannot be written
  */
 bool writeResults(const Options &options, Rig *rig, QString *error);

@@ -21,43 +21,43 @@
 
 enum ExitCode { Done = 0, Differs = 1, Unusable = 2 };
 
-static int refuse(const QString &error)
+static int fail(const QString &error)
 {
     std::fprintf(stderr, "%s\n", qPrintable(error));
     return Unusable;
 }
 
-static int workOnMap(const Options &options)
+static int runMapTool(const Options &options)
 {
     QString error;
     const module::CarFiles &car = options.setup.car;
     const auto lines = options.checksMap ? module::checkMap(car.dbc, car.map, &error)
                                          : module::suggestMap(car.dbc, &error);
     if (!lines)
-        return refuse(error);
+        return fail(error);
     for (const QString &line : *lines)
         std::printf("%s\n", qPrintable(line));
     return Done;
 }
 
-/** What is done without a head unit. */
-static int workAsTool(const Options &options)
+/** Work that needs no head unit. */
+static int runTool(const Options &options)
 {
     QString error;
     if (!options.check.isEmpty())
-        return checkPlugin(options.check, &error) ? Done : refuse(error);
+        return checkPlugin(options.check, &error) ? Done : fail(error);
     if (!options.cut.isEmpty())
         return module::cutRecording(options.cut, options.fromMs, options.toMs, options.setup.record,
                                     &error)
                    ? Done
-                   : refuse(error);
+                   : fail(error);
     if (options.checksMap || options.suggestsMap)
-        return workOnMap(options);
+        return runMapTool(options);
     QStringList report;
     const module::Comparison found =
         module::compareRecordings(options.diff[0], options.diff[1], &report, &error);
     if (found == module::Comparison::Unusable)
-        return refuse(error);
+        return fail(error);
     for (const QString &line : qAsConst(report))
         std::printf("%s\n", qPrintable(line));
     return found == module::Comparison::Identical ? Done : Differs;
@@ -111,9 +111,9 @@ static int runWindow(const Options &options, Rig *rig)
     const int code = QApplication::exec();
     QString error;
     if (!options.gallery.isEmpty() && !window.writePictures(options.gallery, &error))
-        return refuse(error);
+        return fail(error);
     if (!writeResults(options, rig, &error))
-        return refuse(error);
+        return fail(error);
     return code;
 }
 
@@ -136,18 +136,9 @@ static ScenarioResult playScenario(const Options &options, const Scenario &scena
     return ScenarioRun(scenario, options.gallery, &rig).play();
 }
 
-int main(int argc, char *argv[])
+/** What Qt reads when the application object is made. */
+static void prepareEnvironment(const Options &options)
 {
-    ensureRuntimeFolder();
-    QCoreApplication::setApplicationName(QStringLiteral("norda-bench"));
-    Options options;
-    QString error;
-    if (!readOptions(argc, argv, &options, &error))
-        return refuse(error);
-    if (!options.text.isEmpty()) {
-        std::printf("%s", qPrintable(options.text));
-        return Done;
-    }
     if (options.headless || !options.scripts.isEmpty())
         qputenv("QT_QPA_PLATFORM", "offscreen");
     else if (!options.platform.isEmpty())
@@ -158,16 +149,31 @@ int main(int argc, char *argv[])
         qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
     if (!options.trace)
         QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+}
+
+int main(int argc, char *argv[])
+{
+    ensureRuntimeFolder();
+    QCoreApplication::setApplicationName(QStringLiteral("norda-bench"));
+    Options options;
+    QString error;
+    if (!readOptions(argc, argv, &options, &error))
+        return fail(error);
+    if (!options.text.isEmpty()) {
+        std::printf("%s", qPrintable(options.text));
+        return Done;
+    }
+    prepareEnvironment(options);
     if (!options.makeFolders(&error))
-        return refuse(error);
+        return fail(error);
     if (options.isTool())
-        return workAsTool(options);
+        return runTool(options);
     if (!options.scripts.isEmpty()) {
         const SuiteOutcome outcome = playScenarios(
             options,
             [&](const Scenario &scenario) { return playScenario(options, scenario, argc, argv); },
             &error);
-        return outcome == SuiteOutcome::Unusable ? refuse(error) : int(outcome);
+        return outcome == SuiteOutcome::Unusable ? fail(error) : int(outcome);
     }
 
     QApplication application(argc, argv);
@@ -177,6 +183,6 @@ int main(int argc, char *argv[])
         options.setup.journalLimit = Journal::usualLimit;
     Rig rig(options.setup);
     if (!rig.open(options.plugin, &error))
-        return refuse(error);
+        return fail(error);
     return options.headless ? runHeadless(options, &rig) : runWindow(options, &rig);
 }

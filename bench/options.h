@@ -1,11 +1,12 @@
 #pragma once
 
+#include "recording.h"
 #include "session/setup.h"
 
 #include <QString>
 #include <QStringList>
 
-/** What was asked for on the command line, checked. */
+/** The command line, checked. */
 struct Options
 {
     Setup setup;
@@ -13,23 +14,23 @@ struct Options
     QString gallery;
     QString summary;
     QString plugin;
-    QString platform;    ///< what Qt draws on, empty for its own choice
+    QString platform;    ///< of Qt, empty for its own choice
     QString style;       ///< of the bench's own controls
     QStringList scripts; ///< scenarios to play, files or folders of them
-    QString junit;       ///< where to report on them
+    QString junit;       ///< the report on them
     QString check;       ///< a plugin to examine
     QStringList diff;    ///< two recordings to compare, or none
     QString cut;         ///< a recording to write a part of
     qint64 fromMs = 0;
-    qint64 toMs = -1;
+    qint64 toMs = qint64(module::longestDriveMs);
     bool checksMap = false;   ///< of the setup's car
     bool suggestsMap = false; ///< for the setup's DBC file
     bool headless = false;
     bool trace = false;
     double scale = 1.0;
-    QString text; ///< what --help or --version print; everything else is unset then
+    QString text; ///< what --help or --version prints; everything else is unset then
 
-    /** Whether there is work that no head unit is needed for. */
+    /** Whether the work needs no head unit. */
     bool isTool() const
     {
         return !check.isEmpty() || !diff.isEmpty() || !cut.isEmpty() || checksMap || suggestsMap;
@@ -41,6 +42,6 @@ struct Options
      * @return false when the arguments cannot be used
      */
     bool parse(const QStringList &arguments, QString *error);
-    /** Makes the folders that the results go to. @param error  one line that names the folder */
+    /** Makes the folders for the results. @param error  one line that names the folder */
     bool makeFolders(QString *error) const;
 };

@@ -3,7 +3,7 @@
 // the time line's picture.
 
 #include "options.h"
-#include "panels/timeline.h"
+#include "panels/timelineview.h"
 #include "session/rig.h"
 #include "window/benchwindow.h"
 #include "window/transportbar.h"

@@ -3,7 +3,7 @@
 norda_packages_base="g++ cmake ninja-build ccache qtbase5-dev qttools5-dev qttools5-dev-tools
     qtmultimedia5-dev librsvg2-bin fonts-liberation fonts-dejavu-core"
 norda_packages_tests=""
-norda_packages_dbc="python3-canmatrix" # tst_dbccompare compares with it where it is installed
+norda_packages_dbc="python3-canmatrix"
 norda_packages_benchmarks="libbenchmark-dev libqwt-qt5-dev"
 norda_packages_fuzz="clang"
 norda_packages_format="clang-format"

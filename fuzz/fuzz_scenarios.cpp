@@ -3,6 +3,7 @@
 
 #include "inputfile.h"
 #include "scenario/scenario.h"
+#include "scenario/scenarioline.h"
 
 static InputFile *file;
 

@@ -222,7 +222,33 @@ static QDateTime dateTime(const QString &field)
     return time;
 }
 
-double csvTimeMs(const QString &field, CsvColumn::Unit unit)
+static QTime timeOfDay(const QString &text)
+{
+    for (const char *format :
+         {"H:mm:ss.zzz", "H:mm:ss", "H:mm", "h:mm:ss.zzz AP", "h:mm:ss AP", "h:mm AP"}) {
+        const QTime time = QLocale::c().toTime(text, QLatin1String(format));
+        if (time.isValid())
+            return time;
+    }
+    return {};
+}
+
+/** A date with slashes, whose order depends on the country, and a time of 12 or 24 hours. */
+static QDateTime slashedDateTime(const QString &field, DateOrder order)
+{
+    static constexpr int century = 2000; // of a year with two digits
+    static const QRegularExpression form(
+        QStringLiteral("\\A(\\d\\d?)/(\\d\\d?)/(\\d\\d|\\d{4}),? +(.+)\\z"));
+    const QRegularExpressionMatch match = form.match(field);
+    const int month = match.captured(order == DateOrder::MonthFirst ? 1 : 2).toInt();
+    const int day = match.captured(order == DateOrder::MonthFirst ? 2 : 1).toInt();
+    const int year = match.captured(3).toInt();
+    const QDate date(year < 100 ? century + year : year, month, day);
+    const QTime time = timeOfDay(match.captured(4));
+    return date.isValid() && time.isValid() ? QDateTime(date, time) : QDateTime();
+}
+
+double csvTimeMs(const QString &field, CsvColumn::Unit unit, DateOrder order)
 {
     bool isNumber = false;
     const double number = field.toDouble(&isNumber);
@@ -230,7 +256,9 @@ double csvTimeMs(const QString &field, CsvColumn::Unit unit)
         return numericTimeMs(number, unit);
     if (!field.contains(QLatin1Char(':')))
         return -1; // a date without a time is the same all day
-    const QDateTime time = dateTime(field);
+    QDateTime time = dateTime(field);
+    if (!time.isValid())
+        time = slashedDateTime(field, order);
     if (time.isValid())
         return double(time.toMSecsSinceEpoch());
     for (const char *format : {"HH:mm:ss.zzz", "HH:mm:ss"}) {

@@ -29,7 +29,10 @@ QChar csvSeparator(const QString &header);
 CsvColumn csvColumn(const QString &heading);
 /** A metric value from a number in the column's unit. */
 double metricValue(const CsvColumn &column, double number);
+/** How a date such as 03/04/2019 is read. */
+enum class DateOrder { MonthFirst, DayFirst };
 /** Milliseconds of a time field, a number or a date with a time; -1 for anything else. */
-double csvTimeMs(const QString &field, CsvColumn::Unit unit);
+double csvTimeMs(const QString &field, CsvColumn::Unit unit,
+                 DateOrder order = DateOrder::MonthFirst);
 
 } // namespace module

@@ -28,6 +28,7 @@ bool LineReader::next(QByteArray *line)
         do {
             rest = m_file.readLine(LongestLine + 1);
         } while (!rest.isEmpty() && !rest.endsWith('\n'));
+        m_cutOff = rest.isEmpty();
         return true;
     }
     while (line->endsWith('\n') || line->endsWith('\r'))

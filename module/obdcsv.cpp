@@ -39,33 +39,46 @@ private:
         return std::any_of(m_columns.begin(), m_columns.end(),
                            [role](const CsvColumn &column) { return column.role == role; });
     }
-    bool number(QString field, double *value) const;
+    QString withPoint(QString field) const;
+    bool number(const QString &field, double *value) const;
     void readField(int index, const QString &field);
     void readTime(int index, const QString &field);
 
     struct Row
     {
-        double time = -1;    // ms of the file's own clock, -1 for none
-        double runTime = -1; // whole seconds of the engine's run time, -1 for none
+        double time = -1;     // ms of the file's own clock, -1 for none
+        double dayFirst = -1; // the same, with the day before the month in its date
+        double runTime = -1;  // whole seconds of the engine's run time, -1 for none
         int firstSample = 0;
     };
     bool knows(double Row::*clock) const;
+    int count(double Row::*clock) const;
+    bool isDateAmbiguous() const;
+    void chooseDateOrder();
     void spreadRows();
     void spreadOverRunTime();
 
     QChar m_separator;
     QVector<CsvColumn> m_columns;
     int m_timeColumn = -1;
+    QString m_firstTime;      // as it is in the file
+    QString m_unreadableTime; // the first one
     SampleLog m_log;
     QVector<Row> m_rows;
 };
 
-bool CsvReader::number(QString field, double *value) const
+/** A comma separates decimals where it does not separate fields. */
+QString CsvReader::withPoint(QString field) const
 {
     if (m_separator == QLatin1Char(';'))
         field.replace(QLatin1Char(','), QLatin1Char('.'));
+    return field;
+}
+
+bool CsvReader::number(const QString &field, double *value) const
+{
     bool isNumber = false;
-    *value = field.toDouble(&isNumber);
+    *value = withPoint(field).toDouble(&isNumber);
     return isNumber && qIsFinite(*value);
 }
 
@@ -74,9 +87,20 @@ void CsvReader::readTime(int index, const QString &field)
 {
     if (m_timeColumn >= 0 && m_timeColumn != index)
         return;
-    m_rows.last().time = csvTimeMs(field, m_columns[index].unit);
-    if (m_rows.last().time >= 0)
-        m_timeColumn = index;
+    Row &row = m_rows.last();
+    const QString text = withPoint(field);
+    const CsvColumn::Unit unit = m_columns[index].unit;
+    row.time = csvTimeMs(text, unit);
+    const bool hasOrder = field.contains(QLatin1Char('/'));
+    row.dayFirst = hasOrder ? csvTimeMs(text, unit, DateOrder::DayFirst) : row.time;
+    if (row.time < 0 && row.dayFirst < 0) {
+        if (m_unreadableTime.isEmpty())
+            m_unreadableTime = field;
+        return;
+    }
+    if (m_timeColumn < 0)
+        m_firstTime = field;
+    m_timeColumn = index;
 }
 
 void CsvReader::readField(int index, const QString &field)
@@ -124,10 +148,38 @@ bool CsvReader::readRow(const QByteArray &line, bool cutOff)
     return m_log.beyondCapacity > beyondBefore;
 }
 
+int CsvReader::count(double Row::*clock) const
+{
+    return int(std::count_if(m_rows.begin(), m_rows.end(),
+                             [clock](const Row &row) { return row.*clock >= 0; }));
+}
+
 bool CsvReader::knows(double Row::*clock) const
 {
-    return std::any_of(m_rows.begin(), m_rows.end(),
-                       [clock](const Row &row) { return row.*clock >= 0; });
+    return count(clock) > 0;
+}
+
+/** Within one day, both orders of its date give the same drive. */
+bool CsvReader::isDateAmbiguous() const
+{
+    const Row &first = m_rows.constFirst();
+    return std::any_of(m_rows.begin(), m_rows.end(), [&first](const Row &row) {
+        return row.time - first.time != row.dayFirst - first.dayFirst;
+    });
+}
+
+/** One order for all dates: the one in which all of them exist. */
+void CsvReader::chooseDateOrder()
+{
+    const int monthFirst = count(&Row::time);
+    const int dayFirst = count(&Row::dayFirst);
+    if (dayFirst > monthFirst) {
+        for (Row &row : m_rows)
+            row.time = row.dayFirst;
+    } else if (dayFirst == monthFirst && isDateAmbiguous()) {
+        m_log.remarks.append(QStringLiteral("Dates such as '%1' taken as month/day/year")
+                                 .arg(excerpt(m_firstTime.toUtf8())));
+    }
 }
 
 /** Gives every row its time. */
@@ -140,8 +192,12 @@ void CsvReader::spreadRows()
         spreadOverRunTime();
         return;
     }
-    m_log.remarks.append(QStringLiteral("No time in this file: played at %1 row per second")
-                             .arg(assumedRowsPerSecond));
+    const QString problem = m_unreadableTime.isEmpty()
+                                ? QStringLiteral("No time in this file")
+                                : QStringLiteral("Times such as '%1' are not understood")
+                                      .arg(excerpt(m_unreadableTime.toUtf8()));
+    m_log.remarks.append(
+        QStringLiteral("%1: played at %2 row per second").arg(problem).arg(assumedRowsPerSecond));
     for (int i = 0; i < m_rows.size(); ++i)
         m_rows[i].time = 1000.0 * i / assumedRowsPerSecond;
 }
@@ -161,6 +217,8 @@ void CsvReader::spreadOverRunTime()
 
 SampleLog CsvReader::take(const QString &path, int badLines)
 {
+    if (!m_rows.isEmpty())
+        chooseDateOrder();
     spreadRows();
     DriveClock clock;
     for (int i = 0; i < m_rows.size(); ++i) {

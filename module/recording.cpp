@@ -2,9 +2,9 @@
 
 #include "adaptorlink.h"
 #include "linereader.h"
+#include "timeorder.h"
 #include "values.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -17,116 +17,16 @@ namespace module {
 static const QString formatName = QStringLiteral("norda-recording");
 static constexpr int formatVersion = 1;
 
-RecordingWriter::RecordingWriter(const QString &path, const QString &title, QString *error)
-    : m_file(path)
-{
-    if (!m_file.open(QIODevice::WriteOnly)) {
-        *error = QStringLiteral("%1: expected a file that can be written: %2")
-                     .arg(path, m_file.errorString());
-        return;
-    }
-    m_title = title;
-    begin(title);
-}
-
-RecordingWriter::~RecordingWriter() = default;
-
-void RecordingWriter::begin(const QString &title)
-{
-    m_file.write(recordingHeader(title));
-}
-
-void RecordingWriter::write(qint64 ms, QJsonObject line)
-{
-    line.insert(QStringLiteral("t"), double(ms - m_beginMs));
-    const QByteArray text = QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n';
-    if (m_file.write(text) == text.size() || m_isBroken)
-        return;
-    m_isBroken = true;
-    m_notice = QStringLiteral("%1: expected room for the recording: %2")
-                   .arg(m_file.fileName(), m_file.errorString());
-}
-
-static QJsonObject signalLine(const QByteArray &name, const QVariantList &arguments)
-{
-    return {{"signal", QString::fromLatin1(name)}, {"args", toJson(arguments)}};
-}
-
-void RecordingWriter::writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments)
-{
-    if (m_limit > 0 && m_file.pos() >= m_limit / 2)
-        beginNextPart(ms);
-    if (m_limit > 0)
-        m_state.add(name, arguments, {ms, name, arguments});
-    write(ms, signalLine(name, arguments));
-}
-
-void RecordingWriter::writeCall(qint64 ms, const QString &operation, const QVariantList &arguments)
-{
-    write(ms, {{"call", operation}, {"args", toJson(arguments)}});
-}
-
-void RecordingWriter::writeAction(qint64 ms, const QString &word, const QVariantList &arguments)
-{
-    write(ms, {{"action", word}, {"args", QJsonArray::fromVariantList(arguments)}});
-}
-
-/** "report.jsonl" continues after "report.1.jsonl". */
-static QString previousPart(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.dir().filePath(
-        QStringLiteral("%1.1.%2").arg(info.completeBaseName(), info.suffix()));
-}
-
-void RecordingWriter::beginNextPart(qint64 ms)
-{
-    const QString path = m_file.fileName();
-    const QString previous = previousPart(path);
-    const QString seconds = QString::number(double(ms) / 1000, 'f', 1);
-    finish(ms);
-    QFile::remove(previous);
-    const bool isKept = QFile::rename(path, previous);
-    if (!m_file.open(QIODevice::WriteOnly)) {
-        m_notice = QStringLiteral("%1: expected a file that can be written: %2")
-                       .arg(path, m_file.errorString());
-        return;
-    }
-    m_notice = QStringLiteral("%1: half of the limit was reached at %2 s; the previous part is %3, "
-                              "older parts are deleted")
-                   .arg(path, seconds, isKept ? previous : QStringLiteral("lost"));
-    begin(QStringLiteral("%1, from %2 s").arg(m_title, seconds));
-    m_beginMs = ms;
-    writeCatchUp(ms);
-}
-
-/** What brings the unit to the moment where a part begins. */
-void RecordingWriter::writeCatchUp(qint64 ms)
-{
-    if (m_page >= 0)
-        writeAction(ms, QStringLiteral("page"), {m_page});
-    const QVector<Emission> state = m_state.items();
-    for (const Emission &emission : state)
-        write(ms, signalLine(emission.signal, emission.arguments));
-    writeAction(ms, QLatin1String(beginAction), {});
-}
-
-QString RecordingWriter::takeNotice()
-{
-    QString notice;
-    notice.swap(m_notice);
-    return notice;
-}
-
-void RecordingWriter::finish(qint64 ms)
-{
-    write(ms, {{"end", true}});
-    m_file.close();
-}
-
 bool isRecordingHeader(const QByteArray &line)
 {
     return QJsonDocument::fromJson(line).object().value("format").toString() == formatName;
+}
+
+bool isRecordingLine(const QByteArray &line)
+{
+    const QJsonObject object = QJsonDocument::fromJson(line).object();
+    return object.value("t").isDouble() && (object.contains("signal") || object.contains("call") ||
+                                            object.contains("action") || object.contains("end"));
 }
 
 QByteArray recordingHeader(const QString &title)
@@ -162,29 +62,35 @@ std::unique_ptr<RecordingSource> RecordingSource::open(const QString &path, QStr
     QByteArray line;
     auto source = std::make_unique<RecordingSource>();
     source->m_title = QFileInfo(path).fileName();
+    QVector<Moment> moments;
     while (lines.next(&line)) {
         if (!line.trimmed().isEmpty() || lines.wasTooLong())
-            source->read(QJsonDocument::fromJson(line).object());
+            source->read(QJsonDocument::fromJson(line).object(), &moments);
     }
+    source->accept(moments);
     return source;
 }
 
-void RecordingSource::read(const QJsonObject &line)
+void RecordingSource::read(const QJsonObject &line, QVector<Moment> *moments)
 {
-    const double moment = line.value("t").toDouble(-1);
-    bool isGood = moment >= double(m_durationMs) && moment <= longestDriveMs;
-    if (isGood && line.contains("signal"))
-        isGood = readSignal(qint64(moment), line);
-    else if (isGood && line.contains("action"))
-        readAction(qint64(moment), line);
-    else if (isGood && line.contains("call"))
-        ++m_calls;
-    else
-        isGood = isGood && line.contains("end");
-    if (isGood)
-        m_durationMs = qint64(moment);
+    const double time = line.value("t").toDouble(-1);
+    const bool isTime = time >= 0 && time <= longestDriveMs;
+    Moment moment{isTime ? qint64(time) : 0, line.contains("call"), m_emissions.size()};
+    if (isTime && (readEmission(moment.ms, line) || moment.isCall || line.contains("end")))
+        moments->append(moment);
     else
         ++m_badLines;
+}
+
+bool RecordingSource::readEmission(qint64 ms, const QJsonObject &line)
+{
+    if (line.contains("signal"))
+        return readSignal(ms, line);
+    if (!line.contains("action"))
+        return false;
+    const QByteArray word = line.value("action").toString().toLatin1();
+    keep({ms, word, line.value("args").toArray().toVariantList(), true});
+    return true;
 }
 
 bool RecordingSource::readSignal(qint64 ms, const QJsonObject &line)
@@ -201,26 +107,51 @@ bool RecordingSource::readSignal(qint64 ms, const QJsonObject &line)
             return false;
     }
     emission.signal = *m_names.insert(name); // one copy of each name
-    m_signals += keep(emission);
+    keep(emission);
     return true;
 }
 
-void RecordingSource::readAction(qint64 ms, const QJsonObject &line)
+void RecordingSource::keep(const Emission &emission)
 {
-    const QByteArray word = line.value("action").toString().toLatin1();
-    keep({ms, word, line.value("args").toArray().toVariantList(), true});
-    if (word == beginAction)
-        m_begin = m_emissions.size();
-}
-
-bool RecordingSource::keep(const Emission &emission)
-{
-    const bool hasRoom = m_emissions.size() < mostRecordedSignals;
-    if (hasRoom)
+    if (m_emissions.size() < mostRecordedSignals)
         m_emissions.append(emission);
     else
         ++m_notKept;
-    return hasRoom;
+}
+
+/** Takes the lines that are in order; the times of the others are damaged. */
+void RecordingSource::accept(const QVector<Moment> &moments)
+{
+    QVector<qint64> times;
+    times.reserve(moments.size());
+    for (const Moment &moment : moments)
+        times.append(moment.ms);
+    QVector<bool> isOut(times.size());
+    if (!std::is_sorted(times.cbegin(), times.cend()))
+        isOut = outOfOrder(times);
+
+    QVector<Emission> emissions;
+    emissions.swap(m_emissions);
+    for (int i = 0; i < moments.size(); ++i) {
+        const int next = i + 1 < moments.size() ? moments[i + 1].emission : emissions.size();
+        if (isOut[i])
+            ++m_badLines;
+        else
+            accept(moments[i], emissions.mid(moments[i].emission, next - moments[i].emission));
+    }
+}
+
+/** @param emission  none for a call, the end, and what was not kept */
+void RecordingSource::accept(const Moment &moment, const QVector<Emission> &emission)
+{
+    m_durationMs = moment.ms;
+    m_calls += moment.isCall;
+    m_emissions += emission;
+    for (const Emission &each : emission) {
+        m_signals += !each.isAction;
+        if (each.isAction && each.signal == beginAction)
+            m_begin = m_emissions.size();
+    }
 }
 
 bool RecordingSource::opensPages() const

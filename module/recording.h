@@ -1,9 +1,9 @@
 #pragma once
 
+#include "outputfile.h"
 #include "snapshot.h"
 #include "vehiclesource.h"
 
-#include <QFile>
 #include <QSet>
 
 namespace module {
@@ -19,11 +19,18 @@ class LineReader;
 class RecordingWriter
 {
 public:
-    /** @param error  one line that names the file, when it cannot be written */
-    RecordingWriter(const QString &path, const QString &title, QString *error);
+    /**
+     * @param error   one line that names the file, when it cannot be written
+     * @param inputs  what the run reads: neither the recording nor a part of it replaces that
+     */
+    RecordingWriter(const QString &path, const QString &title, QString *error,
+                    const output::InputFiles &inputs = {});
     ~RecordingWriter();
 
-    bool isOpen() const { return m_file.isOpen(); }
+    /** Whether it is written: it was opened, nothing failed since, and it is not finished. */
+    bool isOpen() const { return m_file && m_file->isOpen(); }
+    /** Whether something could not be written. The notice has the reason. */
+    bool hasFailed() const { return m_hasFailed; }
     /**
      * The disk space of the recording, in bytes; 0 for no limit. When half of it is used, the file
      * is renamed to "NAME.1.jsonl", replacing an older one, and a new part begins with a state
@@ -47,15 +54,18 @@ private:
     void begin(const QString &title);
     void beginNextPart(qint64 ms);
     void writeCatchUp(qint64 ms);
+    void check(qint64 ms);
 
-    QFile m_file;
+    std::unique_ptr<output::GrowingFile> m_file;
+    QString m_path;
     QString m_title;
+    output::InputFiles m_inputs;
     QString m_notice;
     Snapshot<Emission> m_state;
     int m_page = -1;
     qint64 m_limit = 0;
     qint64 m_beginMs = 0; // the time that is 0 in the current part
-    bool m_isBroken = false;
+    bool m_hasFailed = false;
 };
 
 /** A later time in a recording is an error. */
@@ -82,10 +92,18 @@ public:
     QJsonObject statistics() const override;
 
 private:
-    void read(const QJsonObject &line);
+    struct Moment
+    {
+        qint64 ms;
+        bool isCall;
+        int emission; // index of what was read at this time, or later
+    };
+    void read(const QJsonObject &line, QVector<Moment> *moments);
+    bool readEmission(qint64 ms, const QJsonObject &line);
     bool readSignal(qint64 ms, const QJsonObject &line);
-    void readAction(qint64 ms, const QJsonObject &line);
-    bool keep(const Emission &emission);
+    void keep(const Emission &emission);
+    void accept(const QVector<Moment> &moments);
+    void accept(const Moment &moment, const QVector<Emission> &emission);
     QVector<int> stateBefore(int end) const;
 
     QString m_title;
@@ -103,6 +121,8 @@ private:
 
 /** Whether this is the header line of a recording. */
 bool isRecordingHeader(const QByteArray &line);
+/** Whether this is a later line of a recording, as far as one can tell without the header. */
+bool isRecordingLine(const QByteArray &line);
 /** The header line of a recording. */
 QByteArray recordingHeader(const QString &title);
 /**

@@ -2,6 +2,7 @@
 
 #include "adaptorlink.h"
 #include "linereader.h"
+#include "outputfile.h"
 #include "recording.h"
 #include "snapshot.h"
 #include "values.h"
@@ -11,7 +12,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
-#include <QSaveFile>
 
 #include <array>
 
@@ -72,11 +72,11 @@ public:
                 return false;
         } while (text.trimmed().isEmpty() && !m_lines.wasTooLong());
         m_line = QJsonDocument::fromJson(text).object();
-        const bool isKnown = is("signal") || is("call") || is("action") || is("end");
-        if (m_line.value("t").isDouble() && isKnown) {
-            m_ms = m_line.value("t").toDouble();
-            return true;
-        }
+        if (isKnown())
+            return checkTime(error);
+        m_line = {};
+        if (m_lines.wasCutOff()) // the recording was interrupted here
+            return false;
         *error = QStringLiteral(
                      "%1: line %2: expected a signal, a call, an action or the end, found '%3'")
                      .arg(m_path)
@@ -98,6 +98,29 @@ public:
     }
 
 private:
+    bool isKnown() const
+    {
+        return m_line.value("t").isDouble() &&
+               (is("signal") || is("call") || is("action") || is("end"));
+    }
+
+    bool checkTime(QString *error)
+    {
+        const double ms = m_line.value("t").toDouble();
+        if (ms >= m_ms && ms <= longestDriveMs) {
+            m_ms = ms;
+            return true;
+        }
+        *error = QStringLiteral("%1: line %2: expected a time from %3 ms to %4 ms, found %5")
+                     .arg(m_path)
+                     .arg(lineNumber())
+                     .arg(number(m_ms), number(longestDriveMs), number(ms));
+        m_line = {};
+        return false;
+    }
+
+    static QString number(double ms) { return QString::number(ms, 'g', 15); }
+
     QString m_path;
     LineReader m_lines;
     QJsonObject m_line;
@@ -202,7 +225,7 @@ static QString seconds(qint64 ms)
 class PartWriter
 {
 public:
-    explicit PartWriter(QIODevice *out) : m_out(out) {}
+    explicit PartWriter(output::OutputFile *out) : m_out(out) {}
 
     /** The effect of an action depends on the state before it, so both are kept in order. */
     void skip(const RecordedLines &lines)
@@ -244,12 +267,12 @@ private:
         m_state.clear();
     }
 
-    QIODevice *m_out;
+    output::OutputFile *m_out;
     Snapshot<QJsonObject> m_state;
     bool m_hasPast = false;
 };
 
-static bool writePart(QIODevice *out, const QString &file, qint64 fromMs, qint64 toMs,
+static bool writePart(output::OutputFile *out, const QString &file, qint64 fromMs, qint64 toMs,
                       QString *error)
 {
     RecordedLines lines(file, error);
@@ -270,26 +293,15 @@ static bool writePart(QIODevice *out, const QString &file, qint64 fromMs, qint64
     return error->isEmpty();
 }
 
-static QString unwritable(const QSaveFile &file)
-{
-    return QStringLiteral("%1: expected a file that can be written: %2")
-        .arg(file.fileName(), file.errorString());
-}
-
 bool cutRecording(const QString &file, qint64 fromMs, qint64 toMs, const QString &part,
                   QString *error)
 {
-    QSaveFile out(part); // may be the recording itself
-    if (!out.open(QIODevice::WriteOnly)) {
-        *error = unwritable(out);
+    output::ResultFile out(part); // may be the recording itself
+    if (out.isOpen() && !writePart(&out, file, fromMs, toMs, error))
         return false;
-    }
-    if (!writePart(&out, file, fromMs, toMs, error))
-        return false;
-    if (out.commit())
-        return true;
-    *error = unwritable(out);
-    return false;
+    out.commit();
+    *error = out.error();
+    return error->isEmpty();
 }
 
 } // namespace module

@@ -19,7 +19,7 @@ static FileKind kindOf(const QString &path, QString *error)
     LineReader lines(path, error);
     QByteArray line;
     while (lines.isOpen() && lines.lineNumber() < linesChecked && lines.next(&line)) {
-        if (lines.lineNumber() == 1 && isRecordingHeader(line))
+        if ((lines.lineNumber() == 1 && isRecordingHeader(line)) || isRecordingLine(line))
             return FileKind::Recording;
         if (parseCandumpLine(line))
             return FileKind::Candump;
@@ -78,6 +78,10 @@ static std::unique_ptr<VehicleSource> openFile(const QString &path, const CarFil
 std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, Trim trim,
                                           const CarFiles &car)
 {
+    if (car.map.isEmpty() != car.dbc.isEmpty()) {
+        *error = QStringLiteral("--dbc: expected with --map, got it alone");
+        return nullptr;
+    }
     const bool isFile = name != QLatin1String("simulator") && name != QLatin1String("none");
     if (isFile)
         return openFile(name, car, error);

@@ -1,4 +1,4 @@
-# The packages. A closed head unit takes the first one and brings a host library of its own.
+# The packages. A head unit installs the first one and brings its own host library.
 
 set(qt "libqt5widgets5 (>= 5.15), libqt5gui5 (>= 5.15) | libqt5gui5-gles (>= 5.15)")
 set(runtime "libc6 (>= 2.34), libgcc-s1, libstdc++6 (>= 11)")
@@ -13,7 +13,7 @@ norda_package(host norda-host
     SECTION libs
     DEPENDS "${runtime}, libqt5core5a (>= 5.15), ${qt}"
     SUMMARY "reference implementation of the head unit's host library"
-    TEXT "The host interfaces of an in-car head unit as a library that runs on a desk,\nwith the icon library of its pages. A closed head unit replaces it with its\nown.")
+    TEXT "The host interfaces of an in-car head unit as a library that runs on a desk,\nwith the icon library of its pages. A head unit replaces it with its own.")
 norda_package(dev norda-host-dev
     SECTION libdevel
     DEPENDS "norda-host ${same}, qtbase5-dev (>= 5.15)"
@@ -23,15 +23,15 @@ if(TARGET norda_api)
     norda_package(doc norda-host-doc
         SECTION doc
         DEPENDS ""
-        SUMMARY "reference of the head unit's host interfaces"
+        SUMMARY "API reference of the head unit's host interfaces"
         TEXT "Every class, operation and signal that head unit plugins are compiled against,\nas HTML pages in /usr/share/doc/norda-host-doc/html.")
     set(CPACK_DEBIAN_DOC_PACKAGE_ARCHITECTURE all)
 endif()
 norda_package(bench norda-bench
     SECTION devel
     DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), fonts-liberation, fonts-dejavu-core"
-    SUMMARY "head unit on a desk for the norda plugin"
-    TEXT "Loads the plugin as a head unit does and drives it with a simulated car or\nwith recorded drives: OBD-II exports, candump logs and recordings of its own.")
+    SUMMARY "drive and observe a head unit plugin on a desk"
+    TEXT "Loads the plugin as a head unit does and drives it with a simulated car or\nrecorded drives: OBD-II exports, candump logs and its own recordings.")
 
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.desktop" DESTINATION share/applications
     COMPONENT bench)

@@ -30,20 +30,20 @@ private slots:
     void noticesWithoutAVoice_data();
     void noticesWithoutAVoice();
     void speakersOfEveryMask();
-    void timeLineIsBounded();
+    void timelineIsBounded();
     void pictureFollows();
     void aDriveIsTold();
-    void timeLineRunsForward();
+    void timelineRunsForward();
 
 private:
     void notify(int kind, int location = 0)
     {
         emit norda::VtqService::instance()->audioInterruptNotify(uchar(kind), uchar(location));
     }
-    QStringList told() const
+    QStringList notes() const
     {
         QStringList lines;
-        for (const AudioStage::Entry &entry : m_stage->timeLine())
+        for (const AudioStage::Entry &entry : m_stage->timeline())
             lines.append(QStringLiteral("%1 %2").arg(entry.ms).arg(entry.text));
         return lines;
     }
@@ -115,19 +115,18 @@ void tst_AudioStage::voices()
     QVERIFY(!m_stage->isDucked());
     QVERIFY(m_stage->isVolumeShown());
     QCOMPARE(m_stage->voiceSpeakers(), 0);
-    QCOMPARE(told(),
-             (QStringList{
-                 QStringLiteral("1234 Notice of the module: kind %1, locations 4").arg(kind),
-                 "1234 Volume display hidden",
-                 QStringLiteral("1234 %1 begins, from rear left").arg(name),
-                 QStringLiteral("1234 Audio status %1").arg(status),
-                 QStringLiteral("1234 %1 asks for the focus").arg(source),
-                 "1234 Audio source 7: the music ducks",
-                 "2000 Notice of the module: kind 0, locations 0",
-                 QStringLiteral("2000 Audio status %1").arg(status + 1),
-                 "2000 Volume display shown",
-                 QStringLiteral("2000 %1 ends").arg(name),
-             }));
+    QCOMPARE(notes(), (QStringList{
+                          QStringLiteral("1234 Module notice: kind %1, locations 4").arg(kind),
+                          "1234 Volume display hidden",
+                          QStringLiteral("1234 %1 begins, from rear left").arg(name),
+                          QStringLiteral("1234 Audio status %1").arg(status),
+                          QStringLiteral("1234 %1 requests the audio focus").arg(source),
+                          "1234 Audio source 7: the music ducks",
+                          "2000 Module notice: kind 0, locations 0",
+                          QStringLiteral("2000 Audio status %1").arg(status + 1),
+                          "2000 Volume display shown",
+                          QStringLiteral("2000 %1 ends").arg(name),
+                      }));
 }
 
 void tst_AudioStage::aRefusedFocusLetsTheMusicGoOn()
@@ -136,7 +135,7 @@ void tst_AudioStage::aRefusedFocusLetsTheMusicGoOn()
     notify(2, 1);
     QCOMPARE(int(m_stage->voice()), int(AudioStage::Information));
     QVERIFY(!m_stage->isDucked());
-    QCOMPARE(told().last(), QStringLiteral("0 The focus was refused: the music goes on"));
+    QCOMPARE(notes().last(), QStringLiteral("0 Audio focus denied: the music continues"));
     notify(0);
     m_stage->setFocusGranted(true);
     notify(2, 1);
@@ -155,7 +154,7 @@ void tst_AudioStage::mixComesBackAfterADelay()
     moveTo(1800);
     QCOMPARE(calls.take({"mcu"}), QStringList{"mcu::McuService::setMixChannel(63, 1)"});
     QCOMPARE(m_stage->musicSpeakers(), int(AllSpeakers));
-    QCOMPARE(told().last(), QStringLiteral("1800 Mix channels 63 on"));
+    QCOMPARE(notes().last(), QStringLiteral("1800 Mix channels 63 on"));
     moveTo(9000);
     QCOMPARE(calls.take({"mcu"}), QStringList()); // once
 }
@@ -201,7 +200,7 @@ void tst_AudioStage::voicesReplaceEachOther()
         QCOMPARE(int(m_stage->voice()), kind - 1);
         QVERIFY(m_stage->isDucked());
     }
-    QCOMPARE(told().filter(QStringLiteral("gives way")).size(), 2);
+    QCOMPARE(notes().filter(QStringLiteral("is interrupted")).size(), 2);
     CallSpy calls;
     notify(0);
     QCOMPARE(int(m_stage->voice()), int(AudioStage::Silent));
@@ -217,7 +216,7 @@ void tst_AudioStage::blockedByTheDisplay()
     QMetaObject::invokeMethod(nordaHostObject("SrcDsplCtrl"), "setCurrentDspl", Q_ARG(int, 4));
     notify(3, 12);
     QCOMPARE(int(m_stage->voice()), int(AudioStage::Silent));
-    QCOMPARE(told().size(), 1); // the notice itself
+    QCOMPARE(notes().size(), 1); // the notice itself
     QMetaObject::invokeMethod(nordaHostObject("SrcDsplCtrl"), "setCurrentDspl", Q_ARG(int, 0));
     notify(3, 12);
     QCOMPARE(int(m_stage->voice()), int(AudioStage::Recognition));
@@ -235,7 +234,7 @@ void tst_AudioStage::noticesWithoutAVoice()
     QFETCH(int, kind);
     notify(kind, 63);
     QCOMPARE(int(m_stage->voice()), int(AudioStage::Silent));
-    QCOMPARE(told().size(), kind == 0 ? 0 : 1);
+    QCOMPARE(notes().size(), kind == 0 ? 0 : 1);
     QVERIFY(m_stage->isVolumeShown());
 }
 
@@ -252,14 +251,14 @@ void tst_AudioStage::speakersOfEveryMask()
     QCOMPARE(speakerNames(FrontLeftSpeaker | Subwoofer), QStringLiteral("front left, subwoofer"));
 }
 
-void tst_AudioStage::timeLineIsBounded()
+void tst_AudioStage::timelineIsBounded()
 {
     for (int i = 0; i < 1500; ++i) {
         m_nowMs = i;
         notify(1);
     }
-    QCOMPARE(m_stage->timeLine().size(), 1000);
-    QCOMPARE(m_stage->timeLine().last().ms, 1499);
+    QCOMPARE(m_stage->timeline().size(), 1000);
+    QCOMPARE(m_stage->timeline().last().ms, 1499);
 }
 
 void tst_AudioStage::pictureFollows()
@@ -278,12 +277,12 @@ void tst_AudioStage::aDriveIsTold()
 {
     QString error;
     Session session(module::openSource(QStringLiteral("simulator"), &error));
-    session.lead(m_stage.data());
+    session.connectAudio(m_stage.data());
     session.drive()->setSpeed(module::Drive::Unlimited);
     QSignalSpy finished(session.drive(), &module::Drive::finished);
     session.drive()->play();
     QVERIFY(finished.wait(30000));
-    const QStringList lines = told();
+    const QStringList lines = notes();
     for (const char *voice : {"Warning tone begins", "Voice information begins",
                               "Voice recognition begins", "Mix channels 63 on"})
         QVERIFY2(!lines.filter(QLatin1String(voice)).isEmpty(), voice);
@@ -297,18 +296,18 @@ void tst_AudioStage::aDriveIsTold()
 }
 
 // However one jumps in the drive, what comes later stands later.
-void tst_AudioStage::timeLineRunsForward()
+void tst_AudioStage::timelineRunsForward()
 {
     QString error;
     Session session(module::openSource(QStringLiteral("none"), &error));
-    session.lead(m_stage.data());
+    session.connectAudio(m_stage.data());
     session.drive()->seek(573500);
     notify(4, 3);
     session.drive()->seek(295300);
     notify(0);
     notify(4, 3);
     qint64 before = 0;
-    for (const AudioStage::Entry &entry : m_stage->timeLine()) {
+    for (const AudioStage::Entry &entry : m_stage->timeline()) {
         QVERIFY2(entry.ms >= before, qPrintable(entry.text));
         before = entry.ms;
     }

@@ -286,7 +286,7 @@ void tst_HeadUnit::cameraFollowsTheSteering()
     QString error;
     Session session(module::openSource(QStringLiteral("simulator"), &error));
     CameraView *camera = m_screen->camera();
-    session.feed(camera);
+    session.connectCamera(camera);
     m_screen->showCamera(true);
     session.drive()->seek(500000);
     QCOMPARE(camera->view().steeringDegrees, 0.0);

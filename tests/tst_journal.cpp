@@ -1,9 +1,10 @@
 #include "adaptorlink.h"
 #include "panels/callwords.h"
 #include "panels/signalpresets.h"
-#include "scenario/scenario.h"
+#include "scenario/scenarioline.h"
 #include "scenario/scenariowriter.h"
 #include "session/journal.h"
+#include "session/setup.h"
 #include "testmain.h"
 #include "values.h"
 
@@ -119,7 +120,7 @@ void tst_Journal::meanings_data()
     row("version", adaptor + "NordaData_Request", {5}, "the version");
     row("unknown page", adaptor + "NordaData_Request", {6}, "");
     row("row", adaptor + "NordaSetSelectedLineNumber", {2}, "row 1");
-    row("rear zone", "norda::VtqService::setClimateRearZone", {true}, "the rear zone is on view");
+    row("rear zone", "norda::VtqService::setClimateRearZone", {true}, "the rear zone is shown");
     row("source", "norda::VtqService::syncRadioStatus", {0x21, 0x84, 100, 1, 128, 128},
         "source 20 to 23");
     row("no source", "norda::VtqService::syncRadioStatus", {0x00, 0x84, 100, 1, 128, 128},

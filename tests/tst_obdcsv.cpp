@@ -20,6 +20,8 @@ private slots:
     void raggedRows();
     void unusableFiles_data();
     void unusableFiles();
+    void drivesByTheirTimes_data();
+    void drivesByTheirTimes();
     void rowsOfOneSecondShareIt();
     void damagedEndPlaysTheGoodPart();
     void hugeLineIsPassedOver();
@@ -122,6 +124,14 @@ void tst_ObdCsv::times_data()
                                  << "24.03.2019 10:11:13" << 1000.0;
     QTest::newRow("clock") << "10:11:12.500"
                            << "10:11:13.000" << 500.0;
+    QTest::newRow("American date") << "3/24/2019 9:11:12 AM"
+                                   << "3/24/2019 9:11:13 AM" << 1000.0;
+    QTest::newRow("American date over noon") << "03/24/2019 11:59:59.500 AM"
+                                             << "03/24/2019 12:00:00.000 PM" << 500.0;
+    QTest::newRow("two digits of the year") << "3/24/19 10:11"
+                                            << "3/24/19 10:12" << 60000.0;
+    QTest::newRow("a day that is not") << "2/30/2019 10:11:12"
+                                       << "13/13/2019 10:11:12" << -1.0;
     QTest::newRow("a date alone") << "2019-03-24"
                                   << "24.03.2019" << -1.0;
     QTest::newRow("no time") << "yesterday"
@@ -250,6 +260,45 @@ void tst_ObdCsv::unusableFiles()
     error.clear();
     QVERIFY(!openSource(path + QStringLiteral("x"), &error));
     QVERIFY(error.startsWith(path + QStringLiteral("x: expected a readable file: ")));
+}
+
+void tst_ObdCsv::drivesByTheirTimes_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QVector<int>>("times");
+    QTest::addColumn<QStringList>("remarks");
+    const auto row = [](const char *name, const QByteArray &file, const QVector<int> &times,
+                        const QStringList &remarks = {}) {
+        QTest::newRow(name) << file << times << remarks;
+    };
+    row("decimal commas", "Time;RPM\n2,5;900\n4,25;910\n", {0, 1750});
+    row("clock with a decimal comma", "Time;RPM\n10:11:12,500;900\n10:11:13,000;910\n", {0, 500});
+    row("German date with a decimal comma",
+        "Time;RPM\n24.03.2019 10:11:12,250;900\n24.03.2019 10:11:13,000;910\n", {0, 750});
+    row("months first, told by a later row",
+        "Time,RPM\n03/12/2019 23:59:59,900\n03/13/2019 00:00:01,910\n", {0, 2000});
+    row("days first, told by a later row",
+        "Time,RPM\n12/03/2019 23:59:59,900\n13/03/2019 00:00:01,910\n", {0, 2000});
+    row("either, within a day", "Time,RPM\n03/04/2019 10:00:00,900\n03/04/2019 10:00:01,910\n",
+        {0, 1000});
+    row("either, over midnight", "Time,RPM\n03/04/2019 23:59:59,900\n03/05/2019 00:00:01,910\n",
+        {0, 2000}, {"Dates such as '03/04/2019 23:59:59' taken as month/day/year"});
+    row("not understood", "Time,RPM\nnoon,900\nlater,910\n", {0, 1000},
+        {"Times such as 'noon' are not understood: played at 1 row per second"});
+    row("none", "RPM\n900\n910\n", {0, 1000}, {"No time in this file: played at 1 row per second"});
+}
+
+void tst_ObdCsv::drivesByTheirTimes()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QVector<int>, times);
+    QFETCH(QStringList, remarks);
+    const SampleLog log = read(file);
+    QVector<int> found;
+    for (const Sample &sample : log.samples)
+        found.append(int(sample.atMs));
+    QCOMPARE(found, times);
+    QCOMPARE(log.remarks, remarks);
 }
 
 void tst_ObdCsv::rowsOfOneSecondShareIt()

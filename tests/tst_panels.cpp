@@ -27,10 +27,10 @@ private slots:
     void carIsHeldInHand();
     void recordedCarCannotBeHeld();
     void faultsAreSet();
-    void inspectorTellsWhatIsThere();
+    void inspectorDescribesWidgets();
 };
 
-enum SignalColumn { Name, Last, Count, Ago, HeardBy };
+enum SignalColumn { Name, Last, Count, Age, Receivers };
 enum CallColumn { Time, Operation, Meaning, Arguments };
 
 void tst_Panels::signalsTellLastValueAndListeners()
@@ -39,14 +39,14 @@ void tst_Panels::signalsTellLastValueAndListeners()
     const int doors = rowOf("signals", "doorStatus", Name);
     QVERIFY(doors >= 0);
     QCOMPARE(cell("signals", doors, Count), QString());
-    QCOMPARE(cell("signals", doors, HeardBy), QStringLiteral("nobody")); // the page is not there
+    QCOMPARE(cell("signals", doors, Receivers), QStringLiteral("none")); // the page is not there
     windows()->openWindow(81);
     emit VtqAdaptor::instance()->doorStatus(4);
     emit VtqAdaptor::instance()->doorStatus(5);
     QTRY_COMPARE(cell("signals", doors, Count), QStringLiteral("2"));
     QCOMPARE(cell("signals", doors, Last), QStringLiteral("5"));
-    QVERIFY(cell("signals", doors, Ago).startsWith("0."));
-    QCOMPARE(cell("signals", doors, HeardBy), QStringLiteral("1"));
+    QVERIFY(cell("signals", doors, Age).startsWith("0."));
+    QCOMPARE(cell("signals", doors, Receivers), QStringLiteral("1"));
 
     auto *filter = find<QDockWidget>("signals")->findChild<QLineEdit *>();
     QTest::keyClicks(filter, "tire");
@@ -197,11 +197,11 @@ void tst_Panels::faultsAreSet()
     QCOMPARE(faults.value(Faults::Restart), 60.0);
 }
 
-void tst_Panels::inspectorTellsWhatIsThere()
+void tst_Panels::inspectorDescribesWidgets()
 {
     open("inspector");
     windows()->openWindow(83);
-    QTest::mouseClick(find<QToolButton>("point"), Qt::LeftButton);
+    QTest::mouseClick(find<QToolButton>("pick"), Qt::LeftButton);
     QWidget *car = screen()->widgetNamed("bkg_car");
     const QPoint place = car->mapTo(screen(), car->rect().center());
     QWidget *top = screen()->childAt(place);
@@ -209,21 +209,21 @@ void tst_Panels::inspectorTellsWhatIsThere()
     QMouseEvent move(QEvent::MouseMove, top->mapFrom(screen(), place), Qt::NoButton, Qt::NoButton,
                      {});
     QCoreApplication::sendEvent(top, &move);
-    QString told = find<QPlainTextEdit>("inspected")->toPlainText();
-    QVERIFY2(told.startsWith("Name: bkg_car\nClass: QLabel\n"), qPrintable(told));
-    QVERIFY2(told.contains("Image: :/icon/"), qPrintable(told));
-    QVERIFY(told.contains("Within: car_radar_widget < "));
+    QString text = find<QPlainTextEdit>("inspected")->toPlainText();
+    QVERIFY2(text.startsWith("Name: bkg_car\nClass: QLabel\n"), qPrintable(text));
+    QVERIFY2(text.contains("Image: :/icon/"), qPrintable(text));
+    QVERIFY(text.contains("Parents: car_radar_widget < "));
 
     // A click keeps it, and the key under it is not touched.
     const Journal *journal = session()->journal();
     const int calls = journal->count(Journal::Call);
     click("key_camera");
-    QVERIFY(!find<QToolButton>("point")->isChecked());
+    QVERIFY(!find<QToolButton>("pick")->isChecked());
     QVERIFY(!screen()->isCameraShown());
     QCOMPARE(journal->count(Journal::Call), calls);
-    told = find<QPlainTextEdit>("inspected")->toPlainText();
-    QVERIFY2(told.startsWith("Name: key_camera\nClass: norda::IconKey\n"), qPrintable(told));
-    QVERIFY2(told.contains("clicked("), qPrintable(told));
+    text = find<QPlainTextEdit>("inspected")->toPlainText();
+    QVERIFY2(text.startsWith("Name: key_camera\nClass: norda::IconKey\n"), qPrintable(text));
+    QVERIFY2(text.contains("clicked("), qPrintable(text));
     click("key_camera");
     QVERIFY(screen()->isCameraShown());
 }

@@ -6,6 +6,8 @@
 #include "testmain.h"
 #include "values.h"
 
+#include <sys/resource.h>
+
 using namespace module;
 
 Q_DECLARE_METATYPE(module::Emission)
@@ -26,6 +28,15 @@ private slots:
     void damagedRecordings();
     void linkRefusesWhatTheAdaptorHasNot();
     void longRecordingStaysBounded();
+    void nameOfThePreviousPart_data();
+    void nameOfThePreviousPart();
+    void eachLineIsInTheFileAtOnce();
+    void twoRecorders();
+    void ownSource_data();
+    void ownSource();
+    void fullDisk();
+    void damagedTimes_data();
+    void damagedTimes();
 
 private:
     QString file() const { return m_folder.filePath(QStringLiteral("recording.jsonl")); }
@@ -297,6 +308,14 @@ void tst_Recording::damagedRecordings_data()
     QTest::newRow("time goes back") << header + "{\"t\":9,\"end\":true}\n" + good << "" << 1;
     QTest::newRow("no time") << header + "{\"signal\":\"doorStatus\",\"args\":[1]}\n"
                              << "" << 1;
+    QTest::newRow("no header") << good + good
+                               << ": line 1: expected the header of a recording, found "
+                                  "'{\"t\":1,\"signal\":\"doorStatus\",\"args\":[1]}'"
+                               << 0;
+    QTest::newRow("damaged header") << "{\"format\":\"nord\n" + good
+                                    << ": line 1: expected the header of a recording, found "
+                                       "'{\"format\":\"nord'"
+                                    << 0;
     QTest::newRow("another version")
         << QByteArray("{\"format\":\"norda-recording\",\"version\":7}\n")
         << ": line 1: expected a recording of version 1, found version 7" << 0;
@@ -382,6 +401,146 @@ void tst_Recording::longRecordingStaysBounded()
         QCOMPARE(source->statistics().value("badLines").toInt(), 0);
     }
     QCOMPARE(last, seconds - 10);
+}
+
+void tst_Recording::nameOfThePreviousPart_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("previous");
+    QTest::newRow("one suffix") << "rec.jsonl"
+                                << "rec.1.jsonl";
+    QTest::newRow("two suffixes") << "rec.old.jsonl"
+                                  << "rec.old.1.jsonl";
+    QTest::newRow("none") << "rec"
+                          << "rec.1";
+}
+
+void tst_Recording::nameOfThePreviousPart()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, previous);
+    QTemporaryDir folder;
+    QString error;
+    RecordingWriter writer(folder.filePath(name), "test", &error);
+    writer.setLimit(200);
+    for (int i = 0; i < 4; ++i)
+        writer.writeSignal(i, "doorStatus", {QVariant::fromValue(uchar(i))});
+    writer.finish(9);
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+             (name < previous ? QStringList{name, previous} : QStringList{previous, name}));
+}
+
+/** Whatever ends the program, its recording ends with the last line. */
+void tst_Recording::eachLineIsInTheFileAtOnce()
+{
+    QString error;
+    RecordingWriter writer(file(), "test", &error);
+    for (int ms = 0; ms < 10; ++ms) {
+        writer.writeSignal(ms, "doorStatus", {QVariant::fromValue(uchar(ms))});
+        QCOMPARE(RecordingSource::open(file(), &error)->durationMs(), ms);
+    }
+}
+
+void tst_Recording::twoRecorders()
+{
+    QString error;
+    RecordingWriter first(file(), "test", &error);
+    first.writeSignal(1, "doorStatus", {QVariant::fromValue(uchar(1))});
+    RecordingWriter second(file(), "test", &error);
+    QVERIFY(!second.isOpen());
+    QCOMPARE(error, file() + ": expected a file that nothing else is writing");
+    second.writeSignal(1, "doorStatus", {QVariant::fromValue(uchar(2))});
+    first.finish(2);
+    QString ignored;
+    QCOMPARE(RecordingSource::open(file(), &ignored)->statistics().value("signals").toInt(), 1);
+}
+
+void tst_Recording::ownSource_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::newRow("the recording") << "own.jsonl";
+    QTest::newRow("its previous part") << "own.1.jsonl";
+}
+
+void tst_Recording::ownSource()
+{
+    QFETCH(QString, source);
+    const QString path = m_folder.filePath(source);
+    QString error;
+    RecordingWriter(path, "the source", &error).finish(7);
+    RecordingWriter writer(m_folder.filePath("own.jsonl"), "test", &error, {path});
+    QVERIFY(!writer.isOpen());
+    QCOMPARE(error, path + ": expected a file that is not read at the same time");
+    QCOMPARE(RecordingSource::open(path, &error)->durationMs(), 7);
+    QFile::remove(path);
+}
+
+/** Reported once, and what was written before can be played. */
+void tst_Recording::fullDisk()
+{
+    QString error;
+    RecordingWriter writer(file(), "test", &error);
+    rlimit before;
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit limited{100000, before.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &limited), 0);
+    QStringList notices;
+    for (int ms = 0; ms < 10000; ++ms) {
+        writer.writeSignal(ms, "doorStatus", {QVariant::fromValue(uchar(1))});
+        const QString notice = writer.takeNotice();
+        if (!notice.isEmpty())
+            notices.append(notice);
+    }
+    writer.finish(10000);
+    setrlimit(RLIMIT_FSIZE, &before);
+
+    QVERIFY(writer.hasFailed());
+    QCOMPARE(notices.size(), 1);
+    QVERIFY2(notices[0].startsWith(file() + ": expected a file that can be written: File too "
+                                            "large; the recording ends at 2."),
+             qPrintable(notices[0]));
+    const auto source = RecordingSource::open(file(), &error);
+    QCOMPARE(source->statistics().value("badLines").toInt(), 0);
+    QVERIFY(source->durationMs() > 1000);
+}
+
+void tst_Recording::damagedTimes_data()
+{
+    QTest::addColumn<QVector<int>>("times");
+    QTest::addColumn<QVector<int>>("played");
+    const auto row = [](const char *name, const QVector<int> &times, const QVector<int> &played) {
+        QTest::newRow(name) << times << played;
+    };
+    row("one far ahead", {1, 2, 1000000000, 4, 5}, {1, 2, 4, 5});
+    row("the first", {1000000000, 2, 3}, {2, 3});
+    row("the last", {1, 2, 1}, {1, 1});
+    row("two far ahead", {1, 900000, 1000000, 4, 5, 6}, {1, 4, 5, 6});
+    row("one far behind", {10, 11, 0, 12}, {10, 11, 12});
+    row("equal times", {3, 3, 3}, {3, 3, 3});
+}
+
+void tst_Recording::damagedTimes()
+{
+    QFETCH(QVector<int>, times);
+    QFETCH(QVector<int>, played);
+    QString error;
+    {
+        RecordingWriter writer(file(), "test", &error);
+        for (const int ms : qAsConst(times)) {
+            writer.writeCall(ms, "Beep::play", {});
+            writer.writeSignal(ms, "doorStatus", {QVariant::fromValue(uchar(1))});
+        }
+    }
+    const auto source = RecordingSource::open(file(), &error);
+    QVERIFY2(source, qPrintable(error));
+    QCOMPARE(source->durationMs(), played.constLast());
+    QCOMPARE(source->statistics().value("calls").toInt(), played.size());
+    QCOMPARE(source->statistics().value("signals").toInt(), played.size());
+    QCOMPARE(source->statistics().value("badLines").toInt(), 2 * (times.size() - played.size()));
+    QVector<int> seen;
+    while (source->nextDueMs() >= 0)
+        seen.append(int(source->take().atMs));
+    QCOMPARE(seen, played);
 }
 
 NORDA_TEST_MAIN(tst_Recording)

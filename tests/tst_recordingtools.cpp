@@ -4,6 +4,8 @@
 #include "testmain.h"
 #include "testpaths.h"
 
+#include <sys/stat.h>
+
 using namespace module;
 
 static const QByteArray header("{\"format\":\"norda-recording\",\"title\":\"t\",\"version\":1}\n");
@@ -52,6 +54,8 @@ private slots:
     void cut();
     void cutKeepsWhatWasDone();
     void cutOfALongOne();
+    void interruptedRecording_data();
+    void interruptedRecording();
     void unusable_data();
     void unusable();
 
@@ -225,6 +229,33 @@ void tst_RecordingTools::cutOfALongOne()
     }
 }
 
+void tst_RecordingTools::interruptedRecording_data()
+{
+    QTest::addColumn<QByteArray>("tail");
+    QTest::newRow("after a line") << QByteArray();
+    QTest::newRow("in a line") << QByteArray("{\"args\":[1],\"sig");
+    QTest::newRow("blocks without content") << QByteArray(100000, '\0');
+}
+
+/** It ends with its last whole line. */
+void tst_RecordingTools::interruptedRecording()
+{
+    QFETCH(QByteArray, tail);
+    const QByteArray whole = header + door(1000, 1) + battery(2000);
+    write("a.jsonl", whole + tail);
+    write("b.jsonl", whole);
+    QString error;
+    QCOMPARE(RecordingSource::open(path("a.jsonl"), &error)->durationMs(), 2000);
+    QVERIFY2(cutRecording(path("a.jsonl"), 0, 90000, path("part.jsonl"), &error),
+             qPrintable(error));
+    const QByteArray part = read("part.jsonl");
+    QCOMPARE(part.mid(part.indexOf('\n') + 1), door(1000, 1) + battery(2000) + end(2000));
+    QStringList report;
+    QCOMPARE(compareRecordings(path("a.jsonl"), path("b.jsonl"), &report, &error),
+             Comparison::Identical);
+    QCOMPARE(error, QString());
+}
+
 void tst_RecordingTools::unusable_data()
 {
     QTest::addColumn<QStringList>("arguments"); // GOOD, BAD and NONE stand for files
@@ -246,10 +277,20 @@ void tst_RecordingTools::unusable_data()
         << QStringList{"--cut", "GOOD"} << "--cut: expected --record with the file for the part";
     QTest::newRow("ends before it begins")
         << QStringList{"--cut", "GOOD", "--from", "5", "--to", "4", "--record", "NONE"}
-        << "--to: expected a number from 5 to 2.592e+06, got '4'";
+        << "--to: expected a number from 5 to 2592000, got '4'";
     QTest::newRow("after the end")
         << QStringList{"--cut", "GOOD", "--from", "5", "--record", "NONE"}
         << "GOOD: expected signals or calls from 5 s to 2592000 s, found none";
+    QTest::newRow("damaged time")
+        << QStringList{"--cut", "LATE", "--record", "NONE"}
+        << "LATE: line 3: expected a time from 1000 ms to 2592000000 ms, found 1e+300";
+    QTest::newRow("time goes back")
+        << QStringList{"--diff", "GOOD", "BACK"}
+        << "BACK: line 3: expected a time from 1000 ms to 2592000000 ms, found 999";
+    QTest::newRow("part to a pipe") << QStringList{"--cut", "GOOD", "--record", "PIPE"}
+                                    << "PIPE: expected a regular file, found a pipe";
+    QTest::newRow("part to a device") << QStringList{"--cut", "GOOD", "--record", "/dev/full"}
+                                      << "/dev/full: expected a regular file, found a device";
     QTest::newRow("damaged after the start")
         << QStringList{"--cut", "BAD", "--record", "NONE"}
         << "BAD: line 3: expected a signal, a call, an action or the end, found '{\"t\":'";
@@ -261,8 +302,14 @@ void tst_RecordingTools::unusable()
     QFETCH(QString, message);
     write("good.jsonl", header + door(1000, 1) + end(2000));
     write("bad.jsonl", header + door(1000, 1) + "{\"t\":\n");
+    write("late.jsonl", header + door(1000, 1) + "{\"signal\":\"x\",\"args\":[],\"t\":1e300}\n");
+    write("back.jsonl", header + door(1000, 1) + end(999));
+    mkfifo(QFile::encodeName(path("pipe")).constData(), 0600);
     const auto named = [this](QString text) {
         return text.replace("GOOD", path("good.jsonl"))
+            .replace("LATE", path("late.jsonl"))
+            .replace("BACK", path("back.jsonl"))
+            .replace("PIPE", path("pipe"))
             .replace("BAD", path("bad.jsonl"))
             .replace("NONE", path("none.jsonl"));
     };

@@ -83,7 +83,7 @@ void tst_Scenarios::unusable_data()
         "line 1: expected a text, list or object, got \"12");
     row("no list", "0 signal gaugeTitlesNotify [1,,2]\n",
         "line 1: expected a text, list or object, got [1,,2]");
-    row("time alone", "0.5\n", "line 1: expected something to do or to expect behind the time");
+    row("time alone", "0.5\n", "line 1: expected an action or an expectation after the time");
     row("back in time", "2 page 81\n1 page 80\n",
         "line 2: expected a time of 2 s or later, up to a day, got 1");
     row("too late", "1e9 page 81\n",
@@ -93,11 +93,11 @@ void tst_Scenarios::unusable_data()
     row("unknown deed", "0 fly\n",
         "line 1: expected one of expect, wait, picture, page, back, split, key, touch, press, "
         "move, release, signal, host, invoke, car, fault, focus, seek, got 'fly'");
-    row("page", "0 page gauges\n", "line 1: expected the number of a page behind 'page'");
-    row("back", "0 back 1\n", "line 1: expected nothing behind 'back'");
+    row("page", "0 page gauges\n", "line 1: expected the number of a page after 'page'");
+    row("back", "0 back 1\n", "line 1: expected nothing after 'back'");
     row("touch", "0 touch\n",
-        "line 1: expected a widget, a widget and a place in it, or a place behind 'touch'");
-    row("move", "0 move key\n", "line 1: expected a place on the screen behind 'move'");
+        "line 1: expected a widget, a widget and a place in it, or a place after 'touch'");
+    row("move", "0 move key\n", "line 1: expected a place on the screen after 'move'");
     row("signal", "0 signal doorOpen 1\n",
         "line 1: expected a signal of the module, got 'doorOpen'");
     row("argument missing", "0 signal doorStatus\n",
@@ -120,18 +120,18 @@ void tst_Scenarios::unusable_data()
     row("control", "0 car wing open\n", "line 1: expected one of engine, speed, engine-lamp, ");
     row("control's value", "0 car hood 1\n",
         "line 1: expected hood with closed, open or auto, got '1'");
-    row("focus", "0 focus maybe\n", "line 1: expected 'granted' or 'refused' behind 'focus'");
-    row("seek", "0 seek -1\n", "line 1: expected a time in seconds behind 'seek'");
-    row("wait", "0 wait 11\n", "line 1: expected up to 10 seconds behind 'wait'");
-    row("wait back", "0 wait -1\n", "line 1: expected up to 10 seconds behind 'wait'");
-    row("picture", "0 picture a/b\n", "line 1: expected a name without a folder behind 'picture'");
-    row("expected page", "0 expect page\n", "line 1: expected the number of a page behind 'page'");
+    row("focus", "0 focus maybe\n", "line 1: expected 'granted' or 'refused' after 'focus'");
+    row("seek", "0 seek -1\n", "line 1: expected a time in seconds after 'seek'");
+    row("wait", "0 wait 11\n", "line 1: expected up to 10 seconds after 'wait'");
+    row("wait back", "0 wait -1\n", "line 1: expected up to 10 seconds after 'wait'");
+    row("picture", "0 picture a/b\n", "line 1: expected a name without a folder after 'picture'");
+    row("expected page", "0 expect page\n", "line 1: expected the number of a page after 'page'");
     row("expected camera", "0 expect camera open\n",
-        "line 1: expected shown, split or hidden behind 'camera'");
+        "line 1: expected shown, split or hidden after 'camera'");
     row("expected signal", "0 expect signal doorOpen\n",
-        "line 1: expected a signal and, if they matter, its arguments behind 'signal'");
+        "line 1: expected a signal and, if they matter, its arguments after 'signal'");
     row("expected no", "0 expect no page\n",
-        "line 1: expected call, signal or sound with what must not have been behind 'no'");
+        "line 1: expected call, signal or sound with what must not have been after 'no'");
     row("expected widget", "0 expect key_P1\n",
         "line 1: expected a widget with visible, hidden, enabled, disabled, checked, unchecked, or "
         "a property and its value");
@@ -157,7 +157,7 @@ void tst_Scenarios::fails_data()
     const auto row = [](const char *name, const char *text, const char *message) {
         QTest::newRow(name) << QByteArray(text) << QString(message);
     };
-    row("page", "0 page 81\nexpect page 82\n", "2: expected page 82, seen: page 81");
+    row("page", "0 page 81\nexpect page 82\n", "2: expected page 82, seen: Vehicle (81)");
     row("no such page", "0 page 99\nexpect page 80\n",
         qPrintable(QStringLiteral("1: expected a page of the plugin (%1), got 99").arg(pageIds())));
     row("camera", "0 expect camera split\n", "1: expected camera split, seen: hidden");
@@ -319,7 +319,7 @@ void tst_Scenarios::report()
     }
     QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
     QCOMPARE(seen, (QStringList{"2/1", "a: It is <there> & \"here\"", "b: b",
-                                "b.scenario:1: expected page 81, seen: page 80"}));
+                                "b.scenario:1: expected page 81, seen: Gauges (80)"}));
 }
 
 NORDA_TEST_MAIN(tst_Scenarios)

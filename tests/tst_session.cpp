@@ -1,5 +1,5 @@
 #include "benchfixture.h"
-#include "panels/timeline.h"
+#include "panels/timelineview.h"
 #include "program.h"
 #include "recording.h"
 #include "scenario/scenario.h"
@@ -36,7 +36,7 @@ private slots:
     void lineZoomsAndMoves();
     void panelsAreRemembered();
     void burstWithEverythingOpen();
-    void journalTellsWhatItLetGo();
+    void journalShowsWhatWasDropped();
     void windowPlaysAndSeeks();
     void sessionByHandBecomesAScenario();
     void seedIsPartOfTheScenario();
@@ -74,7 +74,7 @@ void tst_Session::callLeadsToItsMoment()
     emit table->doubleClicked(index);
     QVERIFY(session()->isRewound());
     QVERIFY(!find<TimelineView>("timeline")->follows());
-    QTest::mouseClick(find<QToolButton>("present"), Qt::LeftButton);
+    QTest::mouseClick(find<QToolButton>("live"), Qt::LeftButton);
     QVERIFY(!session()->isRewound());
 }
 
@@ -108,7 +108,7 @@ void tst_Session::screenAsItWas()
     QCOMPARE(windows()->currentWindow(), 80);
     QCOMPARE(text("Txt_center_value"), QStringLiteral("0 RPM"));
     const qint64 known = journal->total();
-    emit line->momentWanted(spoken + 100);
+    emit line->momentRequested(spoken + 100);
     QCOMPARE(audio()->voice(), AudioStage::Silent); // what is past is seen and not heard
     // Along the scale, the screen follows the pointer.
     QTest::mousePress(line, Qt::LeftButton, {}, QPoint(line->xAt(3000), 5));
@@ -126,16 +126,16 @@ void tst_Session::screenAsItWas()
 
     QTest::keyClick(m_window.data(), Qt::Key_Space); // the key for it goes on
     QVERIFY(drive->isPlaying());
-    emit line->momentWanted(29000);
+    emit line->momentRequested(29000);
     QVERIFY(!drive->isPlaying());
 
     // A touch of the past brings the present back, and nothing else.
     click("norda_key_about");
     QVERIFY(drive->isPlaying());
     QCOMPARE(windows()->currentWindow(), 81);
-    emit line->momentWanted(2000);
+    emit line->momentRequested(2000);
     QVERIFY(!drive->isPlaying());
-    QTest::mouseClick(find<QToolButton>("present"), Qt::LeftButton);
+    QTest::mouseClick(find<QToolButton>("live"), Qt::LeftButton);
     QVERIFY(drive->isPlaying());
     QCOMPARE(windows()->currentWindow(), 81);
     const qint64 position = drive->positionMs();
@@ -253,7 +253,7 @@ void tst_Session::burstWithEverythingOpen()
     QCOMPARE(recorded, sent);
 }
 
-void tst_Session::journalTellsWhatItLetGo()
+void tst_Session::journalShowsWhatWasDropped()
 {
     open("timeline");
     open("calls");
@@ -263,9 +263,8 @@ void tst_Session::journalTellsWhatItLetGo()
         emit VtqAdaptor::instance()->doorStatus(uchar(i));
         journal->note(0, Journal::Call, "A::b", {i});
     }
-    QTRY_VERIFY(find<QLabel>("timelineState")
-                    ->text()
-                    .contains("is no longer kept: 100 events are the most."));
+    QTRY_VERIFY(
+        find<QLabel>("timelineState")->text().contains("are no longer kept; the limit is 100."));
     QTRY_COMPARE(model("calls")->rowCount(), journal->ofKind(Journal::Call).size());
     QCOMPARE(cell("calls", model("calls")->rowCount() - 1, Arguments), QStringLiteral("249"));
     find<TimelineView>("timeline")->grab(); // nothing of what is gone is looked at
@@ -366,7 +365,8 @@ void tst_Session::seedIsPartOfTheScenario()
     QCOMPARE(first.setup.faults.stated(), QStringList{"silence:0.3"});
     for (int i = 0; i < 200; ++i) { // and they strike the same signals
         const module::Emission emission{i, "doorStatus", {i}};
-        QCOMPARE(first.setup.faults.pass(emission).size(), m_options.setup.faults.pass(emission).size());
+        QCOMPARE(first.setup.faults.pass(emission).size(),
+                 m_options.setup.faults.pass(emission).size());
     }
     m_window->openDrive(drive.fileName());
     Scenario second;

@@ -6,6 +6,10 @@
 #include "testmain.h"
 
 #include <QDir>
+#include <QScopeGuard>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 static const QString file = QStringLiteral("/media/flash/nvm/factory/settings.ini");
 
@@ -25,11 +29,15 @@ private slots:
     void valuesComeBack_data();
     void valuesComeBack();
     void sections();
+    void byteOrderMark();
     void aLongLineIsALine();
     void readOnlyFileIsReadAndKept();
     void unstorableValues_data();
     void unstorableValues();
     void relativeRoot();
+    void rootsInAllShapes_data();
+    void rootsInAllShapes();
+    void processesThatStartAtOnce();
     void valuesOfTheWrongKind_data();
     void valuesOfTheWrongKind();
     void damagedFileIsToldOnceAndKept();
@@ -148,6 +156,16 @@ void tst_Settings::sections()
                                   "[New]\none=5\n"));
 }
 
+void tst_Settings::byteOrderMark()
+{
+    store("\xEF\xBB\xBF"
+          "CameraInput=3\n");
+    QCOMPARE(m_saver.getValue("CameraInput", file, 0), 3);
+    m_saver.setOtherPathValue("CameraInput", file, 0, 4, true);
+    QCOMPARE(stored(), QByteArray("\xEF\xBB\xBF"
+                                  "CameraInput=4\n"));
+}
+
 void tst_Settings::aLongLineIsALine()
 {
     store("[General]\nlong=" + QByteArray(5000, 'x') + "\nCameraInput=3\n");
@@ -173,7 +191,7 @@ void tst_Settings::unstorableValues_data()
 {
     QTest::addColumn<QString>("key");
     QTest::addColumn<QVariant>("value");
-    for (const char *key : {"", "a=b", "a\nb", "[a]", ";a", " a", "/a", "a/", "a/b/c"})
+    for (const char *key : {"", "a=b", "a\nb", "a\n", "[a]", ";a", " a", "/a", "a/", "a/b/c"})
         QTest::addRow("key '%s'", QByteArray(key).replace('\n', ' ').constData())
             << QString(key) << QVariant(1);
     QTest::newRow("a list") << "key" << QVariant(QVariantList{1});
@@ -205,6 +223,94 @@ void tst_Settings::relativeRoot()
     QVERIFY(QFile::exists(root + "/here/there" + file));
     qputenv("NORDA_HOST_ROOT", root);
     QDir::setCurrent(before);
+}
+
+void tst_Settings::rootsInAllShapes_data()
+{
+    QTest::addColumn<QByteArray>("variable");
+    QTest::addColumn<QByteArray>("value"); // ROOT is a folder of this test's own
+    QTest::addColumn<QByteArray>("root");
+    QTest::newRow("data folder") << QByteArray("XDG_DATA_HOME") << QByteArray("ROOT/data")
+                                 << QByteArray("ROOT/data/norda-host");
+    QTest::newRow("data folder, slash at its end")
+        << QByteArray("XDG_DATA_HOME") << QByteArray("ROOT/data/")
+        << QByteArray("ROOT/data/norda-host");
+    QTest::newRow("data folder, two slashes")
+        << QByteArray("XDG_DATA_HOME") << QByteArray("ROOT//data")
+        << QByteArray("ROOT/data/norda-host");
+    QTest::newRow("data folder, by way of another")
+        << QByteArray("XDG_DATA_HOME") << QByteArray("ROOT/other/../data")
+        << QByteArray("ROOT/data/norda-host");
+    QTest::newRow("home") << QByteArray("HOME") << QByteArray("ROOT/home/")
+                          << QByteArray("ROOT/home/.local/share/norda-host");
+    QTest::newRow("host root, by way of another")
+        << QByteArray("NORDA_HOST_ROOT") << QByteArray("ROOT//a/../b/") << QByteArray("ROOT/b");
+    QTest::newRow("no home") << QByteArray("HOME") << QByteArray()
+                             << QByteArray("/.local/share/norda-host");
+    QTest::newRow("home is /") << QByteArray("HOME") << QByteArray("/")
+                               << QByteArray("/.local/share/norda-host");
+    QTest::newRow("host root is /")
+        << QByteArray("NORDA_HOST_ROOT") << QByteArray("/") << QByteArray();
+}
+
+/** What lies outside of the test's folder is only read. */
+void tst_Settings::rootsInAllShapes()
+{
+    QFETCH(QByteArray, variable);
+    QFETCH(QByteArray, value);
+    QFETCH(QByteArray, root);
+    // Each row has a file of its own, as a problem with one is reported only once.
+    const QString file =
+        QStringLiteral("/media/%1.ini").arg(qHash(QByteArray(QTest::currentDataTag())));
+    const char *const names[] = {"NORDA_HOST_ROOT", "XDG_DATA_HOME", "HOME"};
+    QMap<QByteArray, QByteArray> before;
+    for (const char *name : names)
+        before.insert(name, qgetenv(name));
+    const auto restore = qScopeGuard([&before] {
+        for (auto it = before.cbegin(); it != before.cend(); ++it)
+            it->isNull() ? qunsetenv(it.key()) : qputenv(it.key(), *it);
+    });
+    const QByteArray own = before.value("NORDA_HOST_ROOT");
+    for (const char *name : names)
+        qunsetenv(name);
+    if (!value.isNull())
+        qputenv(variable, value.replace("ROOT", own));
+    if (!root.contains("ROOT")) {
+        MessageCapture messages;
+        QCOMPARE(m_saver.getValue("CameraInput", file, 7), 7);
+        QCOMPARE(messages.takeTexts(), QStringList());
+        return;
+    }
+    m_saver.setOtherPathValue("CameraInput", file, 0, 4, true);
+    QCOMPARE(m_saver.getValue("CameraInput", file, 0), 4);
+    QVERIFY(QFile::exists(QString::fromLocal8Bit(root.replace("ROOT", own)) + file));
+}
+
+/** Each on a root that does not exist yet, and each saves keys of its own. */
+void tst_Settings::processesThatStartAtOnce()
+{
+    static constexpr int processes = 6;
+    static constexpr int keys = 20;
+    const auto name = [](int process, int key) {
+        return QStringLiteral("p%1.%2").arg(process).arg(key);
+    };
+    QVector<pid_t> children;
+    for (int process = 0; process < processes; ++process) {
+        children.append(fork());
+        if (children.last() != 0)
+            continue;
+        for (int key = 0; key < keys; ++key)
+            mem::SettingsExe().setOtherPathValue(name(process, key), file, 0, key, true);
+        _exit(0);
+    }
+    for (const pid_t child : qAsConst(children))
+        waitpid(child, nullptr, 0);
+    for (int process = 0; process < processes; ++process) {
+        for (int key = 0; key < keys; ++key)
+            QCOMPARE(m_saver.getValue(name(process, key), file, -1), key);
+    }
+    QCOMPARE(QDir(QFileInfo(local()).path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList("settings.ini"));
 }
 
 void tst_Settings::valuesOfTheWrongKind_data()

@@ -76,8 +76,8 @@ QString AudioStage::voiceName() const
 
 void AudioStage::setFocusGranted(bool granted)
 {
-    static constexpr int refused = 1;
-    AudioManager::instance()->setFocusResult(granted ? 0 : refused);
+    static constexpr int denied = 1;
+    AudioManager::instance()->setFocusResult(granted ? 0 : denied);
 }
 
 SourceInterface *AudioStage::source(Voice voice) const
@@ -87,9 +87,9 @@ SourceInterface *AudioStage::source(Voice voice) const
 
 void AudioStage::note(const QString &text)
 {
-    if (m_timeLine.size() >= mostEntries)
-        m_timeLine.removeFirst();
-    m_timeLine.append({nowMs(), text});
+    if (m_timeline.size() >= mostEntries)
+        m_timeline.removeFirst();
+    m_timeline.append({nowMs(), text});
     emit noted(text);
     emit changed();
 }
@@ -102,8 +102,8 @@ void AudioStage::advance()
         restoreMix();
 }
 
-/** Any voice source takes a notice: what plays is a state of the whole unit. */
-static void handToPlugin(SourceInterface *source, const char *slot, QGenericArgument first = {},
+/** Any voice source takes a notice: the playing voice is a state of the whole unit. */
+static void sendToPlugin(SourceInterface *source, const char *slot, QGenericArgument first = {},
                          QGenericArgument second = {})
 {
     if (auto *object = dynamic_cast<QObject *>(source))
@@ -113,8 +113,8 @@ static void handToPlugin(SourceInterface *source, const char *slot, QGenericArgu
 void AudioStage::onNotice(unsigned char kind, unsigned char location)
 {
     if (kind != 0 || m_voice != Silent)
-        note(tr("Notice of the module: kind %1, locations %2").arg(kind).arg(location));
-    handToPlugin(source(Information), "handingVTQAudioInterrupt", Q_ARG(uchar, kind),
+        note(tr("Module notice: kind %1, locations %2").arg(kind).arg(location));
+    sendToPlugin(source(Information), "handingVTQAudioInterrupt", Q_ARG(uchar, kind),
                  Q_ARG(uchar, location));
 }
 
@@ -128,19 +128,19 @@ void AudioStage::onEvent(int event)
     }
 }
 
-/** One voice at a time: a new one takes the place of the one that plays. */
+/** One voice at a time: a new one replaces the one that plays. */
 void AudioStage::start(Voice voice)
 {
     SourceInterface *started = source(voice);
     if (!started)
         return;
     if (m_voice != Silent && m_voice != voice)
-        note(tr("%1 gives way").arg(voiceName()));
+        note(tr("%1 is interrupted").arg(voiceName()));
     m_voice = voice;
     m_ducked = false;
     m_restoreAtMs = -1;
     {
-        const QSignalBlocker silent(CallLog::instance()); // the unit's own look at the mask
+        const QSignalBlocker silent(CallLog::instance()); // the unit's own reading of the mask
         m_voiceSpeakers =
             mem::SettingsCache::instance()->getValue(QStringLiteral("QUILLO_VOICE_MIX_VALUE"), 0);
     }
@@ -148,7 +148,7 @@ void AudioStage::start(Voice voice)
     note(tr("%1 begins, from %2").arg(voiceName(), speakerNames(m_voiceSpeakers)));
     started->start(QByteArray());
     if (!m_ducked)
-        note(tr("The focus was refused: the music goes on"));
+        note(tr("Audio focus denied: the music continues"));
     emit voiceStarted(m_voice, m_voiceSpeakers);
 }
 
@@ -166,7 +166,7 @@ void AudioStage::stop()
 void AudioStage::restoreMix()
 {
     m_restoreAtMs = -1;
-    handToPlugin(source(WarningTone), "onDelayRestoreMixTimeOut");
+    sendToPlugin(source(WarningTone), "onDelayRestoreMixTimeOut");
 }
 
 void AudioStage::onCall(const QString &operation, const QVariantList &arguments)
@@ -174,7 +174,7 @@ void AudioStage::onCall(const QString &operation, const QVariantList &arguments)
     if (operation == QLatin1String("svaudio::AudioService::setMainAudioStatus")) {
         note(tr("Audio status %1").arg(arguments.value(0).toInt()));
     } else if (operation == QLatin1String("AudioManager::requestAudioFocus")) {
-        note(tr("%1 asks for the focus").arg(arguments.value(2).toString()));
+        note(tr("%1 requests the audio focus").arg(arguments.value(2).toString()));
     } else if (operation == QLatin1String("svaudio::AudioService::setMainAudioSource")) {
         m_ducked = true;
         note(tr("Audio source %1: the music ducks").arg(arguments.value(0).toInt()));

@@ -21,9 +21,9 @@ enum SpeakerBit {
 };
 
 /**
- * Plays the head unit's audio policy around the plugin's voice sources: it hands the module's
- * notices to them, starts and stops them as their events say, lets the music duck while one has the
- * focus, and restores the mix a moment after. All of it is written down on a time line.
+ * The head unit's audio policy for the plugin's voice sources: forwards the module's notices to
+ * them, starts and stops them on their events, ducks the music while one has the focus, and
+ * restores the mix shortly after. Everything is noted on a timeline.
  */
 class AudioStage : public QObject
 {
@@ -47,25 +47,25 @@ public:
     int voiceSpeakers() const { return m_voice == Silent ? 0 : m_voiceSpeakers; }
     /** The speakers that play the music. */
     int musicSpeakers() const { return m_musicSpeakers; }
-    /** The latest entries, oldest first; more than a thousand are not kept. */
-    const QVector<Entry> &timeLine() const { return m_timeLine; }
+    /** The last thousand entries, oldest first. */
+    const QVector<Entry> &timeline() const { return m_timeline; }
 
     /** Whether the plugin's next request for the audio focus is granted. */
     void setFocusGranted(bool granted);
 
-    /** Where the drive time comes from; without a clock everything happens at 0. */
+    /** The source of the drive time; without a clock it is always 0. */
     void setClock(std::function<qint64()> clock) { m_clock = std::move(clock); }
 
 public slots:
-    /** Drive time has gone on. */
+    /** The drive time has advanced. */
     void advance();
 
 signals:
-    /** Anything of the above has changed. */
+    /** Any of the properties above has changed. */
     void changed();
     void voiceStarted(int voice, int speakers);
     void voiceStopped();
-    /** The time line has a new entry. */
+    /** The timeline has a new entry. */
     void noted(const QString &text);
 
 private:
@@ -88,7 +88,7 @@ private:
     bool m_volumeShown = true;
     std::function<qint64()> m_clock;
     qint64 m_restoreAtMs = -1;
-    QVector<Entry> m_timeLine;
+    QVector<Entry> m_timeline;
 };
 
 /** The names of speakers in a mask, for a person. */

@@ -8,7 +8,7 @@ class QLabel;
 
 /**
  * The rear camera's picture, over the whole page or beside it. The warning over it belongs to the
- * video service: it is laid out anew when that service says so, not by itself.
+ * video service and is laid out only on its signal.
  */
 class CameraView : public QWidget
 {

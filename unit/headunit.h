@@ -17,7 +17,7 @@ public:
     /** Loads a plugin. @param error  one line that says what is wrong with the file */
     bool load(const QString &plugin, QString *error) { return m_windows.load(plugin, error); }
 
-    /** A window of its own, until somebody gives it a parent; take it back before that goes. */
+    /** A top-level window until it gets a parent, which must not delete it. */
     Screen *screen() { return &m_screen; }
     const Screen *screen() const { return &m_screen; }
     WindowStack *windows() { return &m_windows; }

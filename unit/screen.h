@@ -24,7 +24,7 @@ public:
     QWidget *widgetNamed(const QString &name) const;
     /** What widgetNamed() finds a widget by. */
     QString nameOf(const QWidget *widget) const;
-    /** Takes a page's widget in; the page shows and hides itself. */
+    /** Makes a page's widget a child; the page shows and hides itself. */
     void adopt(QWidget *page);
     void showCamera(bool on);
     bool isCameraShown() const { return m_cameraShown; }

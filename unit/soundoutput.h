@@ -9,8 +9,8 @@ class AudioStage;
 class QAudioOutput;
 
 /**
- * Sounds the touch click and the module's voice where the machine has a sound output; silent
- * elsewhere. The spoken prompts are chimes: what the module says is its own.
+ * Plays the touch click and the module's voice where the machine has a sound output. The spoken
+ * prompts are chimes, since their speech is the module's own.
  */
 class SoundOutput : public QObject
 {

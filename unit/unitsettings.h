@@ -1,8 +1,8 @@
 #pragma once
 
 /**
- * The unit's own settings, in the same files that the plugin reads. Looking them up is nothing that
- * the plugin asked for, so the call log leaves it out.
+ * The unit's own settings, in the same files that the plugin reads. The call log leaves these reads
+ * out, since the plugin did not make them.
  */
 namespace unitsettings {
 

@@ -129,17 +129,16 @@ void WindowStack::enter(int id)
     emit windowOpened(id);
 }
 
-/** The parking page leaves it to the host to bind it to the sensors, once. */
+/** The host connects the parking page to the sensors, once. */
 void WindowStack::bindPage(QWidget *page, int id)
 {
-    static constexpr int parkingWindow = 83;
-    if (id != parkingWindow || page == m_boundPage)
+    if (id != ParkingPage || page == m_boundPage)
         return;
     m_boundPage = page;
     QMetaObject::invokeMethod(page, "connectVtqAdaptor");
 }
 
-/** A page of the module is empty until it is asked for; the navigation bar does so for a touch. */
+/** A page of the module is empty until requested; after a touch the navigation bar does it. */
 static void requestFromModule(int id)
 {
     const Page *page = pageWith(&Page::window, id);

@@ -11,7 +11,7 @@ class Screen;
 class SourceInterface;
 class WindowInterface;
 
-/** The windows of a plugin: loads it, opens them on the screen and hands keys to them. */
+/** The windows of a plugin: loads it, opens them on the screen and sends keys to them. */
 class WindowStack : public QObject
 {
     Q_OBJECT
@@ -36,12 +36,11 @@ public slots:
     void back();
     /** A hardware key: the open window may use it. @return whether it did */
     bool pressKey(int key);
-    /** The unit's own key for the split view: the open page does what it does for it, if anything.
-     */
+    /** The unit's own key for the split view, which the open page may handle. */
     void toggleSplit();
-    /** Makes the open window give its content back and build it anew. */
+    /** Destroys the content of the open window and creates it again. */
     void recreateWindow();
-    /** The same for any window; one that is not open is built when it opens next. */
+    /** The same for any window; one that is not open is created when it opens next. */
     void rebuildWindow(int id);
 
 signals:
@@ -59,6 +58,6 @@ private:
     Screen *m_screen;
     QPluginLoader m_loader;
     AppPlugin *m_plugin = nullptr;
-    QList<int> m_stack; // the open window stands last
+    QList<int> m_stack; // the open window is last
     QPointer<QWidget> m_boundPage;
 };

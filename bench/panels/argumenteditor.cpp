@@ -1,6 +1,6 @@
 #include "panels/argumenteditor.h"
 
-#include "scenario/scenario.h"
+#include "scenario/scenarioline.h"
 #include "values.h"
 #include "valuetype.h"
 
@@ -19,13 +19,13 @@ static QString emptyText(int type)
     return QLatin1String(known ? known->emptyText : "[]");
 }
 
-/** Lists, bytes and maps are written as a scenario has them. */
+/** Lists, bytes and maps are edited as text, as in a scenario. */
 static bool isWritten(int type)
 {
     return !emptyText(type).isNull();
 }
 
-/** Typed values and those of a preset, which are as a scenario has them, read the same. */
+/** Typed values and those of a preset, which come from a scenario line, read the same. */
 static QString writtenText(const QVariant &value, int type)
 {
     const bool isJson =

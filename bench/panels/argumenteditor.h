@@ -6,7 +6,7 @@
 
 class QFormLayout;
 
-/** A form for the arguments of a method, made from what the meta-object says of it. */
+/** A form for the arguments of a method, built from its meta-object. */
 class ArgumentEditor : public QWidget
 {
     Q_OBJECT
@@ -14,11 +14,11 @@ public:
     explicit ArgumentEditor(QWidget *parent = nullptr);
 
     void setMethod(const QMetaMethod &method);
-    /** Fills the form; arguments that do not fit leave their field as it is. */
+    /** Fills the form; arguments that do not fit leave their field unchanged. */
     void setArguments(const QVariantList &arguments);
-    /** The arguments as they stand, for module::bindArguments(). */
+    /** The arguments as entered, for module::bindArguments(). */
     QVariantList arguments() const;
-    /** Whether every field can be read. @param error  what was expected in the one that cannot */
+    /** Whether every field is valid. @param error  what was expected in one that is not */
     bool isGood(QString *error) const;
 
 signals:

@@ -17,7 +17,7 @@ static const SpeakerPlace places[] = {
 };
 static const QRect carArea(20, 20, 320, 440);
 static const QRect stateArea(360, 24, 320, 150);
-static const QRect timeLineArea(360, 190, 420, 270);
+static const QRect timelineArea(360, 190, 420, 270);
 
 static QFont letters(int pixels, bool bold = false)
 {
@@ -42,7 +42,7 @@ void AudioMonitor::paintEvent(QPaintEvent *)
     painter.fillRect(rect(), night::background);
     drawCar(&painter);
     drawState(&painter);
-    drawTimeLine(&painter);
+    drawTimeline(&painter);
 }
 
 void AudioMonitor::drawCar(QPainter *painter) const
@@ -109,23 +109,23 @@ void AudioMonitor::drawState(QPainter *painter) const
     row(148, tr("Volume"), m_stage->isVolumeShown() ? tr("shown") : tr("hidden"), night::text);
 }
 
-void AudioMonitor::drawTimeLine(QPainter *painter) const
+void AudioMonitor::drawTimeline(QPainter *painter) const
 {
     static constexpr int lineHeight = 26;
-    const int lines = timeLineArea.height() / lineHeight;
-    const QVector<AudioStage::Entry> &entries = m_stage->timeLine();
+    const int lines = timelineArea.height() / lineHeight;
+    const QVector<AudioStage::Entry> &entries = m_stage->timeline();
     painter->setPen(night::hairline);
-    painter->drawLine(timeLineArea.topLeft(), timeLineArea.topRight());
+    painter->drawLine(timelineArea.topLeft(), timelineArea.topRight());
     painter->setFont(letters(17));
-    int y = timeLineArea.top() + lineHeight;
+    int y = timelineArea.top() + lineHeight;
     for (int i = qMax(0, entries.size() - lines); i < entries.size(); ++i, y += lineHeight) {
         painter->setPen(night::secondary);
-        painter->drawText(timeLineArea.x(), y,
+        painter->drawText(timelineArea.x(), y,
                           QString::number(double(entries[i].ms) / 1000.0, 'f', 2));
         painter->setPen(i == entries.size() - 1 ? night::text : night::secondary);
-        const int place = timeLineArea.x() + 76;
+        const int place = timelineArea.x() + 76;
         painter->drawText(place, y,
                           painter->fontMetrics().elidedText(entries[i].text, Qt::ElideRight,
-                                                            timeLineArea.right() - place));
+                                                            timelineArea.right() - place));
     }
 }

@@ -5,7 +5,7 @@
 
 class AudioStage;
 
-/** The audio stage as a picture: speakers around the car, the music's level, the time line. */
+/** The audio stage as a picture: speakers around the car, the music's level, the timeline. */
 class AudioMonitor : public QWidget
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ private:
     void drawCar(QPainter *painter) const;
     void drawSpeaker(QPainter *painter, const QPointF &place, bool voice, bool music) const;
     void drawState(QPainter *painter) const;
-    void drawTimeLine(QPainter *painter) const;
+    void drawTimeline(QPainter *painter) const;
 
     AudioStage *m_stage;
     const QPixmap m_car;

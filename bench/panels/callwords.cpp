@@ -12,7 +12,7 @@ static QString words(const char *text)
     return QCoreApplication::translate("CallWords", text);
 }
 
-/** A number and what it is called. */
+/** A number and its name. */
 struct Word
 {
     int number;
@@ -29,7 +29,8 @@ static QString wordFor(const Word (&rows)[Size], int number)
 }
 
 // clang-format off
-static constexpr Word modulePages[] = {{13, "the configuration menu"}, {5, "the version"}};
+static constexpr Word modulePages[] = {{SettingsRequest, "the configuration menu"},
+                                       {VersionRequest, "the version"}};
 static constexpr Word customKeys[] = {{0x12, "first key"}, {0x22, "second key"}};
 static constexpr Word actions[] = {{1, "pressed"}, {2, "released"}};
 // What the unit plays or shows, by its own source numbers.
@@ -73,8 +74,8 @@ static QString menuRow(const Arguments &arguments)
 
 static QString zone(const Arguments &arguments)
 {
-    return arguments.value(0).toBool() ? words("the rear zone is on view")
-                                       : words("the front zone is on view");
+    return arguments.value(0).toBool() ? words("the rear zone is shown")
+                                       : words("the front zone is shown");
 }
 
 static QString source(const Arguments &arguments)

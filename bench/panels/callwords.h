@@ -3,7 +3,7 @@
 #include <QVariant>
 
 /**
- * What an operation's arguments mean, in words: which key a byte map stands for, which page was
- * asked for, which source a code names. Empty where the arguments speak for themselves.
+ * What the arguments of an operation mean: the key behind a byte map, the requested page, the
+ * source of a code. Empty where the arguments need no explanation.
  */
 QString meaningOfCall(const QString &operation, const QVariantList &arguments);

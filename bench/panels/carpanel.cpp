@@ -26,7 +26,7 @@ static QFormLayout *addGroup(QVBoxLayout *column, const QString &title)
     return form;
 }
 
-/** A row whose field stands below those of the other groups. */
+/** A row whose field is aligned with those of the other groups. */
 static void addRow(QFormLayout *form, const QString &title, QWidget *field)
 {
     static constexpr int titleWidth = 130;
@@ -34,8 +34,8 @@ static void addRow(QFormLayout *form, const QString &title, QWidget *field)
     form->labelForField(field)->setMinimumWidth(titleWidth);
 }
 
-CarPanel::CarPanel(Actions *hand, QWidget *parent)
-    : Panel(parent), m_actions(hand), m_controls(new QWidget)
+CarPanel::CarPanel(Actions *actions, QWidget *parent)
+    : Panel(parent), m_actions(actions), m_controls(new QWidget)
 {
     auto *controls = new QVBoxLayout(m_controls);
     controls->setContentsMargins(0, 0, 0, 0);
@@ -52,7 +52,7 @@ CarPanel::CarPanel(Actions *hand, QWidget *parent)
     auto *all = new QWidget;
     auto *column = new QVBoxLayout(all);
     column->addWidget(m_controls);
-    QFormLayout *faults = addGroup(column, tr("What the module does wrong"));
+    QFormLayout *faults = addGroup(column, tr("Fault injection"));
     for (int i = 0; i < Faults::KindCount; ++i)
         addRow(faults, QLatin1String(Faults::nameOf(Faults::Kind(i))), makeFault(Faults::Kind(i)));
     column->addStretch(1);
@@ -77,14 +77,14 @@ QWidget *CarPanel::makeControl(Controls::Control control)
     return made;
 }
 
-/** The first entry lets go. */
+/** The first entry releases the control. */
 QWidget *CarPanel::makeChoice(Controls::Control control)
 {
     auto *box = new QComboBox;
-    box->addItem(control == Controls::ClimateTrim ? tr("as it is") : tr("as on the trip"));
+    box->addItem(control == Controls::ClimateTrim ? tr("Unchanged") : tr("From trip"));
     box->addItems(Controls::words(control));
     connect(box, qOverload<int>(&QComboBox::activated), this,
-            [this, control](int row) { hold(control, row - 1); });
+            [this, control](int row) { setControl(control, row - 1); });
     return box;
 }
 
@@ -93,15 +93,15 @@ QWidget *CarPanel::makeNumber(Controls::Control control)
     const Controls::Row &row = Controls::row(control);
     auto *box = new QSpinBox;
     box->setRange(Controls::Automatic, row.highest);
-    box->setSpecialValueText(tr("as on the trip"));
+    box->setSpecialValueText(tr("From trip"));
     box->setValue(Controls::Automatic);
     box->setSuffix(QLatin1Char(' ') + QLatin1String(row.unit));
     connect(box, qOverload<int>(&QSpinBox::valueChanged), this,
-            [this, control](int value) { hold(control, value); });
+            [this, control](int value) { setControl(control, value); });
     return box;
 }
 
-/** For what happens once. */
+/** For one-time events. */
 QWidget *CarPanel::makeButtons(Controls::Control control)
 {
     auto *row = new QWidget;
@@ -113,12 +113,12 @@ QWidget *CarPanel::makeButtons(Controls::Control control)
         button->setObjectName(words[value]);
         layout->addWidget(button);
         connect(button, &QPushButton::clicked, this,
-                [this, control, value] { hold(control, value); });
+                [this, control, value] { setControl(control, value); });
     }
     return row;
 }
 
-/** Shows a number as the command line takes it: without zeros that say nothing. */
+/** Shows a number as the command line takes it: without trailing zeros. */
 class FaultBox : public QDoubleSpinBox
 {
 public:
@@ -133,8 +133,8 @@ QWidget *CarPanel::makeFault(Faults::Kind kind)
     box->setToolTip(
         inSeconds
             ? tr(Faults::meaningOf(kind))
-            : tr("the part of the signals, from 0 to 1, that %1").arg(tr(Faults::meaningOf(kind))));
-    box->setKeyboardTracking(false); // half a number is none
+            : tr("Share of the signals, from 0 to 1, that %1").arg(tr(Faults::meaningOf(kind))));
+    box->setKeyboardTracking(false); // not while a number is being typed
     box->setDecimals(3);
     box->setRange(0, Faults::highestValue(kind));
     box->setSingleStep(inSeconds ? 1 : 0.05);
@@ -142,26 +142,22 @@ QWidget *CarPanel::makeFault(Faults::Kind kind)
     box->setSpecialValueText(tr("off"));
     m_faults.append(box);
     connect(box, qOverload<double>(&QDoubleSpinBox::valueChanged), this,
-            [this, kind](double value) {
-                m_actions->act(
-                    QStringLiteral("fault"),
-                    {QStringLiteral("%1:%2").arg(QLatin1String(Faults::nameOf(kind))).arg(value)});
-            });
+            [this, kind](double value) { m_actions->setFault(kind, value); });
     return box;
 }
 
-void CarPanel::hold(Controls::Control control, int value)
+void CarPanel::setControl(Controls::Control control, int value)
 {
-    m_actions->act(QStringLiteral("car"), {QString::fromLatin1(Controls::row(control).name),
-                                           Controls::textOf(control, value)});
+    QString error;
+    if (!m_actions->setControl(control, value, &error))
+        m_controls->setToolTip(error);
 }
 
 void CarPanel::setSession(Session *session)
 {
     const bool canBeChanged = session->drive()->source()->controls() != nullptr;
     m_controls->setEnabled(canBeChanged);
-    m_controls->setToolTip(canBeChanged ? QString()
-                                        : tr("A recorded drive cannot be changed any more."));
+    m_controls->setToolTip(canBeChanged ? QString() : tr("A recorded drive cannot be changed."));
     Panel::setSession(session);
 }
 
@@ -169,7 +165,7 @@ void CarPanel::refresh()
 {
     for (int i = 0; i < m_faults.size(); ++i) {
         const QSignalBlocker silent(m_faults[i]);
-        if (!m_faults[i]->hasFocus()) // somebody may be writing
+        if (!m_faults[i]->hasFocus()) // a value may be being typed
             m_faults[i]->setValue(session()->drive()->faults().value(Faults::Kind(i)));
     }
 }

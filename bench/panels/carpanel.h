@@ -9,12 +9,12 @@
 class Actions;
 class QDoubleSpinBox;
 
-/** The simulated car in somebody's hands, and what its module does wrong on demand. */
+/** Overrides for the simulated car, and fault injection. */
 class CarPanel : public Panel
 {
     Q_OBJECT
 public:
-    explicit CarPanel(Actions *hand, QWidget *parent = nullptr);
+    explicit CarPanel(Actions *actions, QWidget *parent = nullptr);
 
     void setSession(Session *session) override;
 
@@ -27,7 +27,7 @@ private:
     QWidget *makeNumber(module::Controls::Control control);
     QWidget *makeButtons(module::Controls::Control control);
     QWidget *makeFault(module::Faults::Kind kind);
-    void hold(module::Controls::Control control, int value);
+    void setControl(module::Controls::Control control, int value);
 
     Actions *m_actions;
     QWidget *m_controls;

@@ -5,7 +5,7 @@
 class QLabel;
 class Screen;
 
-/** Tells what is being driven, and how much has crossed the adaptor. */
+/** The source of the drive, and how much has crossed the adaptor. */
 class DrivePanel : public Panel
 {
     Q_OBJECT

@@ -13,7 +13,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-/** A frame that lies over the screen and takes no touch. */
+/** A frame over the screen that does not take touches. */
 class InspectorFrame : public QWidget
 {
 public:
@@ -33,19 +33,19 @@ protected:
 };
 
 InspectorPanel::InspectorPanel(Screen *screen, QWidget *parent)
-    : QWidget(parent), m_screen(screen), m_point(new QToolButton), m_text(new QPlainTextEdit)
+    : QWidget(parent), m_screen(screen), m_pick(new QToolButton), m_text(new QPlainTextEdit)
 {
-    m_point->setObjectName(QStringLiteral("point"));
-    m_point->setText(tr("Point at the screen"));
-    m_point->setCheckable(true);
-    m_point->setToolTip(tr("Move over the screen to see what is there; click to keep it."));
+    m_pick->setObjectName(QStringLiteral("pick"));
+    m_pick->setText(tr("Pick widget"));
+    m_pick->setCheckable(true);
+    m_pick->setToolTip(tr("Move over the screen to inspect a widget; click to keep it."));
     m_text->setObjectName(QStringLiteral("inspected"));
     m_text->setReadOnly(true);
-    m_text->setPlaceholderText(tr("Nothing pointed at yet."));
+    m_text->setPlaceholderText(tr("No widget picked."));
     auto *column = new QVBoxLayout(this);
-    column->addWidget(m_point);
+    column->addWidget(m_pick);
     column->addWidget(m_text, 1);
-    connect(m_point, &QToolButton::toggled, this, &InspectorPanel::setPointing);
+    connect(m_pick, &QToolButton::toggled, this, &InspectorPanel::setPicking);
 }
 
 InspectorPanel::~InspectorPanel()
@@ -53,7 +53,7 @@ InspectorPanel::~InspectorPanel()
     delete m_frame;
 }
 
-void InspectorPanel::setPointing(bool on)
+void InspectorPanel::setPicking(bool on)
 {
     if (on) {
         m_frame = new InspectorFrame(m_screen);
@@ -77,11 +77,11 @@ bool InspectorPanel::eventFilter(QObject *watched, QEvent *event)
     const auto *pointer = static_cast<QMouseEvent *>(event);
     pointAt(widget->mapTo(m_screen, pointer->pos()));
     if (event->type() == QEvent::MouseButtonRelease)
-        m_point->setChecked(false);
+        m_pick->setChecked(false);
     return true;
 }
 
-/** What is seen at a place, whether it takes touches or not. */
+/** The topmost widget at a place, whether it takes touches or not. */
 QWidget *InspectorPanel::deepestAt(QWidget *widget, QPoint place) const
 {
     const QObjectList &children = widget->children();
@@ -99,10 +99,10 @@ void InspectorPanel::pointAt(QPoint place)
     m_frame->setGeometry(QRect(m_widget->mapTo(m_screen, QPoint()), m_widget->size()));
     m_frame->show();
     m_frame->raise();
-    tell();
+    showDescription();
 }
 
-void InspectorPanel::tell()
+void InspectorPanel::showDescription()
 {
     m_text->setPlainText(describe(m_screen, m_widget).join(QLatin1Char('\n')));
 }
@@ -121,7 +121,7 @@ static QString rectText(const QRect &rect)
         .arg(rect.y());
 }
 
-/** The signals of an object that somebody listens to. */
+/** The signals of an object that have receivers. */
 static QStringList connectedSignals(const QObject *object)
 {
     struct Access : QObject
@@ -140,7 +140,7 @@ static QStringList connectedSignals(const QObject *object)
     return names;
 }
 
-/** What its own class says about it, beyond what every widget has. */
+/** The properties of its own class, without those of every widget. */
 static QStringList ownProperties(const QWidget *widget)
 {
     QStringList lines;
@@ -168,7 +168,7 @@ QStringList InspectorPanel::describe(const Screen *screen, const QWidget *widget
         line(tr("Class"), QString::fromLatin1(widget->metaObject()->className())),
         line(tr("On the screen"), rectText(onScreen)),
         line(tr("In its parent"), rectText(widget->geometry())),
-        line(tr("Within"), parents.join(QStringLiteral(" < "))),
+        line(tr("Parents"), parents.join(QStringLiteral(" < "))),
         line(tr("Enabled"), yesOrNo(widget->isEnabled())),
     };
     const QVariant text = widget->property("text");
@@ -177,11 +177,10 @@ QStringList InspectorPanel::describe(const Screen *screen, const QWidget *widget
     const QStringList images = imagesShownBy(widget);
     if (!images.isEmpty())
         lines.append(line(tr("Image"), images.join(QStringLiteral(", "))));
-    const QStringList heard = connectedSignals(widget);
-    lines.append(
-        line(tr("Somebody listens to"), heard.isEmpty() ? tr("none of its signals") : QString()));
-    for (const QString &signal : heard)
+    const QStringList connected = connectedSignals(widget);
+    lines.append(line(tr("Connected signals"), connected.isEmpty() ? tr("none") : QString()));
+    for (const QString &signal : connected)
         lines.append(QStringLiteral("    ") + signal);
-    lines.append(line(tr("Properties of its class"), QString()));
+    lines.append(line(tr("Class properties"), QString()));
     return lines + ownProperties(widget);
 }

@@ -8,8 +8,8 @@ class QToolButton;
 class Screen;
 
 /**
- * Tells what a widget on the screen is: point at it while the inspector points, and click to keep
- * it. The page under the pointer gets no touch meanwhile.
+ * Describes the widget under the pointer while picking; a click keeps it. The page gets no touches
+ * meanwhile.
  */
 class InspectorPanel : public QWidget
 {
@@ -18,19 +18,19 @@ public:
     explicit InspectorPanel(Screen *screen, QWidget *parent = nullptr);
     ~InspectorPanel() override;
 
-    /** What there is to say of a widget, a line each. */
+    /** The description of a widget, a property per line. */
     static QStringList describe(const Screen *screen, const QWidget *widget);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void setPointing(bool on);
+    void setPicking(bool on);
     QWidget *deepestAt(QWidget *widget, QPoint place) const;
     void pointAt(QPoint place);
-    void tell();
+    void showDescription();
 
     Screen *m_screen;
-    QToolButton *m_point;
+    QToolButton *m_pick;
     QPlainTextEdit *m_text;
     QPointer<QWidget> m_frame; // around the widget, over the page
     QPointer<QWidget> m_widget;

@@ -23,8 +23,8 @@ Session *Panel::session() const
 void Panel::setSession(Session *session)
 {
     m_session = session;
-    connect(session->journal(), &Journal::noted, this, &Panel::wake);
-    connect(session->drive(), &module::Drive::positionChanged, this, &Panel::wake);
+    connect(session->journal(), &Journal::noted, this, &Panel::scheduleRefresh);
+    connect(session->drive(), &module::Drive::positionChanged, this, &Panel::scheduleRefresh);
     refresh();
 }
 
@@ -34,7 +34,7 @@ void Panel::showEvent(QShowEvent *)
         refresh();
 }
 
-void Panel::wake()
+void Panel::scheduleRefresh()
 {
     if (isVisible() && !m_timer.isActive())
         m_timer.start();

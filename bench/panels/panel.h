@@ -7,8 +7,8 @@
 class Session;
 
 /**
- * A panel beside the screen. It looks at the session again a few times a second while something
- * happens, and never while it is hidden or nothing does.
+ * A panel beside the screen. It refreshes up to four times a second while the session changes, and
+ * never while it is hidden.
  */
 class Panel : public QWidget
 {
@@ -21,12 +21,12 @@ public:
 
 protected:
     Session *session() const;
-    /** The session has gone on, or the panel has come to be seen. There is a session. */
+    /** The session has changed or the panel has been shown; session() is not null. */
     virtual void refresh() = 0;
     void showEvent(QShowEvent *event) override;
 
 private:
-    void wake();
+    void scheduleRefresh();
 
     QPointer<Session> m_session;
     QTimer m_timer;

@@ -6,7 +6,7 @@ class QAbstractItemModel;
 class QLineEdit;
 class QTableView;
 
-// What the panels have in common.
+// Parts that the panels share.
 
 QLineEdit *makeFilter(const QString &hint);
 /** A table of whole rows that can be selected and copied. */

@@ -1,6 +1,6 @@
 #include "panels/signalpresets.h"
 
-#include "scenario/scenario.h"
+#include "scenario/scenarioline.h"
 
 struct Preset
 {

@@ -3,7 +3,7 @@
 #include <QStringList>
 #include <QVariant>
 
-/** Arguments worth sending, by the signal that they belong to. */
+/** Useful arguments for a signal. */
 struct SignalPreset
 {
     QString title;

@@ -1,6 +1,7 @@
 #include "scenario/expectations.h"
 
 #include "headunit.h"
+#include "pages.h"
 #include "session/session.h"
 #include "session/warnings.h"
 #include "tools/imagenames.h"
@@ -18,13 +19,11 @@ static bool isText(const QVariant &value)
     return value.userType() == QMetaType::QString;
 }
 
-// ---- What can be expected -----------------------------------------------------------------------
-
-/** What a widget is, by one word. */
+/** A state of a widget, by its word. */
 struct WidgetState
 {
     const char *word;
-    bool (*isSo)(const QWidget *widget);
+    bool (*holds)(const QWidget *widget);
 };
 
 // clang-format off
@@ -58,7 +57,7 @@ static bool isWidgetForm(const QVariantList &words)
 struct Expectations::Kind
 {
     const char *word;
-    const char *form; // of what follows, for a person
+    const char *form; // of the arguments, for a person
     bool (*check)(const QVariantList &words);
     bool (Expectations::*holds)(const QVariantList &words, QString *seen);
 };
@@ -106,15 +105,13 @@ bool Expectations::check(const QVariantList &words, QString *error)
     if (kind ? kind->check(words) : isWidgetForm(words))
         return true;
     if (kind)
-        *error = QStringLiteral("expected %1 behind '%2'")
+        *error = QStringLiteral("expected %1 after '%2'")
                      .arg(QLatin1String(kind->form), QLatin1String(kind->word));
     else
         *error = QStringLiteral("expected a widget with visible, hidden, enabled, disabled, "
                                 "checked, unchecked, or a property and its value");
     return false;
 }
-
-// ---- Whether it is so ---------------------------------------------------------------------------
 
 Expectations::Expectations(const HeadUnit *unit, const Session *session)
     : m_unit(unit), m_session(session)
@@ -135,7 +132,7 @@ bool Expectations::holds(const QVariantList &words, QString *seen)
 
 bool Expectations::page(const QVariantList &words, QString *seen)
 {
-    *seen = QStringLiteral("page %1").arg(m_unit->windows()->currentWindow());
+    *seen = pageText(m_unit->windows()->currentWindow());
     return m_unit->windows()->currentWindow() == words[1].toInt();
 }
 
@@ -148,14 +145,14 @@ bool Expectations::camera(const QVariantList &words, QString *seen)
     return *seen == word(words, 1);
 }
 
-/** An operation is known by its whole name or by what follows its class. */
+/** An operation is named in full or without its class. */
 static bool isNamed(const QString &name, const QString &wanted)
 {
     return name == wanted || name.endsWith(QStringLiteral("::") + wanted);
 }
 
-/** A star stands for any argument. */
-static bool areAlike(const QVariantList &arguments, const QVariantList &wanted)
+/** A star matches any argument. */
+static bool match(const QVariantList &arguments, const QVariantList &wanted)
 {
     if (wanted.isEmpty())
         return true;
@@ -166,12 +163,12 @@ static bool areAlike(const QVariantList &arguments, const QVariantList &wanted)
                       });
 }
 
-/** @return the place of the first such entry from a number of the journal's on, or -1 */
+/** @param from  number of a journal entry. @return the index of the first match, or -1 */
 int Expectations::find(int kind, const QVariantList &words, qint64 from, QString *seen) const
 {
-    static constexpr int mostTold = 6;
+    static constexpr int mostShown = 6;
     const Journal *journal = m_session->journal();
-    QStringList alike; // of the same name: the likeliest slip
+    QStringList alike; // of the same name: likely what was meant
     QStringList others;
     const int first = int(qMax<qint64>(0, from - journal->dropped()));
     for (int i = first; i < journal->entries().size(); ++i) {
@@ -181,7 +178,7 @@ int Expectations::find(int kind, const QVariantList &words, qint64 from, QString
         const QString &name = journal->nameOf(entry);
         const bool isSame = kind == Journal::Sound ? name.contains(word(words, 1))
                                                    : isNamed(name, word(words, 1)) &&
-                                                         areAlike(entry.arguments, words.mid(2));
+                                                         match(entry.arguments, words.mid(2));
         if (isSame) {
             *seen = (name + QLatin1Char(' ') + module::argumentsText(entry.arguments)).trimmed();
             return i;
@@ -195,7 +192,7 @@ int Expectations::find(int kind, const QVariantList &words, qint64 from, QString
     }
     others += alike;
     *seen = others.isEmpty() ? QStringLiteral("none")
-                             : others.mid(qMax(0, others.size() - mostTold)).join(", ");
+                             : others.mid(qMax(0, others.size() - mostShown)).join(", ");
     return -1;
 }
 
@@ -243,7 +240,7 @@ bool Expectations::widget(const QVariantList &words, QString *seen)
     }
     if (const WidgetState *state = stateOf(word(words, 1))) {
         *seen = QStringLiteral("it is not");
-        return state->isSo(widget);
+        return state->holds(widget);
     }
     const QString property = word(words, 1);
     const bool contains = words.size() == 4;

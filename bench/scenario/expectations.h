@@ -5,20 +5,20 @@
 class HeadUnit;
 class Session;
 
-/** Whether what a scenario expects is so, of the screen, the calls, the signals and the sound. */
+/** Checks what a scenario expects of the screen, the calls, the signals and the sound. */
 class Expectations
 {
 public:
     Expectations(const HeadUnit *unit, const Session *session);
 
-    /** Whether an expectation can be understood. @param error  what was expected in it instead */
+    /** Whether an expectation is well-formed. @param error  what was expected instead */
     static bool check(const QVariantList &words, QString *error);
 
-    /** From here on calls, signals and sounds count: something is about to be done. */
+    /** An action follows: calls, signals and sounds count from here. */
     void mark();
-    /** How many warnings came that nobody expected. */
+    /** How many warnings the scenario did not expect. */
     int unexpectedWarnings() const;
-    /** @param seen  what is so instead, for a person */
+    /** @param seen  the actual state, for a person */
     bool holds(const QVariantList &words, QString *seen);
 
 private:
@@ -38,7 +38,7 @@ private:
 
     const HeadUnit *m_unit;
     const Session *m_session;
-    qint64 m_mark = 0;   // number of the journal's entry that the last deed began with
-    qint64 m_cursor = 0; // behind the last call or signal that was expected
+    qint64 m_mark = 0;   // number of the first journal entry of the last action
+    qint64 m_cursor = 0; // after the last expected call
     int m_warnings = 0;  // that were expected
 };

@@ -6,7 +6,7 @@
 #include <QVariant>
 #include <QVector>
 
-/** One line of a scenario: something to do, or something to expect. */
+/** One line of a scenario: an action or an expectation. */
 struct ScenarioStep
 {
     int line;
@@ -16,13 +16,12 @@ struct ScenarioStep
     QString text; // the line without its time
 };
 
-/** A story that the bench plays by itself: who drives, what is done, and what is to be seen then.
- */
+/** A test that the bench plays: a source, actions at their times, and expectations. */
 struct Scenario
 {
     QString file;
     QString title;
-    Setup setup = ownSetup(); ///< what it begins with
+    Setup setup = ownSetup();
     bool mayWarn = false;
     QVector<ScenarioStep> steps;
 
@@ -31,15 +30,6 @@ struct Scenario
     int expectations() const;
 
 private:
-    /** Without a car and as fast as it can, unless it says otherwise; always from the first page.
-     */
+    /** Unless the scenario states otherwise: a silent module, unlimited speed, the first page. */
     static Setup ownSetup();
 };
-
-/**
- * The words of a scenario's line: numbers, texts, lists and objects as JSON has them, hexadecimal
- * numbers, and bare words as texts. What follows a # is a remark.
- */
-bool splitScenarioLine(const QString &line, QVariantList *words, QString *error);
-/** A deed or an expectation as a scenario's line has it, without the time. */
-QString scenarioLine(const QString &word, const QVariantList &arguments);

@@ -83,7 +83,7 @@ ScenarioResult ScenarioRun::play()
     return m_result;
 }
 
-/** The drive goes on to a moment of the session, as fast as it can. */
+/** Drives up to a moment of the session at unlimited speed. */
 void ScenarioRun::driveTo(qint64 ms)
 {
     module::Drive *drive = m_session->drive();
@@ -101,7 +101,7 @@ void ScenarioRun::driveTo(qint64 ms)
 
 void ScenarioRun::perform(const ScenarioStep &step)
 {
-    // What several deeds in a row bring about is expected behind the last of them.
+    // What several actions in a row cause is expected after the last of them.
     if (m_hasExpected)
         m_expectations.mark();
     m_hasExpected = false;

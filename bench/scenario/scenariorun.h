@@ -11,7 +11,7 @@ class Rig;
 class Screen;
 class Session;
 
-/** How a scenario went. */
+/** The result of a scenario. */
 struct ScenarioResult
 {
     QString file;
@@ -26,14 +26,14 @@ struct ScenarioResult
 };
 
 /**
- * Plays a scenario on the virtual clock: lets the drive go on to each step's time, does what it
- * says, and waits a moment for what it expects where an animation may still be under way.
+ * Plays a scenario on the virtual clock: drives to the time of each step, performs its action, and
+ * waits up to a second of real time for an expectation, since an animation may still run.
  */
 class ScenarioRun
 {
 public:
     /**
-     * @param gallery  where pictures go; without one only those of failures are taken, and go to
+     * @param gallery  folder for pictures; without one only those of failures are taken, for
      *                 "scenario-failures"
      */
     ScenarioRun(const Scenario &scenario, const QString &gallery, Rig *rig);
@@ -55,5 +55,5 @@ private:
     Actions *m_actions;
     Expectations m_expectations;
     ScenarioResult m_result;
-    bool m_hasExpected = true; // since the last deed
+    bool m_hasExpected = true; // since the last action
 };

@@ -1,14 +1,14 @@
 #include "scenario/scenariowriter.h"
 
-#include "scenario/scenario.h"
+#include "scenario/scenarioline.h"
 #include "session/journal.h"
 #include "session/setup.h"
 
-static constexpr qint64 consequenceMs = 300; // a command so soon after a deed is its consequence
+static constexpr qint64 consequenceMs = 300; // a command so soon after an action is its consequence
 
 static const QString commands = QStringLiteral("norda::VtqAdaptor::");
 
-/** Deeds with what came of them, as the lines of a scenario. */
+/** Actions and their consequences as the lines of a scenario. */
 class ScenarioWriter
 {
 public:
@@ -19,7 +19,7 @@ public:
         const QVector<Journal::Entry> &entries = m_journal->entries();
         for (int i = 0; i < entries.size(); ++i) {
             if (entries[i].kind == Journal::Action)
-                i = writeDeed(i);
+                i = writeAction(i);
         }
         return m_lines;
     }
@@ -27,14 +27,14 @@ public:
 private:
     void add(qint64 ms, const QString &line)
     {
-        // A time stands where it changes; the first column leaves room for an hour and a half.
+        // Only a changed time is written; the first column leaves room for an hour and a half.
         const QString time = ms == m_lastMs ? QString() : QString::number(double(ms) / 1000);
         m_lines.append(time.leftJustified(9) + line);
         m_lastMs = ms;
     }
 
-    /** @return the last entry that belongs to the deed: a press ends with its release */
-    int writeDeed(int index)
+    /** @return the last entry of the action: a press ends with its release */
+    int writeAction(int index)
     {
         const QVector<Journal::Entry> &entries = m_journal->entries();
         int end = index;
@@ -49,7 +49,7 @@ private:
         return end;
     }
 
-    /** The release of a press that nothing but calls and signals lie between; 0 for none. */
+    /** The release that makes a press a tap, with no other action between; 0 for none. */
     int releaseOf(int index) const
     {
         static constexpr qint64 tapMs = 1000;
@@ -104,7 +104,7 @@ QString scenarioOf(const Journal *journal, const Setup &setup, const QString &ti
     if (setup.faults.seed() != module::Faults().seed())
         lines.append(scenarioLine(QStringLiteral("seed"), {setup.faults.seed()}));
     if (journal->dropped() > 0)
-        lines.append(QStringLiteral("# The first %1 events of the session are not kept any more.")
+        lines.append(QStringLiteral("# The first %1 events of the session are no longer kept.")
                          .arg(journal->dropped()));
     lines.append(QString());
     if (setup.page != firstPage)

@@ -6,7 +6,7 @@ class Journal;
 struct Setup;
 
 /**
- * A session by hand as a scenario: what was done at which time, and after each deed the commands
- * that the plugin sent for it and the page that was open then.
+ * Writes a session as a scenario: each action at its time, followed by the commands that the plugin
+ * sent for it and the page that it opened.
  */
 QString scenarioOf(const Journal *journal, const Setup &setup, const QString &title);

@@ -2,53 +2,67 @@
 
 #include "headunit.h"
 #include "session/argumentchecks.h"
+#include "session/boundcall.h"
 #include "session/session.h"
-#include "simulator/controls.h"
 
-#include <QApplication>
-#include <QMouseEvent>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
 using module::Controls;
 using module::Faults;
 
-// ---- What can be done, and what is expected behind each word ------------------------------------
-
-// Some are done at the unit, as a driver does; the others change what it is sent or what it runs
-// on.
+// A recording keeps what a driver does at the unit, and not what changes the car or the module.
 enum class Where { AtTheUnit, Elsewhere };
 
-struct Actions::Verb
+struct Actions::Word
 {
     const char *word;
     Where where;
     const char *form; // of the arguments, for a person
     bool (*check)(const Arguments &values, QString *error);
-    bool (Actions::*perform)(const Arguments &values, QString *error);
+    bool (*perform)(Actions *actions, const Arguments &values, QString *error);
 };
 
 // clang-format off
-const Actions::Verb Actions::verbs[] = {
-    {"page",     Where::AtTheUnit, "the number of a page",                             isOneNumber, &Actions::openPage},
-    {"back",     Where::AtTheUnit, "nothing",                                          isNothing,   &Actions::goBack},
-    {"split",    Where::AtTheUnit, "nothing",                                          isNothing,   &Actions::split},
-    {"key",      Where::AtTheUnit, "the number of a key",                              isOneNumber, &Actions::pressKey},
-    {"touch",    Where::AtTheUnit, "a widget, a widget and a place in it, or a place", isPlace,     &Actions::touch},
-    {"press",    Where::AtTheUnit, "a widget, a widget and a place in it, or a place", isPlace,     &Actions::press},
-    {"move",     Where::AtTheUnit, "a place on the screen",                            isBarePlace, &Actions::move},
-    {"release",  Where::AtTheUnit, "nothing",                                          isNothing,   &Actions::release},
-    {"signal",   Where::Elsewhere, "a signal and its arguments",                       isSignal,    &Actions::sendSignal},
-    {"host",     Where::Elsewhere, "an object of the host, a method and its arguments", isHostCall, &Actions::callHost},
-    {"invoke",   Where::Elsewhere, "a widget or 'page', a method and its arguments",   isCall,      &Actions::invoke},
-    {"car",      Where::Elsewhere, "a control and its value",                          isControl,   &Actions::setControl},
-    {"fault",    Where::Elsewhere, "a fault or 'none'",                                isFault,     &Actions::setFault},
-    {"focus",    Where::AtTheUnit, "'granted' or 'refused'",                           isFocus,     &Actions::setFocus},
-    {"seek",     Where::Elsewhere, "a time in seconds",                                isTime,      &Actions::seek},
+const Actions::Word Actions::table[] = {
+    {"page",    Where::AtTheUnit, "the number of a page", isOneNumber,
+        [](Actions *a, const Arguments &v, QString *error) { return a->openPage(v.value(0).toInt(), error); }},
+    {"back",    Where::AtTheUnit, "nothing", isNothing,
+        [](Actions *a, const Arguments &, QString *) { a->back(); return true; }},
+    {"split",   Where::AtTheUnit, "nothing", isNothing,
+        [](Actions *a, const Arguments &, QString *) { a->toggleSplit(); return true; }},
+    {"key",     Where::AtTheUnit, "the number of a key", isOneNumber,
+        [](Actions *a, const Arguments &v, QString *) { a->pressKey(v.value(0).toInt()); return true; }},
+    {"touch",   Where::AtTheUnit, "a widget, a widget and a place in it, or a place", isPlace,
+        [](Actions *a, const Arguments &v, QString *error) { return a->touch(v, error); }},
+    {"press",   Where::AtTheUnit, "a widget, a widget and a place in it, or a place", isPlace,
+        [](Actions *a, const Arguments &v, QString *error) { return a->press(v, error); }},
+    {"move",    Where::AtTheUnit, "a place on the screen", isBarePlace,
+        [](Actions *a, const Arguments &v, QString *error) { return a->move(v, error); }},
+    {"release", Where::AtTheUnit, "nothing", isNothing,
+        [](Actions *a, const Arguments &, QString *error) { return a->release(error); }},
+    {"signal",  Where::Elsewhere, "a signal and its arguments", isSignal,
+        [](Actions *a, const Arguments &v, QString *error) { return a->sendSignal(v.value(0).toString(), v.mid(1), error); }},
+    {"host",    Where::Elsewhere, "an object of the host, a method and its arguments", isHostCall,
+        [](Actions *a, const Arguments &v, QString *error) { return a->callHost(v, error); }},
+    {"invoke",  Where::Elsewhere, "a widget or 'page', a method and its arguments", isCall,
+        [](Actions *a, const Arguments &v, QString *error) { return a->invoke(v, error); }},
+    {"car",     Where::Elsewhere, "a control and its value", isControl,
+        [](Actions *a, const Arguments &v, QString *error) { return a->setControl(v.value(0).toString(), v.value(1).toString(), error); }},
+    {"fault",   Where::Elsewhere, "a fault or 'none'", isFault,
+        [](Actions *a, const Arguments &v, QString *error) { return a->setFault(v.value(0).toString(), error); }},
+    {"focus",   Where::AtTheUnit, "'granted' or 'refused'", isFocus,
+        [](Actions *a, const Arguments &v, QString *) { a->setFocusGranted(v.value(0).toString() == QLatin1String("granted")); return true; }},
+    {"seek",    Where::Elsewhere, "a time in seconds", isTime,
+        [](Actions *a, const Arguments &v, QString *) { a->seek(qRound64(v.value(0).toDouble() * 1000)); return true; }},
 };
 // clang-format on
 
-Actions::Actions(HeadUnit *unit, QObject *parent) : QObject(parent), m_unit(unit) {}
+Actions::Actions(HeadUnit *unit, QObject *parent)
+    : QObject(parent), m_unit(unit), m_finger(unit->screen())
+{
+}
 
 Actions::~Actions() = default;
 
@@ -62,69 +76,68 @@ Session *Actions::session() const
     return m_session;
 }
 
-const Actions::Verb *Actions::find(const QString &word)
+const Actions::Word *Actions::find(const QString &word)
 {
-    const auto *const verb =
-        std::find_if(std::begin(verbs), std::end(verbs),
-                     [&word](const Verb &known) { return word == QLatin1String(known.word); });
-    return verb == std::end(verbs) ? nullptr : verb;
+    const auto *const found =
+        std::find_if(std::begin(table), std::end(table),
+                     [&word](const Word &known) { return word == QLatin1String(known.word); });
+    return found == std::end(table) ? nullptr : found;
 }
 
 QStringList Actions::words()
 {
     QStringList words;
-    for (const Verb &verb : verbs)
-        words.append(QLatin1String(verb.word));
+    for (const Word &row : table)
+        words.append(QLatin1String(row.word));
     return words;
 }
 
 bool Actions::check(const QString &word, const QVariantList &arguments, QString *error)
 {
-    const Verb *verb = find(word);
-    if (verb && verb->check(arguments, error))
+    const Word *found = find(word);
+    if (found && found->check(arguments, error))
         return true;
-    if (verb && error->isEmpty())
-        *error = QStringLiteral("expected %1 behind '%2'").arg(QLatin1String(verb->form), word);
+    if (found && error->isEmpty())
+        *error = QStringLiteral("expected %1 after '%2'").arg(QLatin1String(found->form), word);
     return false;
 }
 
 bool Actions::perform(const QString &word, const QVariantList &arguments, QString *error)
 {
-    const Verb *verb = find(word);
-    if (!verb || !m_session)
-        return false;
-    emit begins();
-    m_session->journal()->note(m_session->nowMs(), Journal::Action, word, arguments);
-    return carryOut(*verb, arguments, error);
-}
-
-bool Actions::carryOut(const Verb &verb, const QVariantList &arguments, QString *error)
-{
-    if (verb.where == Where::AtTheUnit)
-        m_session->recordAction(QLatin1String(verb.word), arguments);
-    return (this->*verb.perform)(arguments, error);
+    const Word *found = find(word);
+    return found && found->perform(this, arguments, error);
 }
 
 bool Actions::repeat(const QString &word, const QVariantList &arguments, QString *error)
 {
-    const Verb *verb = find(word);
-    if (verb && verb->where == Where::AtTheUnit)
-        return check(word, arguments, error) && carryOut(*verb, arguments, error);
-    *error = QStringLiteral("expected something to be done at the unit, got '%1'").arg(word);
+    const Word *found = find(word);
+    if (found && found->where == Where::AtTheUnit) {
+        const QScopedValueRollback<bool> repeating(m_isRepeating, true);
+        return found->check(arguments, error) && found->perform(this, arguments, error);
+    }
+    *error = QStringLiteral("expected an action at the unit, got '%1'").arg(word);
     return false;
 }
 
-bool Actions::act(const QString &word, const QVariantList &arguments)
+/** @return whether there is a session to do it in */
+bool Actions::begin(const char *word, const QVariantList &arguments)
 {
-    QString error;
-    return perform(word, arguments, &error);
+    if (!m_session)
+        return false;
+    const QString text = QLatin1String(word);
+    if (!m_isRepeating) {
+        emit begins();
+        m_session->journal()->note(m_session->nowMs(), Journal::Action, text, arguments);
+    }
+    if (find(text)->where == Where::AtTheUnit)
+        m_session->recordAction(text, arguments);
+    return true;
 }
 
-// ---- The unit's own keys ------------------------------------------------------------------------
-
-bool Actions::openPage(const QVariantList &arguments, QString *error)
+bool Actions::openPage(int id, QString *error)
 {
-    const int id = arguments.value(0).toInt();
+    if (!begin("page", {id}))
+        return false;
     m_unit->windows()->openWindow(id);
     if (m_unit->windows()->currentWindow() == id)
         return true;
@@ -137,168 +150,125 @@ bool Actions::openPage(const QVariantList &arguments, QString *error)
     return false;
 }
 
-bool Actions::goBack(const QVariantList &, QString *)
+void Actions::back()
 {
-    m_unit->windows()->back();
-    return true;
+    if (begin("back"))
+        m_unit->windows()->back();
 }
 
-bool Actions::split(const QVariantList &, QString *)
+void Actions::toggleSplit()
 {
-    m_unit->windows()->toggleSplit();
-    return true;
+    if (begin("split"))
+        m_unit->windows()->toggleSplit();
 }
 
-bool Actions::pressKey(const QVariantList &arguments, QString *)
+void Actions::pressKey(int key)
 {
-    m_unit->windows()->pressKey(arguments.value(0).toInt()); // a page need not use it
-    return true;
+    if (begin("key", {key}))
+        m_unit->windows()->pressKey(key); // a page need not use it
 }
 
-bool Actions::setFocus(const QVariantList &arguments, QString *)
+void Actions::setFocusGranted(bool granted)
 {
-    m_unit->audio()->setFocusGranted(arguments.value(0).toString() == QLatin1String("granted"));
-    return true;
+    if (begin("focus", {granted ? QStringLiteral("granted") : QStringLiteral("refused")}))
+        m_unit->audio()->setFocusGranted(granted);
 }
 
-// ---- Fingers ------------------------------------------------------------------------------------
-
-static void sendMouse(QWidget *widget, QEvent::Type type, QPoint at)
+void Actions::seek(qint64 ms)
 {
-    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    const Qt::MouseButtons held =
-        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, at, widget->mapTo(widget->window(), at), widget->mapToGlobal(at),
-                      button, held, Qt::NoModifier);
-    QApplication::sendEvent(widget, &event);
+    if (begin("seek", {double(ms) / 1000}))
+        m_session->drive()->seek(ms);
 }
 
-/** Where on the screen a finger goes: to the middle of a widget, a place in it, or a bare place. */
-bool Actions::findPlace(const QVariantList &arguments, QPoint *place, QString *error) const
+bool Actions::touch(const QVariantList &target, QString *error)
 {
-    const bool isNamed = arguments.value(0).userType() == QMetaType::QString;
-    if (!isNamed) {
-        *place = QPoint(arguments.value(0).toInt(), arguments.value(1).toInt());
-        if (m_unit->screen()->rect().contains(*place))
-            return true;
-        *error = QStringLiteral("expected a place on the screen of %1 x %2")
-                     .arg(m_unit->screen()->width())
-                     .arg(m_unit->screen()->height());
-        return false;
-    }
-    const QString name = arguments.value(0).toString();
-    const QWidget *widget = m_unit->screen()->widgetNamed(name);
-    if (!widget || !widget->isVisible()) {
-        *error = QStringLiteral("expected '%1' on the screen, %2")
-                     .arg(name, widget ? QStringLiteral("it is hidden")
-                                       : QStringLiteral("found no such widget"));
-        return false;
-    }
-    const QPoint within = arguments.size() > 2 ? QPoint(arguments[1].toInt(), arguments[2].toInt())
-                                               : widget->rect().center();
-    *place = widget->mapTo(m_unit->screen(), within);
-    const QWidget *top = m_unit->screen()->childAt(*place);
-    if (top && (top == widget || widget->isAncestorOf(top)))
-        return true;
-    *error = QStringLiteral("expected to reach '%1', %2 lies over it")
-                 .arg(name, top ? QStringLiteral("'%1'").arg(m_unit->screen()->nameOf(top))
-                                : QStringLiteral("the edge of the screen"));
-    return false;
+    return begin("touch", target) && m_finger.touch(target, error);
 }
 
-bool Actions::press(const QVariantList &arguments, QString *error)
+bool Actions::press(const QVariantList &target, QString *error)
 {
-    QPoint place;
-    if (!findPlace(arguments, &place, error))
-        return false;
-    QWidget *top = m_unit->screen()->childAt(place);
-    m_pressed = top ? top : m_unit->screen();
-    m_pressedAt = m_pressed->mapFrom(m_unit->screen(), place);
-    sendMouse(m_pressed, QEvent::MouseButtonPress, m_pressedAt);
-    return true;
+    return begin("press", target) && m_finger.press(target, error);
 }
 
-bool Actions::move(const QVariantList &arguments, QString *error)
+bool Actions::move(const QVariantList &target, QString *error)
 {
-    if (!m_pressed) {
-        *error = QStringLiteral("expected a press before");
-        return false;
-    }
-    m_pressedAt = m_pressed->mapFrom(
-        m_unit->screen(), QPoint(arguments.value(0).toInt(), arguments.value(1).toInt()));
-    sendMouse(m_pressed, QEvent::MouseMove, m_pressedAt);
-    return true;
+    return begin("move", target) && m_finger.move(target, error);
 }
 
-bool Actions::release(const QVariantList &, QString *error)
+bool Actions::release(QString *error)
 {
-    if (!m_pressed) {
-        *error = QStringLiteral("expected a press before");
-        return false;
-    }
-    QWidget *pressed = m_pressed;
-    m_pressed.clear();
-    sendMouse(pressed, QEvent::MouseButtonRelease, m_pressedAt);
-    return true;
+    return begin("release") && m_finger.release(error);
 }
 
-bool Actions::touch(const QVariantList &arguments, QString *error)
+static bool invokeBound(const std::optional<BoundCall> &call)
 {
-    return press(arguments, error) && (!m_pressed || release({}, error));
+    if (call)
+        call->invoke();
+    return call.has_value();
 }
 
-// ---- The car and the host -----------------------------------------------------------------------
-
-bool Actions::sendSignal(const QVariantList &arguments, QString *error)
+bool Actions::sendSignal(const QString &name, const QVariantList &arguments, QString *error)
 {
-    return emitSignal(arguments, error);
+    const QVariantList words = QVariantList{name} + arguments;
+    return begin("signal", words) && invokeBound(bindSignal(words, error));
 }
 
 bool Actions::callHost(const QVariantList &arguments, QString *error)
 {
-    return callHostObject(arguments, error);
+    return begin("host", arguments) && invokeBound(bindHostMethod(arguments, error));
 }
 
 bool Actions::invoke(const QVariantList &arguments, QString *error)
 {
+    if (!begin("invoke", arguments))
+        return false;
     const QString name = arguments.value(0).toString();
     QWidget *widget = name == QLatin1String("page") ? m_unit->windows()->currentPage()
                                                     : m_unit->screen()->widgetNamed(name);
     if (widget)
-        return callByName(widget, arguments, error);
+        return invokeBound(bindMethod(widget, arguments, error));
     *error = QStringLiteral("expected a widget on the screen, found no '%1'").arg(name);
     return false;
 }
 
-bool Actions::setControl(const QVariantList &arguments, QString *error)
+bool Actions::setControl(Controls::Control control, int value, QString *error)
 {
+    return setControl(QLatin1String(Controls::row(control).name), Controls::textOf(control, value),
+                      error);
+}
+
+bool Actions::setControl(const QString &name, const QString &text, QString *error)
+{
+    if (!begin("car", {name, text}))
+        return false;
     Controls *controls = m_session->drive()->source()->controls();
-    Controls::Control control = Controls::Count;
-    int value = 0;
     if (!controls) {
         *error = QStringLiteral("expected the simulated car, this drive cannot be changed");
         return false;
     }
-    if (!Controls::read(arguments.value(0).toString(), arguments.value(1).toString(), &control,
-                        &value, error))
+    Controls::Control control = Controls::Count;
+    int value = 0;
+    if (!Controls::read(name, text, &control, &value, error))
         return false;
     controls->set(control, value);
     return true;
 }
 
-bool Actions::setFault(const QVariantList &arguments, QString *error)
+void Actions::setFault(Faults::Kind kind, double value)
 {
-    const QString text = arguments.value(0).toString();
-    Faults &faults = m_session->drive()->faults();
-    if (text != QLatin1String("none"))
-        return faults.add(text, error);
-    for (int kind = 0; kind < Faults::KindCount; ++kind)
-        faults.set(Faults::Kind(kind), 0);
-    return true;
+    const QString name = QLatin1String(Faults::nameOf(kind));
+    if (begin("fault", {QStringLiteral("%1:%2").arg(name).arg(value)}))
+        m_session->drive()->faults().set(kind, value);
 }
 
-bool Actions::seek(const QVariantList &arguments, QString *)
+bool Actions::setFault(const QString &fault, QString *error)
 {
-    m_session->drive()->seek(qRound64(arguments.value(0).toDouble() * 1000));
+    if (!begin("fault", {fault}))
+        return false;
+    Faults &faults = m_session->drive()->faults();
+    if (fault != QLatin1String("none"))
+        return faults.add(fault, error);
+    for (int kind = 0; kind < Faults::KindCount; ++kind)
+        faults.set(Faults::Kind(kind), 0);
     return true;
 }

@@ -1,18 +1,20 @@
 #pragma once
 
 #include "drive.h"
+#include "faults.h"
+#include "session/finger.h"
+#include "simulator/controls.h"
 
 #include <QObject>
 #include <QPointer>
 #include <QVariant>
-#include <QWidget>
 
 class HeadUnit;
 class Session;
 
 /**
- * Whoever works the head unit and the car: with menus, keys and panels, or from a scenario. Each
- * deed goes into the session's journal in the words of a scenario, and is then done.
+ * Everything that a person can do to the head unit and the car, with menus, keys and panels or from
+ * a scenario. The session's journal notes each action in the words of a scenario.
  */
 class Actions : public QObject
 {
@@ -24,53 +26,54 @@ public:
     void setSession(Session *session);
     Session *session() const;
 
+    // Without a session none of these does anything. One that can fail sets the error to one line.
+
+    bool openPage(int id, QString *error);
+    void back();
+    void toggleSplit();
+    void pressKey(int key);
+    void setFocusGranted(bool granted);
+    void seek(qint64 ms);
+    /** @param arguments  as a scenario has them */
+    bool sendSignal(const QString &name, const QVariantList &arguments, QString *error);
+    /** A recorded drive has no controls. */
+    bool setControl(module::Controls::Control control, int value, QString *error);
+    /** @param value  0 is off */
+    void setFault(module::Faults::Kind kind, double value);
+
+    /** The words of a scenario for all of these and some more. */
     static QStringList words();
     /**
-     * Whether one of the words can be done with these arguments, as far as that can be told
-     * beforehand.
-     * @param error  one line that says what was expected
+     * Whether a word accepts these arguments, as far as that is known beforehand.
+     * @param error  one line about what was expected
      */
     static bool check(const QString &word, const QVariantList &arguments, QString *error);
-
-    /**
-     * Does something by its word in a scenario.
-     * @param error  one line that says why it could not be done
-     */
+    /** Does what a word stands for; the arguments have been checked. */
     bool perform(const QString &word, const QVariantList &arguments, QString *error);
-    /** The same for what cannot fail, or whose failure shows. @return whether it was done */
-    bool act(const QString &word, const QVariantList &arguments = {});
-    /** Does again what a recording holds; the journal is for what is done in this session. */
+    /** Repeats an action of a recording, which the journal leaves out. */
     bool repeat(const QString &word, const QVariantList &arguments, QString *error);
 
 signals:
-    /** Something is about to be done. */
+    /** An action is about to be done. */
     void begins();
 
 private:
-    struct Verb;
-    static const Verb verbs[];
-    static const Verb *find(const QString &word);
+    struct Word;
+    static const Word table[];
+    static const Word *find(const QString &word);
 
-    bool carryOut(const Verb &verb, const QVariantList &arguments, QString *error);
-    bool openPage(const QVariantList &arguments, QString *error);
-    bool goBack(const QVariantList &arguments, QString *error);
-    bool split(const QVariantList &arguments, QString *error);
-    bool pressKey(const QVariantList &arguments, QString *error);
-    bool setFocus(const QVariantList &arguments, QString *error);
-    bool findPlace(const QVariantList &arguments, QPoint *place, QString *error) const;
-    bool touch(const QVariantList &arguments, QString *error);
-    bool press(const QVariantList &arguments, QString *error);
-    bool move(const QVariantList &arguments, QString *error);
-    bool release(const QVariantList &arguments, QString *error);
-    bool sendSignal(const QVariantList &arguments, QString *error);
+    bool begin(const char *word, const QVariantList &arguments = {});
+    bool touch(const QVariantList &target, QString *error);
+    bool press(const QVariantList &target, QString *error);
+    bool move(const QVariantList &target, QString *error);
+    bool release(QString *error);
     bool callHost(const QVariantList &arguments, QString *error);
     bool invoke(const QVariantList &arguments, QString *error);
-    bool setControl(const QVariantList &arguments, QString *error);
-    bool setFault(const QVariantList &arguments, QString *error);
-    bool seek(const QVariantList &arguments, QString *error);
+    bool setControl(const QString &name, const QString &value, QString *error);
+    bool setFault(const QString &fault, QString *error);
 
     HeadUnit *m_unit;
+    Finger m_finger;
     QPointer<Session> m_session;
-    QPointer<QWidget> m_pressed;
-    QPoint m_pressedAt; // within it
+    bool m_isRepeating = false;
 };

@@ -1,13 +1,10 @@
 #include "session/argumentchecks.h"
 
-#include "adaptorlink.h"
 #include "faults.h"
-#include "nordahost.h"
+#include "session/boundcall.h"
 #include "simulator/controls.h"
-#include "values.h"
 
 #include <algorithm>
-#include <optional>
 
 using module::Controls;
 using module::Faults;
@@ -72,75 +69,6 @@ bool isTime(const Arguments &values, QString *)
     return areNumbers(values, 1) && values[0].toDouble() >= 0;
 }
 
-/** A method or signal with arguments of its parameters' types. */
-struct BoundCall
-{
-    QObject *object = nullptr;
-    QMetaMethod method;
-    QVariantList arguments;
-};
-
-static std::optional<BoundCall> bind(QObject *object, const QMetaMethod &method,
-                                     const QVariantList &arguments, QString *error)
-{
-    BoundCall call{object, method, arguments};
-    return module::bindArguments(method, &call.arguments, error) ? std::optional(call)
-                                                                 : std::nullopt;
-}
-
-static bool invoke(const std::optional<BoundCall> &call)
-{
-    if (call)
-        module::invokeMethod(call->object, call->method, call->arguments);
-    return call.has_value();
-}
-
-static std::optional<BoundCall> bindSignal(const Arguments &values, QString *error)
-{
-    const module::ModuleSignal signal = module::moduleSignal(values.value(0).toByteArray());
-    if (signal.method.isValid())
-        return bind(signal.emitter, signal.method, values.mid(1), error);
-    *error =
-        QStringLiteral("expected a signal of the module, got '%1'").arg(values.value(0).toString());
-    return std::nullopt;
-}
-
-static QMetaMethod methodNamed(const QObject *object, const QByteArray &name, int arguments)
-{
-    const QMetaObject *meta = object->metaObject();
-    for (int i = 0; i < meta->methodCount(); ++i) {
-        const QMetaMethod method = meta->method(i);
-        if (method.name() == name && method.parameterCount() == arguments &&
-            method.methodType() != QMetaMethod::Signal)
-            return method;
-    }
-    return {};
-}
-
-static std::optional<BoundCall> bindMethod(QObject *object, const Arguments &values, QString *error)
-{
-    const QByteArray name = values.value(1).toByteArray();
-    const QVariantList arguments = values.mid(2);
-    const QMetaMethod method = methodNamed(object, name, arguments.size());
-    if (method.isValid())
-        return bind(object, method, arguments, error);
-    *error = QStringLiteral("expected a method of %1 with %2 arguments, got '%3'")
-                 .arg(values.value(0).toString())
-                 .arg(arguments.size())
-                 .arg(QString::fromLatin1(name));
-    return std::nullopt;
-}
-
-static std::optional<BoundCall> bindHostCall(const Arguments &values, QString *error)
-{
-    QObject *object = nordaHostObject(values.value(0).toByteArray().constData());
-    if (object)
-        return bindMethod(object, values, error);
-    *error =
-        QStringLiteral("expected an object of the host, got '%1'").arg(values.value(0).toString());
-    return std::nullopt;
-}
-
 bool isSignal(const Arguments &values, QString *error)
 {
     return bindSignal(values, error).has_value();
@@ -148,25 +76,10 @@ bool isSignal(const Arguments &values, QString *error)
 
 bool isHostCall(const Arguments &values, QString *error)
 {
-    return values.size() >= 2 && bindHostCall(values, error);
+    return values.size() >= 2 && bindHostMethod(values, error);
 }
 
 bool isCall(const Arguments &values, QString *)
 {
     return values.size() >= 2;
-}
-
-bool emitSignal(const Arguments &values, QString *error)
-{
-    return invoke(bindSignal(values, error));
-}
-
-bool callByName(QObject *object, const Arguments &values, QString *error)
-{
-    return invoke(bindMethod(object, values, error));
-}
-
-bool callHostObject(const Arguments &values, QString *error)
-{
-    return invoke(bindHostCall(values, error));
 }

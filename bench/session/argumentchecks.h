@@ -2,8 +2,8 @@
 
 #include <QVariant>
 
-// What may stand behind a word of a scenario. Each check says false and, where it knows better than
-// the word's own description, what was expected.
+// The arguments that a word of a scenario accepts. A check that knows more than the word's own
+// description sets the error.
 
 using Arguments = QVariantList;
 
@@ -19,12 +19,5 @@ bool isControl(const Arguments &values, QString *error);
 bool isFocus(const Arguments &values, QString *error);
 bool isSignal(const Arguments &values, QString *error);
 bool isHostCall(const Arguments &values, QString *error);
-/** Something to call by name, which is not known before. */
+/** A widget and a method of it; whether they exist is known only when it is called. */
 bool isCall(const Arguments &values, QString *error);
-
-/** Emits a signal of the module: its name and the arguments. */
-bool emitSignal(const Arguments &values, QString *error);
-/** Calls a method of an object: its description, the method, and the arguments. */
-bool callByName(QObject *object, const Arguments &values, QString *error);
-/** The same for an object of the host, by its name. */
-bool callHostObject(const Arguments &values, QString *error);

@@ -41,7 +41,7 @@ void Journal::append(qint64 ms, Kind kind, int name, const QVariantList &argumen
     ++m_counts[kind];
     if (m_limit > 0) {
         if (m_entries.size() >= m_limit)
-            letGo();
+            dropOldest();
         m_ofKind[kind].append(m_entries.size());
         m_entries.append({ms, arguments, name, kind});
     }
@@ -49,7 +49,7 @@ void Journal::append(qint64 ms, Kind kind, int name, const QVariantList &argumen
 }
 
 /** A tenth at a time, so that it happens rarely. */
-void Journal::letGo()
+void Journal::dropOldest()
 {
     const int gone = qMax(1, m_entries.size() / 10);
     m_entries.erase(m_entries.begin(), m_entries.begin() + gone);

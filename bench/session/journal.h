@@ -6,9 +6,8 @@
 #include <QVector>
 
 /**
- * All that happened in a session, in order: what the plugin was sent, what it asked of the host,
- * what somebody did, which pages opened and what the audio stage did. It keeps so many entries and
- * then lets go of the oldest; what it counts, it counts to the end.
+ * The events of a session in order: signals to the plugin, its calls to the host, actions, opened
+ * pages and sounds. Beyond its limit it drops the oldest entries; the totals include them.
  */
 class Journal : public QObject
 {
@@ -24,7 +23,7 @@ public:
         int name; // see nameOf()
         Kind kind;
     };
-    /** What is known of all entries of one kind and name. */
+    /** The total over all entries of one kind and name. */
     struct Total
     {
         QString name;
@@ -43,37 +42,37 @@ public:
     int limit() const { return m_limit; }
 
     void note(qint64 ms, Kind kind, const QString &name, const QVariantList &arguments);
-    /** The same for a signal, by the name that its meta-object has. */
+    /** The same for a signal, by its name in the meta-object. */
     void noteSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments);
 
     const QVector<Entry> &entries() const { return m_entries; }
     const QString &nameOf(const Entry &entry) const { return m_totals[entry.name].name; }
     /** Which entries are of a kind, in order. */
     const QVector<int> &ofKind(Kind kind) const { return m_ofKind[kind]; }
-    /** How many entries have been let go of; the first one kept is number `dropped()`. */
+    /** How many entries were dropped; the first one kept is number `dropped()`. */
     qint64 dropped() const { return m_dropped; }
-    /** How many there were in all. */
+    /** How many entries there were, the dropped ones included. */
     qint64 total() const { return m_dropped + m_entries.size(); }
     int count(Kind kind) const { return m_counts[kind]; }
     const QVector<Total> &totals() const { return m_totals; }
     /** The total of a name, null when it has not occurred. */
     const Total *totalOf(Kind kind, const QString &name) const;
 
-    /** The first entry of a kind that is not before a moment, as a place in ofKind(). */
+    /** The first entry of a kind at or after a moment, as an index into ofKind(). */
     int lowerBound(Kind kind, qint64 ms) const;
-    /** Up to which time the journal reaches back. */
+    /** The time of the oldest entry. */
     qint64 beginMs() const { return m_entries.isEmpty() ? 0 : m_entries.constFirst().ms; }
     qint64 endMs() const { return m_entries.isEmpty() ? 0 : m_entries.constLast().ms; }
 
 signals:
     void noted();
-    /** The first so many entries are gone: places shift by as many. */
+    /** The first entries were dropped: indexes shift by as many. */
     void shifted(int entries);
 
 private:
     void append(qint64 ms, Kind kind, int name, const QVariantList &arguments);
     int intern(Kind kind, const QString &name);
-    void letGo();
+    void dropOldest();
 
     int m_limit;
     QVector<Entry> m_entries;

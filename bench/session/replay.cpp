@@ -5,17 +5,17 @@
 
 #include <QCoreApplication>
 
-Replay::Replay(Actions *hand, Extent extent, QObject *parent)
-    : QObject(parent), m_actions(hand), m_extent(extent)
+Replay::Replay(Actions *actions, Extent extent, QObject *parent)
+    : QObject(parent), m_actions(actions), m_extent(extent)
 {
-    const module::Drive *drive = hand->session()->drive();
+    const module::Drive *drive = actions->session()->drive();
     connect(drive, &module::Drive::actionDue, this, &Replay::perform);
     connect(drive, &module::Drive::jumped, this, &Replay::stop);
 }
 
 Replay::~Replay() = default;
 
-/** Somebody else leads the drive from here on. */
+/** After a jump, recorded actions no longer fit the drive. */
 void Replay::stop()
 {
     m_actions->session()->drive()->disconnect(this);
@@ -23,7 +23,7 @@ void Replay::stop()
 
 void Replay::perform(const QString &word, const QVariantList &arguments)
 {
-    static constexpr int mostLines = 10; // the first ones tell what is wrong
+    static constexpr int mostLines = 10; // further failures are of the same kind
     Session *session = m_actions->session();
     if (m_extent == Beginning && session->drive()->positionMs() > 0) {
         stop();
@@ -34,9 +34,9 @@ void Replay::perform(const QString &word, const QVariantList &arguments)
         return;
     }
     QString error;
-    QCoreApplication::sendPostedEvents(); // what an action finds, it found laid out
+    QCoreApplication::sendPostedEvents(); // the layout is as it was when recorded
     const bool isDone = m_actions->repeat(word, arguments, &error);
-    QCoreApplication::sendPostedEvents(); // a touch opens a page by an event of the application
+    QCoreApplication::sendPostedEvents(); // a touch opens a page with a posted event
     emit performed();
     if (!isDone && m_failures++ < mostLines)
         emit failed(QStringLiteral("%1 s: %2: %3")

@@ -5,23 +5,22 @@
 
 class Actions;
 
-/** Does again what was done at the unit when a drive was recorded, at its times. */
+/** Repeats the recorded actions at the unit, each at its time. */
 class Replay : public QObject
 {
     Q_OBJECT
 public:
     enum Extent {
-        Beginning, ///< what opens the page that the recording begins on; the rest is up to a person
+        Beginning, ///< only what opens the first page of the recording
         Everything
     };
 
-    /** Of the drive of the operator's session. */
-    Replay(Actions *hand, Extent extent, QObject *parent = nullptr);
+    Replay(Actions *actions, Extent extent, QObject *parent = nullptr);
     ~Replay() override;
 
 signals:
     void performed();
-    /** Something could not be done again, in one line. */
+    /** An action could not be repeated, in one line. */
     void failed(const QString &line);
 
 private:

@@ -2,6 +2,7 @@
 
 #include "adaptorlink.h"
 #include "norda/vtqadaptor.h"
+#include "pages.h"
 #include "session/session.h"
 #include "snapshot.h"
 #include "values.h"
@@ -9,7 +10,7 @@
 
 #include <algorithm>
 
-Rewind::Rewind(WindowStack *unit, QObject *parent) : QObject(parent), m_unit(unit) {}
+Rewind::Rewind(WindowStack *windows, QObject *parent) : QObject(parent), m_windows(windows) {}
 
 void Rewind::setSession(Session *session)
 {
@@ -21,7 +22,7 @@ void Rewind::setSession(Session *session)
 void Rewind::begin()
 {
     m_wasPlaying = m_session->drive()->isPlaying();
-    m_presentPage = m_unit->currentWindow();
+    m_livePage = m_windows->currentWindow();
     m_session->drive()->pause();
     m_session->setRewound(true);
     m_isActive = true;
@@ -40,7 +41,7 @@ void Rewind::show(qint64 ms)
         const int entry = journal->ofKind(Journal::Page)[place];
         openPage(journal->entries()[entry].arguments.value(0).toInt());
     }
-    bringBack(ms);
+    sendSnapshot(ms);
     emit changed();
 }
 
@@ -48,8 +49,8 @@ void Rewind::end()
 {
     if (!m_session || !m_isActive)
         return;
-    openPage(m_presentPage);
-    bringBack(m_session->nowMs());
+    openPage(m_livePage);
+    sendSnapshot(m_session->nowMs());
     m_isActive = false;
     m_session->setRewound(false);
     if (m_wasPlaying)
@@ -59,15 +60,14 @@ void Rewind::end()
 
 void Rewind::openPage(int id)
 {
-    static constexpr int settingsPage = 84;
-    m_unit->openWindow(id);
-    // It would keep the rows that another page of the menu does not fill.
-    if (id == settingsPage)
-        m_unit->recreateWindow();
+    m_windows->openWindow(id);
+    // Rows that the menu page does not fill would remain.
+    if (id == SettingsPage)
+        m_windows->recreateWindow();
 }
 
-/** What had been said last up to a moment, in the order in which it was said. */
-void Rewind::bringBack(qint64 ms)
+/** The last signals up to a moment, in their order. */
+void Rewind::sendSnapshot(qint64 ms)
 {
     const Journal *journal = m_session->journal();
     const QVector<int> &places = journal->ofKind(Journal::Signal);
@@ -86,7 +86,7 @@ void Rewind::bringBack(qint64 ms)
     for (const int place : state) {
         const Journal::Entry &entry = entryAt(place);
         const module::ModuleSignal signal = module::moduleSignal(journal->nameOf(entry).toLatin1());
-        // The unit would speak again: what is heard is no part of the screen.
+        // Audio notices would play again; sound is not part of the screen.
         if (signal.emitter != norda::VtqAdaptor::instance())
             continue;
         module::invokeMethod(signal.emitter, signal.method, entry.arguments);

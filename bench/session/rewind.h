@@ -7,15 +7,15 @@ class WindowStack;
 class Session;
 
 /**
- * Shows the screen as it was at a moment of the session: the page that was open, and on it what had
- * been said last. The drive stands still meanwhile, and nothing of it is noted. What a touch alone
- * had changed within a page stays as it is now.
+ * Rewinds the screen to a moment of the session: opens the page of that moment and sends the state
+ * snapshot. The drive is paused meanwhile, and nothing is journaled. Changes that only a touch made
+ * within a page are not undone.
  */
 class Rewind : public QObject
 {
     Q_OBJECT
 public:
-    explicit Rewind(WindowStack *unit, QObject *parent = nullptr);
+    explicit Rewind(WindowStack *windows, QObject *parent = nullptr);
 
     void setSession(Session *session);
     bool isActive() const { return m_isActive; }
@@ -23,7 +23,7 @@ public:
 
 public slots:
     void show(qint64 ms);
-    /** Back to where the drive stands; it goes on if it did before. */
+    /** Returns to live; the drive plays again if it did before. */
     void end();
 
 signals:
@@ -32,12 +32,12 @@ signals:
 private:
     void begin();
     void openPage(int id);
-    void bringBack(qint64 ms);
+    void sendSnapshot(qint64 ms);
 
-    WindowStack *m_unit;
+    WindowStack *m_windows;
     QPointer<Session> m_session;
     qint64 m_momentMs = 0;
-    int m_presentPage = -1;
+    int m_livePage = -1;
     bool m_wasPlaying = false;
     bool m_isActive = false;
 };

@@ -29,7 +29,7 @@ bool Rig::open(const QString &plugin, QString *error)
 
 void Rig::begin(Replay::Extent replay)
 {
-    m_session->watch(m_unit.windows());
+    m_session->watchPages(m_unit.windows());
     const bool opensPages = m_session->drive()->source()->opensPages();
     if (m_setup.isPageGiven || !opensPages)
         m_session->open(m_unit.windows(), m_setup.page);
@@ -40,14 +40,14 @@ void Rig::begin(Replay::Extent replay)
 
 void Rig::bind()
 {
-    m_session->feed(m_unit.screen()->camera());
-    m_session->lead(m_unit.audio());
+    m_session->connectCamera(m_unit.screen()->camera());
+    m_session->connectAudio(m_unit.audio());
     m_actions.setSession(m_session.get());
     connect(m_session.get(), &Session::noticed, this, &Rig::noticed);
     emit sessionBegun(m_session.get());
 }
 
-/** A recording opens on the page that it begins with, and so does the session. */
+/** The session opens the same first page as its recording. */
 void Rig::replayActions(Replay::Extent extent)
 {
     m_replay = new Replay(&m_actions, extent, m_session.get());
@@ -64,7 +64,6 @@ void Rig::endReplay()
 
 bool Rig::openDrive(const QString &file, QString *error)
 {
-    static constexpr int climateWindow = 82, parkingWindow = 83;
     auto source = module::openSource(file, error);
     if (!source)
         return false;
@@ -72,17 +71,17 @@ bool Rig::openDrive(const QString &file, QString *error)
     session->journal()->setLimit(m_setup.journalLimit);
     session->drive()->setSpeed(m_session->drive()->speed());
     session->drive()->faults() = m_session->drive()->faults().forNextDrive();
-    // No payload shows climate or the zones as unknown: these pages forget the drive before.
-    for (const int id : {climateWindow, parkingWindow})
+    // No payload resets climate or the zones to unknown, so these pages are rebuilt.
+    for (const int id : {ClimatePage, ParkingPage})
         m_unit.windows()->rebuildWindow(id);
     m_setup.source = QFileInfo(file).absoluteFilePath();
     m_setup.trim = module::Trim::Full;
     m_setup.faults = session->drive()->faults();
     m_setup.page = m_unit.windows()->currentWindow();
     const std::unique_ptr<Session> before = std::exchange(m_session, std::move(session));
-    m_session->watch(m_unit.windows());
+    m_session->watchPages(m_unit.windows());
     bind();
-    m_session->goOnRecording(before.get());
+    m_session->continueRecording(before.get());
     if (!m_setup.isPageGiven)
         replayActions(Replay::Beginning);
     return true;

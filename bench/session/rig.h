@@ -9,8 +9,8 @@
 #include <memory>
 
 /**
- * A head unit and the session that drives it, put together from a setup: what a window, a run
- * without one, a scenario and a benchmark all work with.
+ * A head unit and the session that drives it, built from a setup. The window, the headless run,
+ * scenarios and benchmarks all use it.
  */
 class Rig : public QObject
 {
@@ -26,24 +26,24 @@ public:
     bool open(const QString &plugin, QString *error);
     /** Opens the first page and binds unit and session; the drive is ready to play. */
     void begin(Replay::Extent replay);
-    /** What the recording still holds is not done any more. */
+    /** Stops repeating recorded actions. */
     void endReplay();
     /**
-     * Drives a file instead; a recording goes on with it.
-     * @param error  one line that names the file; the session stays as it is then
+     * Drives a file instead; a recording continues with it.
+     * @param error  one line that names the file; the session is unchanged then
      */
     bool openDrive(const QString &file, QString *error);
 
-    /** What the session began with. */
+    /** The setup that the session began with. */
     const Setup &setup() const { return m_setup; }
     HeadUnit *unit() { return &m_unit; }
     Actions *actions() { return &m_actions; }
     Session *session() const { return m_session.get(); }
 
 signals:
-    /** A session has begun, in place of the one before. */
+    /** A session has begun and replaces the one before. */
     void sessionBegun(Session *session);
-    /** Something that a person should know, in one line. */
+    /** A notice for the user, in one line. */
     void noticed(const QString &line);
 
 private:

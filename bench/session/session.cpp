@@ -29,7 +29,7 @@ Session::~Session()
     finish();
 }
 
-void Session::lead(AudioStage *stage)
+void Session::connectAudio(AudioStage *stage)
 {
     m_stage = stage;
     const QPointer<Session> session = this;
@@ -48,7 +48,7 @@ void Session::open(WindowStack *windows, int page)
     windows->openWindow(page);
 }
 
-void Session::watch(WindowStack *windows)
+void Session::watchPages(WindowStack *windows)
 {
     const auto note = [this](int id) {
         if (m_isRewound || m_finished)
@@ -65,11 +65,11 @@ void Session::watch(WindowStack *windows)
 RearView Session::rearView() const
 {
     const module::RearView view = m_drive.source()->rearView();
-    return {view.steeringDegrees, view.headingDegrees, view.wall,
-            view.bayX,            view.postX,          view.postZ};
+    return {view.steeringDegrees, view.headingDegrees, view.wall, view.bayX,
+            view.postX,           view.postZ};
 }
 
-void Session::feed(CameraView *camera)
+void Session::connectCamera(CameraView *camera)
 {
     const auto show = [this, camera] { camera->setView(rearView()); };
     connect(&m_drive, &module::Drive::positionChanged, camera, show);
@@ -83,13 +83,13 @@ bool Session::record(const QString &file, qint64 limitBytes, QString *error)
     return m_recording->isOpen();
 }
 
-void Session::goOnRecording(Session *before)
+void Session::continueRecording(Session *before)
 {
     m_recording = std::move(before->m_recording);
     if (!m_recording)
         return;
     m_recording->beginNextDrive(before->nowMs());
-    emit noticed(QStringLiteral("The recording goes on with %1").arg(m_drive.source()->title()));
+    emit noticed(QStringLiteral("The recording continues with %1").arg(m_drive.source()->title()));
 }
 
 void Session::recordAction(const QString &word, const QVariantList &arguments)
@@ -113,13 +113,13 @@ void Session::setRewound(bool on)
     m_drive.setAnswering(!on);
 }
 
-/** The session's time goes on: what is recorded in it stands in order, however one jumps. */
+/** The session's time never jumps back, so its recording stays in order. */
 void Session::onJump(qint64 fromMs, qint64 toMs)
 {
     m_jumpedMs += fromMs - toMs;
 }
 
-void Session::tell()
+void Session::reportNotice()
 {
     const QString notice = m_recording->takeNotice();
     if (!notice.isEmpty())
@@ -133,7 +133,7 @@ void Session::onSignal(const QByteArray &name, const QVariantList &arguments)
     m_journal.noteSignal(nowMs(), name, arguments);
     if (m_recording) {
         m_recording->writeSignal(nowMs(), name, arguments);
-        tell();
+        reportNotice();
     }
     if (name == "centerGaugeValueNotify" && arguments.value(0).toInt() > m_fastestRpm) {
         m_fastestRpm = arguments.value(0).toInt();
@@ -146,7 +146,7 @@ void Session::onCall(const QString &operation, const QVariantList &arguments)
     if (m_finished || m_isRewound || m_drive.isRepeating())
         return;
     m_journal.note(nowMs(), Journal::Call, operation, arguments);
-    // What it takes to catch up with a recording is no part of what happened.
+    // Catching up with a recording is not part of the session.
     if (m_recording && !m_drive.source()->isCatchingUp())
         m_recording->writeCall(nowMs(), operation, arguments);
 }
@@ -161,12 +161,12 @@ static QJsonObject byName(const Journal &journal, Journal::Kind kind)
     return object;
 }
 
-static QJsonArray timeLine(const AudioStage *stage)
+static QJsonArray timeline(const AudioStage *stage)
 {
     QJsonArray lines;
     if (!stage)
         return lines;
-    for (const AudioStage::Entry &entry : stage->timeLine())
+    for (const AudioStage::Entry &entry : stage->timeline())
         lines.append(QJsonObject{{"t", double(entry.ms) / 1000.0}, {"what", entry.text}});
     return lines;
 }
@@ -184,7 +184,7 @@ QJsonObject Session::summary(int framesPainted) const
             {"calls", byName(m_journal, Journal::Call)},
             {"framesPainted", framesPainted},
             {"beeps", m_beeps},
-            {"audio", timeLine(m_stage)},
+            {"audio", timeline(m_stage)},
             {"faults", m_drive.faults().statistics()},
             {"droppedInput", m_drive.refused()},
             {"warnings", Warnings::count()},

@@ -18,7 +18,7 @@ class WindowStack;
 
 /**
  * One drive from its start to its end: the source on its virtual clock, the recording, and the
- * count of all that crossed the adaptor.
+ * count of everything that crossed the adaptor.
  */
 class Session : public QObject
 {
@@ -28,33 +28,33 @@ public:
     ~Session() override;
 
     module::Drive *drive() { return &m_drive; }
-    /** Gives an audio stage the drive's time; its time line goes into the summary. */
-    void lead(AudioStage *stage);
+    /** Gives an audio stage the drive's time, and takes its timeline into the summary. */
+    void connectAudio(AudioStage *stage);
     /** Opens the page that the session begins on. */
     void open(WindowStack *windows, int page);
-    /** Notes which pages a head unit opens. */
-    void watch(WindowStack *windows);
-    /** Notes in the recording what somebody does at the unit. */
+    /** Journals the pages that a head unit opens. */
+    void watchPages(WindowStack *windows);
+    /** Records an action at the unit. */
     void recordAction(const QString &word, const QVariantList &arguments);
-    /** Lets a camera see what is behind the car. */
-    void feed(CameraView *camera);
+    /** Shows what is behind the car on a camera view. */
+    void connectCamera(CameraView *camera);
     RearView rearView() const;
     /**
-     * @param limitBytes  what the recording may take; the oldest part goes first
+     * @param limitBytes  maximum size of the recording; the oldest part is dropped
      * @param error       one line, when the file cannot be written
      */
     bool record(const QString &file, qint64 limitBytes, QString *error);
-    /** The recording of the session before goes on with this one, and says so. */
-    void goOnRecording(Session *before);
+    /** Continues the recording of the session before, with a notice. */
+    void continueRecording(Session *before);
     /** Ends the recording and the count; what crosses the adaptor later is left out. */
     void finish();
 
-    /** What happened; without entries unless somebody gives it a limit. */
+    /** Has no entries until it gets a limit. */
     Journal *journal() { return &m_journal; }
     const Journal *journal() const { return &m_journal; }
-    /** Drive time that has passed: it goes on where somebody jumps in the drive. */
+    /** Drive time that has passed: it continues across jumps in the drive. */
     qint64 nowMs() const { return m_drive.nowMs() + m_jumpedMs; }
-    /** While it looks back, what crosses the adaptor is not the drive's and is left out. */
+    /** While rewound, what crosses the adaptor is not from the drive and is ignored. */
     void setRewound(bool on);
     bool isRewound() const { return m_isRewound; }
 
@@ -67,14 +67,14 @@ public:
     QJsonObject summary(int framesPainted) const;
 
 signals:
-    /** Something that a person should know, in one line. */
+    /** A notice for the user, in one line. */
     void noticed(const QString &line);
 
 private:
     void onSignal(const QByteArray &name, const QVariantList &arguments);
     void onCall(const QString &operation, const QVariantList &arguments);
     void onJump(qint64 fromMs, qint64 toMs);
-    void tell();
+    void reportNotice();
     bool isRecording() const { return m_recording && !m_finished && !m_isRewound; }
 
     module::Drive m_drive;

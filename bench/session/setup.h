@@ -8,7 +8,8 @@
 #include <QString>
 
 /**
- * What a session is made from. The command line and scenarios fill it, a saved scenario states it.
+ * What a session is made from: filled by the command line and scenarios, written by a saved
+ * scenario.
  */
 struct Setup
 {
@@ -18,9 +19,9 @@ struct Setup
     module::Faults faults;
     int page = firstPage;
     bool isPageGiven = false; ///< otherwise a recording opens its own first page
-    double speed = 1.0;       ///< factor of real time, 0 for as fast as it can
+    double speed = 1.0;       ///< factor of real time, 0 for unlimited
     qint64 durationMs = -1;   ///< -1 for the whole drive
-    QString record;           ///< where to record, empty for nowhere
+    QString record;           ///< file to record to, empty for none
     qint64 recordLimit = 0;   ///< in bytes
-    int journalLimit = 0;     ///< events that are kept to look at; the counts are complete anyway
+    int journalLimit = 0;     ///< events that are kept; the totals count all
 };

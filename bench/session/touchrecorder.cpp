@@ -55,7 +55,7 @@ bool TouchRecorder::eventFilter(QObject *watched, QEvent *event)
     if (!widget || !m_screen->isAncestorOf(widget))
         return false;
     if (m_session->isRewound()) {
-        emit pastTouched();
+        emit rewoundTouched();
         return true;
     }
     const QPoint place = static_cast<QMouseEvent *>(event)->pos();
@@ -64,7 +64,7 @@ bool TouchRecorder::eventFilter(QObject *watched, QEvent *event)
         if (widget == m_pressed)
             m_session->recordAction(QStringLiteral("move"), {onScreen.x(), onScreen.y()});
     } else if (event->type() != QEvent::MouseButtonRelease) {
-        // A widget that does not use it hands the press on to its parent, which is the same one.
+        // A widget that does not use it passes the press to its parent, which is the same one.
         if (m_screen->childAt(onScreen) != widget)
             return false;
         m_pressed = widget;

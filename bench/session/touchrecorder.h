@@ -8,7 +8,7 @@
 class Screen;
 class Session;
 
-/** Notes every touch of the screen in the session's journal, in the words of a scenario. */
+/** Journals and records every touch of the screen, in the words of a scenario. */
 class TouchRecorder : public QObject
 {
     Q_OBJECT
@@ -20,8 +20,8 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
-    /** A finger came down on what is past; the page does not feel it. */
-    void pastTouched();
+    /** The rewound screen was touched; the page does not get the touch. */
+    void rewoundTouched();
 
 private:
     void note(const QString &word, const QVariantList &arguments);

@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-/** Counts warnings while it lives, and passes every message on. */
+/** Counts warnings while it exists, and forwards every message. */
 class Warnings
 {
 public:

@@ -3,8 +3,8 @@
 #include <QString>
 
 /**
- * Tells whether a head unit would accept a plugin, and if not, what to do about it: one line for
- * each thing that is right on the standard output, one for what is wrong in `error`. The plugin
- * runs in a process of its own, which it may crash. Call it before there is an application object.
+ * Checks whether a head unit would accept a plugin: prints one line for each passed check; `error`
+ * gets one line with the fault and its remedy. The plugin runs in a process of its own, which it
+ * may crash. Call it before there is an application object.
  */
 bool checkPlugin(const QString &file, QString *error);

@@ -15,11 +15,11 @@
 #include <QCoreApplication>
 #include <QDir>
 
-/** What a state needs to be brought about. */
+/** What the states work on. */
 struct Scene
 {
     Screen *screen;
-    WindowStack *unit;
+    WindowStack *windows;
     Session *session;
     module::Trim trim;
 };
@@ -32,7 +32,7 @@ struct State
     void (*restore)(const Scene &scene); // may be null
 };
 
-/** Lets what was begun come to its end: answers of the module, then what moves on the screen. */
+/** Waits for answers of the module, then ends the animations. */
 static void settle(const Screen *screen)
 {
     QCoreApplication::processEvents();
@@ -42,7 +42,7 @@ static void settle(const Screen *screen)
     }
 }
 
-/** Fast rather than small: a gallery is looked at once. */
+/** Fast rather than small: galleries are rarely kept. */
 static bool save(const QPixmap &picture, const QString &file)
 {
     static constexpr int littleCompression = 80;
@@ -100,7 +100,7 @@ static void showCamera(const Scene &scene, bool atWall, bool split)
 
 static void closeCamera(const Scene &scene)
 {
-    scene.unit->back();
+    scene.windows->back();
     scene.screen->setSplit(false);
     scene.screen->camera()->setView(scene.session->rearView());
 }
@@ -117,7 +117,7 @@ static void touchRow(const Scene &scene, int row)
         key->click();
 }
 
-/** The unit's audio stage while the module warns, beside the pages: no screen shows it. */
+/** The audio monitor during a warning tone; no page shows it. */
 static bool writeStage(AudioStage *stage, const QString &file)
 {
     static constexpr unsigned char warningTone = 4;
@@ -131,13 +131,13 @@ static bool writeStage(AudioStage *stage, const QString &file)
     return isWritten;
 }
 
-/** A car whose rear zone lacks some controls, as the page shows it after a second-zone report. */
+/** A rear zone without some of its controls, applied by a text for that zone. */
 static void showPartialFeatures(const Scene &scene)
 {
     norda::VtqService *service = norda::VtqService::instance();
     service->setRearClimateControlFeatures(0, {{0, true}, {1, true}, {3, true}, {4, true}});
     service->setRearClimateControlFeatures(1, {{3, true}, {4, true}, {5, true}, {7, true}});
-    QMetaObject::invokeMethod(scene.unit->currentPage(), "onSecondCliTopBarTextNotify",
+    QMetaObject::invokeMethod(scene.windows->currentPage(), "onSecondCliTopBarTextNotify",
                               Q_ARG(QString, QStringLiteral("Rear zone")));
 }
 
@@ -147,21 +147,21 @@ static void restoreFeatures(const Scene &scene)
     const module::Climate car(scene.trim);
     for (const int group : {0, 1})
         service->setRearClimateControlFeatures(group, car.rearFeatures(group));
-    scene.unit->recreateWindow();
+    scene.windows->recreateWindow();
 }
 
 // clang-format off
 // A page without a row is shown as it opens.
 static const State states[] = {
-    {"80-gauges", 80, toFastestMoment, nullptr},
-    {"80-gauges-arcs", 80,
+    {"80-gauges", GaugesPage, toFastestMoment, nullptr},
+    {"80-gauges-arcs", GaugesPage,
         [](const Scene &) { setStyle('\0'); }, [](const Scene &) { setStyle('\1'); }},
-    {"80-gauges-errors", 80,
+    {"80-gauges-errors", GaugesPage,
         [](const Scene &) {
             emit norda::VtqAdaptor::instance()->centerGaugeValueNotify("65535", "RPM", 0);
             emit norda::VtqAdaptor::instance()->Properties2TextInfo({0, 0, 255, 255, -1, 101});
         }, toFastestMoment},
-    {"80-gauges-shift", 80,
+    {"80-gauges-shift", GaugesPage,
         [](const Scene &) {
             norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
             emit adaptor->peakIndicatorTextNotify("SHIFT");
@@ -169,26 +169,26 @@ static const State states[] = {
             emit adaptor->peakIndicatorNotify(1);
             emit adaptor->shifterArrowIndicatorNotify(1);
         }, nullptr},
-    {"81-vehicle", 81,
+    {"81-vehicle", VehiclePage,
         [](const Scene &) { emit norda::VtqAdaptor::instance()->doorStatus(0); }, nullptr},
-    {"81-vehicle-open", 81,
+    {"81-vehicle-open", VehiclePage,
         [](const Scene &) { emit norda::VtqAdaptor::instance()->doorStatus(0x3F); },
         [](const Scene &) { emit norda::VtqAdaptor::instance()->doorStatus(0); }},
-    {"81-vehicle-puncture", 81,
+    {"81-vehicle-puncture", VehiclePage,
         [](const Scene &) {
             norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
             emit adaptor->tirePressureStatus(0x28, 0, {"36 psi", "36 psi", "17 psi", "35 psi", "0"});
             emit adaptor->tireTemperatureStatus(0x28, 0, {"93F", "93F", "88F", "121F"});
             emit adaptor->vehicleInfoText("Rear right tire", "pressure low");
         }, nullptr},
-    {"81-vehicle-info", 81,
+    {"81-vehicle-info", VehiclePage,
         [](const Scene &) {
             norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
             emit adaptor->checkEngineStatus(2);
             emit adaptor->vehicleInfoText("Check engine", "Visit a workshop");
         },
         [](const Scene &) { emit norda::VtqAdaptor::instance()->vehicleInfoText("", ""); }},
-    {"81-vehicle-unknown", 81,
+    {"81-vehicle-unknown", VehiclePage,
         [](const Scene &) {
             norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
             emit adaptor->checkEngineStatus(1);
@@ -197,26 +197,26 @@ static const State states[] = {
             emit adaptor->tireTemperatureStatus(0, 0, {});
         },
         [](const Scene &scene) { toFastestMoment(scene); }},
-    {"82-climate", 82, toFastestMoment, nullptr},
-    {"82-climate-off", 82,
+    {"82-climate", ClimatePage, toFastestMoment, nullptr},
+    {"82-climate-off", ClimatePage,
         [](const Scene &) { showClimate({0, 0, 0, 4, 0, 0, 70, 70, 1, 0, 0, 0, 0}); }, nullptr},
-    {"82-climate-cool", 82,
+    {"82-climate-cool", ClimatePage,
         [](const Scene &) { showClimate({1, 1, 252, 4, 1, 0, 50, 62, 0, 19, 18, 1, 0}); }, nullptr},
-    {"82-climate-winter", 82,
+    {"82-climate-winter", ClimatePage,
         [](const Scene &) { showClimate({1, 2, 144, 1, 0, 3, 76, 95, 1, 3, 2, 0, 1}); }, nullptr},
-    {"82-climate-partial", 82, showPartialFeatures, restoreFeatures},
-    {"82-climate-rear", 82, toggleZone, nullptr},
-    {"82-climate-rear-off", 82, [](const Scene &) { showClimate(rearZone(0, 0, 0, 0, 70, 4)); },
+    {"82-climate-partial", ClimatePage, showPartialFeatures, restoreFeatures},
+    {"82-climate-rear", ClimatePage, toggleZone, nullptr},
+    {"82-climate-rear-off", ClimatePage, [](const Scene &) { showClimate(rearZone(0, 0, 0, 0, 70, 4)); },
         nullptr},
-    {"82-climate-rear-cool", 82, [](const Scene &) { showClimate(rearZone(1, 1, 19, 252, 60, 4)); },
+    {"82-climate-rear-cool", ClimatePage, [](const Scene &) { showClimate(rearZone(1, 1, 19, 252, 60, 4)); },
         nullptr},
-    {"82-climate-rear-winter", 82, [](const Scene &) { showClimate(rearZone(1, 0, 3, 144, 86, 2)); },
+    {"82-climate-rear-winter", ClimatePage, [](const Scene &) { showClimate(rearZone(1, 0, 3, 144, 86, 2)); },
         nullptr},
-    {"82-climate-rear-partial", 82, showPartialFeatures, restoreFeatures},
-    {"83-parking", 83, nullptr, nullptr},
-    {"83-parking-far", 83, [](const Scene &) { report(8, 1); }, nullptr},
-    {"83-parking-near", 83, [](const Scene &) { report(7, 3); }, nullptr},
-    {"83-parking-wall", 83,
+    {"82-climate-rear-partial", ClimatePage, showPartialFeatures, restoreFeatures},
+    {"83-parking", ParkingPage, nullptr, nullptr},
+    {"83-parking-far", ParkingPage, [](const Scene &) { report(8, 1); }, nullptr},
+    {"83-parking-near", ParkingPage, [](const Scene &) { report(7, 3); }, nullptr},
+    {"83-parking-wall", ParkingPage,
         [](const Scene &) {
             norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
             report(7, 4);
@@ -224,27 +224,27 @@ static const State states[] = {
             emit adaptor->parkingTopBarText("Rear 1.0 ft");
         },
         [](const Scene &) { emit norda::VtqAdaptor::instance()->parkingTopBarText(""); }},
-    {"83-parking-blind", 83,
+    {"83-parking-blind", ParkingPage,
         [](const Scene &) {
             report(1, 0);
             report(9, 3);
         }, nullptr},
-    {"83-camera", 83, [](const Scene &scene) { showCamera(scene, false, false); }, closeCamera},
-    {"83-camera-wall", 83, [](const Scene &scene) { showCamera(scene, true, false); }, closeCamera},
-    {"83-split", 83,
+    {"83-camera", ParkingPage, [](const Scene &scene) { showCamera(scene, false, false); }, closeCamera},
+    {"83-camera-wall", ParkingPage, [](const Scene &scene) { showCamera(scene, true, false); }, closeCamera},
+    {"83-split", ParkingPage,
         [](const Scene &scene) {
             showCamera(scene, false, true);
             report(8, 3);
         }, closeCamera},
-    {"84-settings", 84, nullptr, nullptr},
-    {"84-settings-values", 84, [](const Scene &scene) { touchRow(scene, 6); },
-        [](const Scene &) { request(13); }},
-    {"84-settings-reset", 84,
+    {"84-settings", SettingsPage, nullptr, nullptr},
+    {"84-settings-values", SettingsPage, [](const Scene &scene) { touchRow(scene, 6); },
+        [](const Scene &) { request(SettingsRequest); }},
+    {"84-settings-reset", SettingsPage,
         [](const Scene &scene) {
             settle(scene.screen);
             touchRow(scene, 7);
         },
-        [](const Scene &) { request(13); }},
+        [](const Scene &) { request(SettingsRequest); }},
 };
 // clang-format on
 
@@ -268,8 +268,8 @@ static QVector<State> allStates()
 QStringList writeGallery(const QString &folder, Rig *rig, QString *error)
 {
     Screen *screen = rig->unit()->screen();
-    WindowStack *unit = rig->unit()->windows();
-    const Scene scene = {screen, unit, rig->session(), rig->setup().trim};
+    WindowStack *windows = rig->unit()->windows();
+    const Scene scene = {screen, windows, rig->session(), rig->setup().trim};
     const auto pathOf = [&folder](const QString &name) {
         return QDir(folder).filePath(name + QStringLiteral(".png"));
     };
@@ -279,8 +279,8 @@ QStringList writeGallery(const QString &folder, Rig *rig, QString *error)
     screen->statusColumn()->setTime(QTime(21, 40)); // pictures are compared with each other
     QStringList files;
     for (const State &state : allStates()) {
-        if (unit->currentWindow() != state.window)
-            unit->openWindow(state.window);
+        if (windows->currentWindow() != state.window)
+            windows->openWindow(state.window);
         if (state.prepare)
             state.prepare(scene);
         settle(screen);

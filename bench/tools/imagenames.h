@@ -5,8 +5,7 @@
 class QPixmap;
 class QWidget;
 
-// Under which resource path an image on the screen can be found, whoever has loaded it: the
-// resources are searched for the same pixels.
+// The resource paths of images on the screen, found by comparing pixels.
 
 /** The paths of what a widget shows: as a label, as a key, or by its style sheet. */
 QStringList imagesShownBy(const QWidget *widget);

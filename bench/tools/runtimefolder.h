@@ -1,7 +1,7 @@
 #pragma once
 
 /**
- * Gives the process a private folder for sockets and the like where no login session has made one.
- * Called before the application object, which would complain.
+ * Makes a private runtime folder where no login session has made one. Call it before there is an
+ * application object, which would warn otherwise.
  */
 void ensureRuntimeFolder();

@@ -7,7 +7,7 @@
 #include "panels/drivepanel.h"
 #include "panels/inspectorpanel.h"
 #include "panels/signalspanel.h"
-#include "panels/timeline.h"
+#include "panels/timelinepanel.h"
 #include "scenario/scenariowriter.h"
 #include "session/rewind.h"
 #include "session/rig.h"
@@ -59,11 +59,10 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     makePageMenu();
     makePanelsMenu();
     makeDeveloperMenu();
-    connect(m_transport, &TransportBar::momentWanted, m_actions,
-            [this](qint64 ms) { m_actions->act(QStringLiteral("seek"), {double(ms) / 1000}); });
-    // Whatever is done is done now.
+    connect(m_transport, &TransportBar::momentRequested, m_actions, &Actions::seek);
+    // Actions are done live, never on a rewound screen.
     connect(m_actions, &Actions::begins, m_rewind, &Rewind::end);
-    connect(m_touches, &TouchRecorder::pastTouched, m_rewind, &Rewind::end);
+    connect(m_touches, &TouchRecorder::rewoundTouched, m_rewind, &Rewind::end);
     connect(m_rewind, &Rewind::changed, m_transport,
             [this] { m_transport->setEnabled(!m_rewind->isActive()); });
 
@@ -78,7 +77,7 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
 
 BenchWindow::~BenchWindow()
 {
-    // The screen outlives the window: its pages go with the head unit.
+    // The screen outlives the window: it belongs to the head unit.
     m_rig->unit()->screen()->setParent(nullptr);
 }
 
@@ -93,7 +92,7 @@ QDockWidget *BenchWindow::addDock(const QString &name, const QString &title, QWi
     return dock;
 }
 
-/** The panels share one place beside the screen; the lines below it open on request. */
+/** The panels are tabs beside the screen; those below it open on request. */
 void BenchWindow::makeDocks()
 {
     static constexpr int panelWidth = 500;
@@ -104,7 +103,7 @@ void BenchWindow::makeDocks()
     auto *calls = new CallsPanel;
     auto *timeline = new TimelinePanel(m_rewind);
     signalsPanel->setMinimumWidth(panelWidth);
-    connect(calls, &CallsPanel::momentWanted, timeline, &TimelinePanel::lookAt);
+    connect(calls, &CallsPanel::momentRequested, timeline, &TimelinePanel::rewindTo);
 
     addDock(QStringLiteral("service"), tr("Drive"), new DrivePanel(m_rig->unit()->screen()),
             Qt::RightDockWidgetArea);
@@ -119,12 +118,12 @@ void BenchWindow::makeDocks()
                              new InspectorPanel(m_rig->unit()->screen()), Qt::RightDockWidgetArea));
     first->raise();
     QDockWidget *line =
-        addDock(QStringLiteral("timeline"), tr("Time line"), timeline, Qt::BottomDockWidgetArea);
+        addDock(QStringLiteral("timeline"), tr("Timeline"), timeline, Qt::BottomDockWidgetArea);
     QDockWidget *audio =
-        addDock(QStringLiteral("audio"), tr("Audio stage"),
+        addDock(QStringLiteral("audio"), tr("Audio monitor"),
                 new AudioMonitor(m_rig->unit()->audio()), Qt::BottomDockWidgetArea);
     tabifyDockWidget(line, audio);
-    connect(calls, &CallsPanel::momentWanted, line, [line] {
+    connect(calls, &CallsPanel::momentRequested, line, [line] {
         line->show();
         line->raise();
     });
@@ -146,19 +145,21 @@ void BenchWindow::makePageMenu()
     QMenu *view = menuBar()->addMenu(tr("&Page"));
     for (const Page &page : pages) {
         view->addAction(
-            tr(page.name), this,
-            [this, page] { m_actions->act(QStringLiteral("page"), {page.window}); },
+            tr(page.name), this, [this, page] { openPage(page.window); },
             QKeySequence(Qt::Key_1 + int(&page - pages)));
     }
     view->addSeparator();
-    view->addAction(
-        tr("&Split view"), this, [this] { m_actions->act(QStringLiteral("split")); },
-        QKeySequence(Qt::Key_S));
-    view->addAction(
-        tr("&Back"), this, [this] { m_actions->act(QStringLiteral("back")); },
-        QKeySequence(Qt::Key_Escape));
+    view->addAction(tr("&Split view"), m_actions, &Actions::toggleSplit, QKeySequence(Qt::Key_S));
+    view->addAction(tr("&Back"), m_actions, &Actions::back, QKeySequence(Qt::Key_Escape));
     view->addAction(tr("Play or pause"), this, &BenchWindow::togglePlaying,
                     QKeySequence(Qt::Key_Space));
+}
+
+void BenchWindow::openPage(int id)
+{
+    QString error;
+    if (!m_actions->openPage(id, &error))
+        statusBar()->showMessage(error);
 }
 
 void BenchWindow::togglePlaying()
@@ -189,15 +190,13 @@ void BenchWindow::makePanelsMenu()
 void BenchWindow::makeDeveloperMenu()
 {
     QMenu *developer = menuBar()->addMenu(tr("&Developer"));
-    developer->addAction(tr("Destroy and build the page anew"), m_rig->unit()->windows(),
+    developer->addAction(tr("Recreate page"), m_rig->unit()->windows(),
                          &WindowStack::recreateWindow);
-    QAction *refuse = developer->addAction(tr("Refuse the audio focus"));
-    refuse->setCheckable(true);
-    connect(refuse, &QAction::toggled, this, [this](bool on) {
-        m_actions->act(QStringLiteral("focus"),
-                       {on ? QStringLiteral("refused") : QStringLiteral("granted")});
-    });
-    QAction *trace = developer->addAction(tr("Trace lines"));
+    QAction *deny = developer->addAction(tr("Deny audio focus"));
+    deny->setCheckable(true);
+    connect(deny, &QAction::toggled, m_actions,
+            [this](bool on) { m_actions->setFocusGranted(!on); });
+    QAction *trace = developer->addAction(tr("Trace output"));
     trace->setCheckable(true);
     trace->setChecked(m_options.trace);
     connect(trace, &QAction::toggled, this, [](bool on) {
@@ -211,7 +210,7 @@ void BenchWindow::start()
     m_rig->session()->drive()->play();
 }
 
-/** From now on everything is about this session. */
+/** Switches every part of the window to this session. */
 void BenchWindow::follow(Session *session)
 {
     module::Drive *drive = session->drive();
@@ -228,7 +227,7 @@ void BenchWindow::follow(Session *session)
 
 void BenchWindow::onFinished()
 {
-    // A drive of a stated length is a run with an end; otherwise the bench stays open.
+    // A drive with a given duration ends the bench; otherwise it stays open.
     if (m_options.setup.durationMs >= 0)
         QApplication::quit();
 }
@@ -298,7 +297,7 @@ void BenchWindow::closeEvent(QCloseEvent *event)
     QMainWindow::closeEvent(event);
 }
 
-/** A key that only changes what others mean, the one with the desktop's logo among them. */
+/** A modifier, including the one with the desktop's logo. */
 static bool isModifier(int key)
 {
     static constexpr int others[] = {Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_Hyper_L,
@@ -310,7 +309,7 @@ static bool isModifier(int key)
 void BenchWindow::keyPressEvent(QKeyEvent *event)
 {
     if (!isModifier(event->key()))
-        m_actions->act(QStringLiteral("key"), {event->key()});
+        m_actions->pressKey(event->key());
 }
 
 void BenchWindow::dragEnterEvent(QDragEnterEvent *event)

@@ -10,7 +10,7 @@ class Session;
 class TransportBar;
 struct Options;
 
-/** The bench on a desktop: the head unit's screen, the transport strip and the panels beside it. */
+/** The bench on a desktop: the head unit's screen, the transport bar and the panels. */
 class BenchWindow : public QMainWindow
 {
     Q_OBJECT
@@ -20,9 +20,9 @@ public:
 
     /** Opens the first page and drives the rig's session. */
     void start();
-    /** Drives a file instead. One that cannot be used is reported in a box and changes nothing. */
+    /** Drives a file instead. An unusable one is reported in a message box and changes nothing. */
     void openDrive(const QString &file);
-    /** Writes what was done by hand as a scenario. @param error  one line that names the file */
+    /** Writes the session as a scenario. @param error  one line that names the file */
     bool saveScenario(const QString &file, QString *error) const;
     /** Pictures of the bench with each of its panels. @param error  one line that names the file */
     bool writePictures(const QString &folder, QString *error);
@@ -42,6 +42,7 @@ private:
     void makePageMenu();
     void makePanelsMenu();
     void makeDeveloperMenu();
+    void openPage(int id);
     void togglePlaying();
     void chooseDrive();
     void chooseScenario();

@@ -73,13 +73,13 @@ TransportBar::TransportBar(QWidget *parent)
     connect(m_play, &QToolButton::clicked, this, &TransportBar::togglePlaying);
     connect(m_slider, &QSlider::valueChanged, this, [this](int second) {
         if (m_drive)
-            emit momentWanted(second * 1000LL);
+            emit momentRequested(second * 1000LL);
     });
     connect(m_speed, QOverload<int>::of(&QComboBox::activated), this, &TransportBar::setSpeed);
     showPlaying(false);
 }
 
-/** A speed from the command line may stand between the rows. */
+/** A speed from the command line need not be one of the rows. */
 void TransportBar::showSpeed(double factor)
 {
     m_speed->setCurrentIndex(-1);
@@ -112,7 +112,7 @@ void TransportBar::togglePlaying()
         return;
     }
     if (m_drive->durationMs() >= 0 && m_drive->positionMs() >= m_drive->durationMs())
-        emit momentWanted(0);
+        emit momentRequested(0);
     m_drive->play();
 }
 

@@ -25,8 +25,8 @@ public slots:
     void togglePlaying();
 
 signals:
-    /** Somebody wants to jump in the drive. */
-    void momentWanted(qint64 ms);
+    /** The user seeks in the drive. */
+    void momentRequested(qint64 ms);
 
 private:
     void showPosition(qint64 ms);

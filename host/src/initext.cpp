@@ -70,7 +70,20 @@ static bool isComment(const QByteArray &line)
     return line.startsWith(';') || line.startsWith('#');
 }
 
-IniText::IniText(const QByteArray &text) : m_lines(text.split('\n')) {}
+static const QByteArray byteOrderMark = "\xEF\xBB\xBF";
+
+IniText::IniText(const QByteArray &text) : m_lines(text.split('\n'))
+{
+    if (!text.startsWith(byteOrderMark))
+        return;
+    m_mark = byteOrderMark;
+    m_lines.first().remove(0, byteOrderMark.size());
+}
+
+QByteArray IniText::text() const
+{
+    return m_mark + m_lines.join('\n');
+}
 
 bool IniText::isValid() const
 {

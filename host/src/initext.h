@@ -17,7 +17,7 @@ public:
     /** The value of a key; null when there is none. */
     QString value(const QString &key) const;
     void setValue(const QString &key, const QString &value);
-    QByteArray text() const { return m_lines.join('\n'); }
+    QByteArray text() const;
 
 private:
     struct Place
@@ -27,5 +27,6 @@ private:
     };
     Place find(const QString &key) const;
 
+    QByteArray m_mark; // a byte order mark before the first line
     QByteArrayList m_lines;
 };

@@ -1,33 +1,34 @@
 #include "settingsstore.h"
 
 #include "initext.h"
+#include "outputfile.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QSet>
 #include <QStandardPaths>
 
 static constexpr qint64 largestFile = 1 << 20;
-static constexpr int lockMs = 200; // another process holds the lock for one small write
+static constexpr int longestWaitMs = 2000; // for other processes, each of which saves one value
 
+/** Where the head unit's "/" is. Ends with a slash, and holds neither ".." nor "//". */
 static QString hostRoot()
 {
-    const QString root = qEnvironmentVariable("NORDA_HOST_ROOT");
-    if (!root.isEmpty())
-        return QDir::cleanPath(QFileInfo(root).absoluteFilePath());
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-           QStringLiteral("/norda-host");
+    QString root = qEnvironmentVariable("NORDA_HOST_ROOT");
+    if (root.isEmpty())
+        root = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+               QStringLiteral("/norda-host");
+    root = QDir::cleanPath(QFileInfo(root).absoluteFilePath());
+    return root.endsWith(QLatin1Char('/')) ? root : root + QLatin1Char('/');
 }
 
 QString SettingsStore::localPath(const QString &headUnitPath)
 {
     const QString root = hostRoot();
-    const QString path = QDir::cleanPath(root + QLatin1Char('/') + headUnitPath);
-    return path.startsWith(root + QLatin1Char('/')) ? path : QString();
+    const QString path = QDir::cleanPath(root + headUnitPath);
+    return path.startsWith(root) ? path : QString();
 }
 
 SettingsStore::SettingsStore(const QString &headUnitPath) : m_path(localPath(headUnitPath))
@@ -86,18 +87,10 @@ static bool isReadOnly(const QString &path)
     return QFile::exists(path) && !(QFile::permissions(path) & writers);
 }
 
-bool SettingsStore::save(const IniText &content) const
-{
-    if (isReadOnly(m_path))
-        return false;
-    QSaveFile file(m_path);
-    const QByteArray text = content.text();
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
-}
-
 static bool isStorable(const QString &key, const QVariant &value)
 {
-    static const QRegularExpression plain(QStringLiteral("^[\\w.-]+(/[\\w.-]+)?$"));
+    // Not with "$", which also matches before a line feed at the end.
+    static const QRegularExpression plain(QStringLiteral("\\A[\\w.-]+(/[\\w.-]+)?\\z"));
     return plain.match(key).hasMatch() && value.canConvert<QString>();
 }
 
@@ -109,15 +102,24 @@ bool SettingsStore::write(const QString &key, const QVariant &value)
         warnOnce("expected a plain key and a truth value, a number or a text; the setting is lost");
         return false;
     }
-    QDir().mkpath(QFileInfo(m_path).path());
-    QLockFile lock(m_path + QStringLiteral(".lock"));
-    const bool isLocked = lock.tryLock(lockMs);
-    std::optional<IniText> content = load();
-    if (!content)
+    if (!load())
         return false;
-    content->setValue(key, value.toString());
-    if (isLocked && save(*content))
+    if (change(key, value.toString()))
         return true;
     warnOnce("cannot be written; the setting is lost");
     return false;
+}
+
+/** The file is locked from before it is read, so that no other process's change is lost. */
+bool SettingsStore::change(const QString &key, const QString &value) const
+{
+    QDir().mkpath(QFileInfo(m_path).path());
+    if (isReadOnly(m_path))
+        return false;
+    output::ResultFile file(m_path, {}, longestWaitMs);
+    std::optional<IniText> content = load();
+    if (!file.isOpen() || !content)
+        return false;
+    content->setValue(key, value);
+    return file.write(content->text()) && file.commit();
 }

@@ -31,7 +31,7 @@ public:
 
 private:
     std::optional<IniText> load() const;
-    bool save(const IniText &content) const;
+    bool change(const QString &key, const QString &value) const;
     void warnOnce(const char *problem) const;
 
     QString m_path;

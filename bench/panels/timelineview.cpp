@@ -1,20 +1,16 @@
-#include "panels/timeline.h"
+#include "panels/timelineview.h"
 
+#include "pages.h"
 #include "palette.h"
 #include "panels/panelparts.h"
-#include "scenario/scenario.h"
-#include "session/rewind.h"
+#include "scenario/scenarioline.h"
 #include "session/session.h"
 #include "values.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QHelpEvent>
-#include <QLabel>
 #include <QPainter>
-#include <QToolButton>
 #include <QToolTip>
-#include <QVBoxLayout>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -23,7 +19,7 @@ static constexpr int captionWidth = 70;
 static constexpr int scaleHeight = 20;
 static constexpr qint64 shortestMs = 20;
 static constexpr qint64 longestMs = qint64(24) * 3600 * 1000;
-static constexpr int textRoom = 60; // pixels that an entry's text takes at least
+static constexpr int textRoom = 60; // least pixels for the text of an entry
 
 struct Lane
 {
@@ -35,15 +31,13 @@ static const Lane &laneOf(int kind)
 {
     static const Lane lanes[Journal::KindCount] = {
         {QT_TRANSLATE_NOOP("TimelineView", "Signals"), night::accent},
-        {QT_TRANSLATE_NOOP("TimelineView", "Done"), night::amber},
+        {QT_TRANSLATE_NOOP("TimelineView", "Actions"), night::amber},
         {QT_TRANSLATE_NOOP("TimelineView", "Calls"), QColor(0x41, 0xD9, 0x8D)},
         {QT_TRANSLATE_NOOP("TimelineView", "Pages"), night::secondary},
         {QT_TRANSLATE_NOOP("TimelineView", "Sound"), QColor(0xC3, 0x9B, 0xFF)},
     };
     return lanes[kind];
 }
-
-// ---- View ---------------------------------------------------------------------------------------
 
 TimelineView::TimelineView(QWidget *parent) : QWidget(parent)
 {
@@ -115,6 +109,8 @@ QString TimelineView::textOf(const Journal::Entry &entry) const
     const QString &name = m_session->journal()->nameOf(entry);
     if (entry.kind == Journal::Action)
         return scenarioLine(name, entry.arguments);
+    if (entry.kind == Journal::Page)
+        return pageText(entry.arguments.value(0).toInt());
     const QString shown = name.section(QStringLiteral("::"), -1);
     return (shown + QLatin1Char(' ') + module::argumentsText(entry.arguments)).trimmed();
 }
@@ -137,8 +133,8 @@ void TimelineView::paintEvent(QPaintEvent *)
 }
 
 /**
- * However many entries there are, a lane costs one search for each pixel: a bar says that there are
- * some, the taller the more.
+ * A lane costs one search per pixel, however many entries there are. The height of a bar grows with
+ * their number.
  */
 void TimelineView::drawLane(QPainter *painter, int lane) const
 {
@@ -160,7 +156,7 @@ void TimelineView::drawLane(QPainter *painter, int lane) const
         }
         before = next;
     }
-    // A page stays until the next one: what is open at the left edge has begun before it.
+    // A page stays open until the next one, so the first may have opened before the left edge.
     if (kind == Journal::Page && first > 0)
         drawTexts(painter, lane, first - 1, qMin(first, last));
     if (hasRoom)
@@ -178,7 +174,7 @@ void TimelineView::drawTexts(QPainter *painter, int lane, int first, int last) c
     };
     for (int i = first, next = first; i < last; i = next) {
         const Journal::Entry &entry = journal->entries()[places[i]];
-        // What follows within a few pixels is told by the pointer only.
+        // Entries within a few pixels are shown by the tool tip only.
         for (next = i + 1; next < places.size() && xOf(next) <= xOf(i) + 2;)
             ++next;
         const int x = qMax(captionWidth, xOf(i)) + 4;
@@ -241,20 +237,20 @@ void TimelineView::mousePressEvent(QMouseEvent *event)
     m_isScrubbing = event->y() < scaleHeight;
 }
 
-void TimelineView::wantMoment(int x)
+void TimelineView::requestMoment(int x)
 {
     if (m_session)
-        emit momentWanted(qBound<qint64>(0, msAt(x), m_session->nowMs()));
+        emit momentRequested(qBound<qint64>(0, msAt(x), m_session->nowMs()));
 }
 
 void TimelineView::mouseMoveEvent(QMouseEvent *event)
 {
-    static constexpr int slack = 4; // pixels by which a click may slip
+    static constexpr int slack = 4; // pixels that a click may move
     if (m_dragX < 0 || (!m_hasDragged && qAbs(event->x() - m_dragX) < slack))
         return;
     m_hasDragged = true;
     if (m_isScrubbing) {
-        wantMoment(event->x());
+        requestMoment(event->x());
         return;
     }
     setRange(m_beginMs + msAt(m_dragX) - msAt(event->x()), m_spanMs);
@@ -265,14 +261,14 @@ void TimelineView::mouseReleaseEvent(QMouseEvent *event)
 {
     m_dragX = -1;
     if (!m_hasDragged && event->x() >= captionWidth)
-        wantMoment(event->x());
+        requestMoment(event->x());
 }
 
-/** What lies under the pointer, in words. */
+/** A tool tip with the entries under the pointer. */
 bool TimelineView::event(QEvent *event)
 {
-    static constexpr int reach = 4;     // pixels
-    static constexpr int mostTold = 12; // entries
+    static constexpr int reach = 4;      // pixels
+    static constexpr int mostShown = 12; // entries
     if (event->type() != QEvent::ToolTip || !m_session)
         return QWidget::event(event);
     const auto *help = static_cast<QHelpEvent *>(event);
@@ -284,79 +280,12 @@ bool TimelineView::event(QEvent *event)
     const int first = journal->lowerBound(kind, msAt(help->x() - reach));
     const int last = journal->lowerBound(kind, msAt(help->x() + reach));
     QStringList lines;
-    for (int i = first; i < qMin(last, first + mostTold); ++i) {
+    for (int i = first; i < qMin(last, first + mostShown); ++i) {
         const Journal::Entry &entry = journal->entries()[journal->ofKind(kind)[i]];
         lines.append(secondsText(entry.ms) + QStringLiteral("  ") + textOf(entry).left(120));
     }
-    if (last - first > mostTold)
-        lines.append(tr("and %1 more").arg(last - first - mostTold));
+    if (last - first > mostShown)
+        lines.append(tr("and %1 more").arg(last - first - mostShown));
     QToolTip::showText(help->globalPos(), lines.join(QLatin1Char('\n')), this);
     return true;
-}
-
-// ---- Panel --------------------------------------------------------------------------------------
-
-TimelinePanel::TimelinePanel(Rewind *lookBack, QWidget *parent)
-    : Panel(parent)
-    , m_rewind(lookBack)
-    , m_view(new TimelineView)
-    , m_state(new QLabel)
-    , m_present(new QToolButton)
-{
-    m_view->setObjectName(QStringLiteral("timeline"));
-    m_present->setObjectName(QStringLiteral("present"));
-    m_present->setText(tr("Back to the present"));
-    m_state->setObjectName(QStringLiteral("timelineState"));
-    auto *row = new QHBoxLayout;
-    row->addWidget(m_state, 1);
-    row->addWidget(m_present);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 4, 8, 8);
-    column->addLayout(row);
-    column->addWidget(m_view, 1);
-    connect(m_view, &TimelineView::momentWanted, this, &TimelinePanel::lookAt);
-    connect(m_present, &QToolButton::clicked, lookBack, &Rewind::end);
-    connect(lookBack, &Rewind::changed, this, &TimelinePanel::showState);
-    showState();
-}
-
-void TimelinePanel::setSession(Session *session)
-{
-    m_view->setSession(session);
-    Panel::setSession(session);
-}
-
-void TimelinePanel::refresh()
-{
-    m_view->refresh();
-    showState();
-}
-
-void TimelinePanel::lookAt(qint64 ms)
-{
-    m_rewind->show(ms);
-}
-
-void TimelinePanel::showState()
-{
-    const bool back = m_rewind->isActive();
-    m_present->setEnabled(back);
-    if (back)
-        m_view->setMoment(m_rewind->momentMs());
-    else if (!m_view->follows())
-        m_view->clearMoment();
-    if (!session())
-        return;
-    const Journal *journal = session()->journal();
-    QString text = back ? tr("The screen as it was at %1 s; the drive stands still.")
-                              .arg(secondsText(m_rewind->momentMs()))
-                        : tr("%1 events.").arg(journal->total());
-    text += QLatin1Char(' ') +
-            tr("Wheel: zoom. Drag: move, or on the scale: look back. Click: look back.");
-    if (journal->dropped() > 0)
-        text += QLatin1Char(' ') + tr("What was before %1 s is no longer kept: %2 events are the "
-                                      "most. Record the session to keep all.")
-                                       .arg(secondsText(journal->beginMs()))
-                                       .arg(journal->limit());
-    m_state->setText(text);
 }

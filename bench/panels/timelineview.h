@@ -1,18 +1,16 @@
 #pragma once
 
-#include "panels/panel.h"
 #include "session/journal.h"
 
 #include <QPointer>
+#include <QWidget>
 
-class Rewind;
-class QLabel;
-class QToolButton;
+class Session;
 
 /**
- * The session from left to right: signals, deeds, calls, pages and sound, each in a lane of its
- * own. The wheel zooms around the pointer, dragging moves along, and a click, or dragging along
- * the scale, asks for a moment.
+ * The session from left to right: signals, actions, calls, pages and sound, each in a lane of its
+ * own. The wheel zooms at the pointer, dragging moves, and a click, or dragging along the scale,
+ * requests a moment.
  */
 class TimelineView : public QWidget
 {
@@ -21,7 +19,7 @@ public:
     explicit TimelineView(QWidget *parent = nullptr);
 
     void setSession(const Session *session);
-    /** Marks a moment; without one the line follows the session. */
+    /** Marks a moment; without one the view follows the session. */
     void setMoment(qint64 ms);
     void clearMoment();
     bool follows() const { return m_momentMs < 0; }
@@ -29,7 +27,7 @@ public:
     qint64 beginMs() const { return m_beginMs; }
     qint64 spanMs() const { return m_spanMs; }
     void setRange(qint64 beginMs, qint64 spanMs);
-    /** The session has gone on. */
+    /** The session has changed. */
     void refresh();
 
     qint64 msAt(int x) const;
@@ -38,7 +36,7 @@ public:
     QSize sizeHint() const override { return {900, 150}; }
 
 signals:
-    void momentWanted(qint64 ms);
+    void momentRequested(qint64 ms);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -49,7 +47,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    void wantMoment(int x);
+    void requestMoment(int x);
     int laneHeight() const;
     int laneAt(int y) const;
     void drawLane(QPainter *painter, int lane) const;
@@ -64,29 +62,4 @@ private:
     int m_dragX = -1;
     bool m_hasDragged = false;
     bool m_isScrubbing = false;
-};
-
-/** The line with what one can do about it: zoom, look at a moment, come back to the present. */
-class TimelinePanel : public Panel
-{
-    Q_OBJECT
-public:
-    explicit TimelinePanel(Rewind *lookBack, QWidget *parent = nullptr);
-
-    void setSession(Session *session) override;
-
-public slots:
-    /** Shows a moment on the line and on the screen. */
-    void lookAt(qint64 ms);
-
-protected:
-    void refresh() override;
-
-private:
-    void showState();
-
-    Rewind *m_rewind;
-    TimelineView *m_view;
-    QLabel *m_state;
-    QToolButton *m_present;
 };

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "adaptorlink.h"
+
+#include <QAbstractTableModel>
+#include <QPointer>
+
+class Session;
+
+/** Every signal of the module: its last values, count, age and receivers. */
+class SignalsModel : public QAbstractTableModel
+{
+    Q_OBJECT
+public:
+    enum Column { Name, Last, Count, Age, Receivers, ColumnCount };
+
+    explicit SignalsModel(QObject *parent = nullptr);
+
+    void setSession(const Session *session);
+    /** Updates from the session; unchanged cells are not repainted. */
+    void refresh();
+    const module::ModuleSignal &signalAt(int row) const { return m_signals[row]; }
+    QVariantList lastOf(int row) const;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    void setText(int row, Column column, const QString &text);
+
+    const QList<module::ModuleSignal> m_signals;
+    QVector<QVector<QString>> m_texts; // by row and column
+    QVector<int> m_counts;             // by row, of the current texts
+    QPointer<const Session> m_session;
+};

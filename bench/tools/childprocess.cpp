@@ -1,0 +1,89 @@
+#include "tools/childprocess.h"
+
+#include <QDeadlineTimer>
+#include <QFile>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+[[noreturn]] static void workInChild(const std::function<void(QIODevice *)> &work, int pipe)
+{
+    QFile results;
+    // Unbuffered: what was written before a crash arrives.
+    if (results.open(pipe, QIODevice::WriteOnly | QIODevice::Unbuffered))
+        work(&results);
+    std::exit(0);
+}
+
+ChildProcess ChildProcess::run(const std::function<void(QIODevice *)> &work, int limitMs)
+{
+    ChildProcess child;
+    int ends[2] = {-1, -1};
+    if (::pipe(ends) != 0)
+        return child;
+    std::fflush(nullptr); // otherwise the child would print it again
+    const pid_t process = ::fork();
+    if (process == 0) {
+        ::close(ends[0]);
+        workInChild(work, ends[1]);
+    }
+    ::close(ends[1]);
+    if (process > 0) {
+        const QDeadlineTimer deadline(limitMs);
+        child.readResults(ends[0], deadline);
+        child.waitForEnd(process, deadline);
+    }
+    ::close(ends[0]);
+    return child;
+}
+
+void ChildProcess::readResults(int pipe, const QDeadlineTimer &deadline)
+{
+    char buffer[4096];
+    pollfd ready = {pipe, POLLIN, 0};
+    while (::poll(&ready, 1, int(deadline.remainingTime())) > 0) {
+        const ssize_t count = ::read(pipe, buffer, sizeof buffer);
+        if (count <= 0)
+            return;
+        m_results.append(buffer, int(count));
+    }
+}
+
+/** A process that has closed its pipe may still go on. */
+void ChildProcess::waitForEnd(int process, const QDeadlineTimer &deadline)
+{
+    static constexpr int pauseUs = 2000;
+    int status = 0;
+    while (::waitpid(process, &status, WNOHANG) == 0) {
+        if (deadline.hasExpired()) {
+            m_end = TimedOut;
+            ::kill(process, SIGKILL);
+            ::waitpid(process, &status, 0);
+            return;
+        }
+        ::usleep(pauseUs);
+    }
+    m_end = WIFSIGNALED(status) ? Crashed : Exited;
+    m_signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+    m_exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 0;
+}
+
+QString ChildProcess::endInWords() const
+{
+    switch (m_end) {
+    case NotStarted:
+        return QStringLiteral("not started");
+    case TimedOut:
+        return QStringLiteral("out of time");
+    case Crashed:
+        return QString::fromLatin1(::strsignal(m_signal));
+    case Exited:
+        break;
+    }
+    return QStringLiteral("exit code %1").arg(m_exitCode);
+}
