@@ -81,7 +81,7 @@ void PageMapper::emitRow(int row, qint64 atMs, bool again, QVector<Emission> *ou
     last = emission;
     out->append(emission);
     out->last().atMs = atMs;
-    if (signal.disturbsNext && !m_last.value(pageSignals.at(row + 1).name).signal.isEmpty())
+    if (signal.disturbsNext)
         emitRow(row + 1, atMs, true, out);
 }
 

@@ -168,7 +168,8 @@ static QVariantList obstacleText(const CarState &car)
 
 // ---- All of them --------------------------------------------------------------------------------
 
-// The pressures carry the lamp's state too, so the lamp follows them; a rear zone clears the front.
+// The pressures carry the lamp's state and take the marks of soft tires away, so both follow them; a
+// rear zone clears the front.
 // clang-format off
 const QVector<PageSignal> pageSignals = {
     {"centerGaugeValueNotify",       Quantity::EngineSpeed,             1, engineSpeed},
@@ -182,7 +183,7 @@ const QVector<PageSignal> pageSignals = {
     {"batteryVoltage",               Quantity::Voltage,                 1, battery},
     {"doorStatus",                   Quantity::HoodOpen,                6, openings},
     {"tirePressureStatus",           Quantity::TirePressureFrontLeft,   8, tirePressures, true},
-    {"checkEngineStatus",            Quantity::EngineLamp,              1, engineLamp},
+    {"checkEngineStatus",            Quantity::EngineLamp,              1, engineLamp, true},
     {"tireTemperatureStatus",        Quantity::TirePressureFrontLeft,  12, tireTemperatures},
     {"seatbeltStatus",               Quantity::BeltDriver,              2, belts},
     {"checkGearPositionStatus",      Quantity::ParkLock,                2, gear},
