@@ -47,8 +47,9 @@ static std::optional<QByteArray> dataOf(const QByteArray &text)
     static constexpr int markAndFlags = 2;
     if (text.startsWith('R'))
         return QByteArray();
-    return text.startsWith('#') ? bytesOf(text.mid(markAndFlags), longestFd)
-                                : bytesOf(text, longest);
+    if (!text.startsWith('#'))
+        return bytesOf(text, longest);
+    return text.size() >= markAndFlags ? bytesOf(text.mid(markAndFlags), longestFd) : std::nullopt;
 }
 
 std::optional<CanFrame> parseCandumpLine(const QByteArray &line)

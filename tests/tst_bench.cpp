@@ -118,8 +118,7 @@ void tst_Bench::badArguments_data()
         << QStringList{"--suggest-map"} << "--suggest-map: expected with --dbc, got it alone";
     QTest::newRow("DBC file that is not there")
         << QStringList{"--suggest-map", "--dbc", "/nothing.dbc"}
-        << "/nothing.dbc: expected a file, "
-           "found none";
+        << "/nothing.dbc: expected a readable file: No such file or directory";
     QTest::newRow("simulated car with a DBC file")
         << QStringList{"--headless", "--dbc", "car.dbc", "--map", "car.json"}
         << "--source: expected a candump log with --dbc and --map, got 'simulator'";
