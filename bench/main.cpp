@@ -1,4 +1,6 @@
 #include "headlessrun.h"
+#include "mapcheck.h"
+#include "mapsuggestion.h"
 #include "options.h"
 #include "palette.h"
 #include "recordingtools.h"
@@ -29,6 +31,19 @@ static int fail(const QString &error)
     return Unusable;
 }
 
+static int runMapTool(const Options &options)
+{
+    QString error;
+    const module::CarFiles &car = options.setup.car;
+    const auto lines = options.checksMap ? module::checkMap(car.dbc, car.map, &error)
+                                         : module::suggestMap(car.dbc, &error);
+    if (!lines)
+        return fail(error);
+    for (const QString &line : *lines)
+        std::printf("%s\n", qPrintable(line));
+    return Done;
+}
+
 /** Work that needs no head unit. */
 static int runTool(const Options &options)
 {
@@ -40,6 +55,8 @@ static int runTool(const Options &options)
                                     &error)
                    ? Done
                    : fail(error);
+    if (options.checksMap || options.suggestsMap)
+        return runMapTool(options);
     QStringList report;
     const module::Comparison found =
         module::compareRecordings(options.diff[0], options.diff[1], &report, &error);

@@ -15,6 +15,8 @@ Examples:
   norda-bench --source drive.csv --speed 4     a recorded drive, four times as fast
   norda-bench --headless --speed max --gallery out --summary out/s.json
                                                a whole drive without a display
+  norda-bench --source raw.log --dbc car.dbc --map car.json
+                                               a car's own frames
   norda-bench --record session.jsonl           record all that crosses the adaptor
   norda-bench --source session.jsonl           and play it back
   norda-bench --script bench/scenario/library  play all shipped scenarios
@@ -76,7 +78,8 @@ static bool readDiff(const QCommandLineParser &parser, QStringList *diff, QStrin
 static bool hasCompanions(const QCommandLineParser &parser, QString *error)
 {
     static constexpr const char *companions[][2] = {
-        {"from", "cut"}, {"to", "cut"}, {"record-limit", "record"}, {"junit", "script"}};
+        {"from", "cut"}, {"to", "cut"},        {"record-limit", "record"}, {"junit", "script"},
+        {"map", "dbc"},  {"check-map", "map"}, {"suggest-map", "dbc"}};
     for (const auto &[option, other] : companions) {
         if (!parser.isSet(QLatin1String(option)) || parser.isSet(QLatin1String(other)))
             continue;

@@ -23,13 +23,18 @@ struct Options
     QString cut;         ///< a recording to write a part of
     qint64 fromMs = 0;
     qint64 toMs = qint64(module::longestDriveMs);
+    bool checksMap = false;   ///< of the setup's car
+    bool suggestsMap = false; ///< for the setup's DBC file
     bool headless = false;
     bool trace = false;
     double scale = 1.0;
     QString text; ///< what --help or --version prints; everything else is unset then
 
     /** Whether the work needs no head unit. */
-    bool isTool() const { return !check.isEmpty() || !diff.isEmpty() || !cut.isEmpty(); }
+    bool isTool() const
+    {
+        return !check.isEmpty() || !diff.isEmpty() || !cut.isEmpty() || checksMap || suggestsMap;
+    }
 
     /**
      * @param arguments  with the program's name first

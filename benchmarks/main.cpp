@@ -32,6 +32,8 @@ public:
             {"animation/gauge", "animation/qwt", 0.6},
             {"burst/page", "burst/labels", 1.5},
             {"climate/changed", "climate/bare", 1.5},
+            {"dbc/frame", "dbc/bare", 2.0},
+            {"dbc/values", "dbc/scaled", 2.0},
             {"menu/page", "menu/bare", 1.5},
             {"panels/closed", "panels/none", 1.05},
             {"panels/open", "panels/none", 1.25},

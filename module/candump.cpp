@@ -14,6 +14,7 @@ static constexpr quint32 lastAnswer = 0x7EF;
 static constexpr quint32 firstRequest = 0x7E0;
 static constexpr quint32 broadcastRequest = 0x7DF;
 static constexpr quint8 currentDataAnswer = 0x41;
+static constexpr int standardDigits = 3; // of an identifier of 11 bits
 
 static bool isHex(const QByteArray &text)
 {
@@ -32,6 +33,25 @@ static std::optional<double> secondsOf(const QByteArray &word)
     return isTime ? std::optional(seconds) : std::nullopt;
 }
 
+static std::optional<QByteArray> bytesOf(const QByteArray &digits, int most)
+{
+    const bool isSound = isHex(digits) && digits.size() % 2 == 0 && digits.size() <= 2 * most;
+    return isSound ? std::optional(QByteArray::fromHex(digits)) : std::nullopt;
+}
+
+/** What follows the first hash: bytes, a remote frame without any, or the flags of a long frame. */
+static std::optional<QByteArray> dataOf(const QByteArray &text)
+{
+    static constexpr int longest = 8;
+    static constexpr int longestFd = 64;
+    static constexpr int markAndFlags = 2;
+    if (text.startsWith('R'))
+        return QByteArray();
+    if (!text.startsWith('#'))
+        return bytesOf(text, longest);
+    return text.size() >= markAndFlags ? bytesOf(text.mid(markAndFlags), longestFd) : std::nullopt;
+}
+
 std::optional<CanFrame> parseCandumpLine(const QByteArray &line)
 {
     const QList<QByteArray> words = line.simplified().split(' ');
@@ -42,18 +62,17 @@ std::optional<CanFrame> parseCandumpLine(const QByteArray &line)
 
     const int hash = words[2].indexOf('#');
     const QByteArray id = words[2].left(hash);
-    const QByteArray data = words[2].mid(hash + 1);
-    // Remote and long frames are valid lines without an answer.
-    const bool isPlain = isHex(data) && data.size() % 2 == 0 && data.size() <= 16;
-    const bool isOther = data.startsWith('R') || data.startsWith('#');
-    if (hash <= 0 || !isHex(id) || (id.size() != 3 && id.size() != 8) || (!isPlain && !isOther))
+    const bool isId = hash > 0 && isHex(id) && (id.size() == standardDigits || id.size() == 8);
+    const auto data = dataOf(words[2].mid(hash + 1));
+    if (!isId || !data)
         return std::nullopt;
 
     CanFrame frame;
     frame.timeUs = qRound64(*seconds * 1e6);
-    frame.id = id.size() == 3 ? id.toUInt(nullptr, 16) : quint32(-1);
-    if (isPlain)
-        frame.data = QByteArray::fromHex(data);
+    frame.id = id.toUInt(nullptr, 16);
+    if (id.size() != standardDigits)
+        frame.id |= CanFrame::ExtendedFlag;
+    frame.data = *data;
     return frame;
 }
 
@@ -156,7 +175,7 @@ std::optional<SampleLog> readCandump(const QString &path, QString *error)
     SampleLog log = reader.take(path, badLines);
     if (log.samples.isEmpty()) {
         *error = QStringLiteral("%1: line %2: expected OBD-II answers on 7E8 to 7EF, found none in "
-                                "%3 frames and %4 damaged lines")
+                                "%3 frames and %4 damaged lines; a raw log needs --dbc and --map")
                      .arg(path, QString::number(lines.lineNumber()),
                           QString::number(reader.frames()), QString::number(badLines));
         return std::nullopt;

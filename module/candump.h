@@ -9,9 +9,12 @@ namespace module {
 /** One line of a candump log. */
 struct CanFrame
 {
+    /** Set in the identifiers of 29 bits. */
+    static constexpr quint32 ExtendedFlag = 0x80000000;
+
     qint64 timeUs = 0;
     quint32 id = 0;
-    QByteArray data;
+    QByteArray data; ///< none for a remote frame
 };
 
 /**

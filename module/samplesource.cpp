@@ -1,6 +1,12 @@
 #include "samplesource.h"
 
+#include "pagefindings.h"
+
+#include <QSet>
+
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace module {
 
@@ -15,6 +21,12 @@ void SampleLog::add(qint64 atMs, Quantity quantity, double value)
         samples.append({atMs, float(value), quantity});
 }
 
+void SampleLog::addMissing(qint64 atMs, Quantity quantity)
+{
+    if (samples.size() < capacity)
+        samples.append({atMs, std::numeric_limits<float>::quiet_NaN(), quantity});
+}
+
 SampleSource::SampleSource(SampleLog log)
     : m_log(std::move(log)), m_present(presence()), m_mapper(m_present)
 {
@@ -25,7 +37,7 @@ QVector<bool> SampleSource::presence() const
 {
     QVector<bool> present(int(Quantity::Count), false);
     for (const Sample &sample : m_log.samples)
-        present[int(sample.quantity)] = true;
+        present[int(sample.quantity)] = true; // also where it goes missing later
     return present;
 }
 
@@ -33,8 +45,8 @@ QVector<bool> SampleSource::presence() const
 void SampleSource::fill()
 {
     while (m_pending.isEmpty() && m_index < m_log.samples.size()) {
-        if (const auto emission = m_mapper.map(m_log.samples[m_index++]))
-            m_pending.append(*emission);
+        m_pending = m_mapper.map(m_log.samples[m_index++]);
+        std::reverse(m_pending.begin(), m_pending.end());
     }
 }
 
@@ -64,6 +76,19 @@ QVector<int> SampleSource::latestBefore(int end) const
     return found;
 }
 
+/** Of several emissions of a signal the last one counts. */
+static QVector<Emission> lastOfEach(const QVector<Emission> &emissions)
+{
+    QVector<Emission> last;
+    QSet<QByteArray> found;
+    for (auto it = emissions.crbegin(); it != emissions.crend(); ++it) {
+        if (!found.contains(it->signal))
+            last.prepend(*it);
+        found.insert(it->signal);
+    }
+    return last;
+}
+
 void SampleSource::seek(qint64 ms)
 {
     m_mapper.reset();
@@ -72,10 +97,9 @@ void SampleSource::seek(qint64 ms)
         std::lower_bound(m_log.samples.cbegin(), m_log.samples.cend(), ms,
                          [](const Sample &sample, qint64 moment) { return sample.atMs < moment; });
     m_index = int(next - m_log.samples.cbegin());
-    for (const int index : latestBefore(m_index)) {
-        if (const auto emission = m_mapper.map(m_log.samples[index]))
-            m_pending.append(*emission);
-    }
+    for (const int index : latestBefore(m_index))
+        m_pending += m_mapper.map(m_log.samples[index]);
+    m_pending = lastOfEach(m_pending);
     for (Emission &emission : m_pending)
         emission.atMs = ms;
     std::reverse(m_pending.begin(), m_pending.end());
@@ -86,6 +110,8 @@ QVector<SampleSource::Range> SampleSource::ranges() const
 {
     QVector<Range> ranges(static_cast<int>(Quantity::Count));
     for (const Sample &sample : m_log.samples) {
+        if (std::isnan(sample.value))
+            continue;
         Range &range = ranges[int(sample.quantity)];
         const double shown = shownValue(sample.quantity, double(sample.value));
         range.lowest = range.count ? qMin(range.lowest, shown) : shown;
@@ -95,35 +121,24 @@ QVector<SampleSource::Range> SampleSource::ranges() const
     return ranges;
 }
 
-QString SampleSource::Range::text(const QuantityInfo &info) const
+QString SampleSource::Range::text(Quantity quantity) const
 {
     return QStringLiteral("%1: %2 samples, %3 to %4 %5")
-        .arg(QLatin1String(info.name))
+        .arg(QLatin1String(quantityInfo(quantity).name))
         .arg(count)
-        .arg(QString::number(lowest, 'g', 6), QString::number(highest, 'g', 6),
-             QString::fromUtf8(info.unit));
-}
-
-QStringList SampleSource::quantityFindings() const
-{
-    QStringList lines;
-    QStringList missing;
-    const QVector<Range> found = ranges();
-    for (int i = 0; i < found.size(); ++i) {
-        const QuantityInfo &info = quantityInfo(Quantity(i));
-        if (found[i].count > 0)
-            lines.append(found[i].text(info));
-        else
-            missing.append(QString::fromLatin1(info.name).toLower());
-    }
-    if (!missing.isEmpty())
-        lines.append(QStringLiteral("Not in this file: ") + missing.join(QStringLiteral(", ")));
-    return lines;
+        .arg(QString::number(lowest, 'g', 6), QString::number(highest, 'g', 6), shownUnit(quantity))
+        .trimmed();
 }
 
 QStringList SampleSource::findings() const
 {
-    QStringList lines = quantityFindings();
+    QStringList lines;
+    const QVector<Range> found = ranges();
+    for (int i = 0; i < found.size(); ++i) {
+        if (found[i].count > 0)
+            lines.append(found[i].text(Quantity(i)));
+    }
+    lines += pageFindings(m_present);
     if (m_log.badLines > 0)
         lines.append(QStringLiteral("%1 lines could not be read").arg(m_log.badLines));
     if (m_log.beyondCapacity > 0)
@@ -146,11 +161,10 @@ QJsonObject SampleSource::statistics() const
         const QuantityInfo &info = quantityInfo(Quantity(i));
         // Samples are kept in single precision; three decimals are all they carry.
         const auto rounded = [](double value) { return qRound64(value * 1000.0) / 1000.0; };
-        quantities.insert(QLatin1String(info.name),
-                          QJsonObject{{"count", found[i].count},
-                                      {"min", rounded(found[i].lowest)},
-                                      {"max", rounded(found[i].highest)},
-                                      {"unit", QString::fromUtf8(info.unit)}});
+        quantities.insert(QLatin1String(info.name), QJsonObject{{"count", found[i].count},
+                                                                {"min", rounded(found[i].lowest)},
+                                                                {"max", rounded(found[i].highest)},
+                                                                {"unit", shownUnit(Quantity(i))}});
     }
     QJsonObject statistics = m_log.details;
     statistics.insert("driveSeconds", double(m_log.durationMs) / 1000.0);

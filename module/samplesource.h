@@ -1,6 +1,6 @@
 #pragma once
 
-#include "obdmapper.h"
+#include "pagemapper.h"
 #include "quantities.h"
 #include "vehiclesource.h"
 
@@ -25,6 +25,8 @@ struct SampleLog
 
     /** Keeps a value; one that is out of range or beyond the capacity is only counted. */
     void add(qint64 atMs, Quantity quantity, double value);
+    /** Keeps that a quantity has gone missing. */
+    void addMissing(qint64 atMs, Quantity quantity);
 };
 
 /** Plays a recorded drive. */
@@ -48,17 +50,17 @@ private:
         double lowest = 0;
         double highest = 0;
 
-        QString text(const QuantityInfo &info) const;
+        QString text(Quantity quantity) const;
     };
-    QStringList quantityFindings() const;
     QVector<Range> ranges() const;
     QVector<bool> presence() const;
     QVector<int> latestBefore(int end) const;
+    void append(const Sample &sample);
     void fill();
 
     SampleLog m_log;
     QVector<bool> m_present; // by quantity
-    ObdMapper m_mapper;
+    PageMapper m_mapper;
     int m_index = 0;
     QVector<Emission> m_pending; // in reverse: the next one is the last
 };

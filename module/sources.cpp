@@ -1,6 +1,7 @@
 #include "candump.h"
 #include "linereader.h"
 #include "obdcsv.h"
+#include "rawcan.h"
 #include "recordedmodule.h"
 #include "recording.h"
 #include "samplesource.h"
@@ -53,29 +54,50 @@ public:
     QJsonObject statistics() const override { return {{"kind", "none"}}; }
 };
 
-std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, Trim trim)
+static std::unique_ptr<VehicleSource> openFile(const QString &path, const CarFiles &car,
+                                               QString *error)
 {
-    if (name == QLatin1String("simulator"))
-        return std::make_unique<SimulatedCar>(trim);
-    if (name == QLatin1String("none"))
-        return std::make_unique<EmptySource>();
+    const FileKind kind = kindOf(path, error);
+    if (!error->isEmpty())
+        return nullptr;
+    if (!car.isEmpty() && kind != FileKind::Candump) {
+        *error = QStringLiteral("%1: expected a candump log with --dbc and --map").arg(path);
+        return nullptr;
+    }
+    switch (kind) {
+    case FileKind::Recording:
+        return play(RecordingSource::open(path, error));
+    case FileKind::Candump:
+        return play(car.isEmpty() ? readCandump(path, error) : readRawCan(path, car, error));
+    case FileKind::Csv:
+        return play(readObdCsv(path, error));
+    }
+    return nullptr;
+}
+
+std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, Trim trim,
+                                          const CarFiles &car)
+{
+    if (car.map.isEmpty() != car.dbc.isEmpty()) {
+        *error = QStringLiteral("--dbc: expected with --map, got it alone");
+        return nullptr;
+    }
     if (name.isEmpty()) {
         *error =
             QStringLiteral("expected simulator, none or the file of a drive, got an empty name");
         return nullptr;
     }
-    const FileKind kind = kindOf(name, error);
-    if (!error->isEmpty())
+    const bool isFile = name != QLatin1String("simulator") && name != QLatin1String("none");
+    if (isFile)
+        return openFile(name, car, error);
+    if (!car.isEmpty()) {
+        *error = QStringLiteral("--source: expected a candump log with --dbc and --map, got '%1'")
+                     .arg(name);
         return nullptr;
-    switch (kind) {
-    case FileKind::Recording:
-        return play(RecordingSource::open(name, error));
-    case FileKind::Candump:
-        return play(readCandump(name, error));
-    case FileKind::Csv:
-        return play(readObdCsv(name, error));
     }
-    return nullptr;
+    if (name == QLatin1String("none"))
+        return std::make_unique<EmptySource>();
+    return std::make_unique<SimulatedCar>(trim);
 }
 
 } // namespace module

@@ -65,4 +65,13 @@ QVector<Emission> unknownValues(const QSet<QByteArray> &reported)
     return values;
 }
 
+Emission unknownValue(const QByteArray &signal)
+{
+    for (const Unknown &row : rows) {
+        if (signal == row.signal || signal == row.otherForm)
+            return {0, row.signal, argumentsOf(row)};
+    }
+    return {};
+}
+
 } // namespace module

@@ -14,4 +14,7 @@ namespace module {
  */
 QVector<Emission> unknownValues(const QSet<QByteArray> &reported);
 
+/** The signal that shows a signal's value as unknown; without a name where there is none. */
+Emission unknownValue(const QByteArray &signal);
+
 } // namespace module

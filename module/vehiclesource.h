@@ -1,5 +1,6 @@
 #pragma once
 
+#include "carfiles.h"
 #include "trim.h"
 
 #include <QByteArray>
@@ -92,9 +93,10 @@ public:
  * nothing by itself, or the path of a recorded drive, whose format is detected from its content.
  * @param error  one line that names the file, the line and what was expected there
  * @param trim   what the simulated car is equipped with
+ * @param car    what explains the frames of a raw CAN log
  * @return null when the source cannot be used
  */
 std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error,
-                                          Trim trim = Trim::Full);
+                                          Trim trim = Trim::Full, const CarFiles &car = {});
 
 } // namespace module

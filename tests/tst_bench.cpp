@@ -128,6 +128,20 @@ void tst_Bench::badArguments_data()
     QTest::newRow("limit without a recording") << QStringList{"--record-limit", "5"}
                                                << "--record-limit: expected with --record, got it "
                                                   "alone";
+    QTest::newRow("map without a DBC file")
+        << QStringList{"--map", "car.json"} << "--map: expected with --dbc, got it alone";
+    QTest::newRow("DBC file without a map") << QStringList{"--headless", "--dbc", "car.dbc"}
+                                            << "--dbc: expected with --map, got it alone";
+    QTest::newRow("nothing to check")
+        << QStringList{"--check-map"} << "--check-map: expected with --map, got it alone";
+    QTest::newRow("nothing to suggest for")
+        << QStringList{"--suggest-map"} << "--suggest-map: expected with --dbc, got it alone";
+    QTest::newRow("DBC file that is not there")
+        << QStringList{"--suggest-map", "--dbc", "/nothing.dbc"}
+        << "/nothing.dbc: expected a readable file: No such file or directory";
+    QTest::newRow("simulated car with a DBC file")
+        << QStringList{"--headless", "--dbc", "car.dbc", "--map", "car.json"}
+        << "--source: expected a candump log with --dbc and --map, got 'simulator'";
     QTest::newRow("style") << QStringList{"-style", "glass"}
                            << "--style: expected one of Windows, Fusion, got 'glass'";
     QTest::newRow("unknown, with one dash")

@@ -49,12 +49,21 @@ void tst_Candump::lines_data()
     QTest::newRow("sent") << QByteArray("(1.5) vcan1 7DF#0201 T") << true << 0x7DF
                           << QByteArray("\x02\x01");
     QTest::newRow("no data") << QByteArray("(1.5) can0 123#") << true << 0x123 << none;
-    QTest::newRow("extended id") << QByteArray("(1.5) can0 18DB33F1#0201") << true << -1
-                                 << QByteArray("\x02\x01");
+    QTest::newRow("extended id") << QByteArray("(1.5) can0 18DB33F1#0201") << true
+                                 << int(0x98DB33F1) << QByteArray("\x02\x01");
     QTest::newRow("remote frame") << QByteArray("(1.5) can0 7E8#R") << true << 0x7E8 << none;
     QTest::newRow("long frame") << QByteArray("(1.5) can0 7E8##1"
                                               "00112233")
-                                << true << 0x7E8 << none;
+                                << true << 0x7E8 << QByteArray::fromHex("00112233");
+    QTest::newRow("longest frame") << QByteArray("(1.5) can0 7E8##1" + QByteArray(128, '5')) << true
+                                   << 0x7E8 << QByteArray(64, 'U');
+    QTest::newRow("long frame too long")
+        << QByteArray("(1.5) can0 7E8##1" + QByteArray(130, '5')) << false << 0 << none;
+    QTest::newRow("long frame cut in a byte") << QByteArray("(1.5) can0 7E8##1"
+                                                            "0")
+                                              << false << 0 << none;
+    QTest::newRow("long frame without its flags")
+        << QByteArray("(1.5) can0 7E8##") << false << 0 << none;
     QTest::newRow("cut in the data") << QByteArray("(1.5) can0 7E8#0341F") << false << 0 << none;
     QTest::newRow("cut in the id") << QByteArray("(1.5) can0 7E") << false << 0 << none;
     QTest::newRow("cut in the time") << QByteArray("(1.5") << false << 0 << none;
@@ -200,10 +209,10 @@ void tst_Candump::unusableLogs_data()
     QTest::addColumn<QString>("message");
     QTest::newRow("no answers") << QByteArray("(1.0) can0 123#00\n(2.0) can0 7E0#02010C\n")
                                 << ": line 2: expected OBD-II answers on 7E8 to 7EF, found none in "
-                                   "2 frames and 0 damaged lines";
+                                   "2 frames and 0 damaged lines; a raw log needs --dbc and --map";
     QTest::newRow("cut") << QByteArray("(1.0) can0 123#00\n(1725694999.6")
                          << ": line 2: expected OBD-II answers on 7E8 to 7EF, found none in 1 "
-                            "frames and 1 damaged lines";
+                            "frames and 1 damaged lines; a raw log needs --dbc and --map";
 }
 
 void tst_Candump::unusableLogs()

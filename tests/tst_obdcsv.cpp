@@ -436,8 +436,10 @@ void tst_ObdCsv::missingQuantitiesAreMarks()
                      "0 gaugeBLValueDualNotify 68, ℉, 68"}));
     const QString findings = source->findings().join(QLatin1Char('\n'));
     QVERIFY(findings.contains(QStringLiteral("Engine speed: 1 samples, 800 to 800 rpm")));
-    QVERIFY(
-        findings.contains(QStringLiteral("Not in this file: engine load, coolant temperature")));
+    QVERIFY(findings.contains(
+        QStringLiteral("Gauges: engine speed, intake air temperature; not engine load, coolant "
+                       "temperature")));
+    QVERIFY(findings.contains(QStringLiteral("Climate: nothing")));
 }
 
 void tst_ObdCsv::seekCatchesUp()

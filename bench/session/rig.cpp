@@ -14,7 +14,7 @@ bool Rig::open(const QString &plugin, QString *error)
 {
     if (!m_unit.load(plugin, error))
         return false;
-    auto source = module::openSource(m_setup.source, error, m_setup.trim);
+    auto source = module::openSource(m_setup.source, error, m_setup.trim, m_setup.car);
     if (!source)
         return false;
     m_session = std::make_unique<Session>(std::move(source));

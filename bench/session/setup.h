@@ -1,5 +1,6 @@
 #pragma once
 
+#include "carfiles.h"
 #include "faults.h"
 #include "inputfiles.h"
 #include "pages.h"
@@ -15,6 +16,7 @@ struct Setup
 {
     QString source = QStringLiteral("simulator");
     module::Trim trim = module::Trim::Full;
+    module::CarFiles car; ///< what explains a raw CAN log
     module::Faults faults;
     int page = firstPage;
     bool isPageGiven = false;  ///< otherwise a recording opens its own first page

@@ -1,0 +1,26 @@
+#include "textfile.h"
+
+#include "linereader.h"
+
+#include <QFile>
+
+namespace module {
+
+std::optional<QByteArray> readTextFile(const QString &path, qint64 most, QString *error)
+{
+    if (!LineReader(path, error).isOpen())
+        return std::nullopt;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = QStringLiteral("%1: expected a readable file: %2").arg(path, file.errorString());
+        return std::nullopt;
+    }
+    // A file may grow while it is read, so its size alone is no limit.
+    QByteArray content = file.read(most + 1);
+    if (content.size() <= most)
+        return content;
+    *error = QStringLiteral("%1: expected at most %2 MB").arg(path).arg(most >> 20);
+    return std::nullopt;
+}
+
+} // namespace module
