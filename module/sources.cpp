@@ -59,11 +59,6 @@ std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, T
         return std::make_unique<SimulatedCar>(trim);
     if (name == QLatin1String("none"))
         return std::make_unique<EmptySource>();
-    if (name.isEmpty()) {
-        *error =
-            QStringLiteral("expected simulator, none or the file of a drive, got an empty name");
-        return nullptr;
-    }
     const FileKind kind = kindOf(name, error);
     if (!error->isEmpty())
         return nullptr;
