@@ -168,8 +168,8 @@ static QVariantList obstacleText(const CarState &car)
 
 // ---- All of them --------------------------------------------------------------------------------
 
-// The pressures carry the lamp's state and take the marks of soft tires away, so both follow them; a
-// rear zone clears the front.
+// The pressures carry the lamp's state and take the marks of soft tires away, so both follow them;
+// a rear zone clears the front.
 // clang-format off
 const QVector<PageSignal> pageSignals = {
     {"centerGaugeValueNotify",       Quantity::EngineSpeed,             1, engineSpeed},

@@ -82,11 +82,6 @@ std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, T
         *error = QStringLiteral("--dbc: expected with --map, got it alone");
         return nullptr;
     }
-    if (name.isEmpty()) {
-        *error =
-            QStringLiteral("expected simulator, none or the file of a drive, got an empty name");
-        return nullptr;
-    }
     const bool isFile = name != QLatin1String("simulator") && name != QLatin1String("none");
     if (isFile)
         return openFile(name, car, error);

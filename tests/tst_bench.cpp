@@ -108,9 +108,6 @@ void tst_Bench::badArguments_data()
         << QStringList{"--source"} << "Missing value after '--source'. See --help.";
     QTest::newRow("a word") << QStringList{"drive.csv"}
                             << "drive.csv: expected an option; a drive is named with --source";
-    QTest::newRow("source without a name")
-        << QStringList{"--headless", "--source", ""}
-        << "expected simulator, none or the file of a drive, got an empty name";
     QTest::newRow("summary") << QStringList{"--summary", "/proc/nothing/s.json"}
                              << "--summary: expected a file that can be written, got "
                                 "'/proc/nothing/s.json'";

@@ -1,9 +1,9 @@
 #include "calllog.h"
 #include "drive.h"
-#include "snapshot.h"
 #include "norda/vtqadaptor.h"
 #include "recording.h"
 #include "simulator/simulatedcar.h"
+#include "snapshot.h"
 #include "testmain.h"
 
 using namespace module;
