@@ -85,7 +85,7 @@ static constexpr QuantityInfo infos[] = {
     {"Blind spot right",         "Vehicle.Private.BlindSpot.Right.IsWarning",      Unit::Flag, 0, 1, ShownOn::Parking, "blind spots"},
 };
 
-/** The specification has several places for some quantities; these come second. */
+/** The tree has several places for some quantities; these come second. */
 struct OtherPath
 {
     const char *path;
@@ -113,7 +113,7 @@ static constexpr OtherPath otherPaths[] = {
 
 struct UnitTexts
 {
-    const char *name;  // of the specification
+    const char *name;  // in the tree
     const char *shown;
 };
 

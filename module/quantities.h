@@ -116,7 +116,7 @@ enum class Unit : quint8 {
 struct QuantityInfo
 {
     const char *name;
-    /** In the Vehicle Signal Specification 4.2; what that lacks is under Vehicle.Private. */
+    /** In VSS 4.2, the tree of vehicle signals; what that lacks is under Vehicle.Private. */
     const char *path;
     Unit unit;
     double lowest;
@@ -130,7 +130,7 @@ const QuantityInfo &quantityInfo(Quantity quantity);
 QString shownUnit(Quantity quantity);
 /** A value in the unit that it is shown in. */
 double shownValue(Quantity quantity, double metric);
-/** A unit as the paths' specification writes it; empty for none. */
+/** A unit as the tree writes it; empty for none. */
 QString unitName(Unit unit);
 
 /** The paths of a quantity, the one that is preferred first. */

@@ -95,7 +95,7 @@ void tst_Scenarios::unusable_data()
         "line 1: expected a time of 0 s or later, up to a day, got 1e+09");
     row("too late by a step", "2 page 81\n+1e12 page 81\n",
         "line 2: expected a time of 2 s or later, up to a day, got +1e12");
-    row("unknown deed", "0 fly\n",
+    row("unknown action", "0 fly\n",
         "line 1: expected one of expect, wait, picture, page, back, split, key, touch, press, "
         "move, release, signal, host, invoke, car, fault, focus, seek, got 'fly'");
     row("page", "0 page gauges\n", "line 1: expected the number of a page after 'page'");

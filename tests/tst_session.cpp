@@ -18,7 +18,7 @@
 
 using norda::VtqAdaptor;
 
-/** A session at the bench: looked back on, kept, remembered and written down as a scenario. */
+/** A session at the bench: rewound, kept, remembered and saved as a scenario. */
 class tst_Session : public QObject, private BenchFixture
 {
     Q_OBJECT
@@ -122,7 +122,7 @@ void tst_Session::screenAsItWas()
     QCOMPARE(windows()->currentWindow(), 81);
     QVERIFY(text("Txt_battery").startsWith("1"));
     QTest::qWait(50);
-    QCOMPARE(journal->total(), known); // looking back is not part of the session
+    QCOMPARE(journal->total(), known); // a rewind is not part of the session
 
     QTest::keyClick(m_window.data(), Qt::Key_Space); // the key for it goes on
     QVERIFY(drive->isPlaying());

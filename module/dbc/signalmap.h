@@ -33,8 +33,8 @@ struct MapEntry
 };
 
 /**
- * A map from a DBC file's signals to the paths of the Vehicle Signal Specification: that
- * specification's tree in JSON, or an object by path, with dbc2vss in those that a signal feeds.
+ * A map from a DBC file's signals to the paths of VSS, COVESA's tree of vehicle signals: that
+ * tree in JSON, or an object by path, with dbc2vss in those that a signal feeds.
  */
 class SignalMap
 {
