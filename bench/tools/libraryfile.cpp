@@ -11,7 +11,7 @@ LibraryFile::LibraryFile(const QString &path)
     QFile file(path);
     // Opening a pipe would wait for its writer.
     if (QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly))
-        m_bytes = file.read(largestLibrary);
+        m_bytes = file.read(qMin(file.size(), largestLibrary));
 }
 
 template <typename Value>
