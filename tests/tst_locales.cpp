@@ -23,11 +23,12 @@ private:
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    /** All but what is timed with a clock. */
+    /** All but what depends on how fast the machine is. */
     QJsonObject summary(const QString &name) const
     {
         QJsonObject object = QJsonDocument::fromJson(content(name)).object();
         object.remove("wallSeconds");
+        object.remove("framesPainted");
         return object;
     }
     bool drive(const QStringList &environment, const QString &name) const;
