@@ -198,7 +198,7 @@ QString PartFile::write(const QByteArray &content)
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0) {
-            const QString problem = systemError();
+            QString problem = systemError();
             // What was written before stays whole.
             if (ftruncate(m_file.number(), m_size) != 0)
                 return problem + QStringLiteral("; its last line is incomplete");
@@ -217,7 +217,7 @@ QString PartFile::sync()
 
 QString PartFile::publish(const InputFiles &inputs)
 {
-    const QString problem = targetProblem(m_target, inputs);
+    QString problem = targetProblem(m_target, inputs);
     if (!problem.isEmpty())
         return problem;
     if (::rename(m_current.constData(), m_target.constData()) != 0)
@@ -230,7 +230,7 @@ QString PartFile::publish(const InputFiles &inputs)
 QString PartFile::rename(const QString &path, const InputFiles &inputs)
 {
     const QByteArray target = resolved(path);
-    const QString problem = targetProblem(target, inputs);
+    QString problem = targetProblem(target, inputs);
     if (!problem.isEmpty())
         return problem;
     if (::rename(m_current.constData(), target.constData()) != 0)
