@@ -21,7 +21,7 @@ function(norda_add_tests program)
     foreach(test IN LISTS arg_TESTS)
         add_test(NAME ${test} COMMAND ${program} ${test})
         set_tests_properties(${test} PROPERTIES
-            TIMEOUT 600
+            TIMEOUT 1800
             ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1")
     endforeach()
 endfunction()
