@@ -66,7 +66,7 @@ static bool isSameMachine(const LibraryFile::Header &a, const LibraryFile::Heade
 
 static QString faultOfFormat(const QString &file, const LibraryFile &library)
 {
-    const QString fault = faultOfPluginFile(file);
+    QString fault = faultOfPluginFile(file);
     if (!fault.isEmpty())
         return fault;
     if (!library.isLibrary())
@@ -306,7 +306,7 @@ static QString faultAtWork(const QString &file, const LibraryFile &library)
 {
     const ChildProcess child = ChildProcess::run(
         [&](QIODevice *results) { workInChild(file, library, results); }, longestCheckMs);
-    const QString verdict = lastReported(child, Report::verdict);
+    QString verdict = lastReported(child, Report::verdict);
     if (child.hasSucceeded() && !verdict.isNull())
         return verdict;
     const QString doing = lastReported(child, Report::doing);
