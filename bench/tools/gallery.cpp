@@ -120,7 +120,7 @@ static QImage stageDuringTone(AudioStage *stage)
     emit service->audioInterruptNotify(warningTone, inFront);
     AudioMonitor view(stage);
     view.resize(800, 480);
-    const QImage picture = view.grab().toImage();
+    QImage picture = view.grab().toImage();
     emit service->audioInterruptNotify(0, 0);
     return picture;
 }
