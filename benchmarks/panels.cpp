@@ -1,6 +1,6 @@
 // What the bench's panels cost: the processor's time for each delivered signal of a drive, with the
 // head unit and the transport strip alone, with the panels closed and with all of them open; and
-// the time line's picture.
+// the timeline's picture.
 
 #include "options.h"
 #include "panels/timelineview.h"

@@ -5,7 +5,7 @@
 #include <QProxyStyle>
 #include <QPushButton>
 
-/** A style that draws every disabled icon as a white slab: nothing of it may reach a key. */
+/** A style that draws every disabled icon as a white slab; no key may look like that. */
 class SlabStyle : public QProxyStyle
 {
 public:

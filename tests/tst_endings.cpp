@@ -185,7 +185,7 @@ void tst_Endings::secondSignalEndsAtOnce()
     QVERIFY(!QFile::exists(path("g/audio-stage.png")));
 }
 
-/** The end has begun: nothing of it is done twice. */
+/** Once the run has begun to end, no step is repeated. */
 void tst_Endings::signalDuringTheGallery()
 {
     const ProgramResult result =

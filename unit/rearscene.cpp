@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-// The camera: above the bumper, looking back and down.
+// The camera: above the bumper, facing backwards and down.
 static constexpr double cameraHeight = 0.95;
 static constexpr double cameraPitch = 24;  // degrees
 static constexpr double focalShare = 0.56; // of the picture's height

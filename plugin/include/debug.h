@@ -19,7 +19,7 @@
  *     NORDA_TRACE;                          a mark
  *     NORDA_TRACE << "type" << int(type);   a message
  *
- * With debug output switched off nothing of it is evaluated.
+ * Its arguments are not evaluated while debug output is off.
  */
 #define NORDA_TRACE NORDA_TRACE_AT(__LINE__)
 
