@@ -380,8 +380,10 @@ void tst_Bench::galleryWaitsForNothing()
     const double with = seconds({"--gallery", path("quick")});
     const int pictures = QDir(path("quick")).entryList({"*.png"}).size();
     QVERIFY(pictures > 30);
-    // Each takes some 50 ms to paint and compress; other machines and other work are slower.
-    QVERIFY2(with - without < 0.2 * pictures, qPrintable(QString::number(with - without)));
+    // Each takes some 50 ms to paint and compress, and half a second where animations are waited
+    // for; other work makes both slower, and an emulator slows only the painting down.
+    if (testpaths::emulator().isEmpty())
+        QVERIFY2(with - without < 0.2 * pictures, qPrintable(QString::number(with - without)));
 
     // The needles stand where they belong.
     QCOMPARE(run({"--headless", "--duration", "1", "--gallery", path("again")}).exitCode, 0);
