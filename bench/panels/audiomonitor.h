@@ -5,6 +5,10 @@
 
 class AudioStage;
 
+namespace theme {
+struct Colors;
+}
+
 /** The audio stage as a picture: speakers around the car, the music's level, the timeline. */
 class AudioMonitor : public QWidget
 {
@@ -16,6 +20,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    const theme::Colors &colors() const;
     void drawCar(QPainter *painter) const;
     void drawSpeaker(QPainter *painter, const QPointF &place, bool voice, bool music) const;
     void drawState(QPainter *painter) const;

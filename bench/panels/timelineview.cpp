@@ -1,10 +1,10 @@
 #include "panels/timelineview.h"
 
 #include "pages.h"
-#include "palette.h"
 #include "panels/panelparts.h"
 #include "scenario/scenarioline.h"
 #include "session/session.h"
+#include "tools/themecolors.h"
 #include "values.h"
 
 #include <QEvent>
@@ -24,17 +24,17 @@ static constexpr int textRoom = 60; // least pixels for the text of an entry
 struct Lane
 {
     const char *caption;
-    QColor color;
+    QColor theme::Colors::*color;
 };
 
 static const Lane &laneOf(int kind)
 {
-    static const Lane lanes[Journal::KindCount] = {
-        {QT_TRANSLATE_NOOP("TimelineView", "Signals"), night::accent},
-        {QT_TRANSLATE_NOOP("TimelineView", "Actions"), night::amber},
-        {QT_TRANSLATE_NOOP("TimelineView", "Calls"), QColor(0x41, 0xD9, 0x8D)},
-        {QT_TRANSLATE_NOOP("TimelineView", "Pages"), night::secondary},
-        {QT_TRANSLATE_NOOP("TimelineView", "Sound"), QColor(0xC3, 0x9B, 0xFF)},
+    static constexpr Lane lanes[Journal::KindCount] = {
+        {QT_TRANSLATE_NOOP("TimelineView", "Signals"), &theme::Colors::accent},
+        {QT_TRANSLATE_NOOP("TimelineView", "Actions"), &theme::Colors::amber},
+        {QT_TRANSLATE_NOOP("TimelineView", "Calls"), &theme::Colors::green},
+        {QT_TRANSLATE_NOOP("TimelineView", "Pages"), &theme::Colors::secondary},
+        {QT_TRANSLATE_NOOP("TimelineView", "Sound"), &theme::Colors::violet},
     };
     return lanes[kind];
 }
@@ -115,15 +115,19 @@ QString TimelineView::textOf(const Journal::Entry &entry) const
     return (shown + QLatin1Char(' ') + module::argumentsText(entry.arguments)).trimmed();
 }
 
+const theme::Colors &TimelineView::colors() const
+{
+    return theme::colors(palette());
+}
+
 void TimelineView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), night::background);
+    painter.fillRect(rect(), colors().window);
     for (int lane = 0; lane < Journal::KindCount; ++lane) {
         const QRect place(0, scaleHeight + lane * laneHeight(), width(), laneHeight());
-        painter.fillRect(place.adjusted(0, 0, 0, -1),
-                         lane % 2 ? night::background : night::panel.darker(115));
-        painter.setPen(night::secondary);
+        painter.fillRect(place.adjusted(0, 0, 0, -1), lane % 2 ? colors().window : colors().panel);
+        painter.setPen(colors().secondary);
         painter.drawText(place.adjusted(8, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft,
                          tr(laneOf(lane).caption));
         if (m_session)
@@ -152,7 +156,7 @@ void TimelineView::drawLane(QPainter *painter, int lane) const
             const int count = next - before;
             const int bar =
                 hasRoom ? room : qMin(room, int(std::lround(6 + 4 * std::log2(double(count)))));
-            painter->fillRect(x, top + 2 + room - bar, 1, bar, laneOf(lane).color);
+            painter->fillRect(x, top + 2 + room - bar, 1, bar, colors().*laneOf(lane).color);
         }
         before = next;
     }
@@ -168,7 +172,7 @@ void TimelineView::drawTexts(QPainter *painter, int lane, int first, int last) c
     const Journal *journal = m_session->journal();
     const QVector<int> &places = journal->ofKind(Journal::Kind(lane));
     const int top = scaleHeight + lane * laneHeight();
-    painter->setPen(night::text);
+    painter->setPen(colors().text);
     const auto xOf = [&](int i) {
         return i < places.size() ? xAt(journal->entries()[places[i]].ms) : width();
     };
@@ -200,22 +204,22 @@ void TimelineView::drawScale(QPainter *painter) const
     const QString moment = m_momentMs < 0 ? QString() : tr("%1 s").arg(secondsText(m_momentMs));
     const QRect label(xAt(m_momentMs), 0, painter->fontMetrics().horizontalAdvance(moment) + 10,
                       moment.isEmpty() ? 0 : scaleHeight);
-    painter->setPen(night::secondary);
+    painter->setPen(colors().secondary);
     for (qint64 ms = (m_beginMs / step + 1) * step; ms < m_beginMs + m_spanMs; ms += step) {
         const QString text = tr("%1 s").arg(QString::number(double(ms) / 1000, 'g', 8));
         const QRect place(xAt(ms) + 4, 0, painter->fontMetrics().horizontalAdvance(text),
                           scaleHeight);
-        painter->fillRect(xAt(ms), 0, 1, height(), night::hairline);
+        painter->fillRect(xAt(ms), 0, 1, height(), colors().hairline);
         if (!place.intersects(label))
             painter->drawText(place, Qt::AlignVCenter, text);
     }
     const int now = m_session ? xAt(m_session->nowMs()) : -1;
     if (now >= captionWidth && now < width())
-        painter->fillRect(now, 0, 1, height(), night::text);
+        painter->fillRect(now, 0, 1, height(), colors().text);
     if (m_momentMs >= 0) {
-        painter->fillRect(label.x() - 1, 0, 2, height(), night::red);
-        painter->fillRect(label, night::red);
-        painter->setPen(night::background);
+        painter->fillRect(label.x() - 1, 0, 2, height(), colors().red);
+        painter->fillRect(label, colors().red);
+        painter->setPen(colors().window);
         painter->drawText(label, Qt::AlignCenter, moment);
     }
 }

@@ -15,8 +15,10 @@
 #include "session/touchrecorder.h"
 #include "statuscolumn.h"
 #include "tools/picturefile.h"
+#include "window/theme.h"
 #include "window/transportbar.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QDir>
 #include <QDockWidget>
@@ -44,6 +46,7 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     , m_touches(new TouchRecorder(rig->unit()->screen(), this))
     , m_rewind(new Rewind(rig->unit()->windows(), this))
     , m_transport(new TransportBar)
+    , m_theme(new Theme(this, options.theme))
 {
     setWindowTitle(tr("Head unit bench"));
     setAcceptDrops(true);
@@ -59,6 +62,7 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     makeFileMenu();
     makePageMenu();
     makePanelsMenu();
+    makeThemeMenu();
     makeDeveloperMenu();
     connect(m_transport, &TransportBar::momentRequested, m_actions, &Actions::seek);
     // Actions are done live, never on a rewound screen.
@@ -186,6 +190,14 @@ void BenchWindow::makePanelsMenu()
                 m_docks[i]->raise();
         });
     }
+}
+
+void BenchWindow::makeThemeMenu()
+{
+    menuBar()
+        ->addMenu(tr("&View"))
+        ->addMenu(tr("&Theme"))
+        ->addActions(m_theme->choices()->actions());
 }
 
 void BenchWindow::makeDeveloperMenu()

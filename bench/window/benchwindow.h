@@ -9,6 +9,7 @@ class Rewind;
 class Rig;
 class Actions;
 class Session;
+class Theme;
 class TransportBar;
 struct Options;
 
@@ -44,6 +45,7 @@ private:
     void makeFileMenu();
     void makePageMenu();
     void makePanelsMenu();
+    void makeThemeMenu();
     void makeDeveloperMenu();
     void openPage(int id);
     void togglePlaying();
@@ -57,5 +59,6 @@ private:
     TouchRecorder *m_touches;
     Rewind *m_rewind;
     TransportBar *m_transport;
+    Theme *m_theme;
     QList<QDockWidget *> m_docks;
 };

@@ -1,9 +1,9 @@
 #include "window/transportbar.h"
 
 #include "drive.h"
-#include "palette.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -22,14 +22,14 @@ static constexpr SpeedRow speeds[] = {
     {"4 x", 4},       {"10 x", 10},   {"30 x", 30}, {"max", module::Drive::Unlimited},
 };
 
-static QIcon playIcon(bool playing)
+static QIcon playIcon(bool playing, const QColor &color)
 {
     QPixmap image(48, 48);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(night::text);
+    painter.setBrush(color);
     if (playing) {
         painter.drawRoundedRect(11, 8, 9, 32, 2, 2);
         painter.drawRoundedRect(28, 8, 9, 32, 2, 2);
@@ -130,7 +130,15 @@ void TransportBar::showPosition(qint64 ms)
 
 void TransportBar::showPlaying(bool playing)
 {
-    m_play->setIcon(playIcon(playing));
+    m_play->setIcon(playIcon(playing, palette().color(QPalette::ButtonText)));
+}
+
+/** The icon is drawn in the colour of texts. */
+void TransportBar::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        showPlaying(m_drive && m_drive->isPlaying());
+    QWidget::changeEvent(event);
 }
 
 void TransportBar::setSpeed(int row)

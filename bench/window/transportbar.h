@@ -28,6 +28,9 @@ signals:
     /** The user seeks in the drive. */
     void momentRequested(qint64 ms);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void showPosition(qint64 ms);
     void showPlaying(bool playing);

@@ -1,0 +1,129 @@
+#include "window/theme.h"
+
+#include "palette.h"
+#include "screen.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QEvent>
+#include <QSettings>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QTimer>
+#include <QToolTip>
+
+#include <memory>
+
+static const QString settingsOwner = QStringLiteral("norda");
+static const QString settingsName = QStringLiteral("bench");
+static const QString themeSetting = QStringLiteral("theme");
+
+static theme::Mode rememberedMode()
+{
+    theme::Mode mode = theme::Mode::Auto;
+    const QSettings settings(settingsOwner, settingsName);
+    theme::modeFromName(settings.value(themeSetting).toString(), &mode);
+    return mode;
+}
+
+/** The palette that Qt's platform theme gives, which the unit's own replaces. */
+static QPalette desktopPalette()
+{
+    QApplication::setPalette(QPalette());
+    const QPalette desktop = QApplication::palette();
+    QApplication::setPalette(night::palette());
+    return desktop;
+}
+
+Theme::Theme(QWidget *window, std::optional<Mode> mode)
+    : QObject(window)
+    , m_window(window)
+    , m_mode(mode.value_or(rememberedMode()))
+    , m_isDesktopLight(isLightDesktop(desktopPalette()))
+    , m_choices(new QActionGroup(this))
+{
+    makeChoices();
+    apply();
+    qApp->installEventFilter(this);
+}
+
+Theme::~Theme() = default;
+
+void Theme::makeChoices()
+{
+    static const std::pair<Mode, const char *> choices[] = {
+        {Mode::Auto, QT_TR_NOOP("Follow the desktop")},
+        {Mode::Light, QT_TR_NOOP("Light")},
+        {Mode::Dark, QT_TR_NOOP("Dark")},
+    };
+    for (const auto &[mode, title] : choices) {
+        QAction *choice = m_choices->addAction(tr(title));
+        choice->setObjectName(QStringLiteral("theme-") + theme::nameOf(mode));
+        choice->setCheckable(true);
+        choice->setChecked(mode == m_mode);
+        connect(choice, &QAction::triggered, this, [this, mode = mode] { set(mode); });
+    }
+}
+
+bool Theme::isLight() const
+{
+    return m_mode == Mode::Light || (m_mode == Mode::Auto && m_isDesktopLight);
+}
+
+void Theme::set(Mode mode)
+{
+    QSettings(settingsOwner, settingsName).setValue(themeSetting, theme::nameOf(mode));
+    m_mode = mode;
+    m_choices->actions().at(int(mode))->setChecked(true);
+    apply();
+}
+
+// Qt itself gives a light palette where nobody has chosen one.
+bool Theme::isLightDesktop(const QPalette &palette)
+{
+    const std::unique_ptr<QStyle> fusion(QStyleFactory::create(QStringLiteral("Fusion")));
+    const auto backdrop = [](const QPalette &p) { return p.color(QPalette::Window); };
+    return theme::isLight(palette) && backdrop(palette) != backdrop(fusion->standardPalette());
+}
+
+void Theme::apply()
+{
+    const QPalette palette = theme::palette(isLight());
+    m_window->setPalette(palette);
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (isOwnWindow(window))
+            window->setPalette(palette);
+    }
+    QToolTip::setPalette(palette);
+}
+
+/** Someone has given the application the desktop's new palette; that place is the unit's. */
+void Theme::followDesktop()
+{
+    if (QApplication::palette() == night::palette())
+        return;
+    m_isDesktopLight = isLightDesktop(QApplication::palette());
+    QApplication::setPalette(night::palette());
+    apply();
+}
+
+/** A dialog, menu or floating panel of the main window, and not one of the page on the screen. */
+bool Theme::isOwnWindow(const QObject *object) const
+{
+    const auto *widget = qobject_cast<const QWidget *>(object);
+    if (!widget || !widget->isWindow() || widget == m_window)
+        return false;
+    while (widget && widget != m_window && !qobject_cast<const Screen *>(widget))
+        widget = widget->parentWidget();
+    return widget == m_window;
+}
+
+// Windows inherit no palette from their parents, and a panel loses its own when it floats.
+bool Theme::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show && isOwnWindow(watched))
+        static_cast<QWidget *>(watched)->setPalette(m_window->palette());
+    else if (event->type() == QEvent::ApplicationPaletteChange && watched == qApp)
+        QTimer::singleShot(0, this, &Theme::followDesktop);
+    return false;
+}
