@@ -8,6 +8,7 @@
 
 class Actions;
 class QDoubleSpinBox;
+class QPushButton;
 
 /** Overrides for the simulated car, and fault injection. */
 class CarPanel : public Panel
@@ -22,14 +23,25 @@ protected:
     void refresh() override;
 
 private:
+    struct Row
+    {
+        QWidget *title;
+        QWidget *field;
+    };
+
+    void makeControls();
     QWidget *makeControl(module::Controls::Control control);
     QWidget *makeChoice(module::Controls::Control control);
     QWidget *makeNumber(module::Controls::Control control);
     QWidget *makeButtons(module::Controls::Control control);
     QWidget *makeFault(module::Faults::Kind kind);
+    static void showControl(const Row &row, int value);
+    void releaseAll();
     void setControl(module::Controls::Control control, int value);
 
     Actions *m_actions;
+    QPushButton *m_releaseAll;
     QWidget *m_controls;
+    QVector<Row> m_rows; ///< by control
     QVector<QDoubleSpinBox *> m_faults;
 };

@@ -88,7 +88,7 @@ void SimulatedCar::step()
     DriverWish wish = tripWish(m_nowMs);
     m_manoeuvre.adjust(m_nowMs, &wish);
     applyOverrides(&wish);
-    m_powertrain.step(wish);
+    m_powertrain.step(wish, m_controls);
     m_highestRpm = qMax(m_highestRpm, m_powertrain.rpm());
     m_tires.step(m_nowMs, m_powertrain, m_controls);
     m_body.step(m_nowMs, m_powertrain, m_tires, m_controls);
