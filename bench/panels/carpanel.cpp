@@ -23,6 +23,7 @@ static QFormLayout *addGroup(QVBoxLayout *column, const QString &title)
 {
     auto *box = new QGroupBox(title);
     auto *form = new QFormLayout(box);
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
     column->addWidget(box);
     return form;
 }
@@ -102,6 +103,7 @@ QWidget *CarPanel::makeChoice(Controls::Control control)
     auto *box = new QComboBox;
     box->addItem(control == Controls::ClimateTrim ? tr("Unchanged") : tr("From trip"));
     box->addItems(Controls::words(control));
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     connect(box, qOverload<int>(&QComboBox::activated), this,
             [this, control](int row) { setControl(control, row ? row - 1 : Controls::Automatic); });
     return box;
