@@ -5,10 +5,8 @@
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QToolButton>
 
 using norda::VtqAdaptor;
 
@@ -27,7 +25,6 @@ private slots:
     void carIsHeldInHand();
     void recordedCarCannotBeHeld();
     void faultsAreSet();
-    void inspectorDescribesWidgets();
 };
 
 enum SignalColumn { Name, Last, Count, Age, Receivers };
@@ -195,37 +192,6 @@ void tst_Panels::faultsAreSet()
     silence->setValue(0);
     QCOMPARE(faults.value(Faults::Silence), 0.0);
     QCOMPARE(faults.value(Faults::Restart), 60.0);
-}
-
-void tst_Panels::inspectorDescribesWidgets()
-{
-    open("inspector");
-    windows()->openWindow(83);
-    QTest::mouseClick(find<QToolButton>("pick"), Qt::LeftButton);
-    QWidget *car = screen()->widgetNamed("bkg_car");
-    const QPoint place = car->mapTo(screen(), car->rect().center());
-    QWidget *top = screen()->childAt(place);
-    QTest::mouseMove(top, top->mapFrom(screen(), place));
-    QMouseEvent move(QEvent::MouseMove, top->mapFrom(screen(), place), Qt::NoButton, Qt::NoButton,
-                     {});
-    QCoreApplication::sendEvent(top, &move);
-    QString text = find<QPlainTextEdit>("inspected")->toPlainText();
-    QVERIFY2(text.startsWith("Name: bkg_car\nClass: QLabel\n"), qPrintable(text));
-    QVERIFY2(text.contains("Image: :/icon/"), qPrintable(text));
-    QVERIFY(text.contains("Parents: car_radar_widget < "));
-
-    // A click keeps it, and the key under it is not touched.
-    const Journal *journal = session()->journal();
-    const int calls = journal->count(Journal::Call);
-    click("key_camera");
-    QVERIFY(!find<QToolButton>("pick")->isChecked());
-    QVERIFY(!screen()->isCameraShown());
-    QCOMPARE(journal->count(Journal::Call), calls);
-    text = find<QPlainTextEdit>("inspected")->toPlainText();
-    QVERIFY2(text.startsWith("Name: key_camera\nClass: norda::IconKey\n"), qPrintable(text));
-    QVERIFY2(text.contains("clicked("), qPrintable(text));
-    click("key_camera");
-    QVERIFY(screen()->isCameraShown());
 }
 
 NORDA_TEST_MAIN(tst_Panels)

@@ -32,7 +32,7 @@ static const theme::Colors lightColors = {
     QColor(0xB4, 0xD8, 0xE7), // selection
     QColor(0x1B, 0x24, 0x2D), // text
     QColor(0x55, 0x60, 0x6B), // secondary
-    QColor(0x9A, 0xA0, 0xA6), // faded
+    QColor(0x8A, 0x90, 0x96), // faded
     QColor(0x00, 0x69, 0x8C), // accent
     QColor(0x8F, 0x58, 0x00), // amber
     QColor(0xB8, 0x26, 0x26), // red
@@ -47,7 +47,7 @@ static const theme::Colors darkColors = {
     QColor(0x1D, 0x60, 0x78), // selection
     night::text,
     night::secondary,
-    QColor(0x62, 0x6E, 0x79), // faded
+    QColor(0x72, 0x7E, 0x8A), // faded
     night::accent,
     night::amber,
     night::red,
