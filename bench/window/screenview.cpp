@@ -19,7 +19,8 @@ ScreenView::ScreenView(Screen *screen, QWidget *parent)
     setRenderHint(QPainter::SmoothPixmapTransform);
     setViewportUpdateMode(MinimalViewportUpdate);
     setOptimizationFlags(DontSavePainterState | DontAdjustForAntialiasing);
-    setBackgroundBrush(night::background.darker(150));
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // nothing is filled twice
+    viewport()->setAutoFillBackground(false);
     setAlignment(Qt::AlignCenter);
     setFactor(Fit);
 }
@@ -62,6 +63,13 @@ void ScreenView::paintEvent(QPaintEvent *event)
 {
     m_screen->countFrame();
     QGraphicsView::paintEvent(event);
+}
+
+/** What surrounds the screen, which paints all of itself. */
+void ScreenView::drawBackground(QPainter *painter, const QRectF &rect)
+{
+    if (!sceneRect().contains(rect))
+        painter->fillRect(rect, night::background.darker(150));
 }
 
 void ScreenView::resizeEvent(QResizeEvent *event)
