@@ -255,7 +255,8 @@ static const OptionRow rows[] = {
     {"theme", "NAME", nullptr,
         "Colours of the bench's own windows: \"light\", \"dark\", or \"auto\" to follow the desktop. "
         "Without it, as chosen last in the window, at first \"auto\".", readTheme},
-    {"scale", "X", "1", "Size of the 1280 x 720 screen on a desktop, 0.25 to 4.",
+    {"scale", "X", nullptr,
+        "Size of the unit's screen in the window, 0.25 to 4 times 1280 x 720. Without it, it fits the window.",
         [](const Given &given) { return given.readNumber(0.25, 4, &given.options->scale); }},
     {"plugin", "FILE", nullptr, "The plugin to load instead of the one that was built with the bench.",
         [](const Given &given) { given.options->plugin = given.text(); return true; }},

@@ -2,11 +2,11 @@
 
 #include "palette.h"
 #include "screen.h"
+#include "window/benchsettings.h"
 
 #include <QActionGroup>
 #include <QApplication>
 #include <QEvent>
-#include <QSettings>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QTimer>
@@ -14,15 +14,12 @@
 
 #include <memory>
 
-static const QString settingsOwner = QStringLiteral("norda");
-static const QString settingsName = QStringLiteral("bench");
 static const QString themeSetting = QStringLiteral("theme");
 
 static theme::Mode rememberedMode()
 {
     theme::Mode mode = theme::Mode::Auto;
-    const QSettings settings(settingsOwner, settingsName);
-    theme::modeFromName(settings.value(themeSetting).toString(), &mode);
+    theme::modeFromName(BenchSettings().value(themeSetting).toString(), &mode);
     return mode;
 }
 
@@ -42,27 +39,20 @@ Theme::Theme(QWidget *window, std::optional<Mode> mode)
     , m_isDesktopLight(isLightDesktop(desktopPalette()))
     , m_choices(new QActionGroup(this))
 {
-    makeChoices();
     apply();
     qApp->installEventFilter(this);
 }
 
 Theme::~Theme() = default;
 
-void Theme::makeChoices()
+void Theme::offer(Mode mode, QAction *choice)
 {
-    static const std::pair<Mode, const char *> choices[] = {
-        {Mode::Auto, QT_TR_NOOP("Follow the desktop")},
-        {Mode::Light, QT_TR_NOOP("Light")},
-        {Mode::Dark, QT_TR_NOOP("Dark")},
-    };
-    for (const auto &[mode, title] : choices) {
-        QAction *choice = m_choices->addAction(tr(title));
-        choice->setObjectName(QStringLiteral("theme-") + theme::nameOf(mode));
-        choice->setCheckable(true);
-        choice->setChecked(mode == m_mode);
-        connect(choice, &QAction::triggered, this, [this, mode = mode] { set(mode); });
-    }
+    choice->setCheckable(true);
+    choice->setChecked(mode == m_mode);
+    m_choices->addAction(choice);
+    connect(choice, &QAction::triggered, this, [this, mode] { set(mode); });
+    connect(this, &Theme::chosen, choice,
+            [choice, mode](Mode chosen) { choice->setChecked(chosen == mode); });
 }
 
 bool Theme::isLight() const
@@ -72,10 +62,10 @@ bool Theme::isLight() const
 
 void Theme::set(Mode mode)
 {
-    QSettings(settingsOwner, settingsName).setValue(themeSetting, theme::nameOf(mode));
+    BenchSettings().setValue(themeSetting, theme::nameOf(mode));
     m_mode = mode;
-    m_choices->actions().at(int(mode))->setChecked(true);
     apply();
+    emit chosen(mode);
 }
 
 // Qt itself gives a light palette where nobody has chosen one.

@@ -6,6 +6,7 @@
 
 #include <optional>
 
+class QAction;
 class QActionGroup;
 class QPalette;
 class QWidget;
@@ -31,16 +32,18 @@ public:
     bool isLight() const;
     /** Chooses a mode, which later runs remember. */
     void set(Mode mode);
-    /** The modes as exclusive entries of a menu. */
-    QActionGroup *choices() const { return m_choices; }
+    /** Makes an entry of a menu choose a mode; it is checked while the mode is chosen. */
+    void offer(Mode mode, QAction *choice);
 
     /** A desktop without colours of its own counts as dark. */
     static bool isLightDesktop(const QPalette &palette);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+signals:
+    void chosen(Mode mode);
+
 private:
-    void makeChoices();
     void apply();
     void followDesktop();
     bool isOwnWindow(const QObject *object) const;
