@@ -1,5 +1,6 @@
 #include "simulator/simulatedcar.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 using namespace module;
 
@@ -12,6 +13,7 @@ private slots:
     void reads_data();
     void reads();
     void readsColdTemperatures();
+    void areDocumented();
     void refuses_data();
     void refuses();
     void isSaid_data();
@@ -95,6 +97,17 @@ void tst_Controls::reads()
     QVERIFY(Controls::read(name, QStringLiteral("auto"), &control, &value, &error));
     QCOMPARE(value, int(Controls::Automatic));
     QCOMPARE(error, QString());
+}
+
+void tst_Controls::areDocumented()
+{
+    QFile file(QDir(testpaths::sourceFolder()).filePath("docs/scenarios.md"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(file.readAll());
+    for (int i = 0; i < Controls::Count; ++i) {
+        const Controls::Row &row = Controls::row(Controls::Control(i));
+        QVERIFY2(text.contains(QStringLiteral("`%1`").arg(QLatin1String(row.name))), row.name);
+    }
 }
 
 void tst_Controls::refuses_data()
