@@ -99,7 +99,7 @@ void tst_Bench::badArguments_data()
     for (const char *option :
          {"source", "speed", "duration", "window", "gallery", "record", "record-limit", "summary",
           "script", "junit", "check",    "diff",   "cut",     "from",   "to",           "trim",
-          "fault",  "seed",  "platform", "style",  "scale",   "plugin"})
+          "fault",  "seed",  "platform", "style",  "theme",   "scale",  "plugin"})
         QTest::addRow("--%s ''", option)
             << QStringList{QStringLiteral("--%1=").arg(option)} << ", got ''";
     QTest::newRow("unknown option")
@@ -145,6 +145,8 @@ void tst_Bench::badArguments_data()
     QTest::newRow("simulated car with a DBC file")
         << QStringList{"--headless", "--dbc", "car.dbc", "--map", "car.json"}
         << "--source: expected a candump log with --dbc and --map, got 'simulator'";
+    QTest::newRow("theme") << QStringList{"--theme", "blue"}
+                           << "--theme: expected 'auto', 'light' or 'dark', got 'blue'";
     QTest::newRow("style") << QStringList{"-style", "glass"}
                            << "--style: expected one of Windows, Fusion, got 'glass'";
     QTest::newRow("unknown, with one dash")
@@ -358,6 +360,7 @@ void tst_Bench::optionsWithOneDash_data()
     QTest::newRow("platform") << QStringList{"-platform", "offscreen"};
     QTest::newRow("platform, two dashes") << QStringList{"--platform", "offscreen"};
     QTest::newRow("style") << QStringList{"-style", "windows"};
+    QTest::newRow("theme") << QStringList{"-theme", "light"};
     QTest::newRow("style, equals") << QStringList{"-style=fusion"};
     QTest::newRow("one of the bench's own") << QStringList{"-seed", "7"};
 }

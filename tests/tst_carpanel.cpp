@@ -34,6 +34,8 @@ private slots:
     void allAreReleased();
     void typedNumberIsKept();
     void firstStepBeginsInTheMiddle();
+    void wheelScrollsThePanel_data();
+    void wheelScrollsThePanel();
     void recordedDriveShowsNone();
     void cleanupTestCase() { removeBench(); }
 
@@ -203,6 +205,33 @@ void tst_CarPanel::firstStepBeginsInTheMiddle()
     QCOMPARE(controls()->value(Controls::CoolantTemperature), 130);
     QTest::keyClick(coolant, Qt::Key_Up);
     QCOMPARE(controls()->value(Controls::CoolantTemperature), 133);
+}
+
+void tst_CarPanel::wheelScrollsThePanel_data()
+{
+    QTest::addColumn<int>("control");
+    QTest::newRow("number") << int(Controls::Speed);
+    QTest::newRow("choice") << int(Controls::Gear);
+}
+
+void tst_CarPanel::wheelScrollsThePanel()
+{
+    QFETCH(int, control);
+    const auto which = Controls::Control(control);
+    QWidget *used = field(which);
+    const auto turn = [used](int angle) {
+        const QPointF middle = used->rect().center();
+        QWheelEvent event(middle, used->mapToGlobal(middle.toPoint()), {}, {0, angle}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(used, &event);
+    };
+    find<QComboBox>("car-hood")->setFocus();
+    for (const int angle : {-120, 120})
+        turn(angle);
+    QVERIFY(!controls()->isOverridden(which));
+    used->setFocus();
+    turn(used->inherits("QSpinBox") ? 120 : -120); // up, or down the list
+    QVERIFY(controls()->isOverridden(which));
 }
 
 void tst_CarPanel::recordedDriveShowsNone()

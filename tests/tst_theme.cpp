@@ -145,7 +145,8 @@ void tst_Theme::modeIsGivenRememberedOrAuto()
 void tst_Theme::windowsFollow_data()
 {
     QTest::addColumn<QString>("kind");
-    for (const char *kind : {"panel", "floating panel", "dialog", "menu", "tooltip"})
+    for (const char *kind :
+         {"panel", "floating panel", "panel that floated", "dialog", "menu", "tooltip"})
         QTest::newRow(kind) << QString::fromLatin1(kind);
 }
 
@@ -156,9 +157,9 @@ void tst_Theme::windowsFollow()
     QDialog dialog(m_window.data());
     auto *dock = find<QDockWidget>("audio");
     auto *menu = m_window->findChild<QMenu *>();
-    if (kind == "floating panel")
-        dock->setFloating(true);
+    dock->setFloating(kind.contains("float"));
     dock->show();
+    dock->setFloating(kind == "floating panel");
     dialog.show();
     menu->popup({});
     const auto window = [&] {

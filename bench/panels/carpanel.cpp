@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QEvent>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -51,15 +52,13 @@ CarPanel::CarPanel(Actions *actions, QWidget *parent)
     auto *all = new QWidget;
     auto *column = new QVBoxLayout(all);
     column->addWidget(m_controls);
-    QFormLayout *faults = addGroup(column, tr("Fault injection"));
-    for (int i = 0; i < Faults::KindCount; ++i)
-        addRow(faults, QLatin1String(Faults::nameOf(Faults::Kind(i))), makeFault(Faults::Kind(i)));
+    makeFaults(column);
     column->addStretch(1);
-
     auto *area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setWidget(all);
+
     auto *top = new QHBoxLayout;
     top->setContentsMargins(11, 11, 11, 0);
     top->addWidget(m_releaseAll);
@@ -68,6 +67,18 @@ CarPanel::CarPanel(Actions *actions, QWidget *parent)
     outer->setContentsMargins(0, 0, 0, 0);
     outer->addLayout(top);
     outer->addWidget(area);
+    for (QWidget *field : all->findChildren<QWidget *>())
+        field->installEventFilter(this);
+}
+
+/** The wheel scrolls the panel, and changes only the field that is being used. */
+bool CarPanel::eventFilter(QObject *watched, QEvent *event)
+{
+    const auto *field = static_cast<QWidget *>(watched);
+    if (event->type() != QEvent::Wheel || field->hasFocus())
+        return false;
+    event->ignore();
+    return true;
 }
 
 void CarPanel::makeControls()
@@ -84,6 +95,13 @@ void CarPanel::makeControls()
         QWidget *field = makeControl(Controls::Control(i));
         m_rows.append(Row{addRow(form, tr(row.title), field), field});
     }
+}
+
+void CarPanel::makeFaults(QVBoxLayout *column)
+{
+    QFormLayout *form = addGroup(column, tr("Fault injection"));
+    for (int i = 0; i < Faults::KindCount; ++i)
+        addRow(form, QLatin1String(Faults::nameOf(Faults::Kind(i))), makeFault(Faults::Kind(i)));
 }
 
 QWidget *CarPanel::makeControl(Controls::Control control)

@@ -9,6 +9,7 @@
 class Actions;
 class QDoubleSpinBox;
 class QPushButton;
+class QVBoxLayout;
 
 /** Overrides for the simulated car, and fault injection. */
 class CarPanel : public Panel
@@ -18,6 +19,7 @@ public:
     explicit CarPanel(Actions *actions, QWidget *parent = nullptr);
 
     void setSession(Session *session) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 protected:
     void refresh() override;
@@ -30,6 +32,7 @@ private:
     };
 
     void makeControls();
+    void makeFaults(QVBoxLayout *column);
     QWidget *makeControl(module::Controls::Control control);
     QWidget *makeChoice(module::Controls::Control control);
     QWidget *makeNumber(module::Controls::Control control);

@@ -23,7 +23,8 @@
 #include <QToolButton>
 #include <QTreeView>
 
-static constexpr int nameWidth = 190;
+static constexpr int widgetWidth = 230;
+static constexpr int propertyWidth = 170;
 
 /** Shows what is hidden on the screen in the colour of disabled texts. */
 class WidgetDelegate : public QStyledItemDelegate
@@ -109,7 +110,7 @@ QTreeView *InspectorPanel::makeTree()
     tree->setItemDelegate(new WidgetDelegate(tree));
     tree->setUniformRowHeights(true);
     tree->setIndentation(14);
-    tree->header()->resizeSection(WidgetTreeModel::Name, nameWidth);
+    tree->header()->resizeSection(WidgetTreeModel::Name, widgetWidth);
     return tree;
 }
 
@@ -120,7 +121,7 @@ QTableView *InspectorPanel::makeProperties()
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     table->setItemDelegate(new PropertyDelegate(table));
-    table->horizontalHeader()->resizeSection(PropertyModel::Name, nameWidth);
+    table->horizontalHeader()->resizeSection(PropertyModel::Name, propertyWidth);
     return table;
 }
 
@@ -176,9 +177,10 @@ void InspectorPanel::select(QWidget *widget)
 
 void InspectorPanel::showFrame()
 {
-    if (!m_frame)
+    if (!m_frame && m_selected)
         m_frame = new WidgetFrame(m_screen);
-    m_frame->surround(m_isFollowing ? m_selected.data() : nullptr);
+    if (m_frame)
+        m_frame->surround(m_isFollowing ? m_selected.data() : nullptr);
 }
 
 void InspectorPanel::showInTree()

@@ -80,10 +80,6 @@ void Theme::apply()
 {
     const QPalette palette = theme::palette(isLight());
     m_window->setPalette(palette);
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (isOwnWindow(window))
-            window->setPalette(palette);
-    }
     QToolTip::setPalette(palette);
 }
 
@@ -108,11 +104,11 @@ bool Theme::isOwnWindow(const QObject *object) const
     return widget == m_window;
 }
 
-// Windows inherit no palette from their parents, and a panel loses its own when it floats.
+// Other windows inherit no palette from their parents unless told to.
 bool Theme::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Show && isOwnWindow(watched))
-        static_cast<QWidget *>(watched)->setPalette(m_window->palette());
+        static_cast<QWidget *>(watched)->setAttribute(Qt::WA_WindowPropagation);
     else if (event->type() == QEvent::ApplicationPaletteChange && watched == qApp)
         QTimer::singleShot(0, this, &Theme::followDesktop);
     return false;
