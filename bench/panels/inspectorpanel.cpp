@@ -1,6 +1,5 @@
 #include "panels/inspectorpanel.h"
 
-#include "panels/panelparts.h"
 #include "panels/propertydelegate.h"
 #include "panels/propertymodel.h"
 #include "panels/widgetframe.h"
@@ -56,7 +55,7 @@ InspectorPanel::InspectorPanel(Screen *screen, QWidget *parent)
     , m_properties(new PropertyModel(screen, this))
     , m_picker(new WidgetPicker(screen, this))
     , m_pick(new QToolButton)
-    , m_filter(makeFilter(tr("Filter widgets, for instance key")))
+    , m_filter(new QLineEdit)
     , m_tree(makeTree())
     , m_table(makeProperties())
     , m_splitter(new QSplitter)
@@ -83,6 +82,8 @@ void InspectorPanel::makeParts()
     m_pick->setCheckable(true);
     m_pick->setToolTip(tr("Move over the screen to inspect a widget; click to keep it."));
     m_filter->setObjectName(QStringLiteral("widget-filter"));
+    m_filter->setPlaceholderText(tr("Filter widgets, for instance key"));
+    m_filter->setClearButtonEnabled(true);
     m_message->setObjectName(QStringLiteral("inspector-message"));
     m_message->setWordWrap(true);
     m_message->hide();
@@ -116,9 +117,18 @@ QTreeView *InspectorPanel::makeTree()
 
 QTableView *InspectorPanel::makeProperties()
 {
-    QTableView *table = makeTable(m_properties);
+    static constexpr int rowHeight = 24;
+    auto *table = new QTableView;
     table->setObjectName(QStringLiteral("properties"));
+    table->setModel(m_properties);
     table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(rowHeight);
+    table->horizontalHeader()->setHighlightSections(false);
+    table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     table->setItemDelegate(new PropertyDelegate(table));
     table->horizontalHeader()->resizeSection(PropertyModel::Name, propertyWidth);
@@ -135,6 +145,7 @@ void InspectorPanel::connectParts()
         }
         showInTree();
     });
+    connect(m_filter, &QLineEdit::returnPressed, m_tree, qOverload<>(&QWidget::setFocus));
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex &index) {
                 if (!m_isMoving)
