@@ -111,7 +111,6 @@ QTreeView *InspectorPanel::makeTree()
     tree->setItemDelegate(new WidgetDelegate(tree));
     tree->setUniformRowHeights(true);
     tree->setIndentation(14);
-    tree->header()->resizeSection(WidgetTreeModel::Name, widgetWidth);
     return tree;
 }
 
@@ -131,7 +130,6 @@ QTableView *InspectorPanel::makeProperties()
     table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     table->setItemDelegate(new PropertyDelegate(table));
-    table->horizontalHeader()->resizeSection(PropertyModel::Name, propertyWidth);
     return table;
 }
 
@@ -285,5 +283,10 @@ void InspectorPanel::setFollowing(bool on)
 /** The tree is beside the properties where there is room, else above them. */
 void InspectorPanel::resizeEvent(QResizeEvent *)
 {
-    m_splitter->setOrientation(width() > height() ? Qt::Horizontal : Qt::Vertical);
+    const bool isWide = width() > height();
+    const int room = isWide ? width() / 2 : width();
+    m_splitter->setOrientation(isWide ? Qt::Horizontal : Qt::Vertical);
+    m_tree->header()->resizeSection(WidgetTreeModel::Name, qMin(widgetWidth, room * 6 / 10));
+    m_table->horizontalHeader()->resizeSection(PropertyModel::Name,
+                                               qMin(propertyWidth, room * 4 / 10));
 }
