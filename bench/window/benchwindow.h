@@ -4,6 +4,7 @@
 
 class Actions;
 class Commands;
+class DriveCommands;
 class FileCommands;
 class PanelDocks;
 class QLabel;
@@ -47,21 +48,13 @@ private:
     void makePanels();
     void connectFileCommands();
     void connectPageCommands();
-    void connectDriveCommands();
     void connectViewCommands();
     void connectPanelCommands();
     void connectDeveloperCommands();
     void follow(Session *session);
     void openPage(int id);
-    void togglePlaying();
-    void stepToNext();
-    void stepToPrevious();
-    void changeScale(double factor);
     void arrange(PanelLayout layout);
     void toggleFullScreen();
-    QSize space() const;
-    void restoreWindow();
-    void saveWindow() const;
     void notice(const QString &line);
     void onFinished();
 
@@ -77,6 +70,7 @@ private:
     Commands *m_commands;
     PanelDocks *m_panels;
     FileCommands *m_files;
+    DriveCommands *m_drive;
     bool m_isFullScreen = false;
     bool m_hasBeenShown = false;
 };
