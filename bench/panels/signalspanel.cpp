@@ -1,25 +1,30 @@
 #include "panels/signalspanel.h"
 
 #include "panels/argumenteditor.h"
+#include "panels/columnwidths.h"
 #include "panels/panelparts.h"
 #include "panels/signalsmodel.h"
+#include "panels/tableactions.h"
+#include "panels/tableroles.h"
+#include "panels/wordfilter.h"
 #include "session/actions.h"
+#include "tools/headerwords.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSortFilterProxyModel>
-#include <QTableView>
 #include <QVBoxLayout>
 
 SignalsPanel::SignalsPanel(Actions *actions, QWidget *parent)
     : Panel(parent)
     , m_actions(actions)
     , m_model(new SignalsModel(this))
-    , m_filtered(new QSortFilterProxyModel(this))
-    , m_filter(makeFilter(tr("Filter signals, for instance tire")))
+    , m_filtered(new WordFilterModel(this))
+    , m_table(makeTable(m_filtered, QStringLiteral("signals")))
+    , m_filter(makeFilter(tr("Filter signals, for instance tire"), m_table))
     , m_title(new QLabel(tr("Select a signal to send.")))
     , m_presets(new QComboBox)
     , m_editor(new ArgumentEditor)
@@ -27,20 +32,18 @@ SignalsPanel::SignalsPanel(Actions *actions, QWidget *parent)
     , m_fault(new QLabel)
 {
     m_filtered->setSourceModel(m_model);
-    m_filtered->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_table = makeTable(m_filtered);
-    m_table->setObjectName(QStringLiteral("signals"));
-    m_table->setColumnWidth(SignalsModel::Name, 190);
-    m_table->setColumnWidth(SignalsModel::Last, 100);
-    m_table->setColumnWidth(SignalsModel::Count, 46);
-    m_table->setColumnWidth(SignalsModel::Age, 52);
+    m_table->elideInTheMiddle(SignalsModel::Name);
+    new ColumnWidths(m_table, {{15, 34}, {13, 0}, {6, 7}, {6, 7}, {9, 10}}, SignalsModel::Last);
+    auto *menu = new TableActions(m_table, this);
+    connect(menu->add(QStringLiteral("send-again"), tr("Send &again")), &QAction::triggered, this,
+            &SignalsPanel::sendAgain);
     m_send->setObjectName(QStringLiteral("send"));
     m_presets->setObjectName(QStringLiteral("presets"));
+    m_title->setWordWrap(true);
     m_fault->setWordWrap(true);
     layOut();
 
-    connect(m_filter, &QLineEdit::textChanged, m_filtered,
-            &QSortFilterProxyModel::setFilterFixedString);
+    connect(m_filter, &QLineEdit::textChanged, m_filtered, &WordFilterModel::setFilter);
     connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &SignalsPanel::choose);
     connect(m_presets, qOverload<int>(&QComboBox::activated), this, &SignalsPanel::takePreset);
@@ -81,7 +84,8 @@ void SignalsPanel::choose(const QModelIndex &index)
     if (m_chosen < 0)
         return;
     const QMetaMethod method = m_model->signalAt(m_chosen).method;
-    m_title->setText(QStringLiteral("<b>%1</b>").arg(QString::fromLatin1(method.name())));
+    const QString name = QString::fromLatin1(method.name());
+    m_title->setText(QStringLiteral("<b>%1</b><br>%2").arg(name, headerWords(name).brief));
     m_editor->setMethod(method);
     m_presets->addItem(tr("Last value"));
     m_offered = {{QString(), m_model->lastOf(m_chosen), {}}};
@@ -112,5 +116,19 @@ void SignalsPanel::send()
     for (const QVariantList &follower : qAsConst(m_offered[m_presets->currentIndex()].followers))
         isSent =
             isSent && m_actions->sendSignal(follower.value(0).toString(), follower.mid(1), &error);
+    m_fault->setText(error);
+}
+
+/** The last values of all selected signals that have some. */
+void SignalsPanel::sendAgain()
+{
+    QString error;
+    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    for (const QModelIndex &row : rows) {
+        const int signal = m_filtered->mapToSource(row).row();
+        const QString name = QString::fromLatin1(m_model->signalAt(signal).method.name());
+        if (row.data(MomentRole).isValid())
+            m_actions->sendSignal(name, m_model->lastOf(signal), &error);
+    }
     m_fault->setText(error);
 }

@@ -1,36 +1,142 @@
 #include "session/warnings.h"
 
-static constexpr int mostKept = 20;
-static int counted = 0;
-static QStringList kept;
-static QtMessageHandler previous = nullptr;
+#include <QHash>
+#include <QMutex>
+#include <QPair>
+#include <QThread>
 
-static void countWarnings(QtMsgType type, const QMessageLogContext &context, const QString &text)
+/** What all threads share. */
+struct Collected
 {
+    QMutex mutex;
+    Warnings *collector = nullptr;
+    QtMessageHandler previous = nullptr;
+    int count = 0;
+    int notKept = 0;
+    int drive = -1;
+    QStringList first;
+    QVector<Warnings::Entry> entries;
+    QHash<QPair<int, QString>, int> places; // by drive and text
+    bool isReportDue = false;
+};
+
+static Collected &collected()
+{
+    static Collected all;
+    return all;
+}
+
+void Warnings::handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    Collected &all = collected();
     if (type == QtWarningMsg || type == QtCriticalMsg) {
-        ++counted;
-        if (kept.size() < mostKept)
-            kept.append(text);
+        const QMutexLocker lock(&all.mutex);
+        if (all.collector)
+            all.collector->add(text);
     }
-    previous(type, context, text);
+    all.previous(type, context, text);
 }
 
 Warnings::Warnings()
 {
-    previous = qInstallMessageHandler(countWarnings);
+    Collected &all = collected();
+    const QMutexLocker lock(&all.mutex);
+    all.collector = this;
+    all.previous = qInstallMessageHandler(handle);
 }
 
 Warnings::~Warnings()
 {
-    qInstallMessageHandler(previous);
+    Collected &all = collected();
+    qInstallMessageHandler(all.previous);
+    const QMutexLocker lock(&all.mutex);
+    all.collector = nullptr;
+}
+
+Warnings *Warnings::instance()
+{
+    return collected().collector;
 }
 
 int Warnings::count()
 {
-    return counted;
+    const QMutexLocker lock(&collected().mutex);
+    return collected().count;
 }
 
 QStringList Warnings::first()
 {
-    return kept;
+    const QMutexLocker lock(&collected().mutex);
+    return collected().first;
+}
+
+void Warnings::beginDrive(const std::function<Moment()> &moment)
+{
+    placeAndReport();
+    const QMutexLocker lock(&collected().mutex);
+    m_moment = moment;
+    ++collected().drive;
+}
+
+int Warnings::drive() const
+{
+    const QMutexLocker lock(&collected().mutex);
+    return collected().drive;
+}
+
+QVector<Warnings::Entry> Warnings::entries() const
+{
+    const QMutexLocker lock(&collected().mutex);
+    return collected().entries;
+}
+
+int Warnings::notKept() const
+{
+    const QMutexLocker lock(&collected().mutex);
+    return collected().notKept;
+}
+
+/** Called with the lock, in the thread of the warning: only this object's own knows the moment. */
+void Warnings::add(const QString &text)
+{
+    static constexpr int mostFirst = 20;
+    Collected &all = collected();
+    ++all.count;
+    if (all.first.size() < mostFirst)
+        all.first.append(text);
+    const bool isOwnThread = QThread::currentThread() == thread();
+    const Moment now = isOwnThread && m_moment ? m_moment() : Moment();
+    const QPair<int, QString> key(all.drive, text.left(longestText));
+    const auto known = all.places.constFind(key);
+    if (known != all.places.constEnd()) {
+        Entry &entry = all.entries[*known];
+        ++entry.count;
+        entry.lastMs = qMax(entry.lastMs, now.ms);
+    } else if (all.entries.size() < mostEntries) {
+        all.places.insert(key, all.entries.size());
+        all.entries.append({key.second, all.drive, now, now.ms, 1, isOwnThread});
+    } else {
+        ++all.notKept;
+    }
+    if (!all.isReportDue)
+        QMetaObject::invokeMethod(this, &Warnings::placeAndReport, Qt::QueuedConnection);
+    all.isReportDue = true;
+}
+
+/** What came from other threads gets the moment at which it is reported. */
+void Warnings::placeAndReport()
+{
+    {
+        Collected &all = collected();
+        const QMutexLocker lock(&all.mutex);
+        all.isReportDue = false;
+        const Moment now = m_moment ? m_moment() : Moment();
+        for (Entry &entry : all.entries) {
+            if (!entry.isPlaced)
+                entry.first = now;
+            entry.lastMs = qMax(entry.lastMs, entry.first.ms);
+            entry.isPlaced = true;
+        }
+    }
+    emit changed();
 }

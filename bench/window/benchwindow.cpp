@@ -9,6 +9,7 @@
 #include "panels/inspectorpanel.h"
 #include "panels/signalspanel.h"
 #include "panels/timelinepanel.h"
+#include "panels/warningspanel.h"
 #include "scenario/scenariowriter.h"
 #include "session/rewind.h"
 #include "session/rig.h"
@@ -117,6 +118,12 @@ void BenchWindow::makeDocks()
     tabifyDockWidget(first,
                      addDock(QStringLiteral("inspector"), tr("Inspector"),
                              new InspectorPanel(m_rig->unit()->screen()), Qt::RightDockWidgetArea));
+    auto *warnings = new WarningsPanel(m_rig->unit()->windows());
+    tabifyDockWidget(first, addDock(QStringLiteral("warnings"), tr("Warnings"), warnings,
+                                    Qt::RightDockWidgetArea));
+    connect(warnings, &WarningsPanel::momentRequested, calls, &CallsPanel::momentRequested);
+    for (Panel *panel : findChildren<Panel *>())
+        panel->setFilesInUse([this] { return filesInUse(); });
     first->raise();
     QDockWidget *line =
         addDock(QStringLiteral("timeline"), tr("Timeline"), timeline, Qt::BottomDockWidgetArea);
@@ -174,7 +181,7 @@ void BenchWindow::togglePlaying()
 void BenchWindow::makePanelsMenu()
 {
     static constexpr int keys[] = {0,          Qt::Key_F5, Qt::Key_F6, Qt::Key_F7,
-                                   Qt::Key_F8, Qt::Key_F9, Qt::Key_A};
+                                   Qt::Key_F8, 0,          Qt::Key_F9, Qt::Key_A};
     QMenu *panels = menuBar()->addMenu(tr("Pa&nels"));
     for (int i = 0; i < m_docks.size(); ++i) {
         QAction *show = m_docks[i]->toggleViewAction();
