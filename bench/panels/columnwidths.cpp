@@ -49,7 +49,7 @@ int ColumnWidths::pixels(int characters) const
     return characters * m_table->fontMetrics().averageCharWidth() + margins;
 }
 
-/** Half of the space to spare goes to the other columns, until they have what they need. */
+/** Two thirds of the space to spare go to the other columns, until they have what they need. */
 void ColumnWidths::layOut()
 {
     const QScopedValueRollback<bool> layingOut(m_isLayingOut, true);
@@ -61,7 +61,7 @@ void ColumnWidths::layOut()
         if (i != m_stretched)
             growth += pixels(m_columns[i].most) - pixels(m_columns[i].least);
     }
-    const double grown = growth ? qBound(0.0, (width - least) / 2.0 / growth, 1.0) : 0;
+    const double grown = growth ? qBound(0.0, (width - least) / 1.5 / growth, 1.0) : 0;
     const double shrunk = qMin(1.0, double(width) / least);
     for (int i = 0; i < m_columns.size(); ++i) {
         const int lower = pixels(m_columns[i].least);

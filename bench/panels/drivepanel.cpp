@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
+#include <QPalette>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -15,6 +16,7 @@ DrivePanel::DrivePanel(Screen *screen, QWidget *parent)
     m_findings->setObjectName(QStringLiteral("findings"));
     m_findings->setFrameShape(QFrame::NoFrame);
     m_findings->setOpenLinks(false);
+    m_findings->setMinimumHeight(2 * fontMetrics().lineSpacing());
     auto *grid = new QGridLayout;
     grid->setVerticalSpacing(0);
     m_signals = addCounter(grid, QStringLiteral("signals"), tr("Signals"));
@@ -26,12 +28,6 @@ DrivePanel::DrivePanel(Screen *screen, QWidget *parent)
     column->addLayout(grid);
 }
 
-QSize DrivePanel::minimumSizeHint() const
-{
-    static constexpr int lines = 8;
-    return {240, lines * fontMetrics().lineSpacing()};
-}
-
 QLabel *DrivePanel::addCounter(QGridLayout *grid, const QString &name, const QString &title)
 {
     auto *number = new QLabel;
@@ -40,11 +36,9 @@ QLabel *DrivePanel::addCounter(QGridLayout *grid, const QString &name, const QSt
     QFont bold = number->font();
     bold.setBold(true);
     number->setFont(bold);
-    auto *caption = new QLabel(title);
-    caption->setForegroundRole(QPalette::PlaceholderText);
     const int column = grid->columnCount();
     grid->addWidget(number, 0, column);
-    grid->addWidget(caption, 1, column);
+    grid->addWidget(new QLabel(title), 1, column);
     return number;
 }
 
@@ -100,6 +94,17 @@ static QString findingsHtml(const module::Findings &findings)
     return html;
 }
 
+/** Between the text and what it stands on. */
+static QColor faintText(const QPalette &palette)
+{
+    static constexpr double share = 0.65;
+    const QColor text = palette.color(QPalette::Text);
+    const QColor base = palette.color(QPalette::Base);
+    const auto mixed = [](double a, double b) { return share * a + (1 - share) * b; };
+    return QColor::fromRgbF(mixed(text.redF(), base.redF()), mixed(text.greenF(), base.greenF()),
+                            mixed(text.blueF(), base.blueF()));
+}
+
 void DrivePanel::showFindings()
 {
     const module::VehicleSource *source = session()->drive()->source();
@@ -111,11 +116,10 @@ void DrivePanel::showFindings()
     const QVector<module::Findings> pages = source->findingsByPage();
     for (const module::Findings &page : pages)
         html += findingsHtml(page);
-    const QString faint = palette().color(QPalette::PlaceholderText).name(QColor::HexRgb);
     m_findings->document()->setDefaultStyleSheet(
         QStringLiteral("h3 { margin: 0 } h4 { margin: 8px 0 2px 0 } p { margin: 0 }"
                        "ul { margin: 0 0 0 -24px } .kind, .missing { color: %1 }")
-            .arg(faint));
+            .arg(faintText(palette()).name()));
     m_findings->setHtml(html);
 }
 

@@ -15,7 +15,6 @@ public:
     explicit DrivePanel(Screen *screen, QWidget *parent = nullptr);
 
     void setSession(Session *session) override;
-    QSize minimumSizeHint() const override;
 
 protected:
     void refresh() override;

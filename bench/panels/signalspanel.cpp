@@ -12,11 +12,40 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
+
+/** As high as the editor needs, as long as the table has room. */
+class EditorArea : public QScrollArea
+{
+public:
+    explicit EditorArea(ArgumentEditor *editor)
+    {
+        setFrameShape(NoFrame);
+        setWidgetResizable(true);
+        setWidget(editor);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    }
+
+    QSize sizeHint() const override { return widget()->sizeHint(); }
+    QSize minimumSizeHint() const override
+    {
+        return {0, qMin(sizeHint().height(), 4 * fontMetrics().lineSpacing())};
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(watched, event);
+    }
+};
 
 SignalsPanel::SignalsPanel(Actions *actions, QWidget *parent)
     : Panel(parent)
@@ -33,7 +62,7 @@ SignalsPanel::SignalsPanel(Actions *actions, QWidget *parent)
 {
     m_filtered->setSourceModel(m_model);
     m_table->elideInTheMiddle(SignalsModel::Name);
-    new ColumnWidths(m_table, {{15, 34}, {13, 0}, {6, 7}, {6, 7}, {9, 10}}, SignalsModel::Last);
+    new ColumnWidths(m_table, {{16, 36}, {12, 0}, {6, 7}, {6, 7}, {9, 10}}, SignalsModel::Last);
     auto *menu = new TableActions(m_table, this);
     connect(menu->add(QStringLiteral("send-again"), tr("Send &again")), &QAction::triggered, this,
             &SignalsPanel::sendAgain);
@@ -61,7 +90,7 @@ void SignalsPanel::layOut()
     column->addWidget(m_filter);
     column->addWidget(m_table, 1);
     column->addWidget(m_title);
-    column->addWidget(m_editor);
+    column->addWidget(new EditorArea(m_editor));
     column->addLayout(row);
     column->addWidget(m_fault);
 }
@@ -105,7 +134,13 @@ void SignalsPanel::check()
 {
     QString error;
     m_send->setEnabled(m_chosen >= 0 && m_editor->isGood(&error));
-    m_fault->setText(error);
+    showFault(error);
+}
+
+void SignalsPanel::showFault(const QString &fault)
+{
+    m_fault->setText(fault);
+    m_fault->setHidden(fault.isEmpty());
 }
 
 void SignalsPanel::send()
@@ -116,7 +151,7 @@ void SignalsPanel::send()
     for (const QVariantList &follower : qAsConst(m_offered[m_presets->currentIndex()].followers))
         isSent =
             isSent && m_actions->sendSignal(follower.value(0).toString(), follower.mid(1), &error);
-    m_fault->setText(error);
+    showFault(error);
 }
 
 /** The last values of all selected signals that have some. */
@@ -130,5 +165,5 @@ void SignalsPanel::sendAgain()
         if (row.data(MomentRole).isValid())
             m_actions->sendSignal(name, m_model->lastOf(signal), &error);
     }
-    m_fault->setText(error);
+    showFault(error);
 }

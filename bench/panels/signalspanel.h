@@ -31,6 +31,7 @@ private:
     void choose(const QModelIndex &index);
     void takePreset(int row);
     void check();
+    void showFault(const QString &fault);
     void send();
     void sendAgain();
 

@@ -8,9 +8,7 @@
 /** What all threads share. */
 struct Collected
 {
-    QMutex mutex;
     Warnings *collector = nullptr;
-    QtMessageHandler previous = nullptr;
     int count = 0;
     int notKept = 0;
     int drive = -1;
@@ -20,6 +18,10 @@ struct Collected
     bool isReportDue = false;
 };
 
+static QMutex mutex;
+static QtMessageHandler previous = nullptr;
+
+/** To be used with the lock. */
 static Collected &collected()
 {
     static Collected all;
@@ -28,71 +30,70 @@ static Collected &collected()
 
 void Warnings::handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    Collected &all = collected();
     if (type == QtWarningMsg || type == QtCriticalMsg) {
-        const QMutexLocker lock(&all.mutex);
-        if (all.collector)
-            all.collector->add(text);
+        const QMutexLocker lock(&mutex);
+        if (collected().collector)
+            collected().collector->add(text);
     }
-    all.previous(type, context, text);
+    previous(type, context, text);
 }
 
 Warnings::Warnings()
 {
-    Collected &all = collected();
-    const QMutexLocker lock(&all.mutex);
-    all.collector = this;
-    all.previous = qInstallMessageHandler(handle);
+    const QMutexLocker lock(&mutex);
+    collected() = Collected();
+    collected().collector = this;
+    previous = qInstallMessageHandler(handle);
 }
 
 Warnings::~Warnings()
 {
-    Collected &all = collected();
-    qInstallMessageHandler(all.previous);
-    const QMutexLocker lock(&all.mutex);
-    all.collector = nullptr;
+    const QMutexLocker lock(&mutex);
+    collected().collector = nullptr;
+    qInstallMessageHandler(previous);
 }
 
 Warnings *Warnings::instance()
 {
+    const QMutexLocker lock(&mutex);
     return collected().collector;
 }
 
 int Warnings::count()
 {
-    const QMutexLocker lock(&collected().mutex);
+    const QMutexLocker lock(&mutex);
     return collected().count;
 }
 
 QStringList Warnings::first()
 {
-    const QMutexLocker lock(&collected().mutex);
+    const QMutexLocker lock(&mutex);
     return collected().first;
 }
 
 void Warnings::beginDrive(const std::function<Moment()> &moment)
 {
     placeAndReport();
-    const QMutexLocker lock(&collected().mutex);
+    const QMutexLocker lock(&mutex);
     m_moment = moment;
     ++collected().drive;
 }
 
 int Warnings::drive() const
 {
-    const QMutexLocker lock(&collected().mutex);
+    const QMutexLocker lock(&mutex);
     return collected().drive;
 }
 
 QVector<Warnings::Entry> Warnings::entries() const
 {
-    const QMutexLocker lock(&collected().mutex);
+    const QMutexLocker lock(&mutex);
     return collected().entries;
 }
 
 int Warnings::notKept() const
 {
-    const QMutexLocker lock(&collected().mutex);
+    const QMutexLocker lock(&mutex);
     return collected().notKept;
 }
 
@@ -127,8 +128,8 @@ void Warnings::add(const QString &text)
 void Warnings::placeAndReport()
 {
     {
+        const QMutexLocker lock(&mutex);
         Collected &all = collected();
-        const QMutexLocker lock(&all.mutex);
         all.isReportDue = false;
         const Moment now = m_moment ? m_moment() : Moment();
         for (Entry &entry : all.entries) {
