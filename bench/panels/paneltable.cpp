@@ -41,6 +41,12 @@ void PanelTable::elideInTheMiddle(int column)
     setItemDelegateForColumn(column, new MiddleElision(this));
 }
 
+QSize PanelTable::minimumSizeHint() const
+{
+    const int rows = 2 * verticalHeader()->defaultSectionSize();
+    return {0, horizontalHeader()->sizeHint().height() + rows + 2 * frameWidth()};
+}
+
 void PanelTable::enter()
 {
     setFocus(Qt::OtherFocusReason);

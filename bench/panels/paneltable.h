@@ -15,6 +15,8 @@ public:
     void keyboardSearch(const QString &text) override;
     /** Gives a column's texts dots in their middle: their ends tell them apart. */
     void elideInTheMiddle(int column);
+    /** The titles and two rows. */
+    QSize minimumSizeHint() const override;
     /** Takes the focus, with a row selected. */
     void enter();
 
