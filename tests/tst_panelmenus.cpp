@@ -174,19 +174,15 @@ void tst_PanelMenus::escapeClearsAFilterThenLeavesIt()
     open("signals");
     QLineEdit *field = filter("signals");
     field->setFocus();
+    QVERIFY(field->hasFocus());
+    windows()->openWindow(81);
     QTest::keyClicks(field, "tire");
-    KeySpy window(m_window.data());
-    QKeyEvent first(QEvent::ShortcutOverride, Qt::Key_Escape, Qt::NoModifier);
-    first.ignore();
-    QCoreApplication::sendEvent(field, &first);
-    QVERIFY(first.isAccepted()); // so no shortcut of the window takes it
     QTest::keyClick(field, Qt::Key_Escape);
     QCOMPARE(field->text(), QString());
-    QCOMPARE(window.keys, QVector<int>());
-    QKeyEvent second(QEvent::ShortcutOverride, Qt::Key_Escape, Qt::NoModifier);
-    second.ignore();
-    QCoreApplication::sendEvent(field, &second);
-    QVERIFY(!second.isAccepted());
+    QVERIFY(field->hasFocus());
+    QTest::keyClick(field, Qt::Key_Escape);
+    QVERIFY(!field->hasFocus());
+    QCOMPARE(windows()->currentWindow(), 81); // no page back
 }
 
 void tst_PanelMenus::enterLeavesAFilterForTheTable()
@@ -212,7 +208,7 @@ void tst_PanelMenus::tablesLeaveLettersToTheWindow()
     table->selectRow(0);
     KeySpy window(m_window.data());
     // None of these is a shortcut, which would take the key before.
-    const QVector<int> keys = {Qt::Key_T, Qt::Key_X, Qt::Key_0, Qt::Key_Period};
+    const QVector<int> keys = {Qt::Key_X, Qt::Key_0, Qt::Key_7, Qt::Key_Semicolon};
     for (const int key : keys) {
         QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(QChar(key & 0x7f)));
         QCoreApplication::sendEvent(table, &press);

@@ -1,6 +1,6 @@
 #include "panels/columnwidths.h"
 
-#include "panels/panelsettings.h"
+#include "window/benchsettings.h"
 
 #include <QAction>
 #include <QEvent>
@@ -21,7 +21,7 @@ ColumnWidths::ColumnWidths(QTableView *table, const QVector<Column> &columns, in
     header->setMinimumSectionSize(pixels(3));
     header->setSectionResizeMode(QHeaderView::Interactive);
     header->setSectionResizeMode(stretched, QHeaderView::Stretch);
-    const PanelSettings settings;
+    const BenchSettings settings;
     for (int i = 0; i < m_kept.size(); ++i)
         m_kept[i] = settings.value(key(i)).toInt();
     auto *reset = new QAction(tr("Reset columns"), header);
@@ -81,13 +81,13 @@ void ColumnWidths::keep(int column, int width)
     if (m_isLayingOut || column == m_stretched)
         return;
     m_kept[column] = width;
-    PanelSettings().setValue(key(column), width);
+    BenchSettings().setValue(key(column), width);
 }
 
 void ColumnWidths::reset()
 {
     m_kept.fill(0);
-    PanelSettings settings;
+    BenchSettings settings;
     for (int i = 0; i < m_kept.size(); ++i)
         settings.remove(key(i));
     layOut();

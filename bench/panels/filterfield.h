@@ -2,10 +2,7 @@
 
 #include <QLineEdit>
 
-/**
- * A filter above a table. Esc clears it, and is left to the window when there is nothing to clear.
- * Enter and the down key go on to the table.
- */
+/** A filter above a table. Enter and the down key go on to the table. */
 class FilterField : public QLineEdit
 {
     Q_OBJECT
@@ -16,6 +13,5 @@ signals:
     void left();
 
 protected:
-    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 };
