@@ -167,14 +167,8 @@ void tst_HeaderWords::callIsExplained_data()
         QTest::newRow(meaning) << QString(operation) << arguments << QString(meaning);
     };
     row("norda::VtqAdaptor::gaugesSettings", {}, "Gauges: the screen's settings key was clicked");
-    row("norda::VtqAdaptor::fanSpeedUpButton", {true, false}, "Fan up, front zone: pressed");
     row("norda::VtqAdaptor::secoundrearZoneButton", {false, true},
         "Rear-zone key, second zone: released");
-    row("norda::VtqAdaptor::centerGaugeMenu", {1}, "The centre gauge was touched: pressed");
-    row("norda::VtqAdaptor::gaugesCustomControls", {0x12, 1}, "first key pressed");
-    row("norda::VtqAdaptor::NordaData_Request", {13},
-        "Asks for a page of the module: the configuration menu");
-    row("norda::VtqService::setClimateRearZone", {true}, "the rear zone is shown");
     row("mcu::McuService::setMixChannel", {63, 0},
         "Speakers: front left, front right, rear left, rear right, centre, subwoofer off");
     row("svaudio::AudioService::setMainAudioStatus", {21}, "Audio: a warning tone begins");

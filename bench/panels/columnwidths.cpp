@@ -13,6 +13,7 @@
 ColumnWidths::ColumnWidths(QTableView *table, const QVector<Column> &columns, int stretched)
     : QObject(table)
     , m_table(table)
+    , m_name(table->objectName())
     , m_columns(columns)
     , m_kept(columns.size())
     , m_stretched(stretched)
@@ -29,12 +30,24 @@ ColumnWidths::ColumnWidths(QTableView *table, const QVector<Column> &columns, in
     header->addAction(reset);
     header->setContextMenuPolicy(Qt::ActionsContextMenu);
     connect(reset, &QAction::triggered, this, &ColumnWidths::reset);
-    connect(header, &QHeaderView::sectionResized, this,
-            [this](int column, int, int width) { keep(column, width); });
+    connect(header, &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        if (!m_isLayingOut && column != m_stretched)
+            m_kept[column] = width;
+    });
     table->viewport()->installEventFilter(this);
 }
 
-ColumnWidths::~ColumnWidths() = default;
+/** Not while a column is dragged, which would write a file for each step. */
+ColumnWidths::~ColumnWidths()
+{
+    BenchSettings settings;
+    for (int i = 0; i < m_kept.size(); ++i) {
+        if (m_kept[i] == 0)
+            settings.remove(key(i));
+        else
+            settings.setValue(key(i), m_kept[i]);
+    }
+}
 
 bool ColumnWidths::eventFilter(QObject *, QEvent *event)
 {
@@ -73,22 +86,11 @@ void ColumnWidths::layOut()
 
 QString ColumnWidths::key(int column) const
 {
-    return QStringLiteral("columns/%1/%2").arg(m_table->objectName()).arg(column);
-}
-
-void ColumnWidths::keep(int column, int width)
-{
-    if (m_isLayingOut || column == m_stretched)
-        return;
-    m_kept[column] = width;
-    BenchSettings().setValue(key(column), width);
+    return QStringLiteral("columns/%1/%2").arg(m_name).arg(column);
 }
 
 void ColumnWidths::reset()
 {
     m_kept.fill(0);
-    BenchSettings settings;
-    for (int i = 0; i < m_kept.size(); ++i)
-        settings.remove(key(i));
     layOut();
 }

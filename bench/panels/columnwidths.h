@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 #include <QVector>
 
 class QTableView;
@@ -34,11 +35,11 @@ private:
     void layOut();
     int pixels(int characters) const;
     QString key(int column) const;
-    void keep(int column, int width);
 
     QTableView *m_table;
-    QVector<Column> m_columns;
+    const QString m_name; // of the table
+    const QVector<Column> m_columns;
     QVector<int> m_kept; // widths that the user set, 0 for none
-    int m_stretched;
+    const int m_stretched;
     bool m_isLayingOut = false;
 };

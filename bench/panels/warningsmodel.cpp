@@ -19,7 +19,7 @@ void WarningsModel::catchUp(const Warnings &warnings)
     if (now.size() > before.size())
         endInsertRows();
     for (int row = 0; row < before.size(); ++row) {
-        if (before[row].count != now[row].count || before[row].isPlaced != now[row].isPlaced)
+        if (before[row].count != now[row].count || before[row].first.ms != now[row].first.ms)
             emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
     }
 }
@@ -38,7 +38,7 @@ QString WarningsModel::text(const Warnings::Entry &entry, int column) const
 {
     switch (column) {
     case Time:
-        return secondsText(entry.first.ms);
+        return entry.first.ms < 0 ? QString() : secondsText(entry.first.ms);
     case Page:
         return entry.first.page < 0 ? QString() : pageText(entry.first.page);
     case Count:
@@ -80,7 +80,7 @@ QVariant WarningsModel::data(const QModelIndex &index, int role) const
     case FilterRole:
         return text(entry, Page) + QLatin1Char('\n') + entry.text;
     case MomentRole:
-        return entry.drive == m_drive ? entry.first.ms : QVariant();
+        return entry.drive == m_drive && entry.first.ms >= 0 ? entry.first.ms : QVariant();
     case JsonRole:
         return jsonOf(entry);
     case ScenarioRole:

@@ -97,7 +97,15 @@ int Warnings::notKept() const
     return collected().notKept;
 }
 
-/** Called with the lock, in the thread of the warning: only this object's own knows the moment. */
+/** Only the own thread knows. */
+Warnings::Moment Warnings::now() const
+{
+    if (QThread::currentThread() != thread())
+        return {-1, -1};
+    return m_moment ? m_moment() : Moment();
+}
+
+/** Called with the lock, in the thread of the warning. */
 void Warnings::add(const QString &text)
 {
     static constexpr int mostFirst = 20;
@@ -105,23 +113,28 @@ void Warnings::add(const QString &text)
     ++all.count;
     if (all.first.size() < mostFirst)
         all.first.append(text);
-    const bool isOwnThread = QThread::currentThread() == thread();
-    const Moment now = isOwnThread && m_moment ? m_moment() : Moment();
-    const QPair<int, QString> key(all.drive, text.left(longestText));
+    keep(text.left(longestText));
+    if (!all.isReportDue)
+        QMetaObject::invokeMethod(this, &Warnings::placeAndReport, Qt::QueuedConnection);
+    all.isReportDue = true;
+}
+
+void Warnings::keep(const QString &text)
+{
+    Collected &all = collected();
+    const Moment moment = now();
+    const QPair<int, QString> key(all.drive, text);
     const auto known = all.places.constFind(key);
     if (known != all.places.constEnd()) {
         Entry &entry = all.entries[*known];
         ++entry.count;
-        entry.lastMs = qMax(entry.lastMs, now.ms);
+        entry.lastMs = moment.ms;
     } else if (all.entries.size() < mostEntries) {
         all.places.insert(key, all.entries.size());
-        all.entries.append({key.second, all.drive, now, now.ms, 1, isOwnThread});
+        all.entries.append({text, all.drive, moment, moment.ms, 1});
     } else {
         ++all.notKept;
     }
-    if (!all.isReportDue)
-        QMetaObject::invokeMethod(this, &Warnings::placeAndReport, Qt::QueuedConnection);
-    all.isReportDue = true;
 }
 
 /** What came from other threads gets the moment at which it is reported. */
@@ -129,15 +142,14 @@ void Warnings::placeAndReport()
 {
     {
         const QMutexLocker lock(&mutex);
-        Collected &all = collected();
-        all.isReportDue = false;
-        const Moment now = m_moment ? m_moment() : Moment();
-        for (Entry &entry : all.entries) {
-            if (!entry.isPlaced)
-                entry.first = now;
-            entry.lastMs = qMax(entry.lastMs, entry.first.ms);
-            entry.isPlaced = true;
+        const Moment moment = now();
+        for (Entry &entry : collected().entries) {
+            if (entry.first.ms < 0)
+                entry.first = moment;
+            if (entry.lastMs < 0)
+                entry.lastMs = moment.ms;
         }
+        collected().isReportDue = false;
     }
     emit changed();
 }

@@ -17,7 +17,7 @@ public:
     /** Where the bench is. */
     struct Moment
     {
-        qint64 ms = 0; ///< of the session
+        qint64 ms = 0; ///< of the session; negative while it is not known
         int page = -1; ///< -1 before one is open
     };
     struct Entry
@@ -27,7 +27,6 @@ public:
         Moment first; ///< where it was seen first
         qint64 lastMs;
         int count;
-        bool isPlaced; ///< not yet, for a text from another thread
     };
     static constexpr int mostEntries = 500;
     static constexpr int longestText = 4000;
@@ -55,7 +54,9 @@ signals:
 
 private:
     static void handle(QtMsgType type, const QMessageLogContext &context, const QString &text);
+    Moment now() const;
     void add(const QString &text);
+    void keep(const QString &text);
     void placeAndReport();
 
     std::function<Moment()> m_moment;
