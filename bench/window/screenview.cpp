@@ -3,7 +3,6 @@
 #include "palette.h"
 #include "screen.h"
 
-#include <QDragEnterEvent>
 #include <QGraphicsProxyWidget>
 #include <QKeyEvent>
 
@@ -16,6 +15,7 @@ ScreenView::ScreenView(Screen *screen, QWidget *parent)
     setObjectName(QStringLiteral("screenView"));
     setFrameShape(NoFrame);
     setFocusPolicy(Qt::StrongFocus);
+    setAcceptDrops(false); // files are dropped on the window
     setRenderHint(QPainter::SmoothPixmapTransform);
     setViewportUpdateMode(MinimalViewportUpdate);
     setOptimizationFlags(DontSavePainterState | DontAdjustForAntialiasing);
@@ -81,12 +81,6 @@ void ScreenView::resizeEvent(QResizeEvent *event)
 
 /** Keys are the window's, which sends them to the open page as a head unit does. */
 void ScreenView::keyPressEvent(QKeyEvent *event)
-{
-    event->ignore();
-}
-
-/** Files are dropped on the window. */
-void ScreenView::dragEnterEvent(QDragEnterEvent *event)
 {
     event->ignore();
 }
