@@ -126,7 +126,11 @@ void tst_PanelMenus::callsAreFoundByTheirMeaning()
 
 void tst_PanelMenus::countsOfCallsAgree()
 {
+    const int before = session()->callCount(); // of the first page, while the panel is covered
     open("calls");
+    QTRY_COMPARE(model("calls")->rowCount(), before);
+    QCOMPARE(find<QTableView>("calls")->rowAt(0), 0); // all of them are in sight
+    QCOMPARE(find<QLabel>("calls-count")->text(), QStringLiteral("%1 calls").arg(before));
     const auto *drive = find<QLabel>("count-calls");
     const auto *calls = find<QLabel>("calls-count");
     windows()->openWindow(81);
