@@ -2,6 +2,7 @@
 #include "panels/tableactions.h"
 #include "panels/tableexport.h"
 #include "recording.h"
+#include "scenario/expectations.h"
 #include "scenario/scenarioline.h"
 #include "session/actions.h"
 
@@ -376,6 +377,12 @@ void tst_PanelMenus::callsAreCopied()
     lines = copied("calls", "copy-scenario").split('\n');
     QCOMPARE(lines[1], at("expect call NordatriggerRearDefrostButton " + map));
     QVERIFY(lines[0].startsWith(at("expect call TouchEvent ")));
+    for (const QString &line : lines) {
+        QVariantList words;
+        QString error;
+        QVERIFY(splitScenarioLine(line, &words, &error));
+        QVERIFY2(Expectations::check(words.mid(2), &error), qPrintable(error));
+    }
 
     select("calls", {key});
     auto *table = find<QTableView>("calls");

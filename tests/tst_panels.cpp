@@ -254,6 +254,17 @@ void tst_Panels::valuesAreNamed()
     QCOMPARE(sent("-1"), -1);
     QCOMPARE(sent("normal"), -1);
     QCOMPARE(sent(""), -1);
+
+    const auto offered = [this](const char *signal) {
+        find<QTableView>("signals")->selectRow(rowOf("signals", signal, Name));
+        QStringList texts;
+        for (int i = 0; i < find<QComboBox>("argument-0")->count(); ++i)
+            texts.append(find<QComboBox>("argument-0")->itemText(i));
+        return texts;
+    };
+    QCOMPARE(offered("peakIndicatorNotify"), (QStringList{"0 hidden", "1 shown"}));
+    QCOMPARE(offered("centerGaugePeakColorNotify"),
+             (QStringList{"1 red", "2 blue", "3 orange", "4 yellow", "5 green", "0 default"}));
 }
 
 void tst_Panels::argumentsAreExplained()

@@ -13,6 +13,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <climits>
 
 void ArgumentField::take(QWidget *editor)
@@ -72,7 +73,9 @@ public:
     explicit NamedField(const NamedValues &names) : m_box(new QComboBox), m_names(names)
     {
         for (const NamedValues::Name &name : names.names)
-            m_box->addItem(QStringLiteral("%1 %2").arg(name.number).arg(name.text));
+            m_box->addItem(itemText(name.number));
+        if (!names.other.isEmpty())
+            m_box->addItem(itemText(unnamed()));
         m_box->setEditable(true);
         m_box->setInsertPolicy(QComboBox::NoInsert);
         take(m_box);
@@ -87,11 +90,24 @@ public:
     }
     void setValue(const QVariant &value) override
     {
-        const QString name = m_names.nameOf(value.toInt());
-        m_box->setCurrentText(QStringLiteral("%1 %2").arg(value.toInt()).arg(name).trimmed());
+        m_box->setCurrentText(itemText(value.toInt()));
     }
 
 private:
+    QString itemText(int value) const
+    {
+        return QStringLiteral("%1 %2").arg(value).arg(m_names.nameOf(value)).trimmed();
+    }
+    /** The lowest number that stands for all others. */
+    int unnamed() const
+    {
+        int number = 0;
+        while (std::any_of(m_names.names.begin(), m_names.names.end(),
+                           [number](const auto &name) { return name.number == number; }))
+            ++number;
+        return number;
+    }
+
     QComboBox *m_box;
     NamedValues m_names;
 };
