@@ -1,9 +1,10 @@
 #include "session/warnings.h"
 
 #include <QHash>
-#include <QMutex>
 #include <QPair>
 #include <QThread>
+
+#include <mutex>
 
 /** What all threads share. */
 struct Collected
@@ -18,7 +19,7 @@ struct Collected
     bool isReportDue = false;
 };
 
-static QMutex mutex;
+static std::mutex mutex;
 static QtMessageHandler previous = nullptr;
 
 /** To be used with the lock. */
@@ -31,7 +32,7 @@ static Collected &collected()
 void Warnings::handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (type == QtWarningMsg || type == QtCriticalMsg) {
-        const QMutexLocker lock(&mutex);
+        const std::lock_guard<std::mutex> lock(mutex);
         if (collected().collector)
             collected().collector->add(text);
     }
@@ -40,7 +41,7 @@ void Warnings::handle(QtMsgType type, const QMessageLogContext &context, const Q
 
 Warnings::Warnings()
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     collected() = Collected();
     collected().collector = this;
     previous = qInstallMessageHandler(handle);
@@ -48,52 +49,52 @@ Warnings::Warnings()
 
 Warnings::~Warnings()
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     collected().collector = nullptr;
     qInstallMessageHandler(previous);
 }
 
 Warnings *Warnings::instance()
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     return collected().collector;
 }
 
 int Warnings::count()
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     return collected().count;
 }
 
 QStringList Warnings::first()
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     return collected().first;
 }
 
 void Warnings::beginDrive(const std::function<Moment()> &moment)
 {
     placeAndReport();
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     m_moment = moment;
     ++collected().drive;
 }
 
 int Warnings::drive() const
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     return collected().drive;
 }
 
 QVector<Warnings::Entry> Warnings::entries() const
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     return collected().entries;
 }
 
 int Warnings::notKept() const
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     return collected().notKept;
 }
 
@@ -141,7 +142,7 @@ void Warnings::keep(const QString &text)
 void Warnings::placeAndReport()
 {
     {
-        const QMutexLocker lock(&mutex);
+        const std::lock_guard<std::mutex> lock(mutex);
         const Moment moment = now();
         for (Entry &entry : collected().entries) {
             if (entry.first.ms < 0)
