@@ -8,6 +8,7 @@
 #include "panels/inspectorpanel.h"
 #include "panels/signalspanel.h"
 #include "panels/timelinepanel.h"
+#include "panels/warningspanel.h"
 #include "session/rewind.h"
 #include "session/rig.h"
 #include "session/touchrecorder.h"
@@ -103,6 +104,7 @@ void BenchWindow::layOut()
 void BenchWindow::makePanels()
 {
     auto *calls = new CallsPanel;
+    auto *warnings = new WarningsPanel(m_rig->unit()->windows());
     auto *timeline = new TimelinePanel(m_rewind);
     m_panels->add(QStringLiteral("service"), new DrivePanel(m_rig->unit()->screen()));
     m_panels->add(QStringLiteral("signals"), new SignalsPanel(m_actions));
@@ -110,7 +112,11 @@ void BenchWindow::makePanels()
     m_panels->add(QStringLiteral("car"), new CarPanel(m_actions));
     m_panels->add(QStringLiteral("inspector"), new InspectorPanel(m_rig->unit()->screen()));
     m_panels->add(QStringLiteral("timeline"), timeline);
+    m_panels->add(QStringLiteral("warnings"), warnings);
     m_panels->add(QStringLiteral("audio"), new AudioMonitor(m_rig->unit()->audio()));
+    for (Panel *panel : findChildren<Panel *>())
+        panel->setFilesInUse([this] { return m_files->filesInUse(); });
+    connect(warnings, &WarningsPanel::momentRequested, calls, &CallsPanel::momentRequested);
     connect(calls, &CallsPanel::momentRequested, this, [this, timeline](qint64 ms) {
         timeline->rewindTo(ms);
         m_panels->show(QStringLiteral("timeline"));
