@@ -41,6 +41,7 @@ public:
     Emission take() override;
     void seek(qint64 ms) override;
     QStringList findings() const override;
+    QVector<Findings> findingsByPage() const override;
     QJsonObject statistics() const override;
 
 private:
@@ -53,6 +54,7 @@ private:
         QString text(Quantity quantity) const;
     };
     QVector<Range> ranges() const;
+    QStringList remarks() const;
     QVector<bool> presence() const;
     QVector<int> latestBefore(int end) const;
     void append(const Sample &sample);
@@ -60,6 +62,7 @@ private:
 
     SampleLog m_log;
     QVector<bool> m_present; // by quantity
+    QVector<Range> m_ranges; // by quantity
     PageMapper m_mapper;
     int m_index = 0;
     QVector<Emission> m_pending; // in reverse: the next one is the last

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <QVector>
 
 #include <memory>
 
@@ -27,6 +28,14 @@ struct Emission
 
 /** The action that ends the catch-up at the start of a recording; what was recorded follows. */
 constexpr char beginAction[] = "begin";
+
+/** What a drive holds and lacks under one heading, for a person. */
+struct Findings
+{
+    QString heading; ///< empty for what concerns the whole drive
+    QStringList present;
+    QStringList missing;
+};
 
 /** What is behind a car, as its rear camera sees it. Metres from the bumper; x to the right. */
 struct RearView
@@ -84,6 +93,8 @@ public:
     virtual RearView rearView() const { return {}; }
     /** What the drive holds and what it lacks, one line each, for a person. */
     virtual QStringList findings() const { return {}; }
+    /** The same by page, where the drive has pages. */
+    virtual QVector<Findings> findingsByPage() const { return {{{}, findings(), {}}}; }
     /** The same as totals: counts and ranges, for a script. */
     virtual QJsonObject statistics() const { return {}; }
 };

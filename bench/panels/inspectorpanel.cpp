@@ -111,6 +111,7 @@ QTreeView *InspectorPanel::makeTree()
     tree->setItemDelegate(new WidgetDelegate(tree));
     tree->setUniformRowHeights(true);
     tree->setIndentation(14);
+    tree->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the tooltip has the whole text
     return tree;
 }
 

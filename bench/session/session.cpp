@@ -112,7 +112,7 @@ QString Session::stopRecording()
         return {};
     m_recording->finish(nowMs());
     reportNotice();
-    const QString file = m_recording->path();
+    QString file = m_recording->path();
     m_recording.reset();
     return file;
 }

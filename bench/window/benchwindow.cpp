@@ -8,23 +8,24 @@
 #include "panels/inspectorpanel.h"
 #include "panels/signalspanel.h"
 #include "panels/timelinepanel.h"
+#include "panels/warningspanel.h"
 #include "session/rewind.h"
 #include "session/rig.h"
 #include "session/touchrecorder.h"
 #include "statuscolumn.h"
 #include "tools/picturefile.h"
-#include "window/benchsettings.h"
 #include "window/commands.h"
+#include "window/drivecommands.h"
 #include "window/filecommands.h"
 #include "window/focuskeys.h"
 #include "window/helpdialogs.h"
 #include "window/paneldocks.h"
 #include "window/recentdrives.h"
 #include "window/recordinglabel.h"
-#include "window/repeatedpart.h"
 #include "window/screenview.h"
 #include "window/theme.h"
 #include "window/transportbar.h"
+#include "window/windowplace.h"
 
 #include <QApplication>
 #include <QDir>
@@ -35,7 +36,6 @@
 #include <QLoggingCategory>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QScreen>
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -56,6 +56,7 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     , m_commands(new Commands(this))
     , m_panels(new PanelDocks(this, m_view))
     , m_files(new FileCommands(options, rig, this))
+    , m_drive(new DriveCommands(m_commands, m_actions, m_transport, m_rewind))
 {
     new FocusKeys(this, m_view);
     setAcceptDrops(true);
@@ -63,7 +64,6 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     makePanels();
     connectFileCommands();
     connectPageCommands();
-    connectDriveCommands();
     connectViewCommands();
     connectPanelCommands();
     connectDeveloperCommands();
@@ -73,11 +73,10 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     // Actions are done live, never on a rewound screen.
     connect(m_actions, &Actions::begins, m_rewind, &Rewind::end);
     connect(m_touches, &TouchRecorder::rewoundTouched, m_rewind, &Rewind::end);
-    connect(m_rewind, &Rewind::changed, m_transport,
-            [this] { m_transport->setEnabled(!m_rewind->isActive()); });
+    connect(m_transport, &TransportBar::refused, this, &BenchWindow::notice);
     connect(rig, &Rig::sessionBegun, this, &BenchWindow::follow);
     connect(rig, &Rig::noticed, this, &BenchWindow::notice);
-    restoreWindow();
+    windowplace::restore(this, m_panels);
 }
 
 /** The panels report that they hide, which needs a whole window. */
@@ -107,6 +106,7 @@ void BenchWindow::layOut()
 void BenchWindow::makePanels()
 {
     auto *calls = new CallsPanel;
+    auto *warnings = new WarningsPanel(m_rig->unit()->windows());
     auto *timeline = new TimelinePanel(m_rewind);
     m_panels->add(QStringLiteral("service"), new DrivePanel(m_rig->unit()->screen()));
     m_panels->add(QStringLiteral("signals"), new SignalsPanel(m_actions));
@@ -114,7 +114,11 @@ void BenchWindow::makePanels()
     m_panels->add(QStringLiteral("car"), new CarPanel(m_actions));
     m_panels->add(QStringLiteral("inspector"), new InspectorPanel(m_rig->unit()->screen()));
     m_panels->add(QStringLiteral("timeline"), timeline);
+    m_panels->add(QStringLiteral("warnings"), warnings);
     m_panels->add(QStringLiteral("audio"), new AudioMonitor(m_rig->unit()->audio()));
+    for (Panel *panel : findChildren<Panel *>())
+        panel->setFilesInUse([this] { return m_files->filesInUse(); });
+    connect(warnings, &WarningsPanel::momentRequested, calls, &CallsPanel::momentRequested);
     connect(calls, &CallsPanel::momentRequested, this, [this, timeline](qint64 ms) {
         timeline->rewindTo(ms);
         m_panels->show(QStringLiteral("timeline"));
@@ -167,65 +171,6 @@ void BenchWindow::openPage(int id)
         notice(error);
 }
 
-void BenchWindow::connectDriveCommands()
-{
-    m_commands->on("play", this, &BenchWindow::togglePlaying);
-    m_commands->on("next", this, &BenchWindow::stepToNext);
-    m_commands->on("previous", this, &BenchWindow::stepToPrevious);
-    m_commands->on("live", m_rewind, &Rewind::end);
-    m_commands->on("time", m_transport, &TransportBar::editTime);
-    m_commands->on("faster", m_transport, [this] { m_transport->changeSpeed(1); });
-    m_commands->on("slower", m_transport, [this] { m_transport->changeSpeed(-1); });
-    m_commands->on("repeat-from", m_transport->repeatedPart(), &RepeatedPart::beginHere);
-    m_commands->on("repeat-to", m_transport->repeatedPart(), &RepeatedPart::endHere);
-    m_commands->on("repeat-off", m_transport->repeatedPart(), &RepeatedPart::clear);
-    connect(m_transport, &TransportBar::momentRequested, m_actions, &Actions::seek);
-    connect(m_transport, &TransportBar::previousRequested, this, &BenchWindow::stepToPrevious);
-    connect(m_transport, &TransportBar::refused, this, &BenchWindow::notice);
-}
-
-void BenchWindow::togglePlaying()
-{
-    if (m_rewind->isActive())
-        m_rewind->end();
-    else
-        m_transport->togglePlaying();
-}
-
-/** Where entries of one time begin, they are one step. */
-static int entryAfter(const Journal &journal, qint64 ms)
-{
-    const QVector<Journal::Entry> &entries = journal.entries();
-    const auto found = std::upper_bound(
-        entries.begin(), entries.end(), ms,
-        [](qint64 moment, const Journal::Entry &entry) { return moment < entry.ms; });
-    return int(found - entries.begin());
-}
-
-/** On a rewound screen to the next event of the journal, and from its last one to live. */
-void BenchWindow::stepToNext()
-{
-    if (!m_rewind->isActive()) {
-        m_transport->stepToNext();
-        return;
-    }
-    const Journal &journal = *m_rig->session()->journal();
-    const int next = entryAfter(journal, m_rewind->momentMs());
-    if (next < journal.entries().size())
-        m_rewind->show(journal.entries()[next].ms);
-    else
-        m_rewind->end();
-}
-
-void BenchWindow::stepToPrevious()
-{
-    const Journal &journal = *m_rig->session()->journal();
-    const qint64 now = m_rewind->isActive() ? m_rewind->momentMs() : m_rig->session()->nowMs();
-    const int previous = entryAfter(journal, now - 1) - 1;
-    if (previous >= 0)
-        m_rewind->show(journal.entries()[previous].ms);
-}
-
 void BenchWindow::connectViewCommands()
 {
     static constexpr double step = 1.25;
@@ -238,7 +183,8 @@ void BenchWindow::connectViewCommands()
     m_commands->on("layout-small", this, [this] { arrange(PanelLayout::Small); });
     m_commands->on("layout-normal", this, [this] { arrange(PanelLayout::Normal); });
     m_commands->on("layout-wide", this, [this] { arrange(PanelLayout::Wide); });
-    m_commands->on("layout-reset", this, [this] { arrange(PanelDocks::layoutFor(space())); });
+    m_commands->on("layout-reset", this,
+                   [this] { arrange(PanelDocks::layoutFor(windowplace::space(this))); });
 }
 
 void BenchWindow::arrange(PanelLayout layout)
@@ -307,7 +253,7 @@ void BenchWindow::follow(Session *session)
     connect(session, &Session::recordingFailed, m_files, &FileCommands::stopRecording);
     m_touches->setSession(session);
     m_rewind->setSession(session);
-    m_transport->setDrive(drive);
+    m_drive->setSession(session);
     for (Panel *panel : findChildren<Panel *>())
         panel->setSession(session);
     const bool simulated = drive->source()->title().startsWith(QLatin1String("Simulated"));
@@ -352,33 +298,6 @@ bool BenchWindow::writePictures(const QString &folder, QString *error)
     return true;
 }
 
-static constexpr int stateVersion = 2; // of the panels
-static const QString geometryKey = QStringLiteral("geometry");
-static const QString panelsKey = QStringLiteral("panels");
-
-/** What the display has for the window. Without a real one, as offscreen, a usual desktop's. */
-QSize BenchWindow::space() const
-{
-    static constexpr QSize least(800, 600);
-    static constexpr QSize usual(1920, 1080);
-    const QSize available = screen()->availableSize();
-    return available.width() > least.width() ? available : usual;
-}
-
-/** The place and the panels of the last time, or what suits the display. */
-void BenchWindow::restoreWindow()
-{
-    static constexpr QSize roomy(2200, 1200);
-    const BenchSettings settings;
-    m_panels->arrange(PanelDocks::layoutFor(space()));
-    const bool fillsDisplay = space().width() < roomy.width() || space().height() < roomy.height();
-    resize(fillsDisplay ? space() : space() * 0.9);
-    if (!restoreGeometry(settings.value(geometryKey).toByteArray()) && fillsDisplay &&
-        space() == screen()->availableSize())
-        setWindowState(windowState() | Qt::WindowMaximized);
-    restoreState(settings.value(panelsKey).toByteArray(), stateVersion);
-}
-
 /** The sizes of panels count once the window has its own. */
 void BenchWindow::showEvent(QShowEvent *event)
 {
@@ -387,22 +306,15 @@ void BenchWindow::showEvent(QShowEvent *event)
         return;
     m_hasBeenShown = true;
     m_view->setFocus();
-    if (!BenchSettings().contains(panelsKey))
+    if (!windowplace::isRemembered())
         QMetaObject::invokeMethod(m_panels, &PanelDocks::resizePanels, Qt::QueuedConnection);
-}
-
-void BenchWindow::saveWindow() const
-{
-    BenchSettings settings;
-    settings.setValue(geometryKey, saveGeometry());
-    settings.setValue(panelsKey, saveState(stateVersion));
 }
 
 void BenchWindow::closeEvent(QCloseEvent *event)
 {
     if (m_isFullScreen)
         toggleFullScreen();
-    saveWindow();
+    windowplace::save(this);
     QMainWindow::closeEvent(event);
 }
 

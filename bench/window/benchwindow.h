@@ -4,6 +4,7 @@
 
 class Actions;
 class Commands;
+class DriveCommands;
 class FileCommands;
 class PanelDocks;
 class QLabel;
@@ -48,21 +49,13 @@ private:
     void makePanels();
     void connectFileCommands();
     void connectPageCommands();
-    void connectDriveCommands();
     void connectViewCommands();
     void connectPanelCommands();
     void connectDeveloperCommands();
     void follow(Session *session);
     void openPage(int id);
-    void togglePlaying();
-    void stepToNext();
-    void stepToPrevious();
-    void changeScale(double factor);
     void arrange(PanelLayout layout);
     void toggleFullScreen();
-    QSize space() const;
-    void restoreWindow();
-    void saveWindow() const;
     void notice(const QString &line);
     void onFinished();
 
@@ -79,6 +72,7 @@ private:
     Commands *m_commands;
     PanelDocks *m_panels;
     FileCommands *m_files;
+    DriveCommands *m_drive;
     bool m_isFullScreen = false;
     bool m_hasBeenShown = false;
 };

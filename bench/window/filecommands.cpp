@@ -103,7 +103,7 @@ QString FileCommands::savePicture(const QString &folder)
 {
     const QString now =
         QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
-    const QString file = QDir(folder).filePath(QStringLiteral("norda-%1.png").arg(now));
+    QString file = QDir(folder).filePath(QStringLiteral("norda-%1.png").arg(now));
     QString error;
     if (!writePicture(file, m_rig->unit()->screen()->grab().toImage(), filesInUse(), &error)) {
         QMessageBox::warning(m_window, tr("Save a picture"), error);
