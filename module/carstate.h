@@ -8,14 +8,21 @@
 
 namespace module {
 
-/** The latest value of each quantity. One that has not come, or no longer comes, is unknown. */
+/**
+ * The latest value of each quantity. One that has not come, or no longer comes, is unknown. And
+ * which of the temperatures the top left gauge shows.
+ */
 class CarState
 {
 public:
-    CarState() { clear(); }
+    CarState() { forgetAll(); }
 
-    void set(const Sample &sample) { m_values[size_t(sample.quantity)] = double(sample.value); }
-    void clear() { m_values.fill(std::numeric_limits<double>::quiet_NaN()); }
+    void set(Quantity quantity, double value) { m_values[size_t(quantity)] = value; }
+    void forget(Quantity quantity) { set(quantity, std::numeric_limits<double>::quiet_NaN()); }
+    void forgetAll() { m_values.fill(std::numeric_limits<double>::quiet_NaN()); }
+
+    Quantity topLeft() const { return m_topLeft; }
+    void setTopLeft(Quantity temperature) { m_topLeft = temperature; }
 
     bool knows(Quantity quantity) const { return !std::isnan(m_values[size_t(quantity)]); }
     bool knowsAny(Quantity first, int count) const
@@ -37,6 +44,7 @@ public:
 
 private:
     std::array<double, size_t(Quantity::Count)> m_values;
+    Quantity m_topLeft = Quantity::TransmissionTemperature;
 };
 
 } // namespace module

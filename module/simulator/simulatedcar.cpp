@@ -2,6 +2,7 @@
 
 #include "adaptorlink.h"
 #include "norda/vtqservice.h"
+#include "pagesignals.h"
 #include "units.h"
 #include "wire.h"
 
@@ -44,13 +45,14 @@ void SimulatedCar::restart()
     m_body = Body();
     m_manoeuvre = Manoeuvre();
     m_prompts = Prompts();
+    m_car.forgetAll();
     m_out.clear();
     m_nowMs = 0;
-    m_gauges.reportTitles(&m_out, 0);
+    m_gauges.reportTitles(&m_out, 0, m_car);
     m_gauges.reportPresets(&m_out, 0);
     reportClimate(0);
     m_out.add(0, "peakIndicatorNotify", {byte(0)});
-    m_out.add(0, "parkingDistanceRear", {Manoeuvre::allClear()});
+    m_out.add(0, "parkingDistanceRear", Manoeuvre::allClear());
     m_body.step(0, m_powertrain, m_tires, m_controls);
     report();
     runUntilEmission();
@@ -125,20 +127,54 @@ void SimulatedCar::applyTrim(Trim trim)
     reportClimate(m_nowMs);
 }
 
+struct EngineQuantity
+{
+    Quantity quantity;
+    double (Powertrain::*value)() const;
+};
+
+static constexpr EngineQuantity engineQuantities[] = {
+    {Quantity::EngineSpeed, &Powertrain::rpm},
+    {Quantity::EngineLoad, &Powertrain::loadPercent},
+    {Quantity::CoolantTemperature, &Powertrain::coolant},
+    {Quantity::IntakeTemperature, &Powertrain::intake},
+    {Quantity::AmbientTemperature, &Powertrain::ambient},
+    {Quantity::OilTemperature, &Powertrain::oil},
+    {Quantity::TransmissionTemperature, &Powertrain::transmission},
+    {Quantity::VehicleSpeed, &Powertrain::speedKmh},
+    {Quantity::Voltage, &Powertrain::volts},
+};
+
+void SimulatedCar::handOver()
+{
+    for (const EngineQuantity &row : engineQuantities)
+        m_car.set(row.quantity, (m_powertrain.*row.value)());
+    m_car.set(Quantity::Gear, m_powertrain.isReversing() ? -1 : m_powertrain.gear());
+    m_tires.handOver(&m_car);
+    m_body.handOver(&m_car);
+    m_manoeuvre.handOver(&m_car);
+}
+
 void SimulatedCar::report()
 {
+    handOver();
+    report(simulatedGauges);
     m_gauges.report(&m_out, m_nowMs, m_powertrain);
-    const wire::GearPosition position = m_powertrain.isReversing() ? wire::Reverse
-                                        : m_powertrain.gear() == 0 ? wire::Park
-                                                                   : wire::Drive;
-    m_out.addChange(m_nowMs, "checkGearPositionStatus", {byte(position)});
-    m_tires.report(&m_out, m_nowMs, m_body.isEngineFaulty());
+    report(simulatedVehicle);
     m_body.report(&m_out, m_nowMs);
-    m_manoeuvre.report(&m_out, m_nowMs);
+    m_manoeuvre.report(&m_out, m_nowMs, m_car);
     m_prompts.report(&m_out, m_nowMs);
     if (m_reportsClock && m_nowMs % clockMs == 0)
         reportClock(m_nowMs);
     reportProperties();
+}
+
+void SimulatedCar::report(const QVector<PacedSignal> &rows)
+{
+    for (const PacedSignal &row : rows) {
+        if (m_nowMs % row.everyMs == 0)
+            m_out.addChange(m_nowMs, row.signal.name, emissionOf(row.signal, m_car).arguments);
+    }
 }
 
 /**
@@ -147,25 +183,17 @@ void SimulatedCar::report()
  */
 void SimulatedCar::reportProperties()
 {
-    const Powertrain &car = m_powertrain;
-    const QVariantList volts = {QString::number(car.volts(), 'f', 1) + QLatin1Char('V')};
+    const auto add = [this](const PageSignal &signal) {
+        m_out.add(m_nowMs, signal.name, emissionOf(signal, m_car).arguments);
+    };
     if (m_nowMs % propertiesMs != 0) {
-        m_out.addChange(m_nowMs, "batteryVoltage", volts);
+        m_out.addChange(m_nowMs, batterySignal.name, emissionOf(batterySignal, m_car).arguments);
         return;
     }
-    const QList<int> properties = {m_body.openBits(),
-                                   qRound(car.volts()),
-                                   qRound(fahrenheit(m_gauges.topLeft(car))),
-                                   qRound(fahrenheit(car.coolant())),
-                                   qRound(fahrenheit(car.intake())),
-                                   qRound(car.loadPercent()),
-                                   m_tires.fahrenheitOf(Tires::FrontLeft),
-                                   m_tires.fahrenheitOf(Tires::FrontRight),
-                                   m_tires.fahrenheitOf(Tires::RearRight),
-                                   m_tires.fahrenheitOf(Tires::RearLeft)};
-    m_out.add(m_nowMs, "Properties2TextInfo", {QVariant::fromValue(properties)});
-    m_out.add(m_nowMs, "batteryVoltage", volts);
-    m_tires.repeatWarnings(&m_out, m_nowMs);
+    add(simulatedProperties);
+    add(batterySignal);
+    if (m_tires.isLow(m_tires.lowest()))
+        add(simulatedTireTemperatures);
 }
 
 /** Month, day, year, hour, minute and second, digit by digit. */
@@ -232,8 +260,8 @@ const SimulatedCar::Answer SimulatedCar::answers[] = {
         car.reportClimate(atMs);
     }},
     {"gaugeTLMenu", 0, wire::Pressed, [](SimulatedCar &car, qint64 atMs, const QVariantList &) {
-        car.m_gauges.nextTopLeft();
-        car.m_gauges.reportTitles(&car.m_out, atMs);
+        GaugeCluster::nextTopLeft(&car.m_car);
+        car.m_gauges.reportTitles(&car.m_out, atMs, car.m_car);
     }},
     {"centerGaugeMenu", 0, wire::Pressed, [](SimulatedCar &car, qint64 atMs, const QVariantList &) {
         car.m_gauges.nextStyle();
