@@ -2,6 +2,7 @@
 
 #include "driveclock.h"
 #include "linereader.h"
+#include "missingvalues.h"
 #include "obdpids.h"
 
 #include <QFileInfo>
@@ -152,6 +153,7 @@ SampleLog CandumpReader::take(const QString &path, int badLines)
                              .arg(m_requests)
                              .arg(m_answers)
                              .arg(m_others));
+    markMissingValues(&m_log);
     return m_log;
 }
 

@@ -181,7 +181,8 @@ void tst_Candump::clocks_data()
         << Seconds{3, 4, 1725694999, 1725695000} << Moments{0, 1000, 1000, 2000} << 1;
     QTest::newRow("set back on the way")
         << Seconds{1000, 1001, 3, 4} << Moments{0, 1000, 1000, 2000} << 1;
-    QTest::newRow("an hour's rest") << Seconds{0, 3600, 3601} << Moments{0, 3600000, 3601000} << 0;
+    QTest::newRow("an hour's rest, and missing after five seconds")
+        << Seconds{0, 3600, 3601} << Moments{0, 5000, 3600000, 3601000} << 0;
 }
 
 void tst_Candump::clocks()

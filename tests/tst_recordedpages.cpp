@@ -24,6 +24,7 @@ private slots:
     void lastValuesAfterTheEnd();
     void lateValueIsUnknownBefore();
     void seekBackForgets();
+    void noLongerComes();
     void recordedTiresStay();
     void menuAndVersions_data();
     void menuAndVersions();
@@ -196,6 +197,27 @@ void tst_RecordedPages::seekBackForgets()
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.3V"));
     session()->drive()->seek(10000);
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("--"));
+}
+
+void tst_RecordedPages::noLongerComes()
+{
+    makeBench(write("gap.csv", "Time,RPM,Voltage\n0,800,12.3\n1,800,12.3\n2,800,\n3,800,\n"
+                               "60,900,14.1\n"));
+    const auto shows = [this](qint64 ms, const char *label, const char *expected) {
+        session()->drive()->seek(ms);
+        QTRY_COMPARE(text(label), QString::fromLatin1(expected));
+    };
+    session()->drive()->pause();
+    windows()->openWindow(81);
+    shows(5900, "Txt_battery", "12.3V");
+    shows(6100, "Txt_battery", "--");
+    shows(60000, "Txt_battery", "14.1V");
+    windows()->openWindow(80);
+    shows(6100, "Txt_center_value", "800 RPM");
+    shows(8100, "Txt_center_value", "-- RPM");
+    shows(60000, "Txt_center_value", "900 RPM");
+    const QStringList findings = session()->drive()->source()->findings();
+    QVERIFY(findings.contains("Voltage: 3 samples, 12.3 to 14.1 V; missing once"));
 }
 
 void tst_RecordedPages::recordedTiresStay()

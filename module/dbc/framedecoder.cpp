@@ -1,5 +1,7 @@
 #include "framedecoder.h"
 
+#include "silence.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -99,11 +101,9 @@ void FrameDecoder::State::note(qint64 nowMs)
 
 bool FrameDecoder::State::isMissing(qint64 nowMs, int intervalMs) const
 {
-    static constexpr qint64 leastMs = 1000;
-    static constexpr int periods = 5;
     const qint64 usualMs = count > 1 ? (lastMs - firstMs) / (count - 1) : 0;
     const qint64 periodMs = std::max(qint64(intervalMs), usualMs);
-    return isSet && intervalMs > 0 && nowMs - lastMs > std::max(leastMs, periods * periodMs);
+    return isSet && intervalMs > 0 && nowMs - lastMs > longestSilenceMs(periodMs);
 }
 
 const QVector<PathValue> &FrameDecoder::missing(qint64 ms)
