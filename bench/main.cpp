@@ -76,7 +76,7 @@ static QString ownPlugin()
     return QDir::cleanPath(QFile::exists(built) ? built : installed);
 }
 
-/** The scale and the platform must be known before the application object. */
+/** The platform must be known before the application object. */
 static bool readOptions(int argc, char *argv[], Options *options, QString *error)
 {
     QCoreApplication application(argc, argv);
@@ -145,8 +145,6 @@ static bool prepareEnvironment(const Options &options, QString *error)
         platform::useOffscreen();
     else if (!platform::use(options.platform, error))
         return false;
-    if (!qFuzzyCompare(options.scale, 1.0))
-        qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
     if (!options.trace)
         QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     return true;

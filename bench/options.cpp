@@ -2,6 +2,7 @@
 
 #include "optiontable.h"
 #include "outputfile.h"
+#include "window/commands.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -28,7 +29,6 @@ Examples:
   norda-bench --cut session.jsonl --from 90 --to 120 --record part.jsonl
                                                half a minute of one
 
-Keys: 1, 2, 3 and so on open the pages, Esc goes back, Space plays and pauses.
 Exit codes: 0 done, 1 an expectation failed or recordings differ, 2 unusable input or arguments.
 )";
 
@@ -182,7 +182,8 @@ bool Options::parse(const QStringList &arguments, QString *error)
     if (!split(&parser, arguments, error))
         return false;
     if (parser.isSet(help))
-        text = parser.helpText() + QLatin1String(examples);
+        text = parser.helpText() + QLatin1String(examples) +
+               QStringLiteral("\nKeys in the window:\n") + keysText();
     else if (parser.isSet(version))
         text = QStringLiteral("norda-bench " NORDA_VERSION "\n");
     if (!text.isEmpty())

@@ -27,7 +27,7 @@ struct Options
     bool suggestsMap = false; ///< for the setup's DBC file
     bool headless = false;
     bool trace = false;
-    double scale = 1.0;
+    double scale = 0; ///< of the screen in the window, 0 to fit it
     QString text; ///< what --help or --version prints; everything else is unset then
 
     /** Whether the work needs no head unit. */

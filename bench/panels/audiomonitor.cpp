@@ -30,7 +30,6 @@ static QFont letters(int pixels, bool bold = false)
 AudioMonitor::AudioMonitor(AudioStage *stage, QWidget *parent)
     : QWidget(parent), m_stage(stage), m_car(QStringLiteral(":/icon/radaricon/bkg_radar_car.png"))
 {
-    setMinimumSize(800, 480);
     connect(stage, &AudioStage::changed, this, QOverload<>::of(&QWidget::update));
 }
 
@@ -40,6 +39,9 @@ void AudioMonitor::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.fillRect(rect(), night::background);
+    const double factor = qMin(double(width()) / drawn.width(), double(height()) / drawn.height());
+    painter.translate((width() - factor * drawn.width()) / 2, 0);
+    painter.scale(factor, factor);
     drawCar(&painter);
     drawState(&painter);
     drawTimeline(&painter);

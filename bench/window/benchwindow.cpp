@@ -1,7 +1,6 @@
 #include "window/benchwindow.h"
 
 #include "options.h"
-#include "outputfile.h"
 #include "panels/audiomonitor.h"
 #include "panels/callspanel.h"
 #include "panels/carpanel.h"
@@ -9,33 +8,38 @@
 #include "panels/inspectorpanel.h"
 #include "panels/signalspanel.h"
 #include "panels/timelinepanel.h"
-#include "scenario/scenariowriter.h"
 #include "session/rewind.h"
 #include "session/rig.h"
 #include "session/touchrecorder.h"
 #include "statuscolumn.h"
 #include "tools/picturefile.h"
+#include "window/benchsettings.h"
+#include "window/commands.h"
+#include "window/filecommands.h"
+#include "window/focuskeys.h"
+#include "window/helpdialogs.h"
+#include "window/paneldocks.h"
+#include "window/recentdrives.h"
+#include "window/recordinglabel.h"
+#include "window/repeatedpart.h"
+#include "window/screenview.h"
 #include "window/transportbar.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QDockWidget>
 #include <QDragEnterEvent>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLoggingCategory>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
-#include <QSettings>
+#include <QScreen>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
-
-static const QString settingsOwner = QStringLiteral("norda");
-static const QString settingsName = QStringLiteral("bench");
 
 BenchWindow::BenchWindow(const Options &options, Rig *rig)
     : m_options(options)
@@ -43,124 +47,135 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     , m_actions(rig->actions())
     , m_touches(new TouchRecorder(rig->unit()->screen(), this))
     , m_rewind(new Rewind(rig->unit()->windows(), this))
+    , m_view(new ScreenView(rig->unit()->screen()))
     , m_transport(new TransportBar)
+    , m_recording(new RecordingLabel)
+    , m_scale(new QLabel)
+    , m_commands(new Commands(this))
+    , m_panels(new PanelDocks(this, m_view))
+    , m_files(new FileCommands(options, rig, this))
 {
-    setWindowTitle(tr("Head unit bench"));
+    new FocusKeys(this, m_view);
     setAcceptDrops(true);
-    auto *centre = new QWidget;
-    auto *column = new QVBoxLayout(centre);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(rig->unit()->screen());
-    column->addWidget(m_transport);
-    column->addStretch(1);
-    setCentralWidget(centre);
-    makeDocks();
-    makeFileMenu();
-    makePageMenu();
-    makePanelsMenu();
-    makeDeveloperMenu();
-    connect(m_transport, &TransportBar::momentRequested, m_actions, &Actions::seek);
+    layOut();
+    makePanels();
+    connectFileCommands();
+    connectPageCommands();
+    connectDriveCommands();
+    connectViewCommands();
+    connectPanelCommands();
+    connectDeveloperCommands();
+    m_commands->on("keys", this, [this] { showKeys(this); });
+    m_commands->on("about", this, [this] { showAbout(this); });
+
     // Actions are done live, never on a rewound screen.
     connect(m_actions, &Actions::begins, m_rewind, &Rewind::end);
     connect(m_touches, &TouchRecorder::rewoundTouched, m_rewind, &Rewind::end);
     connect(m_rewind, &Rewind::changed, m_transport,
             [this] { m_transport->setEnabled(!m_rewind->isActive()); });
-
     connect(rig, &Rig::sessionBegun, this, &BenchWindow::follow);
-    connect(rig, &Rig::noticed, this,
-            [this](const QString &line) { statusBar()->showMessage(line); });
-
-    const QSettings settings(settingsOwner, settingsName);
-    restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
-    restoreState(settings.value(QStringLiteral("panels")).toByteArray());
+    connect(rig, &Rig::noticed, this, &BenchWindow::notice);
+    restoreWindow();
 }
 
-BenchWindow::~BenchWindow()
+BenchWindow::~BenchWindow() = default;
+
+void BenchWindow::layOut()
 {
-    // The screen outlives the window: it belongs to the head unit.
-    m_rig->unit()->screen()->setParent(nullptr);
+    auto *centre = new QWidget;
+    auto *column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_view, 1);
+    column->addWidget(m_transport);
+    setCentralWidget(centre);
+    statusBar()->addPermanentWidget(m_recording);
+    statusBar()->addPermanentWidget(m_scale);
+    m_scale->setToolTip(tr("Size of the unit's screen; 100 % is 1280 x 720"));
+    connect(m_view, &ScreenView::factorChanged, m_scale,
+            [this](double factor) { m_scale->setText(tr("%1 %").arg(qRound(factor * 100))); });
+    if (m_options.scale != ScreenView::Fit)
+        m_view->setFactor(m_options.scale);
 }
 
-QDockWidget *BenchWindow::addDock(const QString &name, const QString &title, QWidget *panel,
-                                  Qt::DockWidgetArea area)
+void BenchWindow::makePanels()
 {
-    auto *dock = new QDockWidget(title);
-    dock->setObjectName(name);
-    dock->setWidget(panel);
-    addDockWidget(area, dock);
-    m_docks.append(dock);
-    return dock;
-}
-
-/** The panels are tabs beside the screen; those below it open on request. */
-void BenchWindow::makeDocks()
-{
-    static constexpr int panelWidth = 500;
-    setDockOptions(AnimatedDocks | AllowTabbedDocks | AllowNestedDocks);
-    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
-    setTabPosition(Qt::RightDockWidgetArea, QTabWidget::North);
-    auto *signalsPanel = new SignalsPanel(m_actions);
     auto *calls = new CallsPanel;
     auto *timeline = new TimelinePanel(m_rewind);
-    signalsPanel->setMinimumWidth(panelWidth);
-    connect(calls, &CallsPanel::momentRequested, timeline, &TimelinePanel::rewindTo);
-
-    addDock(QStringLiteral("service"), tr("Drive"), new DrivePanel(m_rig->unit()->screen()),
-            Qt::RightDockWidgetArea);
-    QDockWidget *first =
-        addDock(QStringLiteral("signals"), tr("Signals"), signalsPanel, Qt::RightDockWidgetArea);
-    tabifyDockWidget(first,
-                     addDock(QStringLiteral("calls"), tr("Calls"), calls, Qt::RightDockWidgetArea));
-    tabifyDockWidget(first, addDock(QStringLiteral("car"), tr("Car"), new CarPanel(m_actions),
-                                    Qt::RightDockWidgetArea));
-    tabifyDockWidget(first,
-                     addDock(QStringLiteral("inspector"), tr("Inspector"),
-                             new InspectorPanel(m_rig->unit()->screen()), Qt::RightDockWidgetArea));
-    first->raise();
-    QDockWidget *line =
-        addDock(QStringLiteral("timeline"), tr("Timeline"), timeline, Qt::BottomDockWidgetArea);
-    QDockWidget *audio =
-        addDock(QStringLiteral("audio"), tr("Audio monitor"),
-                new AudioMonitor(m_rig->unit()->audio()), Qt::BottomDockWidgetArea);
-    tabifyDockWidget(line, audio);
-    connect(calls, &CallsPanel::momentRequested, line, [line] {
-        line->show();
-        line->raise();
+    m_panels->add(QStringLiteral("service"), new DrivePanel(m_rig->unit()->screen()));
+    m_panels->add(QStringLiteral("signals"), new SignalsPanel(m_actions));
+    m_panels->add(QStringLiteral("calls"), calls);
+    m_panels->add(QStringLiteral("car"), new CarPanel(m_actions));
+    m_panels->add(QStringLiteral("inspector"), new InspectorPanel(m_rig->unit()->screen()));
+    m_panels->add(QStringLiteral("timeline"), timeline);
+    m_panels->add(QStringLiteral("audio"), new AudioMonitor(m_rig->unit()->audio()));
+    connect(calls, &CallsPanel::momentRequested, this, [this, timeline](qint64 ms) {
+        timeline->rewindTo(ms);
+        m_panels->show(QStringLiteral("timeline"));
     });
-    line->hide();
-    audio->hide();
 }
 
-void BenchWindow::makeFileMenu()
+void BenchWindow::connectFileCommands()
 {
-    QMenu *file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Open drive..."), this, &BenchWindow::chooseDrive, QKeySequence::Open);
-    file->addAction(tr("&Save session as scenario..."), this, &BenchWindow::chooseScenario,
-                    QKeySequence::Save);
-    file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+    auto *menu = new QMenu(this);
+    m_commands->action(QStringLiteral("recent"))->setMenu(menu);
+    auto *recent = new RecentDrives(menu);
+    connect(recent, &RecentDrives::chosen, m_files, &FileCommands::openDrive);
+    connect(m_files, &FileCommands::opens, m_rewind, &Rewind::end);
+    connect(m_files, &FileCommands::opened, recent, &RecentDrives::add);
+    connect(m_files, &FileCommands::noticed, this, &BenchWindow::notice);
+    connect(m_files, &FileCommands::recordingChanged, this, [this] {
+        m_recording->refresh();
+        m_commands->action(QStringLiteral("record"))
+            ->setText(m_rig->session()->recording() ? tr("Stop &recording")
+                                                    : tr("Start &recording..."));
+    });
+    m_commands->on("open", m_files, &FileCommands::chooseDrive);
+    m_commands->on("simulator", this, [this] { m_files->openDrive(QStringLiteral("simulator")); });
+    m_commands->on("record", m_files, [this] {
+        m_rewind->end();
+        m_files->toggleRecording();
+    });
+    m_commands->on("save-scenario", m_files, &FileCommands::chooseScenario);
+    m_commands->on("screenshot", m_files, [this] {
+        const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+        m_files->savePicture(QDir(pictures).exists() ? pictures : QDir::homePath());
+    });
+    m_commands->on("quit", this, &QWidget::close);
 }
 
-void BenchWindow::makePageMenu()
+void BenchWindow::connectPageCommands()
 {
-    QMenu *view = menuBar()->addMenu(tr("&Page"));
     for (const Page &page : pages) {
-        view->addAction(
-            tr(page.name), this, [this, page] { openPage(page.window); },
-            QKeySequence(Qt::Key_1 + int(&page - pages)));
+        connect(m_commands->action(QStringLiteral("page-%1").arg(page.window)), &QAction::triggered,
+                this, [this, page] { openPage(page.window); });
     }
-    view->addSeparator();
-    view->addAction(tr("&Split view"), m_actions, &Actions::toggleSplit, QKeySequence(Qt::Key_S));
-    view->addAction(tr("&Back"), m_actions, &Actions::back, QKeySequence(Qt::Key_Escape));
-    view->addAction(tr("Play or pause"), this, &BenchWindow::togglePlaying,
-                    QKeySequence(Qt::Key_Space));
+    m_commands->on("split", m_actions, &Actions::toggleSplit);
+    m_commands->on("back", m_actions, &Actions::back);
 }
 
 void BenchWindow::openPage(int id)
 {
     QString error;
     if (!m_actions->openPage(id, &error))
-        statusBar()->showMessage(error);
+        notice(error);
+}
+
+void BenchWindow::connectDriveCommands()
+{
+    m_commands->on("play", this, &BenchWindow::togglePlaying);
+    m_commands->on("next", this, &BenchWindow::stepToNext);
+    m_commands->on("previous", this, &BenchWindow::stepToPrevious);
+    m_commands->on("live", m_rewind, &Rewind::end);
+    m_commands->on("time", m_transport, &TransportBar::editTime);
+    m_commands->on("faster", m_transport, [this] { m_transport->changeSpeed(1); });
+    m_commands->on("slower", m_transport, [this] { m_transport->changeSpeed(-1); });
+    m_commands->on("repeat-from", m_transport->repeatedPart(), &RepeatedPart::beginHere);
+    m_commands->on("repeat-to", m_transport->repeatedPart(), &RepeatedPart::endHere);
+    m_commands->on("repeat-off", m_transport->repeatedPart(), &RepeatedPart::clear);
+    connect(m_transport, &TransportBar::momentRequested, m_actions, &Actions::seek);
+    connect(m_transport, &TransportBar::previousRequested, this, &BenchWindow::stepToPrevious);
+    connect(m_transport, &TransportBar::refused, this, &BenchWindow::notice);
 }
 
 void BenchWindow::togglePlaying()
@@ -171,33 +186,98 @@ void BenchWindow::togglePlaying()
         m_transport->togglePlaying();
 }
 
-void BenchWindow::makePanelsMenu()
+/** Where entries of one time begin, they are one step. */
+static int entryAfter(const Journal &journal, qint64 ms)
 {
-    static constexpr int keys[] = {0,          Qt::Key_F5, Qt::Key_F6, Qt::Key_F7,
-                                   Qt::Key_F8, Qt::Key_F9, Qt::Key_A};
-    QMenu *panels = menuBar()->addMenu(tr("Pa&nels"));
-    for (int i = 0; i < m_docks.size(); ++i) {
-        QAction *show = m_docks[i]->toggleViewAction();
-        if (keys[i])
-            show->setShortcut(QKeySequence(keys[i]));
-        panels->addAction(show);
-        connect(show, &QAction::triggered, m_docks[i], [this, i](bool on) {
-            if (on)
-                m_docks[i]->raise();
-        });
-    }
+    const QVector<Journal::Entry> &entries = journal.entries();
+    const auto found = std::upper_bound(
+        entries.begin(), entries.end(), ms,
+        [](qint64 moment, const Journal::Entry &entry) { return moment < entry.ms; });
+    return int(found - entries.begin());
 }
 
-void BenchWindow::makeDeveloperMenu()
+/** On a rewound screen to the next event of the journal, and from its last one to live. */
+void BenchWindow::stepToNext()
 {
-    QMenu *developer = menuBar()->addMenu(tr("&Developer"));
-    developer->addAction(tr("Recreate page"), m_rig->unit()->windows(),
-                         &WindowStack::recreateWindow);
-    QAction *deny = developer->addAction(tr("Deny audio focus"));
+    if (!m_rewind->isActive()) {
+        m_transport->stepToNext();
+        return;
+    }
+    const Journal &journal = *m_rig->session()->journal();
+    const int next = entryAfter(journal, m_rewind->momentMs());
+    if (next < journal.entries().size())
+        m_rewind->show(journal.entries()[next].ms);
+    else
+        m_rewind->end();
+}
+
+void BenchWindow::stepToPrevious()
+{
+    const Journal &journal = *m_rig->session()->journal();
+    const qint64 now = m_rewind->isActive() ? m_rewind->momentMs() : m_rig->session()->nowMs();
+    const int previous = entryAfter(journal, now - 1) - 1;
+    if (previous >= 0)
+        m_rewind->show(journal.entries()[previous].ms);
+}
+
+void BenchWindow::connectViewCommands()
+{
+    static constexpr double step = 1.25;
+    m_commands->on("fullscreen", this, &BenchWindow::toggleFullScreen);
+    m_commands->on("fit", m_view, [this] { m_view->setFactor(ScreenView::Fit); });
+    m_commands->on("larger", m_view, [this] { m_view->setFactor(m_view->factor() * step); });
+    m_commands->on("smaller", m_view, [this] { m_view->setFactor(m_view->factor() / step); });
+    m_commands->on("layout-small", this, [this] { arrange(PanelLayout::Small); });
+    m_commands->on("layout-normal", this, [this] { arrange(PanelLayout::Normal); });
+    m_commands->on("layout-wide", this, [this] { arrange(PanelLayout::Wide); });
+    m_commands->on("layout-reset", this, [this] { arrange(PanelDocks::layoutFor(space())); });
+}
+
+void BenchWindow::arrange(PanelLayout layout)
+{
+    if (m_isFullScreen)
+        toggleFullScreen();
+    m_view->setFactor(ScreenView::Fit);
+    m_panels->arrange(layout);
+}
+
+/** The unit's screen alone. */
+void BenchWindow::toggleFullScreen()
+{
+    m_isFullScreen = !m_isFullScreen;
+    m_panels->setAllHidden(m_isFullScreen);
+    for (QWidget *part : QList<QWidget *>{menuBar(), statusBar(), m_transport})
+        part->setHidden(m_isFullScreen);
+    setWindowState(windowState() ^ Qt::WindowFullScreen);
+    m_view->setFocus();
+}
+
+void BenchWindow::connectPanelCommands()
+{
+    for (const QDockWidget *dock : m_panels->docks()) {
+        const QString name = dock->objectName();
+        QAction *action = m_commands->action(name);
+        action->setCheckable(true);
+        connect(action, &QAction::triggered, this, [this, name, action] {
+            if (m_isFullScreen)
+                toggleFullScreen();
+            m_panels->toggle(name);
+            action->setChecked(m_panels->isInFront(name));
+        });
+    }
+    connect(m_panels, &PanelDocks::changed, this, [this](const QString &name) {
+        m_commands->action(name)->setChecked(m_panels->isInFront(name));
+    });
+}
+
+void BenchWindow::connectDeveloperCommands()
+{
+    m_commands->on("recreate", m_rig->unit()->windows(), &WindowStack::recreateWindow);
+    QAction *deny = m_commands->action(QStringLiteral("deny-focus"));
     deny->setCheckable(true);
     connect(deny, &QAction::toggled, m_actions,
             [this](bool on) { m_actions->setFocusGranted(!on); });
-    QAction *trace = developer->addAction(tr("Trace output"));
+    QAction *trace = m_commands->action(QStringLiteral("trace"));
     trace->setCheckable(true);
     trace->setChecked(m_options.trace);
     connect(trace, &QAction::toggled, this, [](bool on) {
@@ -216,6 +296,7 @@ void BenchWindow::follow(Session *session)
 {
     module::Drive *drive = session->drive();
     connect(drive, &module::Drive::finished, this, &BenchWindow::onFinished);
+    connect(session, &Session::recordingFailed, m_files, &FileCommands::stopRecording);
     m_touches->setSession(session);
     m_rewind->setSession(session);
     m_transport->setDrive(drive);
@@ -224,6 +305,13 @@ void BenchWindow::follow(Session *session)
     const bool simulated = drive->source()->title().startsWith(QLatin1String("Simulated"));
     m_rig->unit()->screen()->statusColumn()->setSource(simulated ? tr("Simulator")
                                                                  : tr("Recorded"));
+    m_recording->setSession(session);
+    setWindowTitle(tr("%1 - Head unit bench").arg(drive->source()->title()));
+}
+
+void BenchWindow::notice(const QString &line)
+{
+    statusBar()->showMessage(line);
 }
 
 void BenchWindow::onFinished()
@@ -233,68 +321,80 @@ void BenchWindow::onFinished()
         QApplication::quit();
 }
 
-void BenchWindow::chooseDrive()
-{
-    const QString file = QFileDialog::getOpenFileName(
-        this, tr("Open a drive"), QString(), tr("Drives (*.csv *.log *.jsonl);;All files (*)"));
-    if (!file.isEmpty())
-        openDrive(file);
-}
-
-void BenchWindow::chooseScenario()
-{
-    const QString file = QFileDialog::getSaveFileName(this, tr("Save the session as a scenario"),
-                                                      QStringLiteral("session.scenario"),
-                                                      tr("Scenarios (*.scenario)"));
-    QString error;
-    if (!file.isEmpty() && !saveScenario(file, &error))
-        QMessageBox::warning(this, tr("Save the session as a scenario"), error);
-}
-
 bool BenchWindow::saveScenario(const QString &file, QString *error) const
 {
-    const QString text =
-        scenarioOf(m_rig->session()->journal(), m_rig->setup(), QFileInfo(file).completeBaseName());
-    return output::writeResult(file, text.toUtf8(), filesInUse(), error);
+    return m_files->saveScenario(file, error);
 }
 
-/** Those of the command line, and the drive that was opened since. */
-output::InputFiles BenchWindow::filesInUse() const
+void BenchWindow::openDrive(const QString &file)
 {
-    output::InputFiles files = m_options.filesInUse();
-    files.add(m_rig->setup().source);
-    return files;
+    m_files->openDrive(file);
 }
 
 bool BenchWindow::writePictures(const QString &folder, QString *error)
 {
-    for (QDockWidget *dock : qAsConst(m_docks)) {
-        dock->show();
-        dock->raise();
+    for (const QDockWidget *dock : m_panels->docks()) {
+        m_panels->show(dock->objectName());
         QApplication::processEvents();
         const QString file =
             QDir(folder).filePath(QStringLiteral("bench-%1.png").arg(dock->objectName()));
-        if (!writePicture(file, grab().toImage(), filesInUse(), error))
+        if (!writePicture(file, grab().toImage(), m_files->filesInUse(), error))
             return false;
     }
     return true;
 }
 
-void BenchWindow::openDrive(const QString &file)
+static constexpr int stateVersion = 2; // of the panels
+static const QString geometryKey = QStringLiteral("geometry");
+static const QString panelsKey = QStringLiteral("panels");
+
+/** What the display has for the window. Without a real one, as offscreen, a usual desktop's. */
+QSize BenchWindow::space() const
 {
-    QString error;
-    m_rewind->end();
-    if (m_rig->openDrive(file, &error))
-        m_rig->session()->drive()->play();
-    else
-        QMessageBox::warning(this, tr("Open a drive"), error);
+    static constexpr QSize least(800, 600);
+    static constexpr QSize usual(1920, 1080);
+    const QSize available = screen()->availableSize();
+    return available.width() > least.width() ? available : usual;
+}
+
+/** The place and the panels of the last time, or what suits the display. */
+void BenchWindow::restoreWindow()
+{
+    static constexpr QSize roomy(2200, 1200);
+    const BenchSettings settings;
+    m_panels->arrange(PanelDocks::layoutFor(space()));
+    const bool fillsDisplay = space().width() < roomy.width() || space().height() < roomy.height();
+    resize(fillsDisplay ? space() : space() * 0.9);
+    if (!restoreGeometry(settings.value(geometryKey).toByteArray()) && fillsDisplay &&
+        space() == screen()->availableSize())
+        setWindowState(windowState() | Qt::WindowMaximized);
+    restoreState(settings.value(panelsKey).toByteArray(), stateVersion);
+}
+
+/** The sizes of panels count once the window has its own. */
+void BenchWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    if (m_hasBeenShown)
+        return;
+    m_hasBeenShown = true;
+    m_view->setFocus();
+    if (!BenchSettings().contains(panelsKey))
+        QMetaObject::invokeMethod(m_panels, &PanelDocks::resizePanels, Qt::QueuedConnection);
+}
+
+void BenchWindow::saveWindow() const
+{
+    BenchSettings settings;
+    settings.setValue(geometryKey, saveGeometry());
+    settings.setValue(panelsKey, saveState(stateVersion));
 }
 
 void BenchWindow::closeEvent(QCloseEvent *event)
 {
-    QSettings settings(settingsOwner, settingsName);
-    settings.setValue(QStringLiteral("geometry"), saveGeometry());
-    settings.setValue(QStringLiteral("panels"), saveState());
+    if (m_isFullScreen)
+        toggleFullScreen();
+    saveWindow();
     QMainWindow::closeEvent(event);
 }
 

@@ -1,15 +1,20 @@
 #pragma once
 
-#include "inputfiles.h"
-
 #include <QMainWindow>
 
-class TouchRecorder;
+class Actions;
+class Commands;
+class FileCommands;
+class PanelDocks;
+class QLabel;
+class RecordingLabel;
 class Rewind;
 class Rig;
-class Actions;
+class ScreenView;
 class Session;
+class TouchRecorder;
 class TransportBar;
+enum class PanelLayout;
 struct Options;
 
 /** The bench on a desktop: the head unit's screen, the transport bar and the panels. */
@@ -28,27 +33,36 @@ public:
     bool saveScenario(const QString &file, QString *error) const;
     /** Pictures of the bench with each of its panels. @param error  one line that names the file */
     bool writePictures(const QString &folder, QString *error);
+    FileCommands *files() const { return m_files; }
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    output::InputFiles filesInUse() const;
+    void layOut();
+    void makePanels();
+    void connectFileCommands();
+    void connectPageCommands();
+    void connectDriveCommands();
+    void connectViewCommands();
+    void connectPanelCommands();
+    void connectDeveloperCommands();
     void follow(Session *session);
-    QDockWidget *addDock(const QString &name, const QString &title, QWidget *panel,
-                         Qt::DockWidgetArea area);
-    void makeDocks();
-    void makeFileMenu();
-    void makePageMenu();
-    void makePanelsMenu();
-    void makeDeveloperMenu();
     void openPage(int id);
     void togglePlaying();
-    void chooseDrive();
-    void chooseScenario();
+    void stepToNext();
+    void stepToPrevious();
+    void changeScale(double factor);
+    void arrange(PanelLayout layout);
+    void toggleFullScreen();
+    QSize space() const;
+    void restoreWindow();
+    void saveWindow() const;
+    void notice(const QString &line);
     void onFinished();
 
     const Options &m_options;
@@ -56,6 +70,13 @@ private:
     Actions *m_actions;
     TouchRecorder *m_touches;
     Rewind *m_rewind;
+    ScreenView *m_view;
     TransportBar *m_transport;
-    QList<QDockWidget *> m_docks;
+    RecordingLabel *m_recording;
+    QLabel *m_scale;
+    Commands *m_commands;
+    PanelDocks *m_panels;
+    FileCommands *m_files;
+    bool m_isFullScreen = false;
+    bool m_hasBeenShown = false;
 };
