@@ -10,6 +10,8 @@
 
 #include <QAbstractItemModel>
 #include <QDockWidget>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QSettings>
 #include <QTableView>
 
@@ -70,6 +72,16 @@ public:
     QString cell(const char *table, int row, int column) const
     {
         return model(table)->index(row, column).data().toString();
+    }
+    /** Drops a file on the window. */
+    void drop(const QString &file) const
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(file)});
+        QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(m_window.data(), &enter);
+        QDropEvent drop({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(m_window.data(), &drop);
     }
     void open(const char *dock) const
     {

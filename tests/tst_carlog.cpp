@@ -5,9 +5,10 @@
 #include "mapcheck.h"
 #include "mapsuggestion.h"
 #include "rawcan.h"
+#include "testfolder.h"
 
 #include <QLabel>
-#include <QTemporaryDir>
+#include <QMessageBox>
 
 using namespace module;
 
@@ -31,6 +32,8 @@ private slots:
     void checksTheMap();
     void suggestsAMap();
     void suggestionIsAMap();
+    void opensInTheWindow();
+    void needsItsFilesInTheWindow();
     void realDoors_data();
     void realDoors();
     void realTire();
@@ -38,13 +41,6 @@ private slots:
     void realDrive();
 
 private:
-    QString write(const char *name, const QByteArray &content) const
-    {
-        QFile file(m_folder.filePath(QLatin1String(name)));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("cannot write %s", name);
-        return file.fileName();
-    }
     /** A car whose frame 100 has eight bytes of one signal each. */
     CarFiles smallCar(const QByteArray &path, const QByteArray &rule) const
     {
@@ -54,8 +50,8 @@ private:
                        .arg(byte)
                        .arg(8 * byte)
                        .toLatin1();
-        return {write("small.dbc", dbc),
-                write("small.json", "{\"" + path + "\":{\"dbc2vss\":{" + rule + "}}}")};
+        return {m_folder.write("small.dbc", dbc),
+                m_folder.write("small.json", "{\"" + path + "\":{\"dbc2vss\":{" + rule + "}}}")};
     }
     static QByteArray line(int ms, quint32 id, const QByteArray &data)
     {
@@ -142,11 +138,11 @@ private:
     }
     void drive(const QByteArray &log, int page)
     {
-        makeBench(write("raw.log", log));
+        makeBench(m_folder.write("raw.log", log));
         windows()->openWindow(page);
     }
 
-    QTemporaryDir m_folder;
+    TestFolder m_folder;
     std::optional<Dbc> m_dbc;
 };
 
@@ -203,7 +199,7 @@ void tst_CarLog::values()
     QFETCH(QString, expected);
     const QByteArray data = QByteArray(1, char(raw)) + QByteArray(7, '\0');
     const QStringList lines =
-        sent(write("raw.log", line(0, 0x100, data)), smallCar(path, "\"signal\":\"B0\""));
+        sent(m_folder.write("raw.log", line(0, 0x100, data)), smallCar(path, "\"signal\":\"B0\""));
     QVERIFY2(lines.contains(QStringLiteral("0 ") + expected), qPrintable(lines.join('\n')));
 }
 
@@ -218,7 +214,7 @@ void tst_CarLog::goesMissingAndComesBack()
     for (int ms = 2010; ms <= 9000; ms += 10)
         log += line(ms, 0x200, volts); // another frame goes on
     log += line(9000, 0x100, volts);
-    const QStringList battery = sent(write("raw.log", log), car).filter("batteryVoltage");
+    const QStringList battery = sent(m_folder.write("raw.log", log), car).filter("batteryVoltage");
     QCOMPARE(battery, (QStringList{"0 batteryVoltage 12.0V", "3100 batteryVoltage --",
                                    "9000 batteryVoltage 12.0V"}));
 }
@@ -229,7 +225,7 @@ void tst_CarLog::eventsDoNotGoMissing()
         smallCar("Vehicle.Body.Hood.IsOpen", "\"signal\":\"B0\",\"on_change\":true");
     const QByteArray log =
         line(0, 0x100, QByteArray(8, '\1')) + line(600000, 0x200, QByteArray(8, '\0'));
-    const QStringList doors = sent(write("raw.log", log), car).filter("doorStatus");
+    const QStringList doors = sent(m_folder.write("raw.log", log), car).filter("doorStatus");
     QCOMPARE(doors, QStringList{"0 doorStatus 1"});
 }
 
@@ -248,7 +244,7 @@ void tst_CarLog::unusable_data()
     QTest::newRow("no DBC file and no map")
         << log << none << none
         << "found none in 1 frames and 0 damaged lines; a raw log needs "
-           "--dbc and --map";
+           "--dbc FILE and --map FILE at the start";
     QTest::newRow("a DBC file alone")
         << log << dbc << none << "--dbc: expected with --map, got it alone";
     QTest::newRow("no candump log") << QByteArray("Time,RPM\n0,800\n") << dbc << map
@@ -279,10 +275,10 @@ void tst_CarLog::unusable()
     QFETCH(QByteArray, dbc);
     QFETCH(QByteArray, map);
     QFETCH(QString, message);
-    const CarFiles car = {dbc.isNull() ? QString() : write("car.dbc", dbc),
-                          map.isNull() ? QString() : write("car.json", map)};
+    const CarFiles car = {dbc.isNull() ? QString() : m_folder.write("car.dbc", dbc),
+                          map.isNull() ? QString() : m_folder.write("car.json", map)};
     QString error;
-    QVERIFY(!openSource(write("raw.log", log), &error, Trim::Full, car));
+    QVERIFY(!openSource(m_folder.write("raw.log", log), &error, Trim::Full, car));
     QVERIFY2(error.contains(message), qPrintable(error));
     QVERIFY(!error.contains(QLatin1Char('\n')));
 }
@@ -292,10 +288,10 @@ void tst_CarLog::unusable()
 void tst_CarLog::checksTheMap()
 {
     QString error;
-    const QString dbc = write("car.dbc", "BO_ 256 A: 8 X\n"
-                                         " SG_ Speed : 0|8@1+ (1,0) [0|255] \"mph\" X\n"
-                                         " SG_ Door : 8|1@1+ (1,0) [0|1] \"\" X\n");
-    const QString map = write("car.json", R"({
+    const QString dbc = m_folder.write("car.dbc", "BO_ 256 A: 8 X\n"
+                                                  " SG_ Speed : 0|8@1+ (1,0) [0|255] \"mph\" X\n"
+                                                  " SG_ Door : 8|1@1+ (1,0) [0|1] \"\" X\n");
+    const QString map = m_folder.write("car.json", R"({
         "Vehicle.Speed": {"dbc2vss": {"signal": "Speed"}},
         "Vehicle.OBD.Speed": {"dbc2vss": {"signal": "Speed"}},
         "Vehicle.Cabin.Door.Row1.DriverSide.IsOpen": {"dbc2vss": {"signal": "Door"}},
@@ -320,14 +316,14 @@ void tst_CarLog::checksTheMap()
 void tst_CarLog::suggestsAMap()
 {
     QString error;
-    const QString dbc =
-        write("car.dbc", "BO_ 256 A: 8 X\n"
-                         " SG_ EngineSpeed : 0|16@1+ (1,0) [0|9000] \"rpm\" X\n"
-                         " SG_ VehicleSpeed : 16|8@1+ (1,0) [0|255] \"mph\" X\n"
-                         " SG_ CoolantTemp : 24|8@1+ (1,0) [0|255] \"\" X\n"
-                         " SG_ DoorFrontLeftStatus : 32|2@1+ (1,0) [0|3] \"\" X\n"
-                         " SG_ EngineOilSpeed : 40|8@1+ (1,0) [0|9] \"l/h\" X\n"
-                         "VAL_ 256 DoorFrontLeftStatus 0 \"CLOSED\" 1 \"OPEN\" 3 \"SNA\" ;\n");
+    const QString dbc = m_folder.write(
+        "car.dbc", "BO_ 256 A: 8 X\n"
+                   " SG_ EngineSpeed : 0|16@1+ (1,0) [0|9000] \"rpm\" X\n"
+                   " SG_ VehicleSpeed : 16|8@1+ (1,0) [0|255] \"mph\" X\n"
+                   " SG_ CoolantTemp : 24|8@1+ (1,0) [0|255] \"\" X\n"
+                   " SG_ DoorFrontLeftStatus : 32|2@1+ (1,0) [0|3] \"\" X\n"
+                   " SG_ EngineOilSpeed : 40|8@1+ (1,0) [0|9] \"l/h\" X\n"
+                   "VAL_ 256 DoorFrontLeftStatus 0 \"CLOSED\" 1 \"OPEN\" 3 \"SNA\" ;\n");
     const auto lines = suggestMap(dbc, &error);
     QVERIFY2(lines, qPrintable(error));
     const QJsonObject map = QJsonDocument::fromJson(lines->join('\n').toUtf8()).object();
@@ -346,8 +342,8 @@ void tst_CarLog::suggestsAMap()
     const QString comment =
         map["Vehicle.Powertrain.CombustionEngine.ECT"].toObject()["comment"].toString();
     QCOMPARE(comment, QStringLiteral("doubtful: the signal has no unit; celsius is taken for it"));
-    QVERIFY(!suggestMap(write("car.dbc", "BO_ 256 A: 8 X\n SG_ S : 0|8@1+ (1,0) [0|1] \"\" X\n"),
-                        &error));
+    QVERIFY(!suggestMap(
+        m_folder.write("car.dbc", "BO_ 256 A: 8 X\n SG_ S : 0|8@1+ (1,0) [0|1] \"\" X\n"), &error));
 }
 
 void tst_CarLog::suggestionIsAMap()
@@ -362,6 +358,40 @@ void tst_CarLog::suggestionIsAMap()
     QVERIFY(map->remarks().isEmpty());
     QCOMPARE(bindSignals(*map, *m_dbc).missing, QVector<int>());
     QVERIFY(lines->join('\n').contains("TPMSFLpressure31F"));
+}
+
+// ---- In the window ------------------------------------------------------------------------------
+
+void tst_CarLog::opensInTheWindow()
+{
+    m_options.setup.car = smallCar("Vehicle.LowVoltageBattery.CurrentVoltage", "\"signal\":\"B0\"");
+    makeBench();
+    windows()->openWindow(81);
+    const QByteArray volts(8, char(12));
+    drop(m_folder.write("raw.log", line(0, 0x100, volts) + line(900, 0x100, volts)));
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
+    drop(m_folder.write("other.csv", "Time,Voltage\n0,13.5\n1,13.5\n")); // these need no files
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("13.5V"));
+    drop(m_folder.filePath("raw.log"));
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
+}
+
+void tst_CarLog::needsItsFilesInTheWindow()
+{
+    makeBench();
+    QString message;
+    QTimer::singleShot(0, m_window.data(), [&message] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            qFatal("no message");
+        message = box->text();
+        box->reject();
+    });
+    const QString log = m_folder.write("raw.log", line(0, 0x100, QByteArray(8, '\0')));
+    drop(log);
+    QCOMPARE(message, log + ": line 1: expected OBD-II answers on 7E8 to 7EF, found none in 1 "
+                            "frames and 0 damaged lines; a raw log needs --dbc FILE and "
+                            "--map FILE at the start");
 }
 
 // ---- A real car on the pages --------------------------------------------------------------------
