@@ -82,7 +82,7 @@ static bool hasLogForCar(const Options &options, QString *error)
     const Setup &setup = options.setup;
     const bool isFile =
         setup.source != QLatin1String("simulator") && setup.source != QLatin1String("none");
-    if (!options.headless || setup.car.isEmpty() || isFile || options.isTool())
+    if (!options.headless || setup.car.map.isEmpty() || isFile || options.isTool())
         return true;
     *error = QStringLiteral("--source: expected a candump log with --dbc and --map, got '%1'")
                  .arg(setup.source);

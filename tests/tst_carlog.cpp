@@ -255,8 +255,8 @@ void tst_CarLog::unusable_data()
            "the pages, found none in 1 frames and 0 damaged lines";
     QTest::newRow("a map for another car")
         << log << dbc << QByteArray(map).replace("\"S\"", "\"T\"")
-        << "raw.log: line 1: expected frames that the DBC file and the map turn into values for "
-           "the pages, found none in 1 frames and 0 damaged lines";
+        << "car.json: Vehicle.Speed: expected a signal of the DBC file, found 'T', which no "
+           "message has";
     QTest::newRow("a map of another format")
         << log << dbc << QByteArray(R"({"signals":[1,2]})")
         << "car.json: expected paths with 'dbc2vss', as a tree or by path, found none";
