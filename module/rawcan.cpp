@@ -53,11 +53,17 @@ void RawCanReader::read(const CanFrame &frame)
     add(nowMs, m_decoder.decode(nowMs, frame.id, bytes, frame.data.size()));
 }
 
-/** Also while the whole bus is silent. */
+/** Also while the whole bus is silent, for a day perhaps. */
 void RawCanReader::watch(qint64 nowMs)
 {
-    for (; m_watchedMs + watchMs <= nowMs; m_watchedMs += watchMs)
-        add(m_watchedMs + watchMs, m_decoder.missing(m_watchedMs + watchMs));
+    if (nowMs < m_watchedMs + watchMs)
+        return;
+    m_watchedMs = nowMs - nowMs % watchMs;
+    for (qint64 expectedMs = m_decoder.nextExpectedMs(); expectedMs < m_watchedMs;
+         expectedMs = m_decoder.nextExpectedMs()) {
+        const qint64 missedMs = expectedMs - expectedMs % watchMs + watchMs;
+        add(missedMs, m_decoder.missing(missedMs));
+    }
 }
 
 void RawCanReader::add(qint64 atMs, const QVector<PathValue> &values)

@@ -125,20 +125,16 @@ QVector<SampleSource::Range> SampleSource::ranges() const
 
 QString SampleSource::Range::text(Quantity quantity) const
 {
-    const QString found = QStringLiteral("%1: %2 samples, %3 to %4 %5")
-                              .arg(QLatin1String(quantityInfo(quantity).name))
-                              .arg(count)
-                              .arg(QString::number(lowest, 'g', 6),
-                                   QString::number(highest, 'g', 6), shownUnit(quantity))
-                              .trimmed();
-    switch (missing) {
-    case 0:
-        return found;
-    case 1:
-        return found + QStringLiteral("; missing once");
-    default:
-        return found + QStringLiteral("; missing %1 times").arg(missing);
-    }
+    QString text = QStringLiteral("%1: %2 samples, %3 to %4 %5")
+                       .arg(QLatin1String(quantityInfo(quantity).name))
+                       .arg(count)
+                       .arg(QString::number(lowest, 'g', 6), QString::number(highest, 'g', 6),
+                            shownUnit(quantity))
+                       .trimmed();
+    if (missing > 0)
+        text += missing == 1 ? QStringLiteral("; missing once")
+                             : QStringLiteral("; missing %1 times").arg(missing);
+    return text;
 }
 
 QStringList SampleSource::findings() const

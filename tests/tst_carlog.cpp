@@ -26,6 +26,7 @@ private slots:
     void values_data();
     void values();
     void goesMissingAndComesBack();
+    void goesMissingForDays();
     void eventsDoNotGoMissing();
     void unusable_data();
     void unusable();
@@ -39,6 +40,8 @@ private slots:
     void realTire();
     void realClimate();
     void realDrive();
+    void realDriveShowsNoMore_data();
+    void realDriveShowsNoMore();
 
 private:
     /** A car whose frame 100 has eight bytes of one signal each. */
@@ -53,10 +56,10 @@ private:
         return {m_folder.write("small.dbc", dbc),
                 m_folder.write("small.json", "{\"" + path + "\":{\"dbc2vss\":{" + rule + "}}}")};
     }
-    static QByteArray line(int ms, quint32 id, const QByteArray &data)
+    static QByteArray line(qint64 ms, quint32 id, const QByteArray &data)
     {
         return QStringLiteral("(%1) can0 %2#")
-                   .arg(ms / 1000.0, 0, 'f', 3)
+                   .arg(double(ms) / 1000.0, 0, 'f', 3)
                    .arg(id, 3, 16, QLatin1Char('0'))
                    .toLatin1()
                    .toUpper()
@@ -136,6 +139,7 @@ private:
         m_options.setup.car = {file, testpaths::source("tests/cars/model3.json")};
         return m_dbc.has_value();
     }
+    bool openRealDrive();
     void drive(const QByteArray &log, int page)
     {
         makeBench(m_folder.write("raw.log", log));
@@ -217,6 +221,24 @@ void tst_CarLog::goesMissingAndComesBack()
     const QStringList battery = sent(m_folder.write("raw.log", log), car).filter("batteryVoltage");
     QCOMPARE(battery, (QStringList{"0 batteryVoltage 12.0V", "3100 batteryVoltage --",
                                    "9000 batteryVoltage 12.0V"}));
+}
+
+/** In no longer than the frames take: nobody waits for the tenths of a second between them. */
+void tst_CarLog::goesMissingForDays()
+{
+    static constexpr int frameCount = 500;
+    static constexpr qint64 apartMs = 20 * 3600 * 1000;
+    const CarFiles car = smallCar("Vehicle.LowVoltageBattery.CurrentVoltage",
+                                  "\"signal\":\"B0\",\"interval_ms\":100");
+    QByteArray log;
+    QStringList expected;
+    for (qint64 frame = 0; frame < frameCount; ++frame) {
+        log += line(frame * apartMs, 0x100, QByteArray(8, char(12)));
+        expected.append(QStringLiteral("%1 batteryVoltage 12.0V").arg(frame * apartMs));
+        expected.append(QStringLiteral("%1 batteryVoltage --").arg(frame * apartMs + 1100));
+    }
+    expected.removeLast();
+    QCOMPARE(sent(m_folder.write("raw.log", log), car).filter("batteryVoltage"), expected);
 }
 
 void tst_CarLog::eventsDoNotGoMissing()
@@ -483,14 +505,21 @@ void tst_CarLog::realClimate()
     QTRY_COMPARE(text("Txt_left_temp"), QStringLiteral("75.00 F"));
 }
 
-void tst_CarLog::realDrive()
+bool tst_CarLog::openRealDrive()
 {
     const QString log = recordedDrive("falcon_fg_engine_20210120.candump.log");
     if (!QFile::exists(log))
-        QSKIP("the recorded drive is not here");
+        return false;
     m_options.setup.car = {testpaths::source("tests/cars/falcon.dbc"),
                            testpaths::source("tests/cars/falcon.json")};
     makeBench(log);
+    return true;
+}
+
+void tst_CarLog::realDrive()
+{
+    if (!openRealDrive())
+        QSKIP("the recorded drive is not here");
     const QJsonObject found = session()->drive()->source()->statistics()["quantities"].toObject();
     const auto range = [&found](const char *name) {
         const QJsonObject one = found[QLatin1String(name)].toObject();
@@ -516,6 +545,37 @@ void tst_CarLog::realDrive()
     showsAt(121650, "Txt_up_right_value", "59 ℉"); // what the car says, for a tenth of a second
     showsAt(121800, "Txt_up_right_value", "126 ℉");
     QCOMPARE(text("Txt_down_left_value"), QStringLiteral("--"));
+}
+
+void tst_CarLog::realDriveShowsNoMore_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QStringList>("numbers");
+    QTest::addColumn<QStringList>("unknown");
+    QTest::newRow("gauges") << 80 << QStringList{"108 ℉", "749 RPM"}
+                            << QStringList{"Txt_up_left_value", "Txt_down_left_value",
+                                           "Txt_down_right_value"};
+    QTest::newRow("vehicle") << 81 << QStringList{"14.1V"}
+                             << QStringList{"Txt_psi_front_left",  "Txt_psi_front_right",
+                                            "Txt_psi_rear_left",   "Txt_psi_rear_right",
+                                            "Txt_temp_front_left", "Txt_temp_front_right",
+                                            "Txt_temp_rear_left",  "Txt_temp_rear_right"};
+    QTest::newRow("climate") << 82 << QStringList() << QStringList();
+    QTest::newRow("parking") << 83 << QStringList() << QStringList();
+}
+
+void tst_CarLog::realDriveShowsNoMore()
+{
+    if (!openRealDrive())
+        QSKIP("the recorded drive is not here");
+    QFETCH(int, page);
+    QFETCH(QStringList, numbers);
+    QFETCH(QStringList, unknown);
+    session()->drive()->pause();
+    session()->drive()->seek(20000);
+    QTRY_COMPARE(numbersOn(page), numbers);
+    for (const QString &label : qAsConst(unknown))
+        QCOMPARE(text(label.toLatin1()), QStringLiteral("--"));
 }
 
 NORDA_TEST_MAIN(tst_CarLog)

@@ -4,7 +4,6 @@
 
 #include <QAbstractButton>
 #include <QLabel>
-#include <QRegularExpression>
 #include <QSignalSpy>
 
 /** What the pages show of a recorded drive: its own values, and none that it does not hold. */
@@ -67,22 +66,6 @@ private:
             QTRY_VERIFY(!numbersOn(id).isEmpty());
         windows()->openWindow(83);
         windows()->openWindow(80);
-    }
-    /** The visible texts of a page that hold a digit; the scale of the centre gauge is no value. */
-    QStringList numbersOn(int id)
-    {
-        windows()->openWindow(id);
-        QTest::qWait(testpaths::emulator().isEmpty()
-                         ? 50
-                         : 500); // what the page asked for has been answered
-        QStringList texts;
-        for (const QLabel *label : windows()->currentPage()->findChildren<QLabel *>()) {
-            if (label->isVisible() && label->text().contains(QRegularExpression("\\d")) &&
-                !label->objectName().startsWith("Txt_scale_"))
-                texts.append(label->text());
-        }
-        texts.sort();
-        return texts;
     }
 
     TestFolder m_folder;
