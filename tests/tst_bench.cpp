@@ -111,8 +111,14 @@ void tst_Bench::badArguments_data()
         << QStringList{"--nothing"} << "Unknown option 'nothing'. See --help.";
     QTest::newRow("missing value")
         << QStringList{"--source"} << "Missing value after '--source'. See --help.";
-    QTest::newRow("a word") << QStringList{"drive.csv"}
-                            << "drive.csv: expected an option; a drive is named with --source";
+    QTest::newRow("file that is not there")
+        << QStringList{"drive.csv"}
+        << "drive.csv: expected a readable file: No such file or directory";
+    QTest::newRow("two drives") << QStringList{"one.csv", "two.csv"}
+                                << "two.csv: expected one drive, got another before it";
+    QTest::newRow("a drive beside --source")
+        << QStringList{"--source", "none", "two.csv"}
+        << "two.csv: expected one drive, got another before it";
     QTest::newRow("summary") << QStringList{"--summary", "/proc/nothing/s.json"}
                              << "--summary: expected a file that can be written, got "
                                 "'/proc/nothing/s.json'";

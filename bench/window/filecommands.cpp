@@ -47,6 +47,7 @@ void FileCommands::openDrive(const QString &source)
     if (drive->speed() == module::Drive::Unlimited)
         drive->setSpeed(1);
     emit opened(source);
+    emit recordingChanged(); // a recording continues
     drive->play();
 }
 

@@ -21,6 +21,8 @@ QStringList RecentDrives::files()
 
 void RecentDrives::add(const QString &file)
 {
+    if (!QFileInfo::exists(file))
+        return; // the simulated car
     const QString path = QFileInfo(file).absoluteFilePath();
     QStringList all = files();
     all.removeAll(path);

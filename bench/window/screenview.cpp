@@ -3,7 +3,6 @@
 #include "palette.h"
 #include "screen.h"
 
-#include <QDragEnterEvent>
 #include <QGraphicsProxyWidget>
 #include <QKeyEvent>
 
@@ -16,10 +15,12 @@ ScreenView::ScreenView(Screen *screen, QWidget *parent)
     setObjectName(QStringLiteral("screenView"));
     setFrameShape(NoFrame);
     setFocusPolicy(Qt::StrongFocus);
+    setAcceptDrops(false); // files are dropped on the window
     setRenderHint(QPainter::SmoothPixmapTransform);
     setViewportUpdateMode(MinimalViewportUpdate);
     setOptimizationFlags(DontSavePainterState | DontAdjustForAntialiasing);
-    setBackgroundBrush(night::background.darker(150));
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // nothing is filled twice
+    viewport()->setAutoFillBackground(false);
     setAlignment(Qt::AlignCenter);
     setFactor(Fit);
 }
@@ -64,6 +65,13 @@ void ScreenView::paintEvent(QPaintEvent *event)
     QGraphicsView::paintEvent(event);
 }
 
+/** What surrounds the screen, which paints all of itself. */
+void ScreenView::drawBackground(QPainter *painter, const QRectF &rect)
+{
+    if (!sceneRect().contains(rect))
+        painter->fillRect(rect, night::background.darker(150));
+}
+
 void ScreenView::resizeEvent(QResizeEvent *event)
 {
     QGraphicsView::resizeEvent(event);
@@ -73,12 +81,6 @@ void ScreenView::resizeEvent(QResizeEvent *event)
 
 /** Keys are the window's, which sends them to the open page as a head unit does. */
 void ScreenView::keyPressEvent(QKeyEvent *event)
-{
-    event->ignore();
-}
-
-/** Files are dropped on the window. */
-void ScreenView::dragEnterEvent(QDragEnterEvent *event)
 {
     event->ignore();
 }

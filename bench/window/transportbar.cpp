@@ -70,6 +70,7 @@ TransportBar::TransportBar(QWidget *parent)
     , m_duration(new QLabel)
     , m_speed(new QComboBox)
 {
+    setObjectName(QStringLiteral("transport"));
     m_slider->setObjectName(QStringLiteral("seek"));
     m_slider->setToolTip(tr("Position in the drive"));
     m_clock->setObjectName(QStringLiteral("clock"));
