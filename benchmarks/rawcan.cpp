@@ -12,8 +12,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <ctime>
-
 static constexpr int framesPerSecond = 4000;
 static constexpr int driveSeconds = 12;
 static constexpr int signalsPerFrame = 8;
@@ -85,11 +83,6 @@ static Setup setupIn(const QDir &folder)
     write(setup.car.dbc, dbc());
     write(setup.car.map, map());
     return setup;
-}
-
-static double processorSeconds()
-{
-    return double(std::clock()) / CLOCKS_PER_SEC;
 }
 
 /** The processor's time for each second of the drive: its log is read whole. */
