@@ -32,12 +32,12 @@ struct PacedSignal
 /** In the order in which they are emitted; the two groups are emitted apart. */
 extern const QVector<PacedSignal> simulatedGauges;
 extern const QVector<PacedSignal> simulatedVehicle;
-/** A list of integers, and what it shows less exactly than these do. */
+/** A list of integers every second, and the more exact signals that follow it. */
 extern const PageSignal simulatedProperties;
 extern const PageSignal batterySignal;
 extern const PageSignal simulatedTireTemperatures;
 
-/** A signal as it is now; that it is unknown, where it is; without a name where nothing says so. */
+/** A signal for what is known, or the one that shows it as unknown; no name where there is none. */
 Emission emissionOf(const PageSignal &signal, const CarState &car);
 
 /** What the top left gauge can show: the best that a car has, or what a touch selects. */
