@@ -48,7 +48,10 @@ RearObstacle nearestBehind(const CarState &car)
             obstacleLevel(distance(car, Quantity::ObstacleRearLeft + nearest))};
 }
 
-/** The page shows one rear zone or one blind spot; what is behind the car comes first. */
+/**
+ * The page shows one rear zone or one blind spot; what is behind the car comes first. Only a
+ * message about a zone clears the zones.
+ */
 QVariantList rearZone(const CarState &car)
 {
     const RearObstacle nearest = nearestBehind(car);
@@ -58,7 +61,8 @@ QVariantList rearZone(const CarState &car)
         return zoneMessage(wire::BlindSpotLeft, wire::LastParkingLevel);
     if (car.isOn(Quantity::BlindSpotRight))
         return zoneMessage(wire::BlindSpotRight, wire::LastParkingLevel);
-    return zoneMessage(wire::NoBlindSpot, 0);
+    const bool hasSensors = car.knewAny(Quantity::ObstacleRearLeft, sensors);
+    return zoneMessage(hasSensors ? wire::FirstRearZone : wire::NoBlindSpot, 0);
 }
 
 /** From 0 for nothing within reach to 255 at the bumper, in fifteen steps. */

@@ -261,10 +261,10 @@ const QVector<PageSignal> pageSignals = {
     {"seatbeltStatus",               Quantity::BeltDriver,              2, belts},
     {"checkGearPositionStatus",      Quantity::ParkLock,                2, gear},
     {"compassHeading",               Quantity::Heading,                 1, heading},
-    {"NordaClimateCtrlStatusNotify", Quantity::ClimateOn,              20, climateStatus},
+    {"NordaClimateCtrlStatusNotify", Quantity::ClimateOn,              20, climateStatus, false, true},
     {"parkingTopBarText",            Quantity::ObstacleWarning,         1, obstacleText},
-    {"parkingDistanceRear",          Quantity::ObstacleRearLeft,        6, rearZone, true},
-    {"parkingDistanceFront",         Quantity::ObstacleFrontLeft,       4, frontDistances},
+    {"parkingDistanceRear",          Quantity::ObstacleRearLeft,        6, rearZone, true, true},
+    {"parkingDistanceFront",         Quantity::ObstacleFrontLeft,       4, frontDistances, false, true},
 };
 
 const QVector<PacedSignal> simulatedGauges = {
@@ -299,8 +299,9 @@ static_assert(int(Quantity::TireTemperatureRearLeft) - int(Quantity::TirePressur
 
 Emission emissionOf(const PageSignal &signal, const CarState &car)
 {
-    const QVariantList arguments =
-        car.knowsAny(signal.first, signal.count) ? signal.arguments(car) : QVariantList();
+    const bool isShown = car.knowsAny(signal.first, signal.count) ||
+                         (signal.isOffWhenMissing && car.knewAny(signal.first, signal.count));
+    const QVariantList arguments = isShown ? signal.arguments(car) : QVariantList();
     return arguments.isEmpty() ? unknownValue(signal.name) : Emission{0, signal.name, arguments};
 }
 

@@ -17,6 +17,8 @@ struct PageSignal
     QVariantList (*arguments)(const CarState &car);
     /** The next row is emitted again after it: it changes what that one shows. */
     bool disturbsNext = false;
+    /** No payload shows it as unknown, so what has gone missing is shown as off or clear. */
+    bool isOffWhenMissing = false;
 };
 
 /** Of a recorded car, in the order in which they are emitted. */

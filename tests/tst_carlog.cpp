@@ -28,6 +28,8 @@ private slots:
     void goesMissingAndComesBack();
     void goesMissingForDays();
     void eventsDoNotGoMissing();
+    void leavesAndGoesMissing_data();
+    void leavesAndGoesMissing();
     void unusable_data();
     void unusable();
     void checksTheMap();
@@ -249,6 +251,45 @@ void tst_CarLog::eventsDoNotGoMissing()
         line(0, 0x100, QByteArray(8, '\1')) + line(600000, 0x200, QByteArray(8, '\0'));
     const QStringList doors = sent(m_folder.write("raw.log", log), car).filter("doorStatus");
     QCOMPARE(doors, QStringList{"0 doorStatus 1"});
+}
+
+void tst_CarLog::leavesAndGoesMissing_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<int>("off");
+    QTest::addColumn<QStringList>("expected"); // on at 0 s, off at 1 s, on at 2 s, then missing
+    const auto row = [](const char *name, const char *path, int off, const char *signal,
+                        const char *whenOn, const char *whenOff) {
+        QStringList lines;
+        int turn = 0;
+        for (const int ms : {0, 1000, 2000, 7100})
+            lines.append(
+                QStringLiteral("%1 %2 %3")
+                    .arg(ms)
+                    .arg(QLatin1String(signal), QLatin1String(turn++ % 2 == 0 ? whenOn : whenOff)));
+        QTest::newRow(name) << QByteArray("Vehicle.") + path << off << lines;
+    };
+    row("obstacle behind", "Private.Obstacle.Rear.MiddleRight.Distance", 5, "parkingDistanceRear",
+        "0702", "0500");
+    row("obstacle in front", "Private.Obstacle.Front.Right.Distance", 5, "parkingDistanceFront",
+        "00000055", "00000000");
+    row("blind spot", "Private.BlindSpot.Left.IsWarning", 0, "parkingDistanceRear", "0904", "0000");
+    row("climate", "Cabin.HVAC.IsAirConditioningActive", 0, "NordaClimateCtrlStatusNotify",
+        "1|0|0|0|1|0|0|0|1|0|0|0|0|0|0|0|0|0|0|0|0|0|0",
+        "1|0|0|0|0|0|0|0|1|0|0|0|0|0|0|0|0|0|0|0|0|0|0");
+}
+
+void tst_CarLog::leavesAndGoesMissing()
+{
+    QFETCH(QByteArray, path);
+    QFETCH(int, off);
+    QFETCH(QStringList, expected);
+    const QByteArray on = QByteArray(8, '\1');
+    const QByteArray log = line(0, 0x100, on) + line(1000, 0x100, QByteArray(8, char(off))) +
+                           line(2000, 0x100, on) + line(9000, 0x200, on);
+    const QStringList lines =
+        sent(m_folder.write("raw.log", log), smallCar(path, "\"signal\":\"B0\""));
+    QCOMPARE(lines.filter(expected.constFirst().section(QLatin1Char(' '), 1, 1)), expected);
 }
 
 // ---- What cannot be used ------------------------------------------------------------------------
