@@ -78,7 +78,11 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     restoreWindow();
 }
 
-BenchWindow::~BenchWindow() = default;
+/** The panels report that they hide, which needs a whole window. */
+BenchWindow::~BenchWindow()
+{
+    hide();
+}
 
 void BenchWindow::layOut()
 {
