@@ -117,7 +117,8 @@ static QString wherever(const QString &file)
 /** A recording may be cut in place. */
 static output::InputFiles inputsOf(const Options &options)
 {
-    output::InputFiles inputs = {options.setup.source, options.plugin};
+    output::InputFiles inputs = {options.setup.source, options.plugin, options.setup.car.dbc,
+                                 options.setup.car.map};
     for (const QString &script : options.scripts)
         inputs.add(script);
     return inputs;

@@ -110,9 +110,11 @@ QVector<SampleSource::Range> SampleSource::ranges() const
 {
     QVector<Range> ranges(static_cast<int>(Quantity::Count));
     for (const Sample &sample : m_log.samples) {
-        if (std::isnan(sample.value))
-            continue;
         Range &range = ranges[int(sample.quantity)];
+        if (std::isnan(sample.value)) {
+            ++range.missing;
+            continue;
+        }
         const double shown = shownValue(sample.quantity, double(sample.value));
         range.lowest = range.count ? qMin(range.lowest, shown) : shown;
         range.highest = range.count ? qMax(range.highest, shown) : shown;
@@ -123,11 +125,16 @@ QVector<SampleSource::Range> SampleSource::ranges() const
 
 QString SampleSource::Range::text(Quantity quantity) const
 {
-    return QStringLiteral("%1: %2 samples, %3 to %4 %5")
-        .arg(QLatin1String(quantityInfo(quantity).name))
-        .arg(count)
-        .arg(QString::number(lowest, 'g', 6), QString::number(highest, 'g', 6), shownUnit(quantity))
-        .trimmed();
+    QString text = QStringLiteral("%1: %2 samples, %3 to %4 %5")
+                       .arg(QLatin1String(quantityInfo(quantity).name))
+                       .arg(count)
+                       .arg(QString::number(lowest, 'g', 6), QString::number(highest, 'g', 6),
+                            shownUnit(quantity))
+                       .trimmed();
+    if (missing > 0)
+        text += missing == 1 ? QStringLiteral("; missing once")
+                             : QStringLiteral("; missing %1 times").arg(missing);
+    return text;
 }
 
 QStringList SampleSource::findings() const
@@ -190,6 +197,7 @@ QJsonObject SampleSource::statistics() const
         quantities.insert(QLatin1String(info.name), QJsonObject{{"count", found[i].count},
                                                                 {"min", rounded(found[i].lowest)},
                                                                 {"max", rounded(found[i].highest)},
+                                                                {"missing", found[i].missing},
                                                                 {"unit", shownUnit(Quantity(i))}});
     }
     QJsonObject statistics = m_log.details;

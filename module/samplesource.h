@@ -48,6 +48,7 @@ private:
     struct Range
     {
         int count = 0;
+        int missing = 0; ///< how often it has gone missing
         double lowest = 0;
         double highest = 0;
 

@@ -104,10 +104,13 @@ public:
  * nothing by itself, or the path of a recorded drive, whose format is detected from its content.
  * @param error  one line that names the file, the line and what was expected there
  * @param trim   what the simulated car is equipped with
- * @param car    what explains the frames of a raw CAN log
+ * @param car    what explains the frames of a raw CAN log; a file must be one then
  * @return null when the source cannot be used
  */
 std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error,
                                           Trim trim = Trim::Full, const CarFiles &car = {});
+
+/** Whether a file holds frames of a bus, by its content; false for one that cannot be read. */
+bool isCandumpLog(const QString &file);
 
 } // namespace module

@@ -20,7 +20,7 @@ CallsPanel::CallsPanel(QWidget *parent)
 {
     m_count->setObjectName(QStringLiteral("calls-count"));
     m_table->elideInTheMiddle(CallsModel::Operation);
-    new ColumnWidths(m_table, {{8, 9}, {13, 30}, {16, 44}, {10, 0}}, CallsModel::Arguments);
+    new ColumnWidths(m_table, {{8, 9}, {16, 30}, {20, 0}, {10, 30, 1}}, CallsModel::Meaning);
     auto *column = new QVBoxLayout(this);
     column->addWidget(m_filter);
     column->addWidget(m_table, 1);

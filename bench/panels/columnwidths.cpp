@@ -62,14 +62,31 @@ int ColumnWidths::pixels(int characters) const
     return characters * m_table->fontMetrics().averageCharWidth() + margins;
 }
 
+void ColumnWidths::hideWhatHasNoRoom(int width)
+{
+    QVector<int> byRank;
+    for (int i = 0; i < m_columns.size(); ++i)
+        byRank.append(i);
+    std::stable_sort(byRank.begin(), byRank.end(),
+                     [this](int a, int b) { return m_columns[a].rank < m_columns[b].rank; });
+    int used = 0;
+    for (const int column : qAsConst(byRank)) {
+        used += pixels(m_columns[column].least);
+        m_table->setColumnHidden(column, m_columns[column].rank > 0 && used > width);
+    }
+}
+
 /** Two thirds of the space to spare go to the other columns, until they have what they need. */
 void ColumnWidths::layOut()
 {
     const QScopedValueRollback<bool> layingOut(m_isLayingOut, true);
     const int width = m_table->viewport()->width();
+    hideWhatHasNoRoom(width);
     int least = 0;
     int growth = 0;
     for (int i = 0; i < m_columns.size(); ++i) {
+        if (m_table->isColumnHidden(i))
+            continue;
         least += pixels(m_columns[i].least);
         if (i != m_stretched)
             growth += pixels(m_columns[i].most) - pixels(m_columns[i].least);
@@ -79,7 +96,7 @@ void ColumnWidths::layOut()
     for (int i = 0; i < m_columns.size(); ++i) {
         const int lower = pixels(m_columns[i].least);
         const int fit = int(shrunk * (lower + grown * (pixels(m_columns[i].most) - lower)));
-        if (i != m_stretched)
+        if (i != m_stretched && !m_table->isColumnHidden(i))
             m_table->setColumnWidth(i, m_kept[i] ? qMin(m_kept[i], width / 2) : fit);
     }
 }

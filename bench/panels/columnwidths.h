@@ -8,7 +8,8 @@ class QTableView;
 
 /**
  * The columns of a table fill its width at any size. One is stretched; the others get wider with
- * the table up to what they need. Widths that the user sets are kept in the settings of the bench.
+ * the table up to what they need, and some are hidden in a narrow one. Widths that the user sets
+ * are kept in the settings of the bench.
  */
 class ColumnWidths : public QObject
 {
@@ -19,6 +20,7 @@ public:
     {
         int least;
         int most;
+        int rank = 0; ///< where there is no room, the highest is hidden first; 0 is never hidden
     };
 
     /** @param table  is named already, and owns this */
@@ -33,6 +35,7 @@ protected:
 
 private:
     void layOut();
+    void hideWhatHasNoRoom(int width);
     int pixels(int characters) const;
     QString key(int column) const;
 

@@ -62,7 +62,8 @@ SignalsPanel::SignalsPanel(Actions *actions, QWidget *parent)
 {
     m_filtered->setSourceModel(m_model);
     m_table->elideInTheMiddle(SignalsModel::Name);
-    new ColumnWidths(m_table, {{16, 36}, {12, 0}, {6, 7}, {6, 7}, {9, 10}}, SignalsModel::Last);
+    new ColumnWidths(m_table, {{24, 36}, {12, 0}, {6, 7, 1}, {6, 7, 2}, {9, 10, 3}},
+                     SignalsModel::Last);
     auto *menu = new TableActions(m_table, this);
     connect(menu->add(QStringLiteral("send-again"), tr("Send &again")), &QAction::triggered, this,
             &SignalsPanel::sendAgain);

@@ -67,7 +67,8 @@ bool Rig::openDrive(const QString &name, QString *error)
 {
     const bool isFile = QFileInfo::exists(name);
     const module::Trim trim = isFile ? module::Trim::Full : m_trim;
-    auto source = module::openSource(name, error, trim);
+    const module::CarFiles car = module::isCandumpLog(name) ? m_setup.car : module::CarFiles();
+    auto source = module::openSource(name, error, trim, car);
     if (!source)
         return false;
     auto session = std::make_unique<Session>(std::move(source));
