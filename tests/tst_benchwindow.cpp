@@ -1,4 +1,5 @@
 #include "benchfixture.h"
+#include "session/warnings.h"
 #include "window/commands.h"
 #include "window/filecommands.h"
 #include "window/paneldocks.h"
@@ -66,6 +67,7 @@ private slots:
     void recordingFromTheWindow();
     void recordingContinuesWithAnotherDrive();
     void pictureKeySavesTheScreen();
+    void warningsAreCountedInTheStatusBar();
     void keysAreListedEverywhere();
 
 private:
@@ -663,6 +665,20 @@ void tst_BenchWindow::pictureKeySavesTheScreen()
     const QString file = m_window->files()->savePicture(m_folder.path());
     QCOMPARE(QImage(file).size(), QSize(1280, 720));
     QVERIFY(m_window->statusBar()->currentMessage().contains(file));
+}
+
+void tst_BenchWindow::warningsAreCountedInTheStatusBar()
+{
+    const Warnings collected;
+    makeBench();
+    auto *button = find<QToolButton>("warning-count");
+    find<QDockWidget>("warnings")->hide();
+    QTest::ignoreMessage(QtWarningMsg, "something is wrong");
+    qWarning("something is wrong");
+    QTRY_VERIFY(button->isVisible());
+    QVERIFY(button->text().endsWith("warning") || button->text().endsWith("warnings"));
+    button->click();
+    QVERIFY(!find<QDockWidget>("warnings")->visibleRegion().isEmpty());
 }
 
 /** The help and the manual page name each key and what it does. */

@@ -38,6 +38,7 @@
 #include <QMimeData>
 #include <QStandardPaths>
 #include <QStatusBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -52,6 +53,7 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     , m_transport(new TransportBar)
     , m_theme(new Theme(this, options.theme))
     , m_recording(new RecordingLabel)
+    , m_warnings(new QToolButton)
     , m_scale(new QLabel)
     , m_commands(new Commands(this))
     , m_panels(new PanelDocks(this, m_view))
@@ -95,7 +97,15 @@ void BenchWindow::layOut()
     column->addWidget(m_transport);
     setCentralWidget(centre);
     statusBar()->addPermanentWidget(m_recording);
+    statusBar()->addPermanentWidget(m_warnings);
     statusBar()->addPermanentWidget(m_scale);
+    m_warnings->setObjectName(QStringLiteral("warning-count"));
+    m_warnings->setAutoRaise(true);
+    m_warnings->setFocusPolicy(Qt::TabFocus);
+    m_warnings->setToolTip(commandTip(QStringLiteral("warnings")));
+    m_warnings->hide();
+    connect(m_warnings, &QToolButton::clicked, this,
+            [this] { m_panels->show(QStringLiteral("warnings")); });
     m_scale->setToolTip(tr("Size of the unit's screen; 100 % is 1280 x 720"));
     connect(m_view, &ScreenView::factorChanged, m_scale,
             [this](double factor) { m_scale->setText(tr("%1 %").arg(qRound(factor * 100))); });
@@ -118,11 +128,19 @@ void BenchWindow::makePanels()
     m_panels->add(QStringLiteral("audio"), new AudioMonitor(m_rig->unit()->audio()));
     for (Panel *panel : findChildren<Panel *>())
         panel->setFilesInUse([this] { return m_files->filesInUse(); });
+    connect(warnings, &WarningsPanel::countChanged, this, &BenchWindow::showWarnings);
     connect(warnings, &WarningsPanel::momentRequested, calls, &CallsPanel::momentRequested);
     connect(calls, &CallsPanel::momentRequested, this, [this, timeline](qint64 ms) {
         timeline->rewindTo(ms);
         m_panels->show(QStringLiteral("timeline"));
     });
+}
+
+/** In the status bar, since the panel may be closed. */
+void BenchWindow::showWarnings(int count)
+{
+    m_warnings->setVisible(count > 0);
+    m_warnings->setText(count == 1 ? tr("1 warning") : tr("%1 warnings").arg(count));
 }
 
 void BenchWindow::connectFileCommands()

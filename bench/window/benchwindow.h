@@ -8,6 +8,7 @@ class DriveCommands;
 class FileCommands;
 class PanelDocks;
 class QLabel;
+class QToolButton;
 class RecordingLabel;
 class Rewind;
 class Rig;
@@ -47,6 +48,7 @@ protected:
 private:
     void layOut();
     void makePanels();
+    void showWarnings(int count);
     void connectFileCommands();
     void connectPageCommands();
     void connectViewCommands();
@@ -68,6 +70,7 @@ private:
     TransportBar *m_transport;
     Theme *m_theme;
     RecordingLabel *m_recording;
+    QToolButton *m_warnings;
     QLabel *m_scale;
     Commands *m_commands;
     PanelDocks *m_panels;

@@ -7,8 +7,6 @@
 #include "window/repeatedpart.h"
 #include "window/transportbar.h"
 
-#include <algorithm>
-
 DriveCommands::DriveCommands(const Commands *commands, Actions *actions, TransportBar *transport,
                              Rewind *rewind)
     : QObject(transport), m_transport(transport), m_rewind(rewind)
@@ -43,14 +41,31 @@ void DriveCommands::togglePlaying()
         m_transport->togglePlaying();
 }
 
-/** Entries of one moment are one step. */
-static int entryAfter(const Journal &journal, qint64 ms)
+/** The time of the next event of any kind, -1 for none. Events of one moment are one step. */
+static qint64 momentAfter(const Journal &journal, qint64 ms)
 {
-    const QVector<Journal::Entry> &entries = journal.entries();
-    const auto found = std::upper_bound(
-        entries.begin(), entries.end(), ms,
-        [](qint64 moment, const Journal::Entry &entry) { return moment < entry.ms; });
-    return int(found - entries.begin());
+    qint64 nearest = -1;
+    for (int kind = 0; kind < Journal::KindCount; ++kind) {
+        const QVector<int> &places = journal.ofKind(Journal::Kind(kind));
+        const int next = journal.lowerBound(Journal::Kind(kind), ms + 1);
+        if (next >= places.size())
+            continue;
+        const qint64 moment = journal.entries()[places[next]].ms;
+        nearest = nearest < 0 ? moment : qMin(nearest, moment);
+    }
+    return nearest;
+}
+
+static qint64 momentBefore(const Journal &journal, qint64 ms)
+{
+    qint64 nearest = -1;
+    for (int kind = 0; kind < Journal::KindCount; ++kind) {
+        const int next = journal.lowerBound(Journal::Kind(kind), ms);
+        if (next > 0)
+            nearest =
+                qMax(nearest, journal.entries()[journal.ofKind(Journal::Kind(kind))[next - 1]].ms);
+    }
+    return nearest;
 }
 
 /** On a rewound screen to the next event of the journal, and from its last one to live. */
@@ -60,10 +75,9 @@ void DriveCommands::stepToNext()
         m_transport->stepToNext();
         return;
     }
-    const Journal &journal = *m_session->journal();
-    const int next = entryAfter(journal, m_rewind->momentMs());
-    if (next < journal.entries().size())
-        m_rewind->show(journal.entries()[next].ms);
+    const qint64 next = momentAfter(*m_session->journal(), m_rewind->momentMs());
+    if (next >= 0)
+        m_rewind->show(next);
     else
         m_rewind->end();
 }
@@ -72,9 +86,8 @@ void DriveCommands::stepToPrevious()
 {
     if (!m_session)
         return;
-    const Journal &journal = *m_session->journal();
     const qint64 now = m_rewind->isActive() ? m_rewind->momentMs() : m_session->nowMs();
-    const int previous = entryAfter(journal, now - 1) - 1;
+    const qint64 previous = momentBefore(*m_session->journal(), now);
     if (previous >= 0)
-        m_rewind->show(journal.entries()[previous].ms);
+        m_rewind->show(previous);
 }
