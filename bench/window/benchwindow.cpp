@@ -9,6 +9,7 @@
 #include "panels/inspectorpanel.h"
 #include "panels/signalspanel.h"
 #include "panels/timelinepanel.h"
+#include "panels/timerange.h"
 #include "scenario/scenariowriter.h"
 #include "session/rewind.h"
 #include "session/rig.h"
@@ -102,7 +103,8 @@ void BenchWindow::makeDocks()
     setTabPosition(Qt::RightDockWidgetArea, QTabWidget::North);
     auto *signalsPanel = new SignalsPanel(m_actions);
     auto *calls = new CallsPanel;
-    auto *timeline = new TimelinePanel(m_rewind);
+    auto *range = new TimeRange(this);
+    auto *timeline = new TimelinePanel(m_rewind, range);
     signalsPanel->setMinimumWidth(panelWidth);
     connect(calls, &CallsPanel::momentRequested, timeline, &TimelinePanel::rewindTo);
 
