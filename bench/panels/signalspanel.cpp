@@ -30,6 +30,7 @@ SignalsPanel::SignalsPanel(Actions *actions, QWidget *parent)
     m_filtered->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_table = makeTable(m_filtered);
     m_table->setObjectName(QStringLiteral("signals"));
+    m_table->setDragEnabled(true);
     m_table->setColumnWidth(SignalsModel::Name, 190);
     m_table->setColumnWidth(SignalsModel::Last, 100);
     m_table->setColumnWidth(SignalsModel::Count, 46);

@@ -10,6 +10,7 @@
 #include "panels/signalspanel.h"
 #include "panels/timelinepanel.h"
 #include "panels/timerange.h"
+#include "plots/plotpanel.h"
 #include "scenario/scenariowriter.h"
 #include "session/rewind.h"
 #include "session/rig.h"
@@ -130,6 +131,11 @@ void BenchWindow::makeDocks()
         line->show();
         line->raise();
     });
+    auto *plots = new PlotPanel(m_rewind, range, [this] { return filesInUse(); });
+    QDockWidget *plotDock =
+        addDock(QStringLiteral("plots"), tr("Plots"), plots, Qt::BottomDockWidgetArea);
+    tabifyDockWidget(line, plotDock);
+    plotDock->hide();
     line->hide();
     audio->hide();
 }
@@ -176,7 +182,7 @@ void BenchWindow::togglePlaying()
 void BenchWindow::makePanelsMenu()
 {
     static constexpr int keys[] = {0,          Qt::Key_F5, Qt::Key_F6, Qt::Key_F7,
-                                   Qt::Key_F8, Qt::Key_F9, Qt::Key_A};
+                                   Qt::Key_F8, Qt::Key_F9, Qt::Key_A, 0};
     QMenu *panels = menuBar()->addMenu(tr("Pa&nels"));
     for (int i = 0; i < m_docks.size(); ++i) {
         QAction *show = m_docks[i]->toggleViewAction();
