@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QToolTip>
 #include <QWheelEvent>
+#include <qwt_scale_draw.h>
 
 #include <algorithm>
 #include <cmath>
@@ -67,8 +68,6 @@ void PlotArea::makeLanes()
         }
         lane->addCurve(item);
     }
-    if (!m_lanes.isEmpty())
-        m_lanes.constLast()->setTimeScaleShown(true);
     m_axisWidth = 0;
     m_shownCurves = namesWithScales(m_curves);
     m_cursor->raise();
@@ -77,20 +76,35 @@ void PlotArea::makeLanes()
     update();
 }
 
-/** Lanes of one height; the last one has the scale of time below it. */
+/** Lanes of one height, with the scale of time below them. */
 void PlotArea::layOut()
 {
     m_cursor->setGeometry(rect());
-    if (m_lanes.isEmpty())
-        return;
-    const int scale = m_lanes.constLast()->timeScaleHeight();
-    const int room = height() - scale;
+    const int room = height() - timeScaleHeight();
     for (int i = 0; i < m_lanes.size(); ++i) {
         const int top = room * i / m_lanes.size();
         const int bottom = room * (i + 1) / m_lanes.size();
-        const bool isLast = i + 1 == m_lanes.size();
-        m_lanes[i]->setGeometry(0, top, width(), bottom - top + (isLast ? scale : 0));
+        m_lanes[i]->setGeometry(0, top, width(), bottom - top);
     }
+}
+
+int PlotArea::timeScaleHeight() const
+{
+    return fontMetrics().height() + 8;
+}
+
+void PlotArea::drawTimeScale(QPainter *painter) const
+{
+    const PlotLane *lane = m_lanes.constFirst();
+    const QRect canvas = canvasRect();
+    QwtScaleDraw scale;
+    scale.setAlignment(QwtScaleDraw::BottomScale);
+    scale.enableComponent(QwtScaleDraw::Backbone, false);
+    scale.setScaleDiv(lane->axisScaleDiv(QwtPlot::xBottom));
+    scale.move(canvas.left(), height() - timeScaleHeight());
+    scale.setLength(canvas.width() - 1);
+    painter->setFont(lane->axisFont(QwtPlot::yLeft));
+    scale.draw(painter, palette());
 }
 
 /** All axes are as wide as the widest; they do not become narrower while the curves move. */
@@ -123,6 +137,7 @@ void PlotArea::refresh()
             changed.append(lane);
     }
     alignAxes();
+    update(0, height() - timeScaleHeight(), width(), timeScaleHeight());
     for (PlotLane *lane : qAsConst(changed))
         lane->replot();
     m_cursor->follow();
@@ -182,7 +197,7 @@ int PlotArea::xAt(qint64 ms) const
 
 QSize PlotArea::minimumSizeHint() const
 {
-    return {200, qMax(1, m_lanes.size()) * lowestLane + 2 * fontMetrics().height()};
+    return {200, qMax(1, m_lanes.size()) * lowestLane + timeScaleHeight()};
 }
 
 // ---- Pointer ------------------------------------------------------------------------------------
@@ -199,8 +214,10 @@ void PlotArea::setCursor(qint64 ms)
 void PlotArea::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    if (!m_lanes.isEmpty())
+    if (!m_lanes.isEmpty()) {
+        drawTimeScale(&painter);
         return;
+    }
     painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap,
                      tr("Search for a value above, or drag a signal here."));

@@ -54,6 +54,8 @@ protected:
 private:
     void makeLanes();
     void layOut();
+    int timeScaleHeight() const;
+    void drawTimeScale(QPainter *painter) const;
     void alignAxes();
     bool areLanesCurrent() const;
     PlotLane *laneOf(const QString &scale) const;

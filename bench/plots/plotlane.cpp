@@ -13,7 +13,8 @@
 
 #include <cmath>
 
-static constexpr int labelSlack = 7; // half of an axis label, beyond the end of its axis
+static constexpr int spacing = 3;      // half of what is between two lanes
+static constexpr int rightMargin = 24; // half of a label of the scale of time
 
 /** A value holds until the next one; where it is missing the curve is interrupted. */
 class CurveItem : public QwtPlotCurve
@@ -121,15 +122,14 @@ PlotLane::PlotLane(const QString &scale, QWidget *parent)
     setCanvas(plotCanvas);
     plotLayout()->setAlignCanvasToScales(true);
     axisWidget(yLeft)->setMargin(0);
-    axisWidget(xBottom)->setMargin(0);
     QFont small = font();
     small.setPointSizeF(small.pointSizeF() * 0.85);
     setAxisFont(yLeft, small);
-    setAxisFont(xBottom, small);
     m_grid->attach(this);
     m_marks->attach(this);
     m_label->attach(this);
-    setTimeScaleShown(false);
+    enableAxis(xBottom, false); // the area draws one for all lanes
+    setContentsMargins(0, spacing, rightMargin, spacing);
     applyPalette();
 }
 
@@ -213,15 +213,4 @@ int PlotLane::axisWidth() const
 void PlotLane::setAxisWidth(int width)
 {
     axisScaleDraw(yLeft)->setMinimumExtent(width);
-}
-
-void PlotLane::setTimeScaleShown(bool on)
-{
-    enableAxis(xBottom, on);
-    setContentsMargins(0, labelSlack, labelSlack * 3, on ? 0 : labelSlack);
-}
-
-int PlotLane::timeScaleHeight() const
-{
-    return axisEnabled(xBottom) ? axisWidget(xBottom)->sizeHint().height() - labelSlack : 0;
 }

@@ -47,8 +47,6 @@ public:
     /** The width that the labels of the vertical axis need. */
     int axisWidth() const;
     void setAxisWidth(int width);
-    void setTimeScaleShown(bool on);
-    int timeScaleHeight() const;
 
 protected:
     void changeEvent(QEvent *event) override;

@@ -14,8 +14,8 @@ void Samples::Extent::add(double value)
 
 void Samples::Extent::add(const Extent &other)
 {
-    add(other.lowest);
-    add(other.highest);
+    lowest = qMin(lowest, other.lowest);
+    highest = qMax(highest, other.highest);
 }
 
 void Samples::append(qint64 ms, double value)
