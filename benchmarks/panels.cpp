@@ -141,7 +141,8 @@ static void scroll(benchmark::State &state, int events)
     for (int i = 0; i < events; ++i)
         journal->note(i * 10, Journal::Kind(i % Journal::KindCount), QStringLiteral("an event"),
                       {i});
-    TimelineView view;
+    TimeRange range;
+    TimelineView view(&range);
     view.setSession(&session);
     view.resize(1600, 160);
     const qint64 wholeMs = qint64(events) * 10;

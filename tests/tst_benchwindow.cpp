@@ -61,6 +61,7 @@ private slots:
     void stepsToTheNextEvent();
     void stepsBackThroughEvents();
 
+    void bookmarksAreVisited();
     void fileAtUnlimitedSpeedIsSeen();
     void titleNamesTheDrive();
     void recentDrivesAreOffered();
@@ -106,8 +107,8 @@ QString tst_BenchWindow::writeDrive(const QString &name, int signalCount, int ev
     return file;
 }
 
-static const char *const places[] = {"the page", "service",   "signals",  "calls",
-                                     "car",      "inspector", "timeline", "audio"};
+static const char *const places[] = {"the page",  "service",  "signals", "calls", "car",
+                                     "inspector", "timeline", "audio",   "plots", "warnings"};
 
 void tst_BenchWindow::keyReachesItsCommand_data()
 {
@@ -567,6 +568,30 @@ void tst_BenchWindow::stepsBackThroughEvents()
     QCOMPARE(text("Txt_battery"), QString("12.3V"));
 }
 
+void tst_BenchWindow::bookmarksAreVisited()
+{
+    openDriveOf("marked.jsonl", 100);
+    module::Drive *drive = session()->drive();
+    drive->pause();
+    for (int i = 0; i < 4; ++i) {
+        drive->step();
+        press(Qt::Key_B);
+    }
+    QMenu *menu = command("bookmarks")->menu();
+    emit menu->aboutToShow();
+    QCOMPARE(menu->actions().size(), 4);
+    QVERIFY(menu->actions()[1]->text().endsWith("Bookmark 2"));
+    windows()->openWindow(VehiclePage);
+    const QString live = text("Txt_battery");
+    menu->actions()[1]->trigger();
+    QVERIFY(session()->isRewound());
+    QVERIFY(text("Txt_battery") != live || windows()->currentWindow() != int(VehiclePage));
+
+    press(Qt::Key_B); // of the moment that is shown, between those that are there
+    emit menu->aboutToShow();
+    QVERIFY(menu->actions()[2]->text().endsWith("Bookmark 5"));
+}
+
 void tst_BenchWindow::fileAtUnlimitedSpeedIsSeen()
 {
     session()->drive()->setSpeed(module::Drive::Unlimited);
@@ -655,6 +680,7 @@ void tst_BenchWindow::recordingContinuesWithAnotherDrive()
     openDriveOf("another.jsonl", 3);
     QVERIFY(find<QLabel>("recording")->isVisible());
     QVERIFY(m_window->statusBar()->currentMessage().contains("recording continues"));
+    QCOMPARE(session()->journal()->count(Journal::Mark), 1); // seen on the timeline
     QVERIFY2(!m_window->files()->startRecording(m_folder.filePath("another.jsonl"), &error),
              "the drive would be overwritten");
     QVERIFY(error.contains("another.jsonl"));

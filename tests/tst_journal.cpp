@@ -15,6 +15,7 @@ class tst_Journal : public QObject
 private slots:
     void keepsOrderAndTotals();
     void letsTheOldestGo();
+    void marksAreInOrderOfTime();
     void countsWithoutKeeping();
     void findsMoments();
     void meanings_data();
@@ -66,6 +67,28 @@ void tst_Journal::letsTheOldestGo()
             QCOMPARE(entry.arguments[0].toInt() % 3 == 0, kind == Journal::Call);
         }
     }
+}
+
+void tst_Journal::marksAreInOrderOfTime()
+{
+    Journal journal(10);
+    const auto marks = [&journal] {
+        QStringList texts;
+        for (const int place : journal.ofKind(Journal::Mark))
+            texts.append(journal.nameOf(journal.entries()[place]));
+        return texts.join(QLatin1Char(' '));
+    };
+    journal.noteSignal(10, "doorStatus", {4});
+    journal.note(40, Journal::Mark, "live", {});
+    journal.note(20, Journal::Mark, "rewound", {}); // to an earlier moment
+    journal.note(40, Journal::Mark, "again", {});
+    QCOMPARE(marks(), QStringLiteral("rewound live again"));
+    QCOMPARE(journal.lowerBound(Journal::Mark, 30), 1);
+    QCOMPARE(journal.beginMs(), qint64(10));
+    QCOMPARE(journal.endMs(), qint64(10));
+    for (int i = 0; i < 8; ++i)
+        journal.noteSignal(50 + i, "doorStatus", {5});
+    QCOMPARE(marks(), QStringLiteral("rewound again")); // those of the oldest entries are gone
 }
 
 void tst_Journal::countsWithoutKeeping()

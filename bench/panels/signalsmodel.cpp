@@ -6,6 +6,8 @@
 #include "tools/headerwords.h"
 #include "values.h"
 
+#include <QMimeData>
+
 SignalsModel::SignalsModel(QObject *parent)
     : QAbstractTableModel(parent)
     , m_signals(module::moduleSignals())
@@ -154,4 +156,21 @@ QVariant SignalsModel::headerData(int section, Qt::Orientation orientation, int 
                                        tr("Receivers")};
     return role == Qt::DisplayRole && orientation == Qt::Horizontal ? titles.value(section)
                                                                     : QVariant();
+}
+
+Qt::ItemFlags SignalsModel::flags(const QModelIndex &index) const
+{
+    return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+}
+
+QStringList SignalsModel::mimeTypes() const
+{
+    return {QStringLiteral("application/x-norda-signal")};
+}
+
+QMimeData *SignalsModel::mimeData(const QModelIndexList &indexes) const
+{
+    auto *data = new QMimeData;
+    data->setData(mimeTypes().constFirst(), m_signals[indexes.value(0).row()].method.name());
+    return data;
 }

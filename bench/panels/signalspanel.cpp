@@ -67,6 +67,7 @@ SignalsPanel::SignalsPanel(Actions *actions, QWidget *parent)
     auto *menu = new TableActions(m_table, this);
     connect(menu->add(QStringLiteral("send-again"), tr("Send &again")), &QAction::triggered, this,
             &SignalsPanel::sendAgain);
+    m_table->setDragEnabled(true);
     m_send->setObjectName(QStringLiteral("send"));
     m_presets->setObjectName(QStringLiteral("presets"));
     m_title->setWordWrap(true);

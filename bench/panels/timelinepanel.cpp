@@ -10,10 +10,11 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-TimelinePanel::TimelinePanel(Rewind *rewind, QWidget *parent)
+TimelinePanel::TimelinePanel(Rewind *rewind, TimeRange *range, QWidget *parent)
     : Panel(parent)
     , m_rewind(rewind)
-    , m_view(new TimelineView)
+    , m_range(range)
+    , m_view(new TimelineView(range))
     , m_state(new QLabel)
     , m_live(new QToolButton)
 {
@@ -30,8 +31,9 @@ TimelinePanel::TimelinePanel(Rewind *rewind, QWidget *parent)
     column->addLayout(row);
     column->addWidget(m_view, 1);
     connect(m_view, &TimelineView::momentRequested, this, &TimelinePanel::rewindTo);
-    connect(m_live, &QToolButton::clicked, rewind, &Rewind::end);
-    connect(rewind, &Rewind::changed, this, &TimelinePanel::showState);
+    connect(m_live, &QToolButton::clicked, this, &TimelinePanel::returnToLive);
+    connect(rewind, &Rewind::changed, this, &TimelinePanel::onRewind);
+    connect(range, &TimeRange::changed, this, &TimelinePanel::showState);
     showState();
 }
 
@@ -52,15 +54,27 @@ void TimelinePanel::rewindTo(qint64 ms)
     m_rewind->show(ms);
 }
 
+void TimelinePanel::onRewind()
+{
+    if (m_rewind->isActive())
+        m_view->setMoment(m_rewind->momentMs());
+    else
+        m_view->clearMoment();
+    showState();
+}
+
+void TimelinePanel::returnToLive()
+{
+    m_rewind->end();
+    m_range->follow();
+    showState();
+}
+
 void TimelinePanel::showState()
 {
     const bool isRewound = m_rewind->isActive();
-    m_live->setEnabled(isRewound);
-    if (isRewound)
-        m_view->setMoment(m_rewind->momentMs());
-    else if (!m_view->follows())
-        m_view->clearMoment();
-    if (!session())
+    m_live->setEnabled(isRewound || !m_range->follows());
+    if (!session() || !isVisible())
         return;
     const Journal *journal = session()->journal();
     QString text =

@@ -5,6 +5,7 @@
 class QLabel;
 class QToolButton;
 class Rewind;
+class TimeRange;
 class TimelineView;
 
 /** The timeline with the rewind state and the return to live. */
@@ -12,7 +13,7 @@ class TimelinePanel : public Panel
 {
     Q_OBJECT
 public:
-    explicit TimelinePanel(Rewind *rewind, QWidget *parent = nullptr);
+    TimelinePanel(Rewind *rewind, TimeRange *range, QWidget *parent = nullptr);
 
     void setSession(Session *session) override;
 
@@ -24,9 +25,12 @@ protected:
     void refresh() override;
 
 private:
+    void onRewind();
+    void returnToLive();
     void showState();
 
     Rewind *m_rewind;
+    TimeRange *m_range;
     TimelineView *m_view;
     QLabel *m_state;
     QToolButton *m_live;

@@ -1,11 +1,9 @@
 #include "panels/timelineview.h"
 
-#include "pages.h"
+#include "panels/journaltexts.h"
 #include "panels/panelparts.h"
-#include "scenario/scenarioline.h"
 #include "session/session.h"
 #include "tools/themecolors.h"
-#include "values.h"
 
 #include <QEvent>
 #include <QHelpEvent>
@@ -17,80 +15,63 @@
 
 static constexpr int captionWidth = 70;
 static constexpr int scaleHeight = 20;
-static constexpr qint64 shortestMs = 20;
-static constexpr qint64 longestMs = qint64(24) * 3600 * 1000;
 static constexpr int textRoom = 60; // least pixels for the text of an entry
 
-struct Lane
+static QString captionOf(int lane)
 {
-    const char *caption;
-    QColor theme::Colors::*color;
-};
-
-static const Lane &laneOf(int kind)
-{
-    static constexpr Lane lanes[Journal::KindCount] = {
-        {QT_TRANSLATE_NOOP("TimelineView", "Signals"), &theme::Colors::accent},
-        {QT_TRANSLATE_NOOP("TimelineView", "Actions"), &theme::Colors::amber},
-        {QT_TRANSLATE_NOOP("TimelineView", "Calls"), &theme::Colors::green},
-        {QT_TRANSLATE_NOOP("TimelineView", "Pages"), &theme::Colors::secondary},
-        {QT_TRANSLATE_NOOP("TimelineView", "Sound"), &theme::Colors::violet},
+    static const char *const captions[Journal::KindCount] = {
+        QT_TRANSLATE_NOOP("TimelineView", "Signals"), QT_TRANSLATE_NOOP("TimelineView", "Actions"),
+        QT_TRANSLATE_NOOP("TimelineView", "Calls"),   QT_TRANSLATE_NOOP("TimelineView", "Pages"),
+        QT_TRANSLATE_NOOP("TimelineView", "Sound"),   QT_TRANSLATE_NOOP("TimelineView", "Marks"),
     };
-    return lanes[kind];
+    return TimelineView::tr(captions[lane]);
 }
 
-TimelineView::TimelineView(QWidget *parent) : QWidget(parent)
+TimelineView::TimelineView(TimeRange *range, QWidget *parent) : QWidget(parent), m_range(range)
 {
-    setMinimumHeight(130);
+    setMinimumHeight(140);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(range, &TimeRange::changed, this, qOverload<>(&QWidget::update));
 }
 
 void TimelineView::setSession(const Session *session)
 {
     m_session = session;
-    m_beginMs = 0;
+    m_range->reset();
     clearMoment();
 }
 
 void TimelineView::setMoment(qint64 ms)
 {
     m_momentMs = ms;
-    if (ms < m_beginMs || ms > m_beginMs + m_spanMs)
-        m_beginMs = qMax<qint64>(0, ms - m_spanMs / 2);
+    m_range->show(ms);
     update();
 }
 
 void TimelineView::clearMoment()
 {
     m_momentMs = -1;
+    m_range->follow();
     refresh();
-}
-
-void TimelineView::setRange(qint64 beginMs, qint64 spanMs)
-{
-    m_spanMs = qBound(shortestMs, spanMs, longestMs);
-    m_beginMs = qMax<qint64>(0, beginMs);
-    update();
 }
 
 void TimelineView::refresh()
 {
-    const qint64 nowMs = m_session ? m_session->nowMs() : 0;
-    if (follows() && m_dragX < 0)
-        m_beginMs = qMax<qint64>(0, nowMs - m_spanMs * 9 / 10);
+    if (m_session)
+        m_range->setNow(m_session->nowMs());
     update();
 }
 
 qint64 TimelineView::msAt(int x) const
 {
     const double share = double(x - captionWidth) / qMax(1, width() - captionWidth);
-    return m_beginMs + qint64(std::llround(share * double(m_spanMs)));
+    return beginMs() + qint64(std::llround(share * double(spanMs())));
 }
 
 int TimelineView::xAt(qint64 ms) const
 {
     static constexpr double farOut = 1e6; // beyond any screen
-    const double share = double(ms - m_beginMs) / double(m_spanMs);
+    const double share = double(ms - beginMs()) / double(spanMs());
     return captionWidth + int(qBound(-farOut, share * (width() - captionWidth), farOut));
 }
 
@@ -102,17 +83,6 @@ int TimelineView::laneHeight() const
 int TimelineView::laneAt(int y) const
 {
     return y < scaleHeight ? -1 : qMin((y - scaleHeight) / laneHeight(), Journal::KindCount - 1);
-}
-
-QString TimelineView::textOf(const Journal::Entry &entry) const
-{
-    const QString &name = m_session->journal()->nameOf(entry);
-    if (entry.kind == Journal::Action)
-        return scenarioLine(name, entry.arguments);
-    if (entry.kind == Journal::Page)
-        return pageText(entry.arguments.value(0).toInt());
-    const QString shown = name.section(QStringLiteral("::"), -1);
-    return (shown + QLatin1Char(' ') + module::argumentsText(entry.arguments)).trimmed();
 }
 
 const theme::Colors &TimelineView::colors() const
@@ -129,7 +99,7 @@ void TimelineView::paintEvent(QPaintEvent *)
         painter.fillRect(place.adjusted(0, 0, 0, -1), lane % 2 ? colors().window : colors().panel);
         painter.setPen(colors().secondary);
         painter.drawText(place.adjusted(8, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft,
-                         tr(laneOf(lane).caption));
+                         captionOf(lane));
         if (m_session)
             drawLane(&painter, lane);
     }
@@ -146,8 +116,8 @@ void TimelineView::drawLane(QPainter *painter, int lane) const
     const Journal *journal = m_session->journal();
     const int top = scaleHeight + lane * laneHeight();
     const int room = laneHeight() - 4;
-    const int first = journal->lowerBound(kind, m_beginMs);
-    const int last = journal->lowerBound(kind, m_beginMs + m_spanMs + 1);
+    const int first = journal->lowerBound(kind, beginMs());
+    const int last = journal->lowerBound(kind, beginMs() + spanMs() + 1);
     const bool hasRoom = (last - first) * textRoom < width() - captionWidth;
     int before = first;
     for (int x = captionWidth; x < width() && before < last; ++x) {
@@ -156,7 +126,7 @@ void TimelineView::drawLane(QPainter *painter, int lane) const
             const int count = next - before;
             const int bar =
                 hasRoom ? room : qMin(room, int(std::lround(6 + 4 * std::log2(double(count)))));
-            painter->fillRect(x, top + 2 + room - bar, 1, bar, colors().*laneOf(lane).color);
+            painter->fillRect(x, top + 2 + room - bar, 1, bar, kindColor(kind, palette()));
         }
         before = next;
     }
@@ -184,16 +154,16 @@ void TimelineView::drawTexts(QPainter *painter, int lane, int first, int last) c
         const int x = qMax(captionWidth, xOf(i)) + 4;
         const QRect room(x, top, qMin(xOf(next), width()) - x - 2, laneHeight());
         if (room.width() > textRoom / 2)
-            painter->drawText(
-                room, Qt::AlignVCenter | Qt::AlignLeft,
-                painter->fontMetrics().elidedText(textOf(entry), Qt::ElideRight, room.width()));
+            painter->drawText(room, Qt::AlignVCenter | Qt::AlignLeft,
+                              painter->fontMetrics().elidedText(entryText(journal, entry),
+                                                                Qt::ElideRight, room.width()));
     }
 }
 
 void TimelineView::drawScale(QPainter *painter) const
 {
     static constexpr int leastPixels = 90;
-    const double pixelsPerMs = double(width() - captionWidth) / double(m_spanMs);
+    const double pixelsPerMs = double(width() - captionWidth) / double(spanMs());
     qint64 step = 10;
     for (const qint64 next : {20, 50, 100, 200, 500, 1000, 2000, 5000, 10000, 30000, 60000, 300000,
                               600000, 1800000, 3600000, 14400000}) {
@@ -205,7 +175,7 @@ void TimelineView::drawScale(QPainter *painter) const
     const QRect label(xAt(m_momentMs), 0, painter->fontMetrics().horizontalAdvance(moment) + 10,
                       moment.isEmpty() ? 0 : scaleHeight);
     painter->setPen(colors().secondary);
-    for (qint64 ms = (m_beginMs / step + 1) * step; ms < m_beginMs + m_spanMs; ms += step) {
+    for (qint64 ms = (beginMs() / step + 1) * step; ms < beginMs() + spanMs(); ms += step) {
         const QString text = tr("%1 s").arg(QString::number(double(ms) / 1000, 'g', 8));
         const QRect place(xAt(ms) + 4, 0, painter->fontMetrics().horizontalAdvance(text),
                           scaleHeight);
@@ -226,11 +196,7 @@ void TimelineView::drawScale(QPainter *painter) const
 
 void TimelineView::wheelEvent(QWheelEvent *event)
 {
-    const double factor = std::pow(0.8, double(event->angleDelta().y()) / 120);
-    const qint64 under = msAt(int(event->position().x()));
-    const auto span = qint64(double(m_spanMs) * factor);
-    const double share = double(under - m_beginMs) / double(m_spanMs);
-    setRange(under - qint64(share * double(qBound(shortestMs, span, longestMs))), span);
+    m_range->zoom(msAt(int(event->position().x())), double(event->angleDelta().y()) / 120);
     event->accept();
 }
 
@@ -257,7 +223,7 @@ void TimelineView::mouseMoveEvent(QMouseEvent *event)
         requestMoment(event->x());
         return;
     }
-    setRange(m_beginMs + msAt(m_dragX) - msAt(event->x()), m_spanMs);
+    m_range->move(msAt(m_dragX) - msAt(event->x()));
     m_dragX = event->x();
 }
 
@@ -271,25 +237,15 @@ void TimelineView::mouseReleaseEvent(QMouseEvent *event)
 /** A tool tip with the entries under the pointer. */
 bool TimelineView::event(QEvent *event)
 {
-    static constexpr int reach = 4;      // pixels
-    static constexpr int mostShown = 12; // entries
+    static constexpr int reach = 4; // pixels
     if (event->type() != QEvent::ToolTip || !m_session)
         return QWidget::event(event);
     const auto *help = static_cast<QHelpEvent *>(event);
     const int lane = laneAt(help->y());
     if (lane < 0)
         return true;
-    const auto kind = Journal::Kind(lane);
-    const Journal *journal = m_session->journal();
-    const int first = journal->lowerBound(kind, msAt(help->x() - reach));
-    const int last = journal->lowerBound(kind, msAt(help->x() + reach));
-    QStringList lines;
-    for (int i = first; i < qMin(last, first + mostShown); ++i) {
-        const Journal::Entry &entry = journal->entries()[journal->ofKind(kind)[i]];
-        lines.append(secondsText(entry.ms) + QStringLiteral("  ") + textOf(entry).left(120));
-    }
-    if (last - first > mostShown)
-        lines.append(tr("and %1 more").arg(last - first - mostShown));
+    const QStringList lines = entryLines(m_session->journal(), Journal::Kind(lane),
+                                         msAt(help->x() - reach), msAt(help->x() + reach));
     QToolTip::showText(help->globalPos(), lines.join(QLatin1Char('\n')), this);
     return true;
 }

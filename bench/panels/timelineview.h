@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panels/timerange.h"
 #include "session/journal.h"
 
 #include <QPointer>
@@ -12,25 +13,25 @@ struct Colors;
 }
 
 /**
- * The session from left to right: signals, actions, calls, pages and sound, each in a lane of its
- * own. The wheel zooms at the pointer, dragging moves, and a click, or dragging along the scale,
- * requests a moment.
+ * The session from left to right: signals, actions, calls, pages, sound and marks, each in a lane
+ * of its own. The wheel zooms at the pointer, dragging moves, and a click, or dragging along the
+ * scale, requests a moment.
  */
 class TimelineView : public QWidget
 {
     Q_OBJECT
 public:
-    explicit TimelineView(QWidget *parent = nullptr);
+    explicit TimelineView(TimeRange *range, QWidget *parent = nullptr);
 
     void setSession(const Session *session);
-    /** Marks a moment; without one the view follows the session. */
+    /** Shows a moment; without one the view follows the session. */
     void setMoment(qint64 ms);
     void clearMoment();
-    bool follows() const { return m_momentMs < 0; }
+    bool follows() const { return m_range->follows(); }
 
-    qint64 beginMs() const { return m_beginMs; }
-    qint64 spanMs() const { return m_spanMs; }
-    void setRange(qint64 beginMs, qint64 spanMs);
+    qint64 beginMs() const { return m_range->beginMs(); }
+    qint64 spanMs() const { return m_range->spanMs(); }
+    void setRange(qint64 beginMs, qint64 spanMs) { m_range->set(beginMs, spanMs); }
     /** The session has changed. */
     void refresh();
 
@@ -58,11 +59,9 @@ private:
     void drawLane(QPainter *painter, int lane) const;
     void drawTexts(QPainter *painter, int lane, int first, int last) const;
     void drawScale(QPainter *painter) const;
-    QString textOf(const Journal::Entry &entry) const;
 
+    TimeRange *m_range;
     QPointer<const Session> m_session;
-    qint64 m_beginMs = 0;
-    qint64 m_spanMs = 30000;
     qint64 m_momentMs = -1;
     int m_dragX = -1;
     bool m_hasDragged = false;

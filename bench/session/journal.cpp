@@ -42,10 +42,20 @@ void Journal::append(qint64 ms, Kind kind, int name, const QVariantList &argumen
     if (m_limit > 0) {
         if (m_entries.size() >= m_limit)
             dropOldest();
-        m_ofKind[kind].append(m_entries.size());
+        insertPlace(kind, ms);
         m_entries.append({ms, arguments, name, kind});
     }
     emit noted();
+}
+
+/** A mark on a rewound screen comes before marks that were set earlier. */
+void Journal::insertPlace(Kind kind, qint64 ms)
+{
+    QVector<int> &places = m_ofKind[kind];
+    int at = places.size();
+    while (at > 0 && m_entries[places[at - 1]].ms > ms)
+        --at;
+    places.insert(at, m_entries.size());
 }
 
 /** A tenth at a time, so that it happens rarely. */
@@ -55,7 +65,9 @@ void Journal::dropOldest()
     m_entries.erase(m_entries.begin(), m_entries.begin() + gone);
     m_dropped += gone;
     for (QVector<int> &places : m_ofKind) {
-        places.erase(places.begin(), std::lower_bound(places.begin(), places.end(), gone));
+        places.erase(std::remove_if(places.begin(), places.end(),
+                                    [gone](int place) { return place < gone; }),
+                     places.end());
         for (int &place : places)
             place -= gone;
     }
@@ -75,4 +87,21 @@ int Journal::lowerBound(Kind kind, qint64 ms) const
         std::lower_bound(places.cbegin(), places.cend(), ms,
                          [this](int place, qint64 moment) { return m_entries[place].ms < moment; });
     return int(found - places.cbegin());
+}
+
+static bool isNoMark(const Journal::Entry &entry)
+{
+    return entry.kind != Journal::Mark;
+}
+
+qint64 Journal::beginMs() const
+{
+    const auto first = std::find_if(m_entries.cbegin(), m_entries.cend(), isNoMark);
+    return first == m_entries.cend() ? 0 : first->ms;
+}
+
+qint64 Journal::endMs() const
+{
+    const auto last = std::find_if(m_entries.crbegin(), m_entries.crend(), isNoMark);
+    return last == m_entries.crend() ? 0 : last->ms;
 }

@@ -7,14 +7,15 @@
 
 /**
  * The events of a session in order: signals to the plugin, its calls to the host, actions, opened
- * pages and sounds. Beyond its limit it drops the oldest entries; the totals include them.
+ * pages and sounds. Only marks can be set later than their time. Beyond its limit it drops the
+ * oldest entries; the totals include them.
  */
 class Journal : public QObject
 {
     Q_OBJECT
 public:
-    enum Kind : uchar { Signal, Action, Call, Page, Sound };
-    static constexpr int KindCount = Sound + 1;
+    enum Kind : uchar { Signal, Action, Call, Page, Sound, Mark };
+    static constexpr int KindCount = Mark + 1;
 
     struct Entry
     {
@@ -47,7 +48,7 @@ public:
 
     const QVector<Entry> &entries() const { return m_entries; }
     const QString &nameOf(const Entry &entry) const { return m_totals[entry.name].name; }
-    /** Which entries are of a kind, in order. */
+    /** Which entries are of a kind, in order of their time. */
     const QVector<int> &ofKind(Kind kind) const { return m_ofKind[kind]; }
     /** How many entries were dropped; the first one kept is number `dropped()`. */
     qint64 dropped() const { return m_dropped; }
@@ -60,9 +61,9 @@ public:
 
     /** The first entry of a kind at or after a moment, as an index into ofKind(). */
     int lowerBound(Kind kind, qint64 ms) const;
-    /** The time of the oldest entry. */
-    qint64 beginMs() const { return m_entries.isEmpty() ? 0 : m_entries.constFirst().ms; }
-    qint64 endMs() const { return m_entries.isEmpty() ? 0 : m_entries.constLast().ms; }
+    /** The time of the oldest entry, and of the latest. Marks do not count. */
+    qint64 beginMs() const;
+    qint64 endMs() const;
 
 signals:
     void noted();
@@ -71,6 +72,7 @@ signals:
 
 private:
     void append(qint64 ms, Kind kind, int name, const QVariantList &arguments);
+    void insertPlace(Kind kind, qint64 ms);
     int intern(Kind kind, const QString &name);
     void dropOldest();
 

@@ -22,7 +22,6 @@ void Rewind::begin()
     m_wasPlaying = m_session->drive()->isPlaying();
     m_livePage = m_windows->currentWindow();
     m_session->drive()->pause();
-    m_session->setRewound(true);
     m_isActive = true;
 }
 
@@ -33,6 +32,7 @@ void Rewind::show(qint64 ms)
     if (!m_isActive)
         begin();
     m_momentMs = ms;
+    m_session->setRewound(ms);
     const Journal *journal = m_session->journal();
     const int place = journal->lowerBound(Journal::Page, ms + 1) - 1;
     if (place >= 0) {
@@ -50,7 +50,7 @@ void Rewind::end()
     openPage(m_livePage);
     sendSnapshot(m_session->nowMs());
     m_isActive = false;
-    m_session->setRewound(false);
+    m_session->setLive();
     if (m_wasPlaying)
         m_session->drive()->play();
     emit changed();

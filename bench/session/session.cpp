@@ -52,7 +52,7 @@ void Session::open(WindowStack *windows, int page)
 void Session::watchPages(WindowStack *windows)
 {
     const auto note = [this](int id) {
-        if (m_isRewound || m_finished)
+        if (isRewound() || m_finished)
             return;
         m_journal.note(nowMs(), Journal::Page, QStringLiteral("page"), {id});
         if (m_recording)
@@ -129,6 +129,7 @@ void Session::continueRecording(Session *before)
         return;
     m_recording->beginNextDrive(before->nowMs());
     m_recordingSinceMs = before->m_recordingSinceMs - before->nowMs();
+    addMark(m_drive.source()->title());
     emit noticed(QStringLiteral("The recording continues with %1").arg(m_drive.source()->title()));
 }
 
@@ -151,10 +152,21 @@ void Session::finish()
     reportNotice();
 }
 
-void Session::setRewound(bool on)
+void Session::setRewound(qint64 ms)
 {
-    m_isRewound = on;
-    m_drive.setAnswering(!on);
+    m_rewoundMs = ms;
+    m_drive.setAnswering(false);
+}
+
+void Session::setLive()
+{
+    m_rewoundMs = -1;
+    m_drive.setAnswering(true);
+}
+
+void Session::addMark(const QString &text)
+{
+    m_journal.note(isRewound() ? m_rewoundMs : nowMs(), Journal::Mark, text, {});
 }
 
 /** The session's time never jumps back, so its recording stays in order. */
@@ -175,7 +187,7 @@ void Session::reportNotice()
 
 void Session::onSignal(const QByteArray &name, const QVariantList &arguments)
 {
-    if (m_finished || m_isRewound || m_drive.isRepeating())
+    if (m_finished || isRewound() || m_drive.isRepeating())
         return;
     m_journal.noteSignal(nowMs(), name, arguments);
     if (m_recording) {
@@ -190,7 +202,7 @@ void Session::onSignal(const QByteArray &name, const QVariantList &arguments)
 
 void Session::onCall(const QString &operation, const QVariantList &arguments)
 {
-    if (m_finished || m_isRewound || m_drive.isRepeating())
+    if (m_finished || isRewound() || m_drive.isRepeating())
         return;
     m_journal.note(nowMs(), Journal::Call, operation, arguments);
     // Catching up with a recording is not part of the session.

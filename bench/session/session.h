@@ -68,8 +68,11 @@ public:
     /** Drive time that has passed: it continues across jumps in the drive. */
     qint64 nowMs() const { return m_drive.nowMs() + m_jumpedMs; }
     /** While rewound, what crosses the adaptor is not from the drive and is ignored. */
-    void setRewound(bool on);
-    bool isRewound() const { return m_isRewound; }
+    void setRewound(qint64 ms);
+    void setLive();
+    bool isRewound() const { return m_rewoundMs >= 0; }
+    /** Marks the moment that the screen shows: the present, or the one that it is rewound to. */
+    void addMark(const QString &text);
 
     int signalCount() const { return m_journal.count(Journal::Signal); }
     int callCount() const { return m_journal.count(Journal::Call); }
@@ -90,7 +93,7 @@ private:
     void onCall(const QString &operation, const QVariantList &arguments);
     void onJump(qint64 fromMs, qint64 toMs);
     void reportNotice();
-    bool isRecording() const { return m_recording && !m_finished && !m_isRewound; }
+    bool isRecording() const { return m_recording && !m_finished && !isRewound(); }
 
     module::Drive m_drive;
     module::AdaptorTap m_tap;
@@ -103,6 +106,6 @@ private:
     int m_beeps = 0;
     int m_fastestRpm = -1;
     qint64 m_fastestMs = 0;
-    bool m_isRewound = false;
+    qint64 m_rewoundMs = -1; // the moment on the screen; -1 for the present
     bool m_finished = false;
 };

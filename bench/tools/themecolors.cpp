@@ -38,6 +38,7 @@ static const theme::Colors lightColors = {
     QColor(0xB8, 0x26, 0x26), // red
     QColor(0x1B, 0x75, 0x46), // green
     QColor(0x6A, 0x3F, 0xB5), // violet
+    QColor(0xA8, 0x2A, 0x5E), // rose
 };
 
 static const theme::Colors darkColors = {
@@ -53,6 +54,7 @@ static const theme::Colors darkColors = {
     night::red,
     QColor(0x41, 0xD9, 0x8D), // green
     QColor(0xC3, 0x9B, 0xFF), // violet
+    QColor(0xFF, 0x7A, 0xA8), // rose
 };
 
 bool theme::isLight(const QPalette &palette)

@@ -28,6 +28,7 @@ struct Colors
     QColor red;
     QColor green;
     QColor violet;
+    QColor rose;
 };
 
 /** Whether text is darker than what is behind it. */

@@ -8,12 +8,15 @@
 #include "panels/inspectorpanel.h"
 #include "panels/signalspanel.h"
 #include "panels/timelinepanel.h"
+#include "panels/timerange.h"
 #include "panels/warningspanel.h"
+#include "plots/plotpanel.h"
 #include "session/rewind.h"
 #include "session/rig.h"
 #include "session/touchrecorder.h"
 #include "statuscolumn.h"
 #include "tools/picturefile.h"
+#include "window/bookmarks.h"
 #include "window/commands.h"
 #include "window/drivecommands.h"
 #include "window/filecommands.h"
@@ -65,6 +68,7 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     layOut();
     makePanels();
     connectFileCommands();
+    connectBookmarks();
     connectPageCommands();
     connectViewCommands();
     connectPanelCommands();
@@ -117,13 +121,15 @@ void BenchWindow::makePanels()
 {
     auto *calls = new CallsPanel;
     auto *warnings = new WarningsPanel(m_rig->unit()->windows());
-    auto *timeline = new TimelinePanel(m_rewind);
+    auto *range = new TimeRange(this);
+    auto *timeline = new TimelinePanel(m_rewind, range);
     m_panels->add(QStringLiteral("service"), new DrivePanel(m_rig->unit()->screen()));
     m_panels->add(QStringLiteral("signals"), new SignalsPanel(m_actions));
     m_panels->add(QStringLiteral("calls"), calls);
     m_panels->add(QStringLiteral("car"), new CarPanel(m_actions));
     m_panels->add(QStringLiteral("inspector"), new InspectorPanel(m_rig->unit()->screen()));
     m_panels->add(QStringLiteral("timeline"), timeline);
+    m_panels->add(QStringLiteral("plots"), new PlotPanel(m_rewind, range));
     m_panels->add(QStringLiteral("warnings"), warnings);
     m_panels->add(QStringLiteral("audio"), new AudioMonitor(m_rig->unit()->audio()));
     for (Panel *panel : findChildren<Panel *>())
@@ -170,6 +176,16 @@ void BenchWindow::connectFileCommands()
         m_files->savePicture(QDir(pictures).exists() ? pictures : QDir::homePath());
     });
     m_commands->on("quit", this, &QWidget::close);
+}
+
+void BenchWindow::connectBookmarks()
+{
+    auto *menu = new QMenu(this);
+    m_commands->action(QStringLiteral("bookmarks"))->setMenu(menu);
+    auto *bookmarks = new Bookmarks(menu);
+    m_commands->on("bookmark", bookmarks, &Bookmarks::add);
+    connect(m_rig, &Rig::sessionBegun, bookmarks, &Bookmarks::setSession);
+    connect(bookmarks, &Bookmarks::momentRequested, m_rewind, &Rewind::show);
 }
 
 void BenchWindow::connectPageCommands()

@@ -50,6 +50,7 @@ private:
     void makePanels();
     void showWarnings(int count);
     void connectFileCommands();
+    void connectBookmarks();
     void connectPageCommands();
     void connectViewCommands();
     void connectPanelCommands();

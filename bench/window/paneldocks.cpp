@@ -83,7 +83,8 @@ QDockWidget *PanelDocks::dock(const QString &name) const
     const auto found =
         std::find_if(m_docks.begin(), m_docks.end(),
                      [&name](const QDockWidget *dock) { return dock->objectName() == name; });
-    return found == m_docks.end() ? nullptr : *found;
+    Q_ASSERT(found != m_docks.end());
+    return *found;
 }
 
 PanelLayout PanelDocks::layoutFor(QSize space)
@@ -125,8 +126,6 @@ void PanelDocks::arrange(PanelLayout layout)
     // A spot is divided before it gets tabs.
     for (const bool isFront : {true, false}) {
         for (const PanelRow &panel : panelRows) {
-            if (!dock(QLatin1String(panel.name)))
-                continue;
             const Spot spot = spotOf(panel, row.isWide);
             if (panel.isFront == isFront)
                 place(dock(QLatin1String(panel.name)), spot);
