@@ -40,6 +40,7 @@ private slots:
     void colorsAreReadable();
 
     void valueIsAPoint();
+    void valueHoldsUntilTheNext();
     void curvesAreSearched();
     void droppedSignalIsACurve();
     void rangeIsSharedWithTimeline();
@@ -314,6 +315,30 @@ void tst_Plots::valueIsAPoint()
     QCOMPARE(legendValue(1), QStringLiteral("14.4 V"));
     QCOMPARE(area()->lanes()[0]->canvas()->x(), area()->lanes()[1]->canvas()->x());
     QCOMPARE(area()->lanes()[0]->canvas()->width(), area()->lanes()[1]->canvas()->width());
+}
+
+void tst_Plots::valueHoldsUntilTheNext()
+{
+    openPlots({"doorStatus.bits"});
+    noteDoors({4, 8, 4});
+    range()->set(0, 3000);
+    find<QDockWidget>("plots")->hide();
+    open("plots");
+    PlotLane *lane = area()->lanes().constFirst();
+    const QImage picture = lane->canvas()->grab().toImage();
+    const auto isDrawn = [&](double seconds, double value) {
+        const QRect around(int(lane->transform(QwtPlot::xBottom, seconds)),
+                           int(lane->transform(QwtPlot::yLeft, value)) - 1, 1, 3);
+        for (int y = around.top(); y <= around.bottom(); ++y) {
+            if (picture.pixelColor(around.x(), y) == panel()->curves()->items()[0].color)
+                return true;
+        }
+        return false;
+    };
+    QVERIFY(isDrawn(0.5, 4));
+    QVERIFY(!isDrawn(0.5, 8));
+    QVERIFY(isDrawn(1.5, 8));
+    QVERIFY(!isDrawn(1.5, 4));
 }
 
 void tst_Plots::curvesAreSearched()

@@ -184,7 +184,7 @@ void PlotPanel::showMoment()
 /** A narrow panel has its legend below. */
 void PlotPanel::resizeEvent(QResizeEvent *)
 {
-    static constexpr int wideEnough = 640;
+    static constexpr int wideEnough = 760;
     const bool isWide = width() >= wideEnough;
     m_sides->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     m_legend->setSizePolicy(isWide ? QSizePolicy::Fixed : QSizePolicy::Expanding,
