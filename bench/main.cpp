@@ -76,7 +76,20 @@ static QString ownPlugin()
     return QDir::cleanPath(QFile::exists(built) ? built : installed);
 }
 
-/** The scale and the platform must be known before the application object. */
+/** In a window, a log may be opened later. */
+static bool hasLogForCar(const Options &options, QString *error)
+{
+    const Setup &setup = options.setup;
+    const bool isFile =
+        setup.source != QLatin1String("simulator") && setup.source != QLatin1String("none");
+    if (!options.headless || setup.car.map.isEmpty() || isFile || options.isTool())
+        return true;
+    *error = QStringLiteral("--source: expected a candump log with --dbc and --map, got '%1'")
+                 .arg(setup.source);
+    return false;
+}
+
+/** The platform must be known before the application object. */
 static bool readOptions(int argc, char *argv[], Options *options, QString *error)
 {
     QCoreApplication application(argc, argv);
@@ -92,7 +105,7 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
     }
     if (options->headless && !options->speedGiven)
         options->setup.speed = module::Drive::Unlimited;
-    return true;
+    return hasLogForCar(*options, error);
 }
 
 static int runHeadless(const Options &options, Rig *rig)
@@ -145,8 +158,6 @@ static bool prepareEnvironment(const Options &options, QString *error)
         platform::useOffscreen();
     else if (!platform::use(options.platform, error))
         return false;
-    if (!qFuzzyCompare(options.scale, 1.0))
-        qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
     if (!options.trace)
         QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     return true;

@@ -2,6 +2,7 @@
 
 #include "optiontable.h"
 #include "outputfile.h"
+#include "window/commands.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -12,7 +13,7 @@
 static const char examples[] = R"(
 Examples:
   norda-bench                                  the simulated car, in a window
-  norda-bench --source drive.csv --speed 4     a recorded drive, four times as fast
+  norda-bench drive.csv --speed 4              a recorded drive, four times as fast
   norda-bench --headless --speed max --gallery out --summary out/s.json
                                                a whole drive without a display
   norda-bench --source raw.log --dbc car.dbc --map car.json
@@ -28,7 +29,6 @@ Examples:
   norda-bench --cut session.jsonl --from 90 --to 120 --record part.jsonl
                                                half a minute of one
 
-Keys: 1, 2, 3 and so on open the pages, Esc goes back, Space plays and pauses.
 Exit codes: 0 done, 1 an expectation failed or recordings differ, 2 unusable input or arguments.
 )";
 
@@ -55,23 +55,26 @@ static bool hasValues(const QCommandLineParser &parser, QString *error)
     return true;
 }
 
-/** Positional arguments belong to --diff alone, which needs nothing else. */
-static bool readDiff(const QCommandLineParser &parser, QStringList *diff, QString *error)
+/** Files without an option are the recordings of --diff, or the drive. */
+static bool readFiles(const QCommandLineParser &parser, Options *options, QString *error)
 {
-    const QString option = QStringLiteral("diff");
-    const QStringList positional = parser.positionalArguments();
-    if (!parser.isSet(option) && positional.isEmpty())
-        return true;
-    if (!parser.isSet(option)) {
-        *error = QStringLiteral("%1: expected an option; a drive is named with --source")
-                     .arg(positional.constFirst());
+    const QString diff = QStringLiteral("diff");
+    const QStringList files = parser.positionalArguments();
+    if (parser.isSet(diff)) {
+        options->diff = parser.values(diff) + files;
+        if (options->diff.size() == 2)
+            return true;
+        *error =
+            QStringLiteral("--diff: expected two recordings, got %1").arg(options->diff.size());
         return false;
     }
-    *diff = parser.values(option) + positional;
-    if (diff->size() == 2)
-        return true;
-    *error = QStringLiteral("--diff: expected two recordings, got %1").arg(diff->size());
-    return false;
+    if (files.size() + int(parser.isSet(QStringLiteral("source"))) > 1) {
+        *error =
+            QStringLiteral("%1: expected one drive, got another before it").arg(files.constLast());
+        return false;
+    }
+    options->setup.source = files.value(0, options->setup.source);
+    return true;
 }
 
 /** An option that refines another means nothing without it. */
@@ -114,7 +117,8 @@ static QString wherever(const QString &file)
 /** A recording may be cut in place. */
 static output::InputFiles inputsOf(const Options &options)
 {
-    output::InputFiles inputs = {options.setup.source, options.plugin};
+    output::InputFiles inputs = {options.setup.source, options.plugin, options.setup.car.dbc,
+                                 options.setup.car.map};
     for (const QString &script : options.scripts)
         inputs.add(script);
     return inputs;
@@ -179,15 +183,21 @@ bool Options::parse(const QStringList &arguments, QString *error)
                        "a recorded car."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The same as --source."),
+                                 QStringLiteral("[FILE]"));
     if (!split(&parser, arguments, error))
         return false;
     if (parser.isSet(help))
-        text = parser.helpText() + QLatin1String(examples);
+        text = parser.helpText() + QLatin1String(examples) +
+               QStringLiteral("\nKeys in the window:\n") + keysText();
     else if (parser.isSet(version))
         text = QStringLiteral("norda-bench " NORDA_VERSION "\n");
     if (!text.isEmpty())
         return true;
-    if (!hasValues(parser, error) || !readDiff(parser, &diff, error))
+    if (!hasValues(parser, error))
         return false;
-    return !diff.isEmpty() || (hasCompanions(parser, error) && readRows(parser, this, error));
+    if (!parser.isSet(QStringLiteral("diff")) &&
+        !(hasCompanions(parser, error) && readRows(parser, this, error)))
+        return false;
+    return readFiles(parser, this, error);
 }

@@ -2,9 +2,12 @@
 
 #include "recording.h"
 #include "session/setup.h"
+#include "tools/themecolors.h"
 
 #include <QString>
 #include <QStringList>
+
+#include <optional>
 
 /** The command line, checked. */
 struct Options
@@ -14,20 +17,21 @@ struct Options
     QString gallery;
     QString summary;
     QString plugin;
-    QString platform;    ///< of Qt, empty for its own choice
-    QString style;       ///< of the bench's own controls
-    QStringList scripts; ///< scenarios to play, files or folders of them
-    QString junit;       ///< the report on them
-    QString check;       ///< a plugin to examine
-    QStringList diff;    ///< two recordings to compare, or none
-    QString cut;         ///< a recording to write a part of
+    QString platform;                 ///< of Qt, empty for its own choice
+    QString style;                    ///< of the bench's own controls
+    std::optional<theme::Mode> theme; ///< of the bench's own windows
+    QStringList scripts;              ///< scenarios to play, files or folders of them
+    QString junit;                    ///< the report on them
+    QString check;                    ///< a plugin to examine
+    QStringList diff;                 ///< two recordings to compare, or none
+    QString cut;                      ///< a recording to write a part of
     qint64 fromMs = 0;
     qint64 toMs = qint64(module::longestDriveMs);
     bool checksMap = false;   ///< of the setup's car
     bool suggestsMap = false; ///< for the setup's DBC file
     bool headless = false;
     bool trace = false;
-    double scale = 1.0;
+    double scale = 0; ///< of the screen in the window, 0 to fit it
     QString text; ///< what --help or --version prints; everything else is unset then
 
     /** Whether the work needs no head unit. */

@@ -184,6 +184,15 @@ static bool readStyle(const Given &given)
            given.failExpecting(QStringLiteral("one of %1").arg(styles.join(QStringLiteral(", "))));
 }
 
+static bool readTheme(const Given &given)
+{
+    theme::Mode mode = theme::Mode::Auto;
+    if (!theme::modeFromName(given.text(), &mode))
+        return given.failExpecting(QStringLiteral("'auto', 'light' or 'dark'"));
+    given.options->theme = mode;
+    return true;
+}
+
 // Each is read after those above it.
 // clang-format off
 static const OptionRow rows[] = {
@@ -243,7 +252,11 @@ static const OptionRow rows[] = {
         "through a tunnel.",
         [](const Given &given) { given.options->platform = given.text(); return true; }},
     {"style", "NAME", "Fusion", "Qt style of the bench's own controls, for instance \"windows\".", readStyle},
-    {"scale", "X", "1", "Size of the 1280 x 720 screen on a desktop, 0.25 to 4.",
+    {"theme", "NAME", nullptr,
+        "Colours of the bench's own windows: \"light\", \"dark\", or \"auto\" to follow the desktop. "
+        "Without it, as chosen last in the window, at first \"auto\".", readTheme},
+    {"scale", "X", nullptr,
+        "Size of the unit's screen in the window, 0.25 to 4 times 1280 x 720. Without it, it fits the window.",
         [](const Given &given) { return given.readNumber(0.25, 4, &given.options->scale); }},
     {"plugin", "FILE", nullptr, "The plugin to load instead of the one that was built with the bench.",
         [](const Given &given) { given.options->plugin = given.text(); return true; }},

@@ -41,6 +41,11 @@ bool EventCounter::eventFilter(QObject *, QEvent *event)
     return false;
 }
 
+double processorSeconds()
+{
+    return double(std::clock()) / CLOCKS_PER_SEC;
+}
+
 void settle(int ms)
 {
     QEventLoop loop;

@@ -20,6 +20,9 @@ private:
     bool eventFilter(QObject *watched, QEvent *event) override;
 };
 
+/** The processor's time that the process has taken. */
+double processorSeconds();
+
 /** Paints at once what of a window has changed. */
 void paintNow(QWidget *window);
 

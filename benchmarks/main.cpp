@@ -41,6 +41,9 @@ public:
             {"timeline/million", "timeline/thousand", 0},
             {"parking/one_zone", "parking/bare", 1.0},
             {"parking/sixty_hidden", "parking/sixty_visible", 0},
+            {"scale/one", "scale/direct", 1.2},
+            {"scale/three_quarters", "scale/direct", 0},
+            {"scale/two", "scale/direct", 0},
             {"startup/page", "startup/empty_window", 0},
         };
         std::printf("\n");

@@ -2,6 +2,7 @@
 // head unit and the transport strip alone, with the panels closed and with all of them open; and
 // the timeline's picture.
 
+#include "counters.h"
 #include "options.h"
 #include "panels/timelineview.h"
 #include "session/rig.h"
@@ -18,16 +19,10 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <ctime>
 #include <map>
 #include <vector>
 
 enum class Panels { None, Closed, Open };
-
-static double processorSeconds()
-{
-    return double(std::clock()) / CLOCKS_PER_SEC;
-}
 
 /** Lets the event loop run, as it does at a desk. */
 static void run(int ms)

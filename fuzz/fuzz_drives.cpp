@@ -1,10 +1,9 @@
 // Files of any content as recorded drives: OBD-II exports, candump logs, recordings. What opens is
 // looked at, sought in and played; what is a recording is cut in two and compared.
 
-#include "adaptorlink.h"
 #include "inputfile.h"
+#include "playback.h"
 #include "recordingtools.h"
-#include "vehiclesource.h"
 
 static InputFile *file;
 
@@ -16,7 +15,6 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static constexpr int mostEmissions = 2000;
     const QString path = file->hold(data, size);
 
     QString error;
@@ -33,21 +31,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             std::abort(); // one line says what is wrong
         return 0;
     }
-    source->findings();
-    source->statistics();
-    module::AdaptorLink link;
-    qint64 last = 0;
-    for (const qint64 start : {qint64(0), source->durationMs() / 2, source->durationMs()}) {
-        source->seek(start);
-        last = start;
-        for (int i = 0; i < mostEmissions && source->nextDueMs() >= 0; ++i) {
-            if (source->nextDueMs() < last)
-                std::abort(); // time does not run backwards
-            last = source->nextDueMs();
-            const module::Emission emission = source->take();
-            if (!emission.isAction && !link.deliver(emission))
-                std::abort(); // a source emits only what the adaptor has
-        }
-    }
+    playBack(source.get());
     return 0;
 }

@@ -2,6 +2,7 @@
 
 #include "driveclock.h"
 #include "linereader.h"
+#include "missingvalues.h"
 #include "obdpids.h"
 
 #include <QFileInfo>
@@ -152,6 +153,7 @@ SampleLog CandumpReader::take(const QString &path, int badLines)
                              .arg(m_requests)
                              .arg(m_answers)
                              .arg(m_others));
+    markMissingValues(&m_log);
     return m_log;
 }
 
@@ -175,7 +177,8 @@ std::optional<SampleLog> readCandump(const QString &path, QString *error)
     SampleLog log = reader.take(path, badLines);
     if (log.samples.isEmpty()) {
         *error = QStringLiteral("%1: line %2: expected OBD-II answers on 7E8 to 7EF, found none in "
-                                "%3 frames and %4 damaged lines; a raw log needs --dbc and --map")
+                                "%3 frames and %4 damaged lines; a raw log needs --dbc FILE and "
+                                "--map FILE at the start")
                      .arg(path, QString::number(lines.lineNumber()),
                           QString::number(reader.frames()), QString::number(badLines));
         return std::nullopt;

@@ -101,6 +101,19 @@ void Drive::pause()
     emit playingChanged(false);
 }
 
+void Drive::step()
+{
+    pause();
+    const qint64 due = m_source->nextDueMs();
+    const qint64 end = durationMs();
+    if (due < 0 || (end >= 0 && due > end))
+        return;
+    if (deliverUntil(due, noLimit) != Delivery::Complete)
+        return;
+    m_positionMs = qMax(m_positionMs, due);
+    emit positionChanged(m_positionMs);
+}
+
 void Drive::seek(qint64 ms)
 {
     const qint64 end = durationMs();

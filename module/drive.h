@@ -49,6 +49,8 @@ public:
 public slots:
     void play();
     void pause();
+    /** Pauses, and delivers what is due at the next moment. */
+    void step();
     void seek(qint64 ms);
 
 signals:

@@ -3,6 +3,7 @@
 #include "csvheader.h"
 #include "driveclock.h"
 #include "linereader.h"
+#include "missingvalues.h"
 
 #include <QFileInfo>
 
@@ -233,6 +234,7 @@ SampleLog CsvReader::take(const QString &path, int badLines)
     m_log.badLines = badLines;
     m_log.details = {
         {"kind", "csv"}, {"rows", m_rows.size()}, {"irregularSteps", clock.irregularSteps()}};
+    markMissingValues(&m_log);
     return m_log;
 }
 

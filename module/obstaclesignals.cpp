@@ -24,20 +24,19 @@ static double distance(const CarState &car, Quantity sensor)
     return car.valueOr(sensor, farAway);
 }
 
-static int level(double metres)
+int obstacleLevel(double metres)
 {
     const auto band = std::find_if(std::begin(bands), std::end(bands),
                                    [metres](const Band &row) { return metres <= row.within; });
     return band == std::end(bands) ? 0 : band->level;
 }
 
-static QVariantList zone(int code, int level)
+QVariantList zoneMessage(int code, int level)
 {
     return {QByteArray(1, char(code)) + char(level)};
 }
 
-/** The page shows one rear zone or one blind spot; what is behind the car comes first. */
-QVariantList rearZone(const CarState &car)
+RearObstacle nearestBehind(const CarState &car)
 {
     int nearest = 0;
     for (int sensor = 1; sensor < sensors; ++sensor) {
@@ -45,14 +44,25 @@ QVariantList rearZone(const CarState &car)
             distance(car, Quantity::ObstacleRearLeft + nearest))
             nearest = sensor;
     }
-    const int found = level(distance(car, Quantity::ObstacleRearLeft + nearest));
-    if (found > 0)
-        return zone(wire::FirstRearZone + nearest, found);
+    return {wire::FirstRearZone + nearest,
+            obstacleLevel(distance(car, Quantity::ObstacleRearLeft + nearest))};
+}
+
+/**
+ * The page shows one rear zone or one blind spot; what is behind the car comes first. Only a
+ * message about a zone clears the zones.
+ */
+QVariantList rearZone(const CarState &car)
+{
+    const RearObstacle nearest = nearestBehind(car);
+    if (nearest.level > 0)
+        return zoneMessage(nearest.zone, nearest.level);
     if (car.isOn(Quantity::BlindSpotLeft))
-        return zone(wire::BlindSpotLeft, wire::LastParkingLevel);
+        return zoneMessage(wire::BlindSpotLeft, wire::LastParkingLevel);
     if (car.isOn(Quantity::BlindSpotRight))
-        return zone(wire::BlindSpotRight, wire::LastParkingLevel);
-    return zone(wire::NoBlindSpot, 0);
+        return zoneMessage(wire::BlindSpotRight, wire::LastParkingLevel);
+    const bool hasSensors = car.knewAny(Quantity::ObstacleRearLeft, sensors);
+    return zoneMessage(hasSensors ? wire::FirstRearZone : wire::NoBlindSpot, 0);
 }
 
 /** From 0 for nothing within reach to 255 at the bumper, in fifteen steps. */

@@ -1,6 +1,6 @@
 #include "pagefindings.h"
 
-#include "quantities.h"
+#include <algorithm>
 
 namespace module {
 
@@ -49,38 +49,51 @@ static QVector<Group> groupsOf(ShownOn page, const QVector<bool> &present)
     return groups;
 }
 
-static QString pageFinding(const PageName &page, const QVector<bool> &present)
+QVector<Findings> groupsByPage(const QVector<bool> &present)
 {
-    QStringList has;
-    QStringList lacks;
-    const QVector<Group> groups = groupsOf(page.page, present);
-    for (const Group &group : groups)
-        (group.present > 0 ? has : lacks).append(group.text());
-    QStringList parts;
-    if (has.isEmpty())
-        return QStringLiteral("%1: nothing").arg(QLatin1String(page.name));
-    parts.append(has.join(QStringLiteral(", ")));
-    if (!lacks.isEmpty())
-        parts.append(QStringLiteral("not ") + lacks.join(QStringLiteral(", ")));
-    return QStringLiteral("%1: %2").arg(QLatin1String(page.name), parts.join(QStringLiteral("; ")));
+    QVector<Findings> found;
+    for (const PageName &page : pageNames) {
+        Findings findings = {QLatin1String(page.name), {}, {}};
+        const QVector<Group> groups = groupsOf(page.page, present);
+        for (const Group &group : groups)
+            (group.present > 0 ? findings.present : findings.missing).append(group.text());
+        found.append(findings);
+    }
+    return found;
+}
+
+static QString pageFinding(const Findings &page)
+{
+    if (page.present.isEmpty())
+        return QStringLiteral("%1: nothing").arg(page.heading);
+    QStringList parts = {page.present.join(QStringLiteral(", "))};
+    if (!page.missing.isEmpty())
+        parts.append(QStringLiteral("not ") + page.missing.join(QStringLiteral(", ")));
+    return QStringLiteral("%1: %2").arg(page.heading, parts.join(QStringLiteral("; ")));
 }
 
 QStringList pageFindings(const QVector<bool> &present)
 {
     QStringList lines;
-    for (const PageName &page : pageNames)
-        lines.append(pageFinding(page, present));
+    const QVector<Findings> found = groupsByPage(present);
+    for (const Findings &page : found)
+        lines.append(pageFinding(page));
     return lines;
+}
+
+QString pageName(ShownOn shownOn)
+{
+    for (const PageName &page : pageNames) {
+        if (page.page == shownOn)
+            return QLatin1String(page.name);
+    }
+    return {};
 }
 
 QString pageOfPath(const QString &path)
 {
     const Quantity quantity = quantityOf(path);
-    for (const PageName &page : pageNames) {
-        if (quantity != Quantity::Count && quantityInfo(quantity).page == page.page)
-            return QLatin1String(page.name);
-    }
-    return {};
+    return quantity == Quantity::Count ? QString() : pageName(quantityInfo(quantity).page);
 }
 
 } // namespace module

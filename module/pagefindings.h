@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QStringList>
-#include <QVector>
+#include "quantities.h"
+#include "vehiclesource.h"
 
 namespace module {
 
@@ -11,6 +11,11 @@ namespace module {
  */
 QStringList pageFindings(const QVector<bool> &present);
 
+/** The same, page by page: the groups of its quantities that a car gives, and those that it does
+ * not. */
+QVector<Findings> groupsByPage(const QVector<bool> &present);
+/** The name of a page; empty where a quantity is shown nowhere. */
+QString pageName(ShownOn page);
 /** The name of the page that shows a path; empty for a path that is shown nowhere. */
 QString pageOfPath(const QString &path);
 

@@ -1,67 +1,34 @@
 #include "pagemapper.h"
 
 #include "pagesignals.h"
-#include "unknownvalues.h"
 
 namespace module {
 
-struct Candidate
-{
-    Quantity quantity;
-    const char *title;
-};
-
-// The top left gauge takes the first of its candidates that the car reports.
-static constexpr Candidate topLeftCandidates[] = {
-    {Quantity::TransmissionTemperature, "Transmission Temp"},
-    {Quantity::OilTemperature, "Oil Temp"},
-    {Quantity::AmbientTemperature, "Ambient Temp"},
-};
-
-static bool isCandidate(Quantity quantity)
-{
-    return std::any_of(
-        std::begin(topLeftCandidates), std::end(topLeftCandidates),
-        [quantity](const Candidate &candidate) { return candidate.quantity == quantity; });
-}
-
 PageMapper::PageMapper(const QVector<bool> &present) : m_rows(int(Quantity::Count))
 {
-    chooseTopLeft(present);
+    for (const Quantity temperature : topLeftTemperatures) {
+        if (!present.value(int(m_car.topLeft())) && present.value(int(temperature)))
+            m_car.setTopLeft(temperature);
+    }
     for (int row = 0; row < pageSignals.size(); ++row) {
         const PageSignal &signal = pageSignals.at(row);
         for (int i = 0; i < signal.count; ++i) {
-            if (!isCandidate(signal.first) || signal.first == m_topLeft)
-                m_rows[int(signal.first + i)].append(row);
+            const Quantity quantity = signal.first + i;
+            if (!topLeftTemperatures.contains(quantity) || quantity == m_car.topLeft())
+                m_rows[int(quantity)].append(row);
         }
-    }
-}
-
-void PageMapper::chooseTopLeft(const QVector<bool> &present)
-{
-    for (const Candidate &candidate : topLeftCandidates) {
-        if (m_topLeft == Quantity::Count && present.value(int(candidate.quantity)))
-            m_topLeft = candidate.quantity;
     }
 }
 
 QVector<Emission> PageMapper::opening() const
 {
-    QString topLeftTitle = QLatin1String(topLeftCandidates[0].title);
-    for (const Candidate &candidate : topLeftCandidates) {
-        if (candidate.quantity == m_topLeft)
-            topLeftTitle = QLatin1String(candidate.title);
-    }
-    const QStringList titles = {QStringLiteral("Tachometer"), topLeftTitle,
-                                QStringLiteral("Coolant Temp"), QStringLiteral("Intake Air Temp"),
-                                QStringLiteral("Engine Calculated Load")};
-    return {{0, "gaugeTitlesNotify", {titles}}};
+    return {{0, "gaugeTitlesNotify", gaugeTitles(m_car)}};
 }
 
 QVector<Emission> PageMapper::map(const Sample &sample)
 {
     QVector<Emission> emissions;
-    m_car.set(sample);
+    m_car.set(sample.quantity, double(sample.value));
     for (const int row : m_rows.at(int(sample.quantity)))
         emitRow(row, sample.atMs, false, &emissions);
     return emissions;
@@ -71,9 +38,7 @@ QVector<Emission> PageMapper::map(const Sample &sample)
 void PageMapper::emitRow(int row, qint64 atMs, bool again, QVector<Emission> *out)
 {
     const PageSignal &signal = pageSignals.at(row);
-    const bool isKnown = m_car.knowsAny(signal.first, signal.count);
-    const Emission emission =
-        isKnown ? Emission{atMs, signal.name, signal.arguments(m_car)} : unknownValue(signal.name);
+    const Emission emission = emissionOf(signal, m_car);
     Emission &last = m_last[signal.name];
     const bool isSame = emission.signal == last.signal && emission.arguments == last.arguments;
     if (emission.signal.isEmpty() || (isSame && !again))
@@ -87,7 +52,7 @@ void PageMapper::emitRow(int row, qint64 atMs, bool again, QVector<Emission> *ou
 
 void PageMapper::reset()
 {
-    m_car.clear();
+    m_car.forgetAll();
     m_last.clear();
 }
 

@@ -25,11 +25,9 @@ public:
     void reset();
 
 private:
-    void chooseTopLeft(const QVector<bool> &present);
     void emitRow(int row, qint64 atMs, bool again, QVector<Emission> *out);
 
     QVector<QVector<int>> m_rows; // of the page signals, by quantity
-    Quantity m_topLeft = Quantity::Count;
     CarState m_car;
     QHash<QByteArray, Emission> m_last; // by the name of a page signal
 };

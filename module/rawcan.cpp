@@ -14,15 +14,12 @@ namespace module {
 class RawCanReader
 {
 public:
-    RawCanReader(const SignalMap &map, const Dbc &dbc)
-        : m_binding(bindSignals(map, dbc))
-        , m_dbc(dbc)
-        , m_decoder(map, dbc, m_binding)
-        , m_quantities(shownQuantities(map, m_binding))
+    RawCanReader(const SignalMap &map, const Dbc &dbc, const SignalBinding &binding)
+        : m_dbc(dbc), m_decoder(map, dbc, binding), m_quantities(shownQuantities(map, binding))
     {
-        for (const int entry : qAsConst(m_binding.missing))
+        for (const int entry : binding.missing)
             m_log.remarks.append(missingSignal(map.entries().at(entry)));
-        m_log.remarks += m_binding.remarks;
+        m_log.remarks += binding.remarks;
     }
 
     void read(const CanFrame &frame);
@@ -36,7 +33,6 @@ private:
     void add(qint64 atMs, const QVector<PathValue> &values);
 
     SampleLog m_log;
-    SignalBinding m_binding;
     const Dbc &m_dbc;
     FrameDecoder m_decoder;
     QVector<Quantity> m_quantities; // by the map's entry
@@ -57,11 +53,17 @@ void RawCanReader::read(const CanFrame &frame)
     add(nowMs, m_decoder.decode(nowMs, frame.id, bytes, frame.data.size()));
 }
 
-/** Also while the whole bus is silent. */
+/** Also while the whole bus is silent, for a day perhaps. */
 void RawCanReader::watch(qint64 nowMs)
 {
-    for (; m_watchedMs + watchMs <= nowMs; m_watchedMs += watchMs)
-        add(m_watchedMs + watchMs, m_decoder.missing(m_watchedMs + watchMs));
+    if (nowMs < m_watchedMs + watchMs)
+        return;
+    m_watchedMs = nowMs - nowMs % watchMs;
+    for (qint64 expectedMs = m_decoder.nextExpectedMs(); expectedMs < m_watchedMs;
+         expectedMs = m_decoder.nextExpectedMs()) {
+        const qint64 missedMs = expectedMs - expectedMs % watchMs + watchMs;
+        add(missedMs, m_decoder.missing(missedMs));
+    }
 }
 
 void RawCanReader::add(qint64 atMs, const QVector<PathValue> &values)
@@ -128,7 +130,13 @@ std::optional<SampleLog> readRawCan(const QString &path, const CarFiles &car, QS
     const auto map = dbc ? SignalMap::read(car.map, error) : std::nullopt;
     if (!map)
         return std::nullopt;
-    RawCanReader reader(*map, *dbc);
+    const SignalBinding binding = bindSignals(*map, *dbc);
+    if (binding.links.isEmpty()) { // a map for another car
+        *error = QStringLiteral("%1: %2").arg(
+            car.map, missingSignal(map->entries().at(binding.missing.constFirst())));
+        return std::nullopt;
+    }
+    RawCanReader reader(*map, *dbc, binding);
     return readLog(path, &reader, error);
 }
 

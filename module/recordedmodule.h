@@ -31,6 +31,7 @@ public:
     bool opensPages() const override { return m_drive->opensPages(); }
     bool isCatchingUp() const override;
     QStringList findings() const override { return m_drive->findings(); }
+    QVector<Findings> findingsByPage() const override { return m_drive->findingsByPage(); }
     QJsonObject statistics() const override { return m_drive->statistics(); }
 
 private:

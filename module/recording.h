@@ -37,6 +37,9 @@ public:
      * snapshot.
      */
     void setLimit(qint64 bytes) { m_limit = bytes; }
+    const QString &path() const { return m_path; }
+    /** Of its current part, in bytes. */
+    qint64 size() const { return m_file ? m_file->size() : 0; }
     /** A message for the user, in one line; empty when there is none. Returned once. */
     QString takeNotice();
     void writeSignal(qint64 ms, const QByteArray &name, const QVariantList &arguments);
@@ -44,6 +47,8 @@ public:
     void writeAction(qint64 ms, const QString &word, const QVariantList &arguments);
     /** The page that a new part begins on. */
     void setPage(int id) { m_page = id; }
+    /** For a recording that begins within a drive: what brings a unit to this moment, its time 0. */
+    void beginAt(qint64 ms, const QVector<Emission> &state);
     /** Another drive follows, whose times count from 0. @param ms  the end of the one before */
     void beginNextDrive(qint64 ms) { m_beginMs -= ms; }
     /** Writes the end line, which holds the length of the drive. */

@@ -99,6 +99,14 @@ void RecordingWriter::beginNextPart(qint64 ms)
     writeCatchUp(ms);
 }
 
+void RecordingWriter::beginAt(qint64 ms, const QVector<Emission> &state)
+{
+    m_beginMs = ms;
+    for (const Emission &emission : state)
+        m_state.add(emission.signal, emission.arguments, emission);
+    writeCatchUp(ms);
+}
+
 /** What brings the unit to the moment where a part begins. */
 void RecordingWriter::writeCatchUp(qint64 ms)
 {

@@ -28,7 +28,7 @@ void SampleLog::addMissing(qint64 atMs, Quantity quantity)
 }
 
 SampleSource::SampleSource(SampleLog log)
-    : m_log(std::move(log)), m_present(presence()), m_mapper(m_present)
+    : m_log(std::move(log)), m_present(presence()), m_ranges(ranges()), m_mapper(m_present)
 {
     seek(0);
 }
@@ -110,9 +110,11 @@ QVector<SampleSource::Range> SampleSource::ranges() const
 {
     QVector<Range> ranges(static_cast<int>(Quantity::Count));
     for (const Sample &sample : m_log.samples) {
-        if (std::isnan(sample.value))
-            continue;
         Range &range = ranges[int(sample.quantity)];
+        if (std::isnan(sample.value)) {
+            ++range.missing;
+            continue;
+        }
         const double shown = shownValue(sample.quantity, double(sample.value));
         range.lowest = range.count ? qMin(range.lowest, shown) : shown;
         range.highest = range.count ? qMax(range.highest, shown) : shown;
@@ -123,22 +125,53 @@ QVector<SampleSource::Range> SampleSource::ranges() const
 
 QString SampleSource::Range::text(Quantity quantity) const
 {
-    return QStringLiteral("%1: %2 samples, %3 to %4 %5")
-        .arg(QLatin1String(quantityInfo(quantity).name))
-        .arg(count)
-        .arg(QString::number(lowest, 'g', 6), QString::number(highest, 'g', 6), shownUnit(quantity))
-        .trimmed();
+    QString text = QStringLiteral("%1: %2 samples, %3 to %4 %5")
+                       .arg(QLatin1String(quantityInfo(quantity).name))
+                       .arg(count)
+                       .arg(QString::number(lowest, 'g', 6), QString::number(highest, 'g', 6),
+                            shownUnit(quantity))
+                       .trimmed();
+    if (missing > 0)
+        text += missing == 1 ? QStringLiteral("; missing once")
+                             : QStringLiteral("; missing %1 times").arg(missing);
+    return text;
 }
 
 QStringList SampleSource::findings() const
 {
     QStringList lines;
-    const QVector<Range> found = ranges();
-    for (int i = 0; i < found.size(); ++i) {
-        if (found[i].count > 0)
-            lines.append(found[i].text(Quantity(i)));
+    for (int i = 0; i < m_ranges.size(); ++i) {
+        if (m_ranges[i].count > 0)
+            lines.append(m_ranges[i].text(Quantity(i)));
     }
-    lines += pageFindings(m_present);
+    return lines + pageFindings(m_present) + remarks();
+}
+
+QVector<Findings> SampleSource::findingsByPage() const
+{
+    QVector<Findings> pages = groupsByPage(m_present);
+    for (Findings &page : pages)
+        page.present.clear(); // told by the ranges
+    Findings others = {QStringLiteral("On no page"), {}, {}};
+    for (int i = 0; i < m_ranges.size(); ++i) {
+        if (m_ranges[i].count == 0)
+            continue;
+        const QString name = pageName(quantityInfo(Quantity(i)).page);
+        const auto page = std::find_if(pages.begin(), pages.end(), [&name](const Findings &known) {
+            return known.heading == name;
+        });
+        (page == pages.end() ? others : *page).present.append(m_ranges[i].text(Quantity(i)));
+    }
+    if (!others.present.isEmpty())
+        pages.append(others);
+    if (!remarks().isEmpty())
+        pages.append({QStringLiteral("File"), remarks(), {}});
+    return pages;
+}
+
+QStringList SampleSource::remarks() const
+{
+    QStringList lines;
     if (m_log.badLines > 0)
         lines.append(QStringLiteral("%1 lines could not be read").arg(m_log.badLines));
     if (m_log.beyondCapacity > 0)
@@ -154,7 +187,7 @@ QStringList SampleSource::findings() const
 QJsonObject SampleSource::statistics() const
 {
     QJsonObject quantities;
-    const QVector<Range> found = ranges();
+    const QVector<Range> &found = m_ranges;
     for (int i = 0; i < found.size(); ++i) {
         if (found[i].count == 0)
             continue;
@@ -164,6 +197,7 @@ QJsonObject SampleSource::statistics() const
         quantities.insert(QLatin1String(info.name), QJsonObject{{"count", found[i].count},
                                                                 {"min", rounded(found[i].lowest)},
                                                                 {"max", rounded(found[i].highest)},
+                                                                {"missing", found[i].missing},
                                                                 {"unit", shownUnit(Quantity(i))}});
     }
     QJsonObject statistics = m_log.details;

@@ -41,18 +41,21 @@ public:
     Emission take() override;
     void seek(qint64 ms) override;
     QStringList findings() const override;
+    QVector<Findings> findingsByPage() const override;
     QJsonObject statistics() const override;
 
 private:
     struct Range
     {
         int count = 0;
+        int missing = 0; ///< how often it has gone missing
         double lowest = 0;
         double highest = 0;
 
         QString text(Quantity quantity) const;
     };
     QVector<Range> ranges() const;
+    QStringList remarks() const;
     QVector<bool> presence() const;
     QVector<int> latestBefore(int end) const;
     void append(const Sample &sample);
@@ -60,6 +63,7 @@ private:
 
     SampleLog m_log;
     QVector<bool> m_present; // by quantity
+    QVector<Range> m_ranges; // by quantity
     PageMapper m_mapper;
     int m_index = 0;
     QVector<Emission> m_pending; // in reverse: the next one is the last

@@ -54,6 +54,12 @@ public:
     QJsonObject statistics() const override { return {{"kind", "none"}}; }
 };
 
+bool isCandumpLog(const QString &file)
+{
+    QString error;
+    return kindOf(file, &error) == FileKind::Candump && error.isEmpty();
+}
+
 static std::unique_ptr<VehicleSource> openFile(const QString &path, const CarFiles &car,
                                                QString *error)
 {
@@ -85,11 +91,6 @@ std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, T
     const bool isFile = name != QLatin1String("simulator") && name != QLatin1String("none");
     if (isFile)
         return openFile(name, car, error);
-    if (!car.isEmpty()) {
-        *error = QStringLiteral("--source: expected a candump log with --dbc and --map, got '%1'")
-                     .arg(name);
-        return nullptr;
-    }
     if (name == QLatin1String("none"))
         return std::make_unique<EmptySource>();
     return std::make_unique<SimulatedCar>(trim);

@@ -7,6 +7,7 @@ namespace module {
 
 constexpr double kilometresPerMile = 1.609344;
 constexpr double feetPerMetre = 3.28084;
+constexpr double kilopascalPerPsi = 6.894757;
 
 constexpr double miles(double kilometres)
 {

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <QVector>
 
 #include <memory>
 
@@ -27,6 +28,14 @@ struct Emission
 
 /** The action that ends the catch-up at the start of a recording; what was recorded follows. */
 constexpr char beginAction[] = "begin";
+
+/** What a drive holds and lacks under one heading, for a person. */
+struct Findings
+{
+    QString heading; ///< empty for what concerns the whole drive
+    QStringList present;
+    QStringList missing;
+};
 
 /** What is behind a car, as its rear camera sees it. Metres from the bumper; x to the right. */
 struct RearView
@@ -84,6 +93,8 @@ public:
     virtual RearView rearView() const { return {}; }
     /** What the drive holds and what it lacks, one line each, for a person. */
     virtual QStringList findings() const { return {}; }
+    /** The same by page, where the drive has pages. */
+    virtual QVector<Findings> findingsByPage() const { return {{{}, findings(), {}}}; }
     /** The same as totals: counts and ranges, for a script. */
     virtual QJsonObject statistics() const { return {}; }
 };
@@ -93,10 +104,13 @@ public:
  * nothing by itself, or the path of a recorded drive, whose format is detected from its content.
  * @param error  one line that names the file, the line and what was expected there
  * @param trim   what the simulated car is equipped with
- * @param car    what explains the frames of a raw CAN log
+ * @param car    what explains the frames of a raw CAN log; a file must be one then
  * @return null when the source cannot be used
  */
 std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error,
                                           Trim trim = Trim::Full, const CarFiles &car = {});
+
+/** Whether a file holds frames of a bus, by its content; false for one that cannot be read. */
+bool isCandumpLog(const QString &file);
 
 } // namespace module

@@ -35,6 +35,8 @@ norda_package(bench norda-bench
 
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.desktop" DESTINATION share/applications
     COMPONENT bench)
+install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-mime.xml" DESTINATION share/mime/packages
+    RENAME norda.xml COMPONENT bench)
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.svg"
     DESTINATION share/icons/hicolor/scalable/apps COMPONENT bench)
 norda_compress("${CMAKE_CURRENT_LIST_DIR}/norda-bench.1"

@@ -10,6 +10,10 @@
 
 #include <QAbstractItemModel>
 #include <QDockWidget>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTableView>
 
@@ -70,6 +74,32 @@ public:
     QString cell(const char *table, int row, int column) const
     {
         return model(table)->index(row, column).data().toString();
+    }
+    /** Drops a file on the window. */
+    void drop(const QString &file) const
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(file)});
+        QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(m_window.data(), &enter);
+        QDropEvent drop({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(m_window.data(), &drop);
+    }
+    /** The visible texts of a page that hold a digit; the scale of the centre gauge is no value. */
+    QStringList numbersOn(int id)
+    {
+        windows()->openWindow(id);
+        QTest::qWait(testpaths::emulator().isEmpty()
+                         ? 50
+                         : 500); // what the page asked for has been answered
+        QStringList texts;
+        for (const QLabel *label : windows()->currentPage()->findChildren<QLabel *>()) {
+            if (label->isVisible() && label->text().contains(QRegularExpression("\\d")) &&
+                !label->objectName().startsWith("Txt_scale_"))
+                texts.append(label->text());
+        }
+        texts.sort();
+        return texts;
     }
     void open(const char *dock) const
     {

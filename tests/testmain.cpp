@@ -29,8 +29,8 @@ static int unexpectedWarnings(const QString &log)
     for (const QByteArray &line : file.readAll().split('\n')) {
         if (!line.startsWith("QWARN") && !line.startsWith("QCRITICAL"))
             continue;
-        // The offscreen platform has no window manager to tell the smallest size to.
-        if (line.endsWith("This plugin does not support propagateSizeHints()"))
+        // The offscreen platform has no window manager to send sizes, raising and grabs to.
+        if (line.contains("This plugin does not support "))
             continue;
         ++unexpected;
         std::fprintf(stderr, "FAIL!  : unexpected: %s\n", line.constData());

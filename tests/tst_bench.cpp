@@ -1,5 +1,6 @@
 #include "pages.h"
 #include "program.h"
+#include "testfolder.h"
 #include "testmain.h"
 #include "testpaths.h"
 
@@ -17,7 +18,10 @@ private slots:
     void badArguments();
     void unusableSources_data();
     void unusableSources();
+    void unusableCars_data();
+    void unusableCars();
     void damagedLogOfTwoHundredMegabytes();
+    void dbcOfTwoHundredMegabytes();
     void drivesTheSimulatedCar();
     void recordingPlaysBackIdentically();
     void everyFaultAtOnce();
@@ -39,6 +43,7 @@ private:
     {
         return runProgram(QStringList(testpaths::benchFile()) + arguments);
     }
+    Result runWithHugeFile(const char *name, const QString &arguments);
     QString path(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
     QJsonObject json(const QString &file) const
     {
@@ -99,15 +104,21 @@ void tst_Bench::badArguments_data()
     for (const char *option :
          {"source", "speed", "duration", "window", "gallery", "record", "record-limit", "summary",
           "script", "junit", "check",    "diff",   "cut",     "from",   "to",           "trim",
-          "fault",  "seed",  "platform", "style",  "scale",   "plugin"})
+          "fault",  "seed",  "platform", "style",  "theme",   "scale",  "plugin"})
         QTest::addRow("--%s ''", option)
             << QStringList{QStringLiteral("--%1=").arg(option)} << ", got ''";
     QTest::newRow("unknown option")
         << QStringList{"--nothing"} << "Unknown option 'nothing'. See --help.";
     QTest::newRow("missing value")
         << QStringList{"--source"} << "Missing value after '--source'. See --help.";
-    QTest::newRow("a word") << QStringList{"drive.csv"}
-                            << "drive.csv: expected an option; a drive is named with --source";
+    QTest::newRow("file that is not there")
+        << QStringList{"drive.csv"}
+        << "drive.csv: expected a readable file: No such file or directory";
+    QTest::newRow("two drives") << QStringList{"one.csv", "two.csv"}
+                                << "two.csv: expected one drive, got another before it";
+    QTest::newRow("a drive beside --source")
+        << QStringList{"--source", "none", "two.csv"}
+        << "two.csv: expected one drive, got another before it";
     QTest::newRow("summary") << QStringList{"--summary", "/proc/nothing/s.json"}
                              << "--summary: expected a file that can be written, got "
                                 "'/proc/nothing/s.json'";
@@ -139,6 +150,8 @@ void tst_Bench::badArguments_data()
     QTest::newRow("simulated car with a DBC file")
         << QStringList{"--headless", "--dbc", "car.dbc", "--map", "car.json"}
         << "--source: expected a candump log with --dbc and --map, got 'simulator'";
+    QTest::newRow("theme") << QStringList{"--theme", "blue"}
+                           << "--theme: expected 'auto', 'light' or 'dark', got 'blue'";
     QTest::newRow("style") << QStringList{"-style", "glass"}
                            << "--style: expected one of Windows, Fusion, got 'glass'";
     QTest::newRow("unknown, with one dash")
@@ -195,26 +208,110 @@ void tst_Bench::unusableSources()
     QVERIFY2(result.err.endsWith(source + message + QLatin1Char('\n')), qPrintable(result.err));
 }
 
-void tst_Bench::damagedLogOfTwoHundredMegabytes()
+/** A car that is explained badly: one line names the file, and the line or path. */
+void tst_Bench::unusableCars_data()
 {
-    const QString source = path("huge.log");
-    {
-        QFile file(source);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        const QByteArray block(1024 * 1024, 'x');
-        for (int megabyte = 0; megabyte < 200; ++megabyte)
-            file.write(block);
-    }
-    // With this little memory, a reader that keeps the line cannot succeed.
+    QTest::addColumn<QByteArray>("dbc"); // null for a folder
+    QTest::addColumn<QByteArray>("map");
+    QTest::addColumn<QString>("message");
+    const QByteArray log = "BO_ 256 A: 8 X\n SG_ M M : 0|8@1+ (1,0) [0|255] \"\" X\n";
+    const QByteArray good = log + " SG_ S : 8|8@1+ (1,0) [0|255] \"\" X\n";
+    const QByteArray map = R"({"Vehicle.Speed":{"dbc2vss":{"signal":"S"}}})";
+    const auto dbc = [&map](const char *name, const QByteArray &content, const char *message) {
+        QTest::newRow(name) << content << map << QStringLiteral("car.dbc: ") + message;
+    };
+    const auto formula = [&good](const char *name, const QByteArray &math, const char *message) {
+        QTest::newRow(name)
+            << good
+            << QByteArray(R"({"Vehicle.Speed":{"dbc2vss":{"signal":"S","transform":{"math":")") +
+                   math + R"("}}}})"
+            << QStringLiteral("car.json: Vehicle.Speed: dbc2vss: expected a formula in x as "
+                              "'math': ") +
+                   message;
+    };
+    dbc("bits of its multiplexor", log + " SG_ S m1 : 4|8@1+ (1,0) [0|255] \"\" X\n",
+        "line 3: expected bits of its own for S, found it to share some with its multiplexor M");
+    dbc("two multiplexors",
+        log + " SG_ N M : 8|8@1+ (1,0) [0|255] \"\" X\n"
+              " SG_ S m1 : 16|8@1+ (1,0) [0|255] \"\" X\n",
+        "line 4: expected one multiplexor (M) in A for S, found several");
+    dbc("multiplexors in a circle",
+        "BO_ 256 A: 8 X\n SG_ M m0M : 0|8@1+ (1,0) [0|255] \"\" X\n"
+        " SG_ S m1M : 8|8@1+ (1,0) [0|255] \"\" X\n"
+        "SG_MUL_VAL_ 256 M S 0-0;\nSG_MUL_VAL_ 256 S M 1-1;\n",
+        "line 2: expected at most 16 multiplexors above M, found more or a circle");
+    dbc("directory", QByteArray(), "expected a file, found a directory");
+    dbc("empty", "", "line 1: expected at least one message (BO_), found the end of the file");
+    dbc("binary",
+        QByteArray("\x7f"
+                   "ELF",
+                   4),
+        "line 1: expected a statement such as BO_, SG_ or VAL_, found '?ELF'");
+    formula("a formula that needs itself", "Vehicle.Speed + 1",
+            "column 1: expected a number, x, '(', floor, ceil, round or abs, found "
+            "'Vehicle.Speed + 1'");
+    formula("an open parenthesis", "x + (2", "column 7: expected ')', found the end");
+    QTest::newRow("a signal in no message")
+        << good << QByteArray(map).replace("\"S\"", "\"T\"")
+        << "car.json: Vehicle.Speed: expected a signal of the DBC file, found 'T', which no "
+           "message has";
+    QTest::newRow("a map of another format")
+        << good << QByteArray(R"({"signals":[{"name":"S"}]})")
+        << "car.json: expected paths with 'dbc2vss', as a tree or by path, found none";
+    QTest::newRow("a map that is cut")
+        << good << map.left(20) << "car.json: line 1: expected JSON: unterminated string";
+}
+
+void tst_Bench::unusableCars()
+{
+    QFETCH(QByteArray, dbc);
+    QFETCH(QByteArray, map);
+    QFETCH(QString, message);
+    const TestFolder folder;
+    const QString log = folder.write("raw.log", "(1.0) can0 100#0102030405060708\n");
+    const QString dbcFile =
+        dbc.isNull() ? folder.filePath("car.dbc") : folder.write("car.dbc", dbc);
+    QVERIFY(!dbc.isNull() || QDir().mkdir(dbcFile));
+    const QString mapFile = folder.write("car.json", map);
+    const Result result = run({"--headless", "--source", log, "--dbc", dbcFile, "--map", mapFile});
+    QCOMPARE(result.exitCode, 2);
+    QCOMPARE(result.err, folder.path() + QLatin1Char('/') + message + QLatin1Char('\n'));
+    QCOMPARE(result.out, QString());
+}
+
+/** 200 MB of one line, and the bench with too little memory to keep it. */
+tst_Bench::Result tst_Bench::runWithHugeFile(const char *name, const QString &arguments)
+{
+    const QString huge = path(name);
+    QFile file(huge);
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("cannot write %s", name);
+    const QByteArray block(1024 * 1024, 'x');
+    for (int megabyte = 0; megabyte < 200; ++megabyte)
+        file.write(block);
+    file.close();
     const Result result = runProgram({"/bin/sh", "-c",
                                       "case $2 in *asan*|*armhf*) ;; *) ulimit -v 1500000;; esac; "
-                                      "exec \"$2\" --headless --source \"$1\"",
-                                      "sh", source, testpaths::benchFile()});
-    QFile::remove(source);
+                                      "exec \"$2\" " +
+                                          arguments,
+                                      "sh", huge, testpaths::benchFile()});
+    QFile::remove(huge);
+    return result;
+}
+
+void tst_Bench::damagedLogOfTwoHundredMegabytes()
+{
+    const Result result = runWithHugeFile("huge.log", "--headless --source \"$1\"");
     QCOMPARE(result.exitCode, 2);
-    const QString error = result.err;
-    QVERIFY2(error.endsWith(QStringLiteral("found a line longer than 65536 bytes\n")),
-             qPrintable(error));
+    QVERIFY2(result.err.endsWith(QStringLiteral("found a line longer than 65536 bytes\n")),
+             qPrintable(result.err));
+}
+
+void tst_Bench::dbcOfTwoHundredMegabytes()
+{
+    const Result result = runWithHugeFile("huge.dbc", "--suggest-map --dbc \"$1\"");
+    QCOMPARE(result.exitCode, 2);
+    QCOMPARE(result.err, path("huge.dbc") + QStringLiteral(": expected at most 64 MB\n"));
 }
 
 void tst_Bench::drivesTheSimulatedCar()
@@ -352,6 +449,7 @@ void tst_Bench::optionsWithOneDash_data()
     QTest::newRow("platform") << QStringList{"-platform", "offscreen"};
     QTest::newRow("platform, two dashes") << QStringList{"--platform", "offscreen"};
     QTest::newRow("style") << QStringList{"-style", "windows"};
+    QTest::newRow("theme") << QStringList{"-theme", "light"};
     QTest::newRow("style, equals") << QStringList{"-style=fusion"};
     QTest::newRow("one of the bench's own") << QStringList{"-seed", "7"};
 }

@@ -181,7 +181,8 @@ void tst_Candump::clocks_data()
         << Seconds{3, 4, 1725694999, 1725695000} << Moments{0, 1000, 1000, 2000} << 1;
     QTest::newRow("set back on the way")
         << Seconds{1000, 1001, 3, 4} << Moments{0, 1000, 1000, 2000} << 1;
-    QTest::newRow("an hour's rest") << Seconds{0, 3600, 3601} << Moments{0, 3600000, 3601000} << 0;
+    QTest::newRow("an hour's rest, and missing after five seconds")
+        << Seconds{0, 3600, 3601} << Moments{0, 5000, 3600000, 3601000} << 0;
 }
 
 void tst_Candump::clocks()
@@ -209,10 +210,12 @@ void tst_Candump::unusableLogs_data()
     QTest::addColumn<QString>("message");
     QTest::newRow("no answers") << QByteArray("(1.0) can0 123#00\n(2.0) can0 7E0#02010C\n")
                                 << ": line 2: expected OBD-II answers on 7E8 to 7EF, found none in "
-                                   "2 frames and 0 damaged lines; a raw log needs --dbc and --map";
+                                   "2 frames and 0 damaged lines; a raw log needs --dbc FILE and "
+                                   "--map FILE at the start";
     QTest::newRow("cut") << QByteArray("(1.0) can0 123#00\n(1725694999.6")
                          << ": line 2: expected OBD-II answers on 7E8 to 7EF, found none in 1 "
-                            "frames and 1 damaged lines; a raw log needs --dbc and --map";
+                            "frames and 1 damaged lines; a raw log needs --dbc FILE and "
+                            "--map FILE at the start";
 }
 
 void tst_Candump::unusableLogs()

@@ -5,9 +5,10 @@
 #include "mapcheck.h"
 #include "mapsuggestion.h"
 #include "rawcan.h"
+#include "testfolder.h"
 
 #include <QLabel>
-#include <QTemporaryDir>
+#include <QMessageBox>
 
 using namespace module;
 
@@ -25,26 +26,26 @@ private slots:
     void values_data();
     void values();
     void goesMissingAndComesBack();
+    void goesMissingForDays();
     void eventsDoNotGoMissing();
+    void leavesAndGoesMissing_data();
+    void leavesAndGoesMissing();
     void unusable_data();
     void unusable();
     void checksTheMap();
     void suggestsAMap();
     void suggestionIsAMap();
+    void opensInTheWindow();
+    void needsItsFilesInTheWindow();
     void realDoors_data();
     void realDoors();
     void realTire();
     void realClimate();
     void realDrive();
+    void realDriveShowsNoMore_data();
+    void realDriveShowsNoMore();
 
 private:
-    QString write(const char *name, const QByteArray &content) const
-    {
-        QFile file(m_folder.filePath(QLatin1String(name)));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("cannot write %s", name);
-        return file.fileName();
-    }
     /** A car whose frame 100 has eight bytes of one signal each. */
     CarFiles smallCar(const QByteArray &path, const QByteArray &rule) const
     {
@@ -54,13 +55,13 @@ private:
                        .arg(byte)
                        .arg(8 * byte)
                        .toLatin1();
-        return {write("small.dbc", dbc),
-                write("small.json", "{\"" + path + "\":{\"dbc2vss\":{" + rule + "}}}")};
+        return {m_folder.write("small.dbc", dbc),
+                m_folder.write("small.json", "{\"" + path + "\":{\"dbc2vss\":{" + rule + "}}}")};
     }
-    static QByteArray line(int ms, quint32 id, const QByteArray &data)
+    static QByteArray line(qint64 ms, quint32 id, const QByteArray &data)
     {
         return QStringLiteral("(%1) can0 %2#")
-                   .arg(ms / 1000.0, 0, 'f', 3)
+                   .arg(double(ms) / 1000.0, 0, 'f', 3)
                    .arg(id, 3, 16, QLatin1Char('0'))
                    .toLatin1()
                    .toUpper()
@@ -140,13 +141,14 @@ private:
         m_options.setup.car = {file, testpaths::source("tests/cars/model3.json")};
         return m_dbc.has_value();
     }
+    bool openRealDrive();
     void drive(const QByteArray &log, int page)
     {
-        makeBench(write("raw.log", log));
+        makeBench(m_folder.write("raw.log", log));
         windows()->openWindow(page);
     }
 
-    QTemporaryDir m_folder;
+    TestFolder m_folder;
     std::optional<Dbc> m_dbc;
 };
 
@@ -203,7 +205,7 @@ void tst_CarLog::values()
     QFETCH(QString, expected);
     const QByteArray data = QByteArray(1, char(raw)) + QByteArray(7, '\0');
     const QStringList lines =
-        sent(write("raw.log", line(0, 0x100, data)), smallCar(path, "\"signal\":\"B0\""));
+        sent(m_folder.write("raw.log", line(0, 0x100, data)), smallCar(path, "\"signal\":\"B0\""));
     QVERIFY2(lines.contains(QStringLiteral("0 ") + expected), qPrintable(lines.join('\n')));
 }
 
@@ -218,9 +220,27 @@ void tst_CarLog::goesMissingAndComesBack()
     for (int ms = 2010; ms <= 9000; ms += 10)
         log += line(ms, 0x200, volts); // another frame goes on
     log += line(9000, 0x100, volts);
-    const QStringList battery = sent(write("raw.log", log), car).filter("batteryVoltage");
+    const QStringList battery = sent(m_folder.write("raw.log", log), car).filter("batteryVoltage");
     QCOMPARE(battery, (QStringList{"0 batteryVoltage 12.0V", "3100 batteryVoltage --",
                                    "9000 batteryVoltage 12.0V"}));
+}
+
+/** In no longer than the frames take: nobody waits for the tenths of a second between them. */
+void tst_CarLog::goesMissingForDays()
+{
+    static constexpr int frameCount = 500;
+    static constexpr qint64 apartMs = 20 * 3600 * 1000;
+    const CarFiles car = smallCar("Vehicle.LowVoltageBattery.CurrentVoltage",
+                                  "\"signal\":\"B0\",\"interval_ms\":100");
+    QByteArray log;
+    QStringList expected;
+    for (qint64 frame = 0; frame < frameCount; ++frame) {
+        log += line(frame * apartMs, 0x100, QByteArray(8, char(12)));
+        expected.append(QStringLiteral("%1 batteryVoltage 12.0V").arg(frame * apartMs));
+        expected.append(QStringLiteral("%1 batteryVoltage --").arg(frame * apartMs + 1100));
+    }
+    expected.removeLast();
+    QCOMPARE(sent(m_folder.write("raw.log", log), car).filter("batteryVoltage"), expected);
 }
 
 void tst_CarLog::eventsDoNotGoMissing()
@@ -229,8 +249,47 @@ void tst_CarLog::eventsDoNotGoMissing()
         smallCar("Vehicle.Body.Hood.IsOpen", "\"signal\":\"B0\",\"on_change\":true");
     const QByteArray log =
         line(0, 0x100, QByteArray(8, '\1')) + line(600000, 0x200, QByteArray(8, '\0'));
-    const QStringList doors = sent(write("raw.log", log), car).filter("doorStatus");
+    const QStringList doors = sent(m_folder.write("raw.log", log), car).filter("doorStatus");
     QCOMPARE(doors, QStringList{"0 doorStatus 1"});
+}
+
+void tst_CarLog::leavesAndGoesMissing_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<int>("off");
+    QTest::addColumn<QStringList>("expected"); // on at 0 s, off at 1 s, on at 2 s, then missing
+    const auto row = [](const char *name, const char *path, int off, const char *signal,
+                        const char *whenOn, const char *whenOff) {
+        QStringList lines;
+        int turn = 0;
+        for (const int ms : {0, 1000, 2000, 7100})
+            lines.append(
+                QStringLiteral("%1 %2 %3")
+                    .arg(ms)
+                    .arg(QLatin1String(signal), QLatin1String(turn++ % 2 == 0 ? whenOn : whenOff)));
+        QTest::newRow(name) << QByteArray("Vehicle.") + path << off << lines;
+    };
+    row("obstacle behind", "Private.Obstacle.Rear.MiddleRight.Distance", 5, "parkingDistanceRear",
+        "0702", "0500");
+    row("obstacle in front", "Private.Obstacle.Front.Right.Distance", 5, "parkingDistanceFront",
+        "00000055", "00000000");
+    row("blind spot", "Private.BlindSpot.Left.IsWarning", 0, "parkingDistanceRear", "0904", "0000");
+    row("climate", "Cabin.HVAC.IsAirConditioningActive", 0, "NordaClimateCtrlStatusNotify",
+        "1|0|0|0|1|0|0|0|1|0|0|0|0|0|0|0|0|0|0|0|0|0|0",
+        "1|0|0|0|0|0|0|0|1|0|0|0|0|0|0|0|0|0|0|0|0|0|0");
+}
+
+void tst_CarLog::leavesAndGoesMissing()
+{
+    QFETCH(QByteArray, path);
+    QFETCH(int, off);
+    QFETCH(QStringList, expected);
+    const QByteArray on = QByteArray(8, '\1');
+    const QByteArray log = line(0, 0x100, on) + line(1000, 0x100, QByteArray(8, char(off))) +
+                           line(2000, 0x100, on) + line(9000, 0x200, on);
+    const QStringList lines =
+        sent(m_folder.write("raw.log", log), smallCar(path, "\"signal\":\"B0\""));
+    QCOMPARE(lines.filter(expected.constFirst().section(QLatin1Char(' '), 1, 1)), expected);
 }
 
 // ---- What cannot be used ------------------------------------------------------------------------
@@ -248,7 +307,7 @@ void tst_CarLog::unusable_data()
     QTest::newRow("no DBC file and no map")
         << log << none << none
         << "found none in 1 frames and 0 damaged lines; a raw log needs "
-           "--dbc and --map";
+           "--dbc FILE and --map FILE at the start";
     QTest::newRow("a DBC file alone")
         << log << dbc << none << "--dbc: expected with --map, got it alone";
     QTest::newRow("no candump log") << QByteArray("Time,RPM\n0,800\n") << dbc << map
@@ -259,8 +318,8 @@ void tst_CarLog::unusable_data()
            "the pages, found none in 1 frames and 0 damaged lines";
     QTest::newRow("a map for another car")
         << log << dbc << QByteArray(map).replace("\"S\"", "\"T\"")
-        << "raw.log: line 1: expected frames that the DBC file and the map turn into values for "
-           "the pages, found none in 1 frames and 0 damaged lines";
+        << "car.json: Vehicle.Speed: expected a signal of the DBC file, found 'T', which no "
+           "message has";
     QTest::newRow("a map of another format")
         << log << dbc << QByteArray(R"({"signals":[1,2]})")
         << "car.json: expected paths with 'dbc2vss', as a tree or by path, found none";
@@ -279,10 +338,10 @@ void tst_CarLog::unusable()
     QFETCH(QByteArray, dbc);
     QFETCH(QByteArray, map);
     QFETCH(QString, message);
-    const CarFiles car = {dbc.isNull() ? QString() : write("car.dbc", dbc),
-                          map.isNull() ? QString() : write("car.json", map)};
+    const CarFiles car = {dbc.isNull() ? QString() : m_folder.write("car.dbc", dbc),
+                          map.isNull() ? QString() : m_folder.write("car.json", map)};
     QString error;
-    QVERIFY(!openSource(write("raw.log", log), &error, Trim::Full, car));
+    QVERIFY(!openSource(m_folder.write("raw.log", log), &error, Trim::Full, car));
     QVERIFY2(error.contains(message), qPrintable(error));
     QVERIFY(!error.contains(QLatin1Char('\n')));
 }
@@ -292,10 +351,10 @@ void tst_CarLog::unusable()
 void tst_CarLog::checksTheMap()
 {
     QString error;
-    const QString dbc = write("car.dbc", "BO_ 256 A: 8 X\n"
-                                         " SG_ Speed : 0|8@1+ (1,0) [0|255] \"mph\" X\n"
-                                         " SG_ Door : 8|1@1+ (1,0) [0|1] \"\" X\n");
-    const QString map = write("car.json", R"({
+    const QString dbc = m_folder.write("car.dbc", "BO_ 256 A: 8 X\n"
+                                                  " SG_ Speed : 0|8@1+ (1,0) [0|255] \"mph\" X\n"
+                                                  " SG_ Door : 8|1@1+ (1,0) [0|1] \"\" X\n");
+    const QString map = m_folder.write("car.json", R"({
         "Vehicle.Speed": {"dbc2vss": {"signal": "Speed"}},
         "Vehicle.OBD.Speed": {"dbc2vss": {"signal": "Speed"}},
         "Vehicle.Cabin.Door.Row1.DriverSide.IsOpen": {"dbc2vss": {"signal": "Door"}},
@@ -320,14 +379,14 @@ void tst_CarLog::checksTheMap()
 void tst_CarLog::suggestsAMap()
 {
     QString error;
-    const QString dbc =
-        write("car.dbc", "BO_ 256 A: 8 X\n"
-                         " SG_ EngineSpeed : 0|16@1+ (1,0) [0|9000] \"rpm\" X\n"
-                         " SG_ VehicleSpeed : 16|8@1+ (1,0) [0|255] \"mph\" X\n"
-                         " SG_ CoolantTemp : 24|8@1+ (1,0) [0|255] \"\" X\n"
-                         " SG_ DoorFrontLeftStatus : 32|2@1+ (1,0) [0|3] \"\" X\n"
-                         " SG_ EngineOilSpeed : 40|8@1+ (1,0) [0|9] \"l/h\" X\n"
-                         "VAL_ 256 DoorFrontLeftStatus 0 \"CLOSED\" 1 \"OPEN\" 3 \"SNA\" ;\n");
+    const QString dbc = m_folder.write(
+        "car.dbc", "BO_ 256 A: 8 X\n"
+                   " SG_ EngineSpeed : 0|16@1+ (1,0) [0|9000] \"rpm\" X\n"
+                   " SG_ VehicleSpeed : 16|8@1+ (1,0) [0|255] \"mph\" X\n"
+                   " SG_ CoolantTemp : 24|8@1+ (1,0) [0|255] \"\" X\n"
+                   " SG_ DoorFrontLeftStatus : 32|2@1+ (1,0) [0|3] \"\" X\n"
+                   " SG_ EngineOilSpeed : 40|8@1+ (1,0) [0|9] \"l/h\" X\n"
+                   "VAL_ 256 DoorFrontLeftStatus 0 \"CLOSED\" 1 \"OPEN\" 3 \"SNA\" ;\n");
     const auto lines = suggestMap(dbc, &error);
     QVERIFY2(lines, qPrintable(error));
     const QJsonObject map = QJsonDocument::fromJson(lines->join('\n').toUtf8()).object();
@@ -346,8 +405,8 @@ void tst_CarLog::suggestsAMap()
     const QString comment =
         map["Vehicle.Powertrain.CombustionEngine.ECT"].toObject()["comment"].toString();
     QCOMPARE(comment, QStringLiteral("doubtful: the signal has no unit; celsius is taken for it"));
-    QVERIFY(!suggestMap(write("car.dbc", "BO_ 256 A: 8 X\n SG_ S : 0|8@1+ (1,0) [0|1] \"\" X\n"),
-                        &error));
+    QVERIFY(!suggestMap(
+        m_folder.write("car.dbc", "BO_ 256 A: 8 X\n SG_ S : 0|8@1+ (1,0) [0|1] \"\" X\n"), &error));
 }
 
 void tst_CarLog::suggestionIsAMap()
@@ -362,6 +421,40 @@ void tst_CarLog::suggestionIsAMap()
     QVERIFY(map->remarks().isEmpty());
     QCOMPARE(bindSignals(*map, *m_dbc).missing, QVector<int>());
     QVERIFY(lines->join('\n').contains("TPMSFLpressure31F"));
+}
+
+// ---- In the window ------------------------------------------------------------------------------
+
+void tst_CarLog::opensInTheWindow()
+{
+    m_options.setup.car = smallCar("Vehicle.LowVoltageBattery.CurrentVoltage", "\"signal\":\"B0\"");
+    makeBench();
+    windows()->openWindow(81);
+    const QByteArray volts(8, char(12));
+    drop(m_folder.write("raw.log", line(0, 0x100, volts) + line(900, 0x100, volts)));
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
+    drop(m_folder.write("other.csv", "Time,Voltage\n0,13.5\n1,13.5\n")); // these need no files
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("13.5V"));
+    drop(m_folder.filePath("raw.log"));
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
+}
+
+void tst_CarLog::needsItsFilesInTheWindow()
+{
+    makeBench();
+    QString message;
+    QTimer::singleShot(0, m_window.data(), [&message] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            qFatal("no message");
+        message = box->text();
+        box->reject();
+    });
+    const QString log = m_folder.write("raw.log", line(0, 0x100, QByteArray(8, '\0')));
+    drop(log);
+    QCOMPARE(message, log + ": line 1: expected OBD-II answers on 7E8 to 7EF, found none in 1 "
+                            "frames and 0 damaged lines; a raw log needs --dbc FILE and "
+                            "--map FILE at the start");
 }
 
 // ---- A real car on the pages --------------------------------------------------------------------
@@ -453,14 +546,21 @@ void tst_CarLog::realClimate()
     QTRY_COMPARE(text("Txt_left_temp"), QStringLiteral("75.00 F"));
 }
 
-void tst_CarLog::realDrive()
+bool tst_CarLog::openRealDrive()
 {
     const QString log = recordedDrive("falcon_fg_engine_20210120.candump.log");
     if (!QFile::exists(log))
-        QSKIP("the recorded drive is not here");
+        return false;
     m_options.setup.car = {testpaths::source("tests/cars/falcon.dbc"),
                            testpaths::source("tests/cars/falcon.json")};
     makeBench(log);
+    return true;
+}
+
+void tst_CarLog::realDrive()
+{
+    if (!openRealDrive())
+        QSKIP("the recorded drive is not here");
     const QJsonObject found = session()->drive()->source()->statistics()["quantities"].toObject();
     const auto range = [&found](const char *name) {
         const QJsonObject one = found[QLatin1String(name)].toObject();
@@ -486,6 +586,37 @@ void tst_CarLog::realDrive()
     showsAt(121650, "Txt_up_right_value", "59 ℉"); // what the car says, for a tenth of a second
     showsAt(121800, "Txt_up_right_value", "126 ℉");
     QCOMPARE(text("Txt_down_left_value"), QStringLiteral("--"));
+}
+
+void tst_CarLog::realDriveShowsNoMore_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QStringList>("numbers");
+    QTest::addColumn<QStringList>("unknown");
+    QTest::newRow("gauges") << 80 << QStringList{"108 ℉", "749 RPM"}
+                            << QStringList{"Txt_up_left_value", "Txt_down_left_value",
+                                           "Txt_down_right_value"};
+    QTest::newRow("vehicle") << 81 << QStringList{"14.1V"}
+                             << QStringList{"Txt_psi_front_left",  "Txt_psi_front_right",
+                                            "Txt_psi_rear_left",   "Txt_psi_rear_right",
+                                            "Txt_temp_front_left", "Txt_temp_front_right",
+                                            "Txt_temp_rear_left",  "Txt_temp_rear_right"};
+    QTest::newRow("climate") << 82 << QStringList() << QStringList();
+    QTest::newRow("parking") << 83 << QStringList() << QStringList();
+}
+
+void tst_CarLog::realDriveShowsNoMore()
+{
+    if (!openRealDrive())
+        QSKIP("the recorded drive is not here");
+    QFETCH(int, page);
+    QFETCH(QStringList, numbers);
+    QFETCH(QStringList, unknown);
+    session()->drive()->pause();
+    session()->drive()->seek(20000);
+    QTRY_COMPARE(numbersOn(page), numbers);
+    for (const QString &label : qAsConst(unknown))
+        QCOMPARE(text(label.toLatin1()), QStringLiteral("--"));
 }
 
 NORDA_TEST_MAIN(tst_CarLog)

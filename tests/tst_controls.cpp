@@ -1,5 +1,6 @@
 #include "simulator/simulatedcar.h"
 #include "testmain.h"
+#include "testpaths.h"
 
 using namespace module;
 
@@ -11,11 +12,18 @@ class tst_Controls : public QObject
 private slots:
     void reads_data();
     void reads();
+    void readsColdTemperatures();
+    void areDocumented();
     void refuses_data();
     void refuses();
     void isSaid_data();
     void isSaid();
     void engineAndSpeed();
+    void released_data();
+    void released();
+    void lampsFollowTheEngine();
+    void propertiesHaveTheTemperatures();
+    void tiresFollowTheOutside();
     void doorWarnsWhileDriving();
     void promptSpeaksOnce();
     void obstacleGoesAgain();
@@ -63,6 +71,19 @@ void tst_Controls::reads_data()
     }
 }
 
+void tst_Controls::readsColdTemperatures()
+{
+    Controls::Control control = Controls::Count;
+    int value = 0;
+    QString error;
+    for (const int degrees : {-40, -1, 0}) {
+        QVERIFY(Controls::read("outside-temperature", QString::number(degrees), &control, &value,
+                               &error));
+        QCOMPARE(value, degrees);
+        QCOMPARE(Controls::textOf(control, value), QString::number(degrees));
+    }
+}
+
 void tst_Controls::reads()
 {
     QFETCH(QString, text);
@@ -76,6 +97,17 @@ void tst_Controls::reads()
     QVERIFY(Controls::read(name, QStringLiteral("auto"), &control, &value, &error));
     QCOMPARE(value, int(Controls::Automatic));
     QCOMPARE(error, QString());
+}
+
+void tst_Controls::areDocumented()
+{
+    QFile file(QDir(testpaths::sourceFolder()).filePath("docs/scenarios.md"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(file.readAll());
+    for (int i = 0; i < Controls::Count; ++i) {
+        const Controls::Row &row = Controls::row(Controls::Control(i));
+        QVERIFY2(text.contains(QStringLiteral("`%1`").arg(QLatin1String(row.name))), row.name);
+    }
 }
 
 void tst_Controls::refuses_data()
@@ -92,6 +124,14 @@ void tst_Controls::refuses_data()
     QTest::newRow("too fast") << "speed"
                               << "126"
                               << "expected speed with a number from 0 to 125 or auto, got '126'";
+    QTest::newRow("too cold") << "outside-temperature"
+                              << "-41"
+                              << "expected outside-temperature with a number from -40 to 140 or "
+                                 "auto, got '-41'";
+    QTest::newRow("gear") << "gear"
+                          << "d7"
+                          << "expected gear with park, reverse, d1, d2, d3, d4, d5, d6 or auto, "
+                             "got 'd7'";
     QTest::newRow("no number") << "tire-rear-left"
                                << "soft"
                                << "expected tire-rear-left with a number from 0 to 60 or auto, "
@@ -131,6 +171,12 @@ void tst_Controls::isSaid_data()
     row("front right", Controls::DoorFrontRight, 1, "doorStatus", "8", "0");
     row("rear left", Controls::DoorRearLeft, 1, "doorStatus", "16", "0");
     row("rear right", Controls::DoorRearRight, 1, "doorStatus", "32", "0");
+    row("gear", Controls::Gear, Controls::Reverse, "checkGearPositionStatus", "1", "0");
+    row("gear text", Controls::Gear, Controls::Reverse, "gauTopBarTextNotify", "0 mph   R",
+        "0 mph   P");
+    row("forward", Controls::Gear, Controls::FirstGear + 3, "checkGearPositionStatus", "2", "0");
+    row("forward text", Controls::Gear, Controls::FirstGear + 3, "gauTopBarTextNotify",
+        "0 mph   D4", "0 mph   P");
     row("lamp", Controls::EngineLamp, 2, "checkEngineStatus", "2", "1");
     row("soft tire", Controls::TireFrontLeft, 17, "tirePressureStatus",
         "33 0 17 psi/34 psi/33 psi/33 psi/0", "never");
@@ -171,6 +217,107 @@ void tst_Controls::engineAndSpeed()
     const QVector<Emission> said = drive(&car, &nowMs, 25);
     QCOMPARE(lastOf(said, "centerGaugeValueNotify"), QStringLiteral("0 RPM 0"));
     QCOMPARE(lastOf(said, "gauTopBarTextNotify").section(' ', 0, 0), QStringLiteral("0"));
+}
+
+void tst_Controls::released_data()
+{
+    QTest::addColumn<int>("control");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QByteArray>("signal");
+    QTest::addColumn<QString>("overridden");
+    const auto row = [](const char *title, Controls::Control control, int value, const char *signal,
+                        const char *overridden) {
+        QTest::newRow(title) << int(control) << value << QByteArray(signal)
+                             << QString::fromUtf8(overridden);
+    };
+    row("engine speed", Controls::EngineSpeed, 3204, "centerGaugeValueNotify", "3200 RPM 32");
+    row("still engine", Controls::EngineSpeed, 0, "centerGaugeValueNotify", "0 RPM 0");
+    row("hot coolant", Controls::CoolantTemperature, 262, "gaugeTRValueDualNotify",
+        "262 \u2109 250");
+    row("cold coolant", Controls::CoolantTemperature, -1, "gaugeTRValueDualNotify", "-1 \u2109 0");
+    row("transmission", Controls::TransmissionTemperature, 190, "gaugeTLValueDualNotify",
+        "190 \u2109 190");
+    row("intake", Controls::IntakeTemperature, 101, "gaugeBLValueDualNotify", "101 \u2109 101");
+    row("gear", Controls::Gear, Controls::Reverse, "checkGearPositionStatus", "1");
+    row("outside", Controls::OutsideTemperature, -7, "vehTopBarText",
+        "Trip 0.0 mi   Outside -7 \u00B0F");
+}
+
+/** Released, the signals are at once those of a car that was never overridden. */
+void tst_Controls::released()
+{
+    QFETCH(int, control);
+    QFETCH(int, value);
+    QFETCH(QByteArray, signal);
+    QFETCH(QString, overridden);
+    SimulatedCar car;
+    SimulatedCar other;
+    qint64 nowMs = 0;
+    qint64 otherMs = 0;
+    drive(&car, &nowMs, 20);
+    car.controls()->set(Controls::Control(control), value);
+    QCOMPARE(lastOf(drive(&car, &nowMs, 2), signal), overridden);
+    car.controls()->set(Controls::Control(control), Controls::Automatic);
+    drive(&other, &otherMs, 22);
+    QCOMPARE(lastOf(drive(&car, &nowMs, 70), signal), lastOf(drive(&other, &otherMs, 70), signal));
+}
+
+/** The last numbers of the vehicle page. */
+static QList<int> lastProperties(const QVector<Emission> &said)
+{
+    for (int i = said.size() - 1; i >= 0; --i) {
+        if (said[i].signal == "Properties2TextInfo")
+            return said[i].arguments.value(0).value<QList<int>>();
+    }
+    return {};
+}
+
+void tst_Controls::propertiesHaveTheTemperatures()
+{
+    enum { TopLeft = 2, Coolant, Intake };
+    SimulatedCar car;
+    qint64 nowMs = 0;
+    car.controls()->set(Controls::CoolantTemperature, 230);
+    car.controls()->set(Controls::IntakeTemperature, 99);
+    car.controls()->set(Controls::OilTemperature, 251);
+    car.controls()->set(Controls::TransmissionTemperature, 174);
+    const auto press = [&car, &nowMs] { // the next temperature on the top left gauge
+        car.command(nowMs, "norda::VtqAdaptor::gaugeTLMenu", {1});
+    };
+    QList<int> properties = lastProperties(drive(&car, &nowMs, 5));
+    QCOMPARE(properties.mid(TopLeft, 3), QList<int>({174, 230, 99}));
+    press();
+    properties = lastProperties(drive(&car, &nowMs, 5));
+    QCOMPARE(properties.mid(TopLeft, 3), QList<int>({251, 230, 99}));
+}
+
+void tst_Controls::lampsFollowTheEngine()
+{
+    SimulatedCar car;
+    qint64 nowMs = 0;
+    drive(&car, &nowMs, 20); // the engine is cold
+    car.controls()->set(Controls::CoolantTemperature, 180);
+    QCOMPARE(lastOf(drive(&car, &nowMs, 1), "peakIndicatorTextNotify"), QStringLiteral("READY"));
+    car.controls()->set(Controls::EngineSpeed, 5500);
+    const QVector<Emission> said = drive(&car, &nowMs, 1);
+    QCOMPARE(lastOf(said, "peakIndicatorTextNotify"), QStringLiteral("SHIFT"));
+    QCOMPARE(lastOf(said, "shifterArrowIndicatorNotify"), QStringLiteral("1"));
+    car.controls()->set(Controls::CoolantTemperature, Controls::Automatic);
+    car.controls()->set(Controls::EngineSpeed, Controls::Automatic);
+    QCOMPARE(lastOf(drive(&car, &nowMs, 1), "peakIndicatorNotify"), QStringLiteral("0"));
+}
+
+void tst_Controls::tiresFollowTheOutside()
+{
+    static constexpr int frontLeft = 6;
+    SimulatedCar car;
+    SimulatedCar other;
+    qint64 nowMs = 0;
+    qint64 otherMs = 0;
+    car.controls()->set(Controls::OutsideTemperature, 120);
+    const int warm = lastProperties(drive(&car, &nowMs, 80)).value(frontLeft);
+    const int usual = lastProperties(drive(&other, &otherMs, 80)).value(frontLeft);
+    QVERIFY2(warm > usual + 10, qPrintable(QStringLiteral("%1 and %2").arg(warm).arg(usual)));
 }
 
 void tst_Controls::doorWarnsWhileDriving()

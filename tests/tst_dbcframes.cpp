@@ -41,7 +41,8 @@ private:
     }
     static std::vector<DecodedSignal> decoded(const FramePlan &plan, const QByteArray &data)
     {
-        std::vector<DecodedSignal> found(size_t(plan.capacity()) + 1, {nullptr, 0xE7D});
+        static const DecodingStep none;
+        std::vector<DecodedSignal> found(size_t(plan.capacity()) + 1, {&none, 0xE7D});
         const int count = plan.decode(reinterpret_cast<const quint8 *>(data.constData()),
                                       data.size(), found.data());
         if (found.back().raw() != 0xE7D)

@@ -32,22 +32,6 @@ private slots:
     void realPair();
 
 private:
-    static SignalMap mapped(const QByteArray &content)
-    {
-        QString error;
-        const auto map = SignalMap::parse(content, QStringLiteral("car.json"), &error);
-        if (!map)
-            qFatal("%s", qPrintable(error));
-        return *map;
-    }
-    static Dbc parsed(const QByteArray &content)
-    {
-        QString error;
-        const auto dbc = Dbc::parse(content, QStringLiteral("car.dbc"), &error);
-        if (!dbc)
-            qFatal("%s", qPrintable(error));
-        return *dbc;
-    }
     static QVector<PathValue> decoded(FrameDecoder *decoder, qint64 ms, quint32 id,
                                       const QByteArray &data)
     {
@@ -157,7 +141,7 @@ void tst_DbcMap::badFormulas()
 
 void tst_DbcMap::readsTreesAndPaths()
 {
-    const SignalMap map = mapped(R"json({
+    const SignalMap map = parsed<SignalMap>(R"json({
         "Vehicle": {"type": "branch", "children": {
             "Speed": {"datatype": "float", "dbc2vss": {"signal": "Kmh"}},
             "Cabin": {"children": {"Door": {"children": {"IsOpen": {"dbc2vss":
@@ -258,22 +242,18 @@ void tst_DbcMap::malformed()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, message);
-    QString error;
-    QVERIFY(!SignalMap::parse(content, QStringLiteral("car.json"), &error));
-    QCOMPARE(error, QStringLiteral("car.json: ") + message);
+    QCOMPARE(parseError<SignalMap>(content), message);
 }
 
 void tst_DbcMap::badFile()
 {
-    QTemporaryDir folder;
-    QString error;
-    QVERIFY(!SignalMap::read(folder.path(), &error));
-    QCOMPARE(error, folder.path() + ": expected a file, found a directory");
+    QCOMPARE(readError<SignalMap>(QDir::tempPath()),
+             QStringLiteral("expected a file, found a directory"));
 }
 
 void tst_DbcMap::remarks()
 {
-    const SignalMap map = mapped(R"({"A": {"dbc2vss": {"signal": "S", "intervall_ms": 1,
+    const SignalMap map = parsed<SignalMap>(R"({"A": {"dbc2vss": {"signal": "S", "intervall_ms": 1,
         "transform": {"math": "x", "unit": "m"}}}})");
     QCOMPARE(map.remarks(), QStringList({"A: 'intervall_ms' has no meaning here",
                                          "A: 'unit' has no meaning here"}));
@@ -293,8 +273,8 @@ static const QByteArray car = "BO_ 100 Door: 8 U\n"
 
 void tst_DbcMap::binds()
 {
-    const Dbc dbc = parsed(car);
-    const SignalMap map = mapped(R"({
+    const Dbc dbc = parsed<Dbc>(car);
+    const SignalMap map = parsed<SignalMap>(R"({
         "A": {"dbc2vss": {"signal": "State", "transform": {"mapping":
             [{"from": "OPEN", "to": 1}, {"from": "BROKEN", "to": 2}]}}},
         "B": {"dbc2vss": {"signal": "Level"}},
@@ -367,7 +347,8 @@ void tst_DbcMap::values()
     QFETCH(QByteArray, hex);
     QFETCH(QVariant, value);
     QFETCH(QString, name);
-    FrameDecoder decoder(mapped("{\"A\": {\"dbc2vss\": " + entry + "}}"), parsed(car));
+    FrameDecoder decoder(parsed<SignalMap>("{\"A\": {\"dbc2vss\": " + entry + "}}"),
+                         parsed<Dbc>(car));
     const QVector<PathValue> found = decoded(&decoder, 0, id, QByteArray::fromHex(hex));
     QCOMPARE(found.size(), int(value.isValid()));
     if (found.isEmpty())
@@ -400,8 +381,9 @@ void tst_DbcMap::paces()
     QFETCH(QByteArray, pacing);
     QFETCH(Frames, frames);
     QFETCH(Frames, told);
-    FrameDecoder decoder(mapped("{\"A\": {\"dbc2vss\": {\"signal\": \"State\"" + pacing + "}}}"),
-                         parsed(car));
+    FrameDecoder decoder(
+        parsed<SignalMap>("{\"A\": {\"dbc2vss\": {\"signal\": \"State\"" + pacing + "}}}"),
+        parsed<Dbc>(car));
     for (int run = 0; run < 2; ++run) {
         Frames seen;
         for (const auto &frame : frames) {

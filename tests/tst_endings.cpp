@@ -66,6 +66,8 @@ void tst_Endings::init()
         QFile::setPermissions(path("run"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     put("own.jsonl", drive);
     put("own.scenario", scenario);
+    for (const char *name : {"own.dbc", "own.json"})
+        put(name, drive);
     QVERIFY(QFile::link(path("own.jsonl"), path("link.jsonl")));
     QVERIFY(QFile::copy(path("own.jsonl"), path("r.1.jsonl")));
 }
@@ -91,6 +93,11 @@ void tst_Endings::resultsReplaceNoInput_data()
                                                   << "own.scenario" + isRead;
     QTest::newRow("part of a recording") << "--source r.1.jsonl --record r.jsonl --record-limit 1"
                                          << "r.1.jsonl" + isRead;
+    const QString car = "--source own.log --dbc own.dbc --map own.json ";
+    QTest::newRow("DBC file") << car + "--record own.dbc"
+                              << "own.dbc" + isRead;
+    QTest::newRow("map") << car + "--summary own.json"
+                         << "own.json" + isRead;
     QTest::newRow("two results") << "--record new --summary new"
                                  << "--summary" + isWritten + "'new'";
     QTest::newRow("two results, one path") << "--record new --summary tmp/../new"
@@ -108,6 +115,7 @@ void tst_Endings::resultsReplaceNoInput()
     QCOMPARE(content("own.jsonl"), drive);
     QCOMPARE(content("r.1.jsonl"), drive);
     QCOMPARE(content("own.scenario"), scenario);
+    QCOMPARE(content("own.dbc") + content("own.json"), drive + drive);
 }
 
 /** Results of an earlier run are no inputs. */

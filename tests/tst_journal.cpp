@@ -134,26 +134,30 @@ void tst_Journal::meanings_data()
     row("heated wheel", key, bytes(7, 8), "steering wheel heating");
     row("rear vents", key, bytes(10, 16), "rear vents");
     row("two at once", key, bytes(5, 16 | 8), "A/C and max A/C");
-    row("no key", key, bytes(4, 0), "");
+    row("no key", key, bytes(4, 0),
+        "The climate screen's combined key map: sent for every touch of a climate key");
     row("first key", adaptor + "gaugesCustomControls", {0x12, 1}, "first key pressed");
     row("second key", adaptor + "vehicleCustomControls", {0x22, 2}, "second key released");
     row("climate's key", adaptor + "customCtrlsButton", {0x12, 2}, "first key released");
-    row("gauge", adaptor + "centerGaugeMenu", {1}, "pressed");
-    row("menu", adaptor + "NordaData_Request", {13}, "the configuration menu");
-    row("version", adaptor + "NordaData_Request", {5}, "the version");
-    row("unknown page", adaptor + "NordaData_Request", {6}, "");
-    row("row", adaptor + "NordaSetSelectedLineNumber", {2}, "row 1");
+    row("gauge", adaptor + "centerGaugeMenu", {1}, "The centre gauge was touched: pressed");
+    row("menu", adaptor + "NordaData_Request", {13},
+        "Asks for a page of the module: the configuration menu");
+    row("version", adaptor + "NordaData_Request", {5},
+        "Asks for a page of the module: the version");
+    row("unknown page", adaptor + "NordaData_Request", {6}, "Asks for a page of the module");
+    row("row", adaptor + "NordaSetSelectedLineNumber", {2}, "Menu: row 1");
     row("rear zone", "norda::VtqService::setClimateRearZone", {true}, "the rear zone is shown");
     row("source", "norda::VtqService::syncRadioStatus", {0x21, 0x84, 100, 1, 128, 128},
-        "source 20 to 23");
+        "Reports what plays: source 20 to 23");
     row("no source", "norda::VtqService::syncRadioStatus", {0x00, 0x84, 100, 1, 128, 128},
-        "source 5, or display 3");
+        "Reports what plays: source 5, or display 3");
     row("touch", "TouchEvent", {88, -1, -1}, "the vehicle page");
     row("camera", "TouchEvent", {61, -1, -1}, "the camera");
-    row("temperature bar", adaptor + "manTempValue", {128, true}, "50 % of the bar");
-    row("fan key", adaptor + "fanSpeedUpButton", {false, true}, "released");
-    row("speaks for itself", "svaudio::AudioService::doBeep", {0}, "");
-    row("no arguments", adaptor + "requestGaugesInfo", {}, "");
+    row("temperature bar", adaptor + "manTempValue", {128, true}, "Temperature: 50 % of the bar");
+    row("fan key", adaptor + "fanSpeedUpButton", {false, true}, "Fan up, front zone: released");
+    row("speaks for itself", "svaudio::AudioService::doBeep", {0}, "Beep");
+    row("no arguments", adaptor + "requestGaugesInfo", {},
+        "Asks the module to resend the state of the gauges: on every connection and entry");
 }
 
 void tst_Journal::meanings()

@@ -27,6 +27,8 @@ private slots:
     void hugeLineIsPassedOver();
     void signalsOfADrive();
     void missingQuantitiesAreMarks();
+    void goesMissing_data();
+    void goesMissing();
     void seekCatchesUp();
     void seekIsPlaying_data();
     void seekIsPlaying();
@@ -440,6 +442,50 @@ void tst_ObdCsv::missingQuantitiesAreMarks()
         QStringLiteral("Gauges: engine speed, intake air temperature; not engine load, coolant "
                        "temperature")));
     QVERIFY(findings.contains(QStringLiteral("Climate: nothing")));
+}
+
+void tst_ObdCsv::goesMissing_data()
+{
+    QTest::addColumn<QByteArray>("rows");
+    QTest::addColumn<QString>("missing"); // when, in ms
+    const auto rows = [](std::initializer_list<double> seconds, const char *values) {
+        QByteArray text;
+        for (const double second : seconds)
+            text += QByteArray::number(second) + ',' + values + '\n';
+        return text;
+    };
+    const QByteArray steady = rows({0, 1, 2, 3}, "800,20");
+    QTest::newRow("a pause") << steady + rows({60, 61}, "800,20") << "8000";
+    QTest::newRow("one column stays empty")
+        << steady + rows({4, 5, 6, 7, 8, 9, 10}, "800,") << "8000";
+    QTest::newRow("twice") << rows({0,  1,  2,  3,  4,  5,  6,  7,  8,  9, 20,
+                                    21, 22, 23, 24, 25, 26, 27, 28, 29, 45},
+                                   "800,20")
+                           << "14000 34000";
+    QTest::newRow("a short gap") << steady + rows({8}, "800,20") << "";
+    QTest::newRow("fast, a second's gap") << rows({0, 0.1, 0.2, 1.2, 1.3}, "800,20") << "";
+    QTest::newRow("fast, a longer gap") << rows({0, 0.1, 0.2, 1.3, 1.4}, "800,20") << "1200";
+    QTest::newRow("every 30 seconds") << rows({0, 30, 60, 130, 160}, "800,20") << "";
+    QTest::newRow("bursts of four")
+        << rows({0, 0.2, 0.4, 0.6, 2, 2.2, 2.4, 2.6, 4, 4.2, 4.4, 4.6, 6}, "800,20") << "";
+    QTest::newRow("several rows of each second")
+        << rows({0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 2, 2, 2, 5, 5}, "800,20") << "";
+    QTest::newRow("only once") << rows({0}, "800,20") + rows({1, 2, 600, 601}, "800,") << "";
+}
+
+void tst_ObdCsv::goesMissing()
+{
+    QFETCH(QByteArray, rows);
+    QFETCH(QString, missing);
+    QString error;
+    const auto source = openSource(write("Time,RPM,IAT\n" + rows), &error);
+    QVERIFY2(source, qPrintable(error));
+    QStringList moments;
+    for (const QString &line : drive(source.get()).filter("gaugeBLValueNotify --, 0"))
+        moments.append(line.section(QLatin1Char(' '), 0, 0));
+    QCOMPARE(moments.join(QLatin1Char(' ')), missing);
+    const QString finding = source->findings().filter("Intake air temperature:").value(0);
+    QCOMPARE(finding.contains("; missing "), !missing.isEmpty());
 }
 
 void tst_ObdCsv::seekCatchesUp()

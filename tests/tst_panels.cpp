@@ -1,14 +1,18 @@
 #include "benchfixture.h"
 
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalSpy>
 #include <QSpinBox>
-#include <QToolButton>
+#include <QTemporaryDir>
+#include <QTextBrowser>
 
 using norda::VtqAdaptor;
 
@@ -20,15 +24,107 @@ private slots:
     void init() { makeBench(); }
     void cleanup() { removeBench(); }
 
+    void driveIsDescribedPageByPage();
+    void driveThatIsNoFileIsDescribed_data();
+    void driveThatIsNoFileIsDescribed();
+    void drivePanelIsUsableWhenSmall();
     void signalsTellLastValueAndListeners();
     void signalIsSentByHand();
     void unfitArgumentsAreNotSent();
+    void bitsAreNamed();
+    void valuesAreNamed();
+    void argumentsAreExplained();
+    void editorLeavesRoomForTheTable();
     void callsAreDecodedFilteredAndCopied();
     void carIsHeldInHand();
     void recordedCarCannotBeHeld();
     void faultsAreSet();
-    void inspectorDescribesWidgets();
 };
+
+/** A log with two quantities of the gauges, one that no page shows, and a damaged line. */
+static QString writeLog(const QTemporaryDir &folder)
+{
+    QFile file(folder.filePath("an-unusually-long-name-of-a-drive.csv"));
+    if (!file.open(QIODevice::WriteOnly))
+        return {};
+    file.write("Time,RPM,Coolant Temp,Throttle\n0,900,80,10\n90,1800,90,20\nnonsense\n");
+    return file.fileName();
+}
+
+static QStringList linesOf(const QTextBrowser *browser)
+{
+    return browser->toPlainText().split('\n');
+}
+
+void tst_Panels::driveIsDescribedPageByPage()
+{
+    const QTemporaryDir folder;
+    QString error;
+    QVERIFY2(m_rig->openDrive(writeLog(folder), &error), qPrintable(error));
+    const QStringList lines = linesOf(find<QTextBrowser>("findings"));
+    const QString missing = "Not in this file: ";
+    QCOMPARE(lines.mid(0, 6),
+             (QStringList{"an-unusually-long-name-of-a-drive.csv", "OBD log, 1:30 minutes",
+                          "Gauges", "Engine speed: 2 samples, 900 to 1800 rpm",
+                          "Coolant temperature: 2 samples, 176 to 194 " + QString::fromUtf8("℉"),
+                          missing + "engine load, intake air temperature, oil, transmission or "
+                                    "ambient temperature, vehicle speed"}));
+    for (const char *page : {"Vehicle", "Climate", "Parking"}) {
+        const int heading = lines.indexOf(QString(page));
+        QVERIFY2(heading > 0 && lines.value(heading + 1).startsWith(missing), page);
+    }
+    const int others = lines.indexOf("On no page");
+    QCOMPARE(lines.value(others + 1), QString("Throttle: 2 samples, 10 to 20 %"));
+    QCOMPARE(lines.value(others + 2), QString("File"));
+    QCOMPARE(lines.value(others + 3), QString("1 lines could not be read"));
+}
+
+void tst_Panels::driveThatIsNoFileIsDescribed_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("simulator") << "simulator"
+                               << QStringList{"Simulated car", "Built-in trip, 10:00 minutes"};
+    QTest::newRow("none") << "none" << QStringList{"No car", "Nothing is emitted by itself"};
+}
+
+void tst_Panels::driveThatIsNoFileIsDescribed()
+{
+    QFETCH(QString, source);
+    makeBench(source);
+    QTEST(QStringList(linesOf(find<QTextBrowser>("findings")).mid(0, 2)), "lines");
+}
+
+/** All that is found can be reached, and the counters are whole. */
+void tst_Panels::drivePanelIsUsableWhenSmall()
+{
+    const QTemporaryDir folder;
+    QString error;
+    QVERIFY2(m_rig->openDrive(writeLog(folder), &error), qPrintable(error));
+    const QScopedPointer<QWidget> panel(find<QDockWidget>("service")->widget());
+    panel->setParent(nullptr);
+    panel->resize(320, 160);
+    panel->show();
+    QCoreApplication::processEvents();
+    QCOMPARE(panel->size(), QSize(320, 160));
+    auto *browser = panel->findChild<QTextBrowser *>();
+    QVERIFY(browser->height() >= 60);
+    QCOMPARE(browser->horizontalScrollBar()->maximum(), 0);
+    QScrollBar *bar = browser->verticalScrollBar();
+    QVERIFY(bar->maximum() > 0);
+    bar->setValue(bar->maximum());
+    QTextCursor end(browser->document());
+    end.movePosition(QTextCursor::End);
+    QVERIFY(browser->viewport()->rect().contains(browser->cursorRect(end)));
+    for (const QLabel *label : panel->findChildren<QLabel *>()) {
+        QVERIFY2(label->width() >= label->sizeHint().width(), qPrintable(label->text()));
+        QVERIFY2(label->height() >= label->sizeHint().height(), qPrintable(label->text()));
+        QVERIFY(panel->rect().contains(label->geometry()));
+    }
+    browser->selectAll();
+    browser->copy();
+    QVERIFY(QGuiApplication::clipboard()->text().contains("Not in this file"));
+}
 
 enum SignalColumn { Name, Last, Count, Age, Receivers };
 enum CallColumn { Time, Operation, Meaning, Arguments };
@@ -108,6 +204,108 @@ void tst_Panels::unfitArgumentsAreNotSent()
     QVERIFY(send->isEnabled());
     find<QTableView>("signals")->selectRow(rowOf("signals", "listInfoNotify", Name));
     QVERIFY(send->isEnabled()); // empty lists are lists
+}
+
+void tst_Panels::bitsAreNamed()
+{
+    open("signals");
+    find<QTableView>("signals")->selectRow(rowOf("signals", "doorStatus", Name));
+    auto *number = find<QSpinBox>("argument-0");
+    QStringList names;
+    for (int bit = 0; bit < 6; ++bit)
+        names.append(find<QCheckBox>("bit-" + QByteArray::number(bit))->text());
+    QCOMPARE(names, (QStringList{"hood", "trunk", "front left", "front right", "rear left",
+                                 "rear right"}));
+    number->setValue(0x81); // a bit without a name stays
+    QVERIFY(find<QCheckBox>("bit-0")->isChecked());
+    QVERIFY(!find<QCheckBox>("bit-2")->isChecked());
+    find<QCheckBox>("bit-2")->click();
+    find<QCheckBox>("bit-0")->click();
+    QCOMPARE(number->value(), 0x84);
+    const QSignalSpy spy(VtqAdaptor::instance(), &VtqAdaptor::doorStatus);
+    QTest::mouseClick(find<QPushButton>("send"), Qt::LeftButton);
+    QCOMPARE(spy.value(0).value(0).toInt(), 0x84);
+}
+
+void tst_Panels::valuesAreNamed()
+{
+    open("signals");
+    emit VtqAdaptor::instance()->checkEngineStatus(2);
+    find<QTableView>("signals")->selectRow(rowOf("signals", "checkEngineStatus", Name));
+    auto *box = find<QComboBox>("argument-0");
+    QCOMPARE(box->currentText(), QString("2 warning"));
+    QCOMPARE(box->itemText(1), QString("1 normal"));
+    auto *send = find<QPushButton>("send");
+    const QSignalSpy spy(VtqAdaptor::instance(), &VtqAdaptor::checkEngineStatus);
+    const auto sent = [&](const QString &text) {
+        box->setCurrentText(text);
+        if (!send->isEnabled())
+            return -1;
+        QTest::mouseClick(send, Qt::LeftButton);
+        return spy.constLast()[0].toInt();
+    };
+    QCOMPARE(sent("1 normal"), 1);
+    QCOMPARE(sent("0"), 0);
+    QCOMPARE(sent("77"), 77); // no page may stumble over it
+    QCOMPARE(sent("256"), -1);
+    QCOMPARE(sent("-1"), -1);
+    QCOMPARE(sent("normal"), -1);
+    QCOMPARE(sent(""), -1);
+
+    const auto offered = [this](const char *signal) {
+        find<QTableView>("signals")->selectRow(rowOf("signals", signal, Name));
+        QStringList texts;
+        for (int i = 0; i < find<QComboBox>("argument-0")->count(); ++i)
+            texts.append(find<QComboBox>("argument-0")->itemText(i));
+        return texts;
+    };
+    QCOMPARE(offered("peakIndicatorNotify"), (QStringList{"0 hidden", "1 shown"}));
+    QCOMPARE(offered("centerGaugePeakColorNotify"),
+             (QStringList{"1 red", "2 blue", "3 orange", "4 yellow", "5 green", "0 default"}));
+}
+
+void tst_Panels::argumentsAreExplained()
+{
+    open("signals");
+    emit VtqAdaptor::instance()->tirePressureStatus(40, 0, {"34 psi", "33 psi"});
+    const int row = rowOf("signals", "tirePressureStatus", Name);
+    QTRY_COMPARE(cell("signals", row, Count), QString("1"));
+    const auto tooltip = [&](int column) {
+        return model("signals")->index(row, column).data(Qt::ToolTipRole).toString();
+    };
+    QCOMPARE(tooltip(Name), QString("<p><b>tirePressureStatus(uchar,uchar,QStringList)</b></p>"
+                                    "<p>Tire pressures</p>"));
+    QCOMPARE(tooltip(Last),
+             QString("<p><b>flags</b>: 40: rear right warns, texts are valid</p><p><b>aux</b>: "
+                     "0</p><p><b>values</b>: front left 34 psi, front right 33 psi</p>"));
+    find<QTableView>("signals")->selectRow(row);
+    const QString words = find<QSpinBox>("argument-1")->parentWidget()->toolTip();
+    QCOMPARE(words, QString("<p>not used</p><p><tt>uchar</tt></p>"));
+}
+
+void tst_Panels::editorLeavesRoomForTheTable()
+{
+    open("signals");
+    auto *table = find<QTableView>("signals");
+    const QVector<int> rows = {rowOf("signals", "listInfoNotify", Name),
+                               rowOf("signals", "doorStatus", Name),
+                               rowOf("signals", "climateType", Name)};
+    const QScopedPointer<QWidget> panel(find<QDockWidget>("signals")->widget());
+    panel->setParent(nullptr);
+    panel->setMinimumWidth(0);
+    panel->show();
+    for (const int row : rows) {
+        table->selectRow(row);
+        for (const QSize size : {QSize(420, 320), QSize(420, 700)}) {
+            panel->resize(size);
+            QTest::qWait(50);
+            QCOMPARE(panel->size(), size);
+            QVERIFY(table->viewport()->height() >= 2 * table->rowHeight(0));
+        }
+        auto *area = panel->findChild<QScrollArea *>();
+        QVERIFY(area->height() >=
+                area->widget()->sizeHint().height()); // whole, where there is room
+    }
 }
 
 void tst_Panels::callsAreDecodedFilteredAndCopied()
@@ -195,37 +393,6 @@ void tst_Panels::faultsAreSet()
     silence->setValue(0);
     QCOMPARE(faults.value(Faults::Silence), 0.0);
     QCOMPARE(faults.value(Faults::Restart), 60.0);
-}
-
-void tst_Panels::inspectorDescribesWidgets()
-{
-    open("inspector");
-    windows()->openWindow(83);
-    QTest::mouseClick(find<QToolButton>("pick"), Qt::LeftButton);
-    QWidget *car = screen()->widgetNamed("bkg_car");
-    const QPoint place = car->mapTo(screen(), car->rect().center());
-    QWidget *top = screen()->childAt(place);
-    QTest::mouseMove(top, top->mapFrom(screen(), place));
-    QMouseEvent move(QEvent::MouseMove, top->mapFrom(screen(), place), Qt::NoButton, Qt::NoButton,
-                     {});
-    QCoreApplication::sendEvent(top, &move);
-    QString text = find<QPlainTextEdit>("inspected")->toPlainText();
-    QVERIFY2(text.startsWith("Name: bkg_car\nClass: QLabel\n"), qPrintable(text));
-    QVERIFY2(text.contains("Image: :/icon/"), qPrintable(text));
-    QVERIFY(text.contains("Parents: car_radar_widget < "));
-
-    // A click keeps it, and the key under it is not touched.
-    const Journal *journal = session()->journal();
-    const int calls = journal->count(Journal::Call);
-    click("key_camera");
-    QVERIFY(!find<QToolButton>("pick")->isChecked());
-    QVERIFY(!screen()->isCameraShown());
-    QCOMPARE(journal->count(Journal::Call), calls);
-    text = find<QPlainTextEdit>("inspected")->toPlainText();
-    QVERIFY2(text.startsWith("Name: key_camera\nClass: norda::IconKey\n"), qPrintable(text));
-    QVERIFY2(text.contains("clicked("), qPrintable(text));
-    click("key_camera");
-    QVERIFY(screen()->isCameraShown());
 }
 
 NORDA_TEST_MAIN(tst_Panels)

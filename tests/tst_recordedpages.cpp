@@ -1,13 +1,10 @@
 #include "benchfixture.h"
 #include "recording.h"
+#include "testfolder.h"
 
 #include <QAbstractButton>
-#include <QDropEvent>
 #include <QLabel>
-#include <QMimeData>
-#include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 
 /** What the pages show of a recorded drive: its own values, and none that it does not hold. */
 class tst_RecordedPages : public QObject, private BenchFixture
@@ -24,45 +21,34 @@ private slots:
     void lastValuesAfterTheEnd();
     void lateValueIsUnknownBefore();
     void seekBackForgets();
+    void noLongerComes();
     void recordedTiresStay();
     void menuAndVersions_data();
     void menuAndVersions();
     void repeatsAreNotRecorded();
 
 private:
-    QString write(const char *name, const QByteArray &content) const
+    QString csv() const
     {
-        QFile file(m_folder.filePath(QLatin1String(name)));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("cannot write %s", name);
-        return file.fileName();
+        return m_folder.write("drive.csv", "Time,RPM,IAT\n0,800,20\n2,800,20\n");
     }
-    QString csv() const { return write("drive.csv", "Time,RPM,IAT\n0,800,20\n2,800,20\n"); }
     QString candump() const
     {
-        return write("drive.log", "(1.0) can0 7E8#04410C0C80\n(1.0) can0 7E8#03410F3C\n"
-                                  "(3.0) can0 7E8#04410C0C80\n");
+        return m_folder.write("drive.log", "(1.0) can0 7E8#04410C0C80\n(1.0) can0 7E8#03410F3C\n"
+                                           "(3.0) can0 7E8#04410C0C80\n");
     }
     QString recording() const
     {
-        return write("drive.jsonl", recordingLines("centerGaugeValueNotify", R"("800","RPM",8)") +
-                                        "{\"t\":0,\"signal\":\"gaugeBLValueDualNotify\","
-                                        "\"args\":[\"68\",\"\u2109\",68]}\n"
-                                        "{\"t\":2000,\"end\":true}\n");
+        return m_folder.write("drive.jsonl",
+                              recordingLines("centerGaugeValueNotify", R"("800","RPM",8)") +
+                                  "{\"t\":0,\"signal\":\"gaugeBLValueDualNotify\","
+                                  "\"args\":[\"68\",\"\u2109\",68]}\n"
+                                  "{\"t\":2000,\"end\":true}\n");
     }
     static QByteArray recordingLines(const char *signal, const char *arguments)
     {
         return module::recordingHeader(QStringLiteral("test")) + "{\"t\":0,\"signal\":\"" + signal +
                "\",\"args\":[" + arguments + "]}\n";
-    }
-    void drop(const QString &file)
-    {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(file)});
-        QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(m_window.data(), &enter);
-        QDropEvent drop({}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(m_window.data(), &drop);
     }
     void playToItsEnd()
     {
@@ -81,24 +67,8 @@ private:
         windows()->openWindow(83);
         windows()->openWindow(80);
     }
-    /** The visible texts of a page that hold a digit; the scale of the centre gauge is no value. */
-    QStringList numbersOn(int id)
-    {
-        windows()->openWindow(id);
-        QTest::qWait(testpaths::emulator().isEmpty()
-                         ? 50
-                         : 500); // what the page asked for has been answered
-        QStringList texts;
-        for (const QLabel *label : windows()->currentPage()->findChildren<QLabel *>()) {
-            if (label->isVisible() && label->text().contains(QRegularExpression("\\d")) &&
-                !label->objectName().startsWith("Txt_scale_"))
-                texts.append(label->text());
-        }
-        texts.sort();
-        return texts;
-    }
 
-    QTemporaryDir m_folder;
+    TestFolder m_folder;
 };
 
 void tst_RecordedPages::onlyItsOwnNumbers_data()
@@ -148,7 +118,7 @@ void tst_RecordedPages::unknownIsShown()
                      QStringLiteral("--"));
     }
     QVERIFY(!screen()->widgetNamed("key_engine")->isEnabled());
-    drop(write("speed.csv", "Time,Vehicle Speed (km/h)\n0,50\n1,50\n"));
+    drop(m_folder.write("speed.csv", "Time,Vehicle Speed (km/h)\n0,50\n1,50\n"));
     windows()->openWindow(80);
     QTRY_COMPARE(text("Txt_center_value"), QStringLiteral("-- RPM"));
     QCOMPARE(text("Txt_up_left_value"), QStringLiteral("--"));
@@ -170,7 +140,7 @@ void tst_RecordedPages::lampOfAnotherDriveGoesOut()
 
 void tst_RecordedPages::lastValuesAfterTheEnd()
 {
-    makeBench(write("volts.csv", "Time,RPM,Voltage\n0,800,12.3\n1,900,14.1\n"));
+    makeBench(m_folder.write("volts.csv", "Time,RPM,Voltage\n0,800,12.3\n1,900,14.1\n"));
     playToItsEnd();
     windows()->openWindow(81);
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("14.1V"));
@@ -181,7 +151,7 @@ void tst_RecordedPages::lastValuesAfterTheEnd()
 
 void tst_RecordedPages::lateValueIsUnknownBefore()
 {
-    makeBench(write("late.csv", "Time,RPM,Voltage\n0,800,\n60,800,12.3\n"));
+    makeBench(m_folder.write("late.csv", "Time,RPM,Voltage\n0,800,\n60,800,12.3\n"));
     windows()->openWindow(81);
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("--"));
     session()->drive()->seek(60000);
@@ -190,7 +160,7 @@ void tst_RecordedPages::lateValueIsUnknownBefore()
 
 void tst_RecordedPages::seekBackForgets()
 {
-    makeBench(write("late.csv", "Time,RPM,Voltage\n0,800,\n60,800,12.3\n"));
+    makeBench(m_folder.write("late.csv", "Time,RPM,Voltage\n0,800,\n60,800,12.3\n"));
     windows()->openWindow(81);
     session()->drive()->seek(60000);
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.3V"));
@@ -198,13 +168,34 @@ void tst_RecordedPages::seekBackForgets()
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("--"));
 }
 
+void tst_RecordedPages::noLongerComes()
+{
+    makeBench(m_folder.write("gap.csv", "Time,RPM,Voltage\n0,800,12.3\n1,800,12.3\n2,800,\n3,800,\n"
+                                        "60,900,14.1\n"));
+    const auto shows = [this](qint64 ms, const char *label, const char *expected) {
+        session()->drive()->seek(ms);
+        QTRY_COMPARE(text(label), QString::fromLatin1(expected));
+    };
+    session()->drive()->pause();
+    windows()->openWindow(81);
+    shows(5900, "Txt_battery", "12.3V");
+    shows(6100, "Txt_battery", "--");
+    shows(60000, "Txt_battery", "14.1V");
+    windows()->openWindow(80);
+    shows(6100, "Txt_center_value", "800 RPM");
+    shows(8100, "Txt_center_value", "-- RPM");
+    shows(60000, "Txt_center_value", "900 RPM");
+    const QStringList findings = session()->drive()->source()->findings();
+    QVERIFY(findings.contains("Voltage: 3 samples, 12.3 to 14.1 V; missing once"));
+}
+
 void tst_RecordedPages::recordedTiresStay()
 {
-    makeBench(
-        write("tires.jsonl", recordingLines("tirePressureStatus",
-                                            R"(32,0,["31 psi","32 psi","33 psi","34 psi","1"])") +
-                                 "{\"t\":10,\"signal\":\"checkEngineStatus\",\"args\":[2]}\n"
-                                 "{\"t\":500,\"end\":true}\n"));
+    makeBench(m_folder.write(
+        "tires.jsonl",
+        recordingLines("tirePressureStatus", R"(32,0,["31 psi","32 psi","33 psi","34 psi","1"])") +
+            "{\"t\":10,\"signal\":\"checkEngineStatus\",\"args\":[2]}\n"
+            "{\"t\":500,\"end\":true}\n"));
     playToItsEnd();
     windows()->openWindow(81);
     QTRY_COMPARE(text("Txt_psi_front_left"), QStringLiteral("31 psi"));

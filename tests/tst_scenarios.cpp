@@ -126,7 +126,7 @@ void tst_Scenarios::unusable_data()
     row("host map", "0 host norda::VtqService setParkingAssistZones {\"1\": \"x\"}\n",
         "line 1: argument 1 of setParkingAssistZones: expected an object of true or false by "
         "number");
-    row("control", "0 car wing open\n", "line 1: expected one of engine, speed, engine-lamp, ");
+    row("control", "0 car wing open\n", "line 1: expected one of engine, speed, engine-speed, ");
     row("control's value", "0 car hood 1\n",
         "line 1: expected hood with closed, open or auto, got '1'");
     row("focus", "0 focus maybe\n", "line 1: expected 'granted' or 'refused' after 'focus'");

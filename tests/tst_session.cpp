@@ -215,8 +215,8 @@ void tst_Session::lineZoomsAndMoves()
 
 void tst_Session::panelsAreRemembered()
 {
-    open("timeline");
     find<QDockWidget>("service")->hide();
+    find<QDockWidget>("audio")->hide();
     m_window->close();
     removeBench();
     makeRig();

@@ -6,6 +6,8 @@
 #include "snapshot.h"
 #include "testmain.h"
 
+#include <QCryptographicHash>
+
 using namespace module;
 
 static QString line(const Emission &emission)
@@ -35,6 +37,8 @@ class tst_SimulatedCar : public QObject
     Q_OBJECT
 private slots:
     void drivesTheSameTripEveryTime();
+    void signalsOfQuantities_data();
+    void signalsOfQuantities();
     void tripIsPlausible();
     void emissionsAreInOrder();
     void seekLeadsToTheSameState();
@@ -57,6 +61,46 @@ void tst_SimulatedCar::drivesTheSameTripEveryTime()
     QCOMPARE(wholeTrip(&second), trip);
     first.seek(0);
     QCOMPARE(wholeTrip(&first).size(), trip.size());
+}
+
+void tst_SimulatedCar::signalsOfQuantities_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QByteArray>("digest");
+    const auto row = [](const char *signal, int count, const char *digest) {
+        QTest::newRow(signal) << count << QByteArray(digest);
+    };
+    row("centerGaugeValueNotify", 1278, "a405b45d");
+    row("gauTopBarTextNotify", 488, "7a562660");
+    row("gaugeTLValueDualNotify", 102, "c9931bcd");
+    row("gaugeTRValueDualNotify", 163, "529bceae");
+    row("gaugeBLValueDualNotify", 54, "2f04a1a4");
+    row("gaugeBRValueDualNotify", 2978, "85443176");
+    row("checkGearPositionStatus", 15, "2cb19010");
+    row("tirePressureStatus", 35, "1b092779");
+    row("tireTemperatureStatus", 364, "9dcd122e");
+    row("doorStatus", 19, "dcde322c");
+    row("checkEngineStatus", 4, "dc0a7acf");
+    row("Properties2TextInfo", 601, "439d1bf2");
+    row("batteryVoltage", 821, "c561a334");
+    row("parkingDistanceRear", 58, "dcdcccc0");
+    row("parkingDistanceFront", 23, "a0e92c5c");
+}
+
+// To the bit and the millisecond: whoever changes how quantities become signals means to.
+void tst_SimulatedCar::signalsOfQuantities()
+{
+    QFETCH(int, count);
+    QFETCH(QByteArray, digest);
+    static const QStringList trip = [] {
+        SimulatedCar car;
+        return wholeTrip(&car);
+    }();
+    const QString name = QStringLiteral(" %1 ").arg(QLatin1String(QTest::currentDataTag()));
+    const QStringList lines = trip.filter(name);
+    QCOMPARE(lines.size(), count);
+    const QByteArray text = lines.join(QLatin1Char('\n')).toUtf8();
+    QCOMPARE(QCryptographicHash::hash(text, QCryptographicHash::Sha1).toHex().left(8), digest);
 }
 
 void tst_SimulatedCar::tripIsPlausible()

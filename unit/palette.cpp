@@ -3,12 +3,27 @@
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
+#include <QStyle>
 #include <QStyleFactory>
 
-void night::apply(QApplication *application, const QString &style)
+#include <memory>
+
+/** A palette with the same brushes, all of them set: none comes from elsewhere any more. */
+static QPalette allSet(const QPalette &palette)
 {
-    QApplication::setStyle(QStyleFactory::create(style));
-    QPalette colors;
+    QPalette all;
+    for (int group = 0; group < QPalette::NColorGroups; ++group) {
+        for (int role = 0; role < QPalette::NColorRoles; ++role)
+            all.setBrush(QPalette::ColorGroup(group), QPalette::ColorRole(role),
+                         palette.brush(QPalette::ColorGroup(group), QPalette::ColorRole(role)));
+    }
+    return all;
+}
+
+QPalette night::palette()
+{
+    QPalette colors =
+        std::unique_ptr<QStyle>(QStyleFactory::create(QStringLiteral("Fusion")))->standardPalette();
     colors.setColor(QPalette::Window, background);
     colors.setColor(QPalette::WindowText, text);
     colors.setColor(QPalette::Base, panel);
@@ -23,6 +38,12 @@ void night::apply(QApplication *application, const QString &style)
     colors.setColor(QPalette::PlaceholderText, secondary);
     colors.setColor(QPalette::Disabled, QPalette::Text, secondary.darker(160));
     colors.setColor(QPalette::Disabled, QPalette::ButtonText, secondary.darker(160));
-    application->setPalette(colors);
+    return allSet(colors);
+}
+
+void night::apply(QApplication *application, const QString &style)
+{
+    QApplication::setStyle(QStyleFactory::create(style));
+    application->setPalette(palette());
     application->setFont(QFont(QStringLiteral("Arial"), 10));
 }

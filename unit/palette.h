@@ -3,6 +3,7 @@
 #include <QColor>
 
 class QApplication;
+class QPalette;
 class QString;
 
 /** The colours of the head unit at night. */
@@ -17,7 +18,9 @@ const QColor accent(0x36, 0xC5, 0xF0);
 const QColor amber(0xFF, 0xB2, 0x24);
 const QColor red(0xFF, 0x4F, 0x4F);
 
-/** Dresses the bench's own windows in them. */
+/** All roles in all groups, so that a screen looks the same in any application. */
+QPalette palette();
+/** Gives them to an application, with a style and the unit's font. */
 void apply(QApplication *application, const QString &style);
 
 } // namespace night

@@ -18,9 +18,7 @@ Screen::Screen(QWidget *parent)
 {
     setFixedSize(1280, 720);
     setAutoFillBackground(true);
-    QPalette colors = palette();
-    colors.setColor(QPalette::Window, night::background);
-    setPalette(colors);
+    setPalette(night::palette());
     m_camera->setGeometry(wholeView);
     m_camera->hide();
 

@@ -34,6 +34,8 @@ public:
 
     /** Counts the frames that were painted since the start. */
     int framesPainted() const { return m_frames; }
+    /** A frame was painted by a view that has embedded the screen, which then has no window. */
+    void countFrame() { ++m_frames; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

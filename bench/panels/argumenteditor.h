@@ -4,9 +4,10 @@
 #include <QVariant>
 #include <QWidget>
 
+class ArgumentField;
 class QFormLayout;
 
-/** A form for the arguments of a method, built from its meta-object. */
+/** A form for the arguments of a method, built from its meta-object and its documentation. */
 class ArgumentEditor : public QWidget
 {
     Q_OBJECT
@@ -25,9 +26,9 @@ signals:
     void changed();
 
 private:
-    QWidget *makeField(int type);
+    void addField(int index, const QString &words);
 
     QMetaMethod m_method;
     QFormLayout *m_form;
-    QVector<QWidget *> m_fields;
+    QVector<ArgumentField *> m_fields;
 };

@@ -2,6 +2,7 @@
 
 #include "audiostage.h"
 #include "palette.h"
+#include "tools/themecolors.h"
 
 #include <QPainter>
 
@@ -30,8 +31,12 @@ static QFont letters(int pixels, bool bold = false)
 AudioMonitor::AudioMonitor(AudioStage *stage, QWidget *parent)
     : QWidget(parent), m_stage(stage), m_car(QStringLiteral(":/icon/radaricon/bkg_radar_car.png"))
 {
-    setMinimumSize(800, 480);
     connect(stage, &AudioStage::changed, this, QOverload<>::of(&QWidget::update));
+}
+
+const theme::Colors &AudioMonitor::colors() const
+{
+    return theme::colors(palette());
 }
 
 void AudioMonitor::paintEvent(QPaintEvent *)
@@ -39,15 +44,23 @@ void AudioMonitor::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.fillRect(rect(), night::background);
+    painter.fillRect(rect(), colors().window);
+    const double factor = qMin(double(width()) / drawn.width(), double(height()) / drawn.height());
+    painter.translate((width() - factor * drawn.width()) / 2, 0);
+    painter.scale(factor, factor);
     drawCar(&painter);
     drawState(&painter);
     drawTimeline(&painter);
 }
 
+/** The picture is made for the night, so it has that behind it in both themes. */
 void AudioMonitor::drawCar(QPainter *painter) const
 {
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(night::background);
+    painter->drawRoundedRect(carArea.adjusted(-8, -8, 8, 8), 12, 12);
     painter->save();
+    painter->setClipRect(carArea);
     painter->translate(carArea.center());
     painter->rotate(90);
     painter->setOpacity(0.55);
@@ -90,23 +103,23 @@ void AudioMonitor::drawState(QPainter *painter) const
 {
     const bool isSilent = m_stage->voice() == AudioStage::Silent;
     painter->setFont(letters(26, true));
-    painter->setPen(isSilent ? night::secondary : night::amber);
+    painter->setPen(isSilent ? colors().secondary : colors().amber);
     painter->drawText(stateArea, Qt::AlignLeft | Qt::AlignTop,
                       isSilent ? tr("No interruption") : m_stage->voiceName());
 
-    const auto row = [painter](int y, const QString &name, const QString &value,
-                               const QColor &color) {
+    const auto row = [this, painter](int y, const QString &name, const QString &value,
+                                     const QColor &color) {
         painter->setFont(letters(19));
-        painter->setPen(night::secondary);
+        painter->setPen(colors().secondary);
         painter->drawText(stateArea.x(), y, name);
         painter->setPen(color);
         painter->drawText(stateArea.x() + 110, y, value);
     };
     row(88, tr("Music"), m_stage->isDucked() ? tr("ducked") : tr("playing"),
-        m_stage->isDucked() ? night::amber : night::text);
+        m_stage->isDucked() ? colors().amber : colors().text);
     row(118, tr("Voice from"),
-        isSilent ? QStringLiteral("-") : speakerNames(m_stage->voiceSpeakers()), night::text);
-    row(148, tr("Volume"), m_stage->isVolumeShown() ? tr("shown") : tr("hidden"), night::text);
+        isSilent ? QStringLiteral("-") : speakerNames(m_stage->voiceSpeakers()), colors().text);
+    row(148, tr("Volume"), m_stage->isVolumeShown() ? tr("shown") : tr("hidden"), colors().text);
 }
 
 void AudioMonitor::drawTimeline(QPainter *painter) const
@@ -114,15 +127,15 @@ void AudioMonitor::drawTimeline(QPainter *painter) const
     static constexpr int lineHeight = 26;
     const int lines = timelineArea.height() / lineHeight;
     const QVector<AudioStage::Entry> &entries = m_stage->timeline();
-    painter->setPen(night::hairline);
+    painter->setPen(colors().hairline);
     painter->drawLine(timelineArea.topLeft(), timelineArea.topRight());
     painter->setFont(letters(17));
     int y = timelineArea.top() + lineHeight;
     for (int i = qMax(0, entries.size() - lines); i < entries.size(); ++i, y += lineHeight) {
-        painter->setPen(night::secondary);
+        painter->setPen(colors().secondary);
         painter->drawText(timelineArea.x(), y,
                           QString::number(double(entries[i].ms) / 1000.0, 'f', 2));
-        painter->setPen(i == entries.size() - 1 ? night::text : night::secondary);
+        painter->setPen(i == entries.size() - 1 ? colors().text : colors().secondary);
         const int place = timelineArea.x() + 76;
         painter->drawText(place, y,
                           painter->fontMetrics().elidedText(entries[i].text, Qt::ElideRight,

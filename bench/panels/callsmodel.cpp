@@ -1,7 +1,9 @@
 #include "panels/callsmodel.h"
 
 #include "panels/callwords.h"
+#include "panels/eventlines.h"
 #include "panels/panelparts.h"
+#include "panels/tableroles.h"
 #include "values.h"
 
 #include <algorithm>
@@ -18,7 +20,7 @@ void CallsModel::setJournal(const Journal *journal)
 
 void CallsModel::setFilter(const QString &filter)
 {
-    m_filter = filter;
+    m_filter = WordFilter(filter);
     rebuild();
 }
 
@@ -33,10 +35,9 @@ void CallsModel::rebuild()
 
 bool CallsModel::isWanted(const Journal::Entry &entry) const
 {
-    return m_filter.isEmpty() || m_journal->nameOf(entry).contains(m_filter, Qt::CaseInsensitive) ||
-           module::argumentsText(entry.arguments).contains(m_filter, Qt::CaseInsensitive) ||
-           meaningOfCall(m_journal->nameOf(entry), entry.arguments)
-               .contains(m_filter, Qt::CaseInsensitive);
+    return m_filter.isEmpty() ||
+           m_filter.matches(m_journal->nameOf(entry) + QLatin1Char('\n') + text(entry, Meaning) +
+                            QLatin1Char('\n') + text(entry, Arguments));
 }
 
 void CallsModel::catchUp()
@@ -64,12 +65,6 @@ const Journal::Entry *CallsModel::entryAt(int row) const
     return place < 0 ? nullptr : &m_journal->entries()[int(place)];
 }
 
-qint64 CallsModel::timeOf(int row) const
-{
-    const Journal::Entry *entry = entryAt(row);
-    return entry ? entry->ms : 0;
-}
-
 int CallsModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : m_rows.size();
@@ -80,21 +75,40 @@ int CallsModel::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : ColumnCount;
 }
 
+QString CallsModel::text(const Journal::Entry &entry, int column) const
+{
+    const QString &name = m_journal->nameOf(entry);
+    switch (column) {
+    case Time:
+        return secondsText(entry.ms);
+    case Operation:
+        return name.section(QStringLiteral("::"), -1);
+    case Arguments:
+        return module::argumentsText(entry.arguments);
+    default:
+        return meaningOfCall(name, entry.arguments);
+    }
+}
+
 QVariant CallsModel::data(const QModelIndex &index, int role) const
 {
     const Journal::Entry *entry = entryAt(index.row());
-    if (!entry || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
+    if (!entry)
         return {};
     const QString &name = m_journal->nameOf(*entry);
-    switch (index.column()) {
-    case Time:
-        return secondsText(entry->ms);
-    case Operation:
-        return role == Qt::ToolTipRole ? name : name.section(QStringLiteral("::"), -1);
-    case Arguments:
-        return module::argumentsText(entry->arguments);
+    switch (role) {
+    case Qt::ToolTipRole:
+        return index.column() == Operation ? name : text(*entry, index.column());
+    case Qt::DisplayRole:
+        return text(*entry, index.column());
+    case MomentRole:
+        return entry->ms;
+    case JsonRole:
+        return recordedLine(entry->ms, Journal::Call, name, entry->arguments);
+    case ScenarioRole:
+        return scenarioLineOf(entry->ms, Journal::Call, name, entry->arguments);
     default:
-        return meaningOfCall(name, entry->arguments);
+        return {};
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panels/wordfilter.h"
 #include "session/journal.h"
 
 #include <QAbstractTableModel>
@@ -15,11 +16,10 @@ public:
     explicit CallsModel(QObject *parent = nullptr);
 
     void setJournal(const Journal *journal);
-    /** Only calls whose operation or arguments contain this. */
+    /** Only calls whose operation, meaning and arguments contain all words of this. */
     void setFilter(const QString &filter);
     /** Adds the calls since the last time. */
     void catchUp();
-    qint64 timeOf(int row) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -30,9 +30,10 @@ private:
     void rebuild();
     bool isWanted(const Journal::Entry &entry) const;
     const Journal::Entry *entryAt(int row) const;
+    QString text(const Journal::Entry &entry, int column) const;
 
     QPointer<const Journal> m_journal;
-    QString m_filter;
+    WordFilter m_filter;
     QVector<qint64> m_rows; // numbers of entries, counted from the journal's start
     qint64 m_next = 0;      // the first entry not yet read
 };

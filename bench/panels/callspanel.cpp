@@ -1,42 +1,36 @@
 #include "panels/callspanel.h"
 
 #include "panels/callsmodel.h"
+#include "panels/columnwidths.h"
 #include "panels/panelparts.h"
+#include "panels/tableactions.h"
 #include "session/session.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QClipboard>
-#include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
-#include <QTableView>
 #include <QVBoxLayout>
 
 CallsPanel::CallsPanel(QWidget *parent)
     : Panel(parent)
     , m_model(new CallsModel(this))
-    , m_filter(makeFilter(tr("Filter calls, for instance climate or fan up")))
-    , m_table(makeTable(m_model))
+    , m_table(makeTable(m_model, QStringLiteral("calls")))
+    , m_filter(makeFilter(tr("Filter calls, for instance climate or fan up"), m_table))
+    , m_count(new QLabel)
 {
-    m_table->setObjectName(QStringLiteral("calls"));
-    m_table->setColumnWidth(CallsModel::Time, 70);
-    m_table->setColumnWidth(CallsModel::Operation, 196);
-    m_table->setColumnWidth(CallsModel::Meaning, 120);
+    m_count->setObjectName(QStringLiteral("calls-count"));
+    m_table->elideInTheMiddle(CallsModel::Operation);
+    new ColumnWidths(m_table, {{8, 9}, {16, 30}, {20, 0}, {10, 30, 1}}, CallsModel::Meaning);
     auto *column = new QVBoxLayout(this);
     column->addWidget(m_filter);
-    column->addWidget(m_table);
+    column->addWidget(m_table, 1);
+    column->addWidget(m_count);
 
-    auto *copying = new QAction(tr("Copy"), m_table);
-    copying->setShortcut(QKeySequence::Copy);
-    copying->setShortcutContext(Qt::WidgetShortcut);
-    m_table->addAction(copying);
-    m_table->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(copying, &QAction::triggered, this, &CallsPanel::copy);
+    auto *actions = new TableActions(m_table, this);
+    actions->addMoment();
+    connect(actions, &TableActions::momentRequested, this, &CallsPanel::momentRequested);
     connect(m_filter, &QLineEdit::textChanged, m_model, &CallsModel::setFilter);
-    connect(m_table, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
-        emit momentRequested(m_model->timeOf(index.row()));
-    });
+    connect(m_filter, &QLineEdit::textChanged, this, &CallsPanel::showCount);
 }
 
 void CallsPanel::setSession(Session *session)
@@ -50,19 +44,22 @@ void CallsPanel::refresh()
     const QScrollBar *bar = m_table->verticalScrollBar();
     const bool follows = bar->value() == bar->maximum();
     m_model->catchUp();
+    showCount();
     if (follows)
         m_table->scrollToBottom();
 }
 
-void CallsPanel::copy()
+/** How many calls there were, as the Drive panel counts them, and why fewer are in the table. */
+void CallsPanel::showCount()
 {
-    QStringList lines;
-    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
-    for (const QModelIndex &row : rows) {
-        QStringList cells;
-        for (int column = 0; column < CallsModel::ColumnCount; ++column)
-            cells.append(row.sibling(row.row(), column).data().toString());
-        lines.append(cells.join(QLatin1Char('\t')));
-    }
-    QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    if (!session())
+        return;
+    const int all = session()->callCount();
+    const int kept = session()->journal()->ofKind(Journal::Call).size();
+    QString text = all == 1 ? tr("1 call") : tr("%1 calls").arg(all);
+    if (m_model->rowCount() < kept)
+        text = tr("%1 of %2").arg(m_model->rowCount()).arg(text);
+    if (kept < all)
+        text += tr(", the first %1 are no longer kept").arg(all - kept);
+    m_count->setText(text);
 }

@@ -3,8 +3,9 @@
 #include "panels/panel.h"
 
 class CallsModel;
+class PanelTable;
+class QLabel;
 class QLineEdit;
-class QTableView;
 
 /** The calls of the plugin, decoded; a double click shows the moment on the timeline. */
 class CallsPanel : public Panel
@@ -22,9 +23,10 @@ protected:
     void refresh() override;
 
 private:
-    void copy();
+    void showCount();
 
     CallsModel *m_model;
+    PanelTable *m_table;
     QLineEdit *m_filter;
-    QTableView *m_table;
+    QLabel *m_count;
 };

@@ -3,7 +3,7 @@
 #include <QVariant>
 
 /**
- * What the arguments of an operation mean: the key behind a byte map, the requested page, the
- * source of a code. Empty where the arguments need no explanation.
+ * What a call to the host is about, in a few words: those of its operation, and what its arguments
+ * mean. Empty for an operation that the host does not have.
  */
 QString meaningOfCall(const QString &operation, const QVariantList &arguments);

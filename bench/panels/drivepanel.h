@@ -2,10 +2,12 @@
 
 #include "panels/panel.h"
 
+class QGridLayout;
 class QLabel;
+class QTextBrowser;
 class Screen;
 
-/** The source of the drive, and how much has crossed the adaptor. */
+/** The source of the drive with what it holds and lacks, and how much has crossed the adaptor. */
 class DrivePanel : public Panel
 {
     Q_OBJECT
@@ -16,9 +18,16 @@ public:
 
 protected:
     void refresh() override;
+    void changeEvent(QEvent *event) override;
 
 private:
+    QLabel *addCounter(QGridLayout *grid, const QString &name, const QString &title);
+    void showFindings();
+
     Screen *m_screen;
-    QLabel *m_counters;
-    QLabel *m_findings;
+    QTextBrowser *m_findings;
+    QLabel *m_signals;
+    QLabel *m_calls;
+    QLabel *m_beeps;
+    QLabel *m_frames;
 };

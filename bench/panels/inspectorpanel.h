@@ -3,13 +3,23 @@
 #include <QPointer>
 #include <QWidget>
 
-class QPlainTextEdit;
+class PropertyModel;
+class QLabel;
+class QLineEdit;
+class QSortFilterProxyModel;
+class QSplitter;
+class QTableView;
+class QTimer;
 class QToolButton;
+class QTreeView;
 class Screen;
+class WidgetFrame;
+class WidgetPicker;
+class WidgetTreeModel;
 
 /**
- * Describes the widget under the pointer while picking; a click keeps it. The page gets no touches
- * meanwhile.
+ * The widgets on the screen as a tree, and the properties of the one that is selected there or
+ * picked on the screen. It follows the screen up to four times a second while it is visible.
  */
 class InspectorPanel : public QWidget
 {
@@ -18,20 +28,42 @@ public:
     explicit InspectorPanel(Screen *screen, QWidget *parent = nullptr);
     ~InspectorPanel() override;
 
-    /** The description of a widget, a property per line. */
-    static QStringList describe(const Screen *screen, const QWidget *widget);
-
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
-    void setPicking(bool on);
-    QWidget *deepestAt(QWidget *widget, QPoint place) const;
-    void pointAt(QPoint place);
-    void showDescription();
+    void makeParts();
+    QTreeView *makeTree();
+    QTableView *makeProperties();
+    void connectParts();
+    void select(QWidget *widget);
+    void pick(QWidget *widget);
+    void showFrame();
+    void showInTree();
+    void showMessage(const QString &line);
+    void spanHeadings();
+    void setFollowing(bool on);
+    void refresh();
 
     Screen *m_screen;
+    WidgetTreeModel *m_widgets;
+    QSortFilterProxyModel *m_shown;
+    PropertyModel *m_properties;
+    WidgetPicker *m_picker;
+    QPointer<WidgetFrame> m_frame; // goes with the screen
     QToolButton *m_pick;
-    QPlainTextEdit *m_text;
-    QPointer<QWidget> m_frame; // around the widget, over the page
-    QPointer<QWidget> m_widget;
+    QLineEdit *m_filter;
+    QTreeView *m_tree;
+    QTableView *m_table;
+    QSplitter *m_splitter;
+    QLabel *m_message;
+    QTimer *m_timer;
+    QPointer<QWidget> m_selected;
+    bool m_hasSelection = false; // which may have been deleted since
+    bool m_isFollowing = false;  // the screen, while the panel can be seen
+    bool m_isMoving = false;     // the selection in the tree, by other means than the user's
 };

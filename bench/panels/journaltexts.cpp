@@ -1,24 +1,20 @@
 #include "panels/journaltexts.h"
 
 #include "pages.h"
-#include "palette.h"
 #include "panels/panelparts.h"
 #include "scenario/scenarioline.h"
+#include "tools/themecolors.h"
 #include "values.h"
 
 #include <QCoreApplication>
 
-QColor kindColor(Journal::Kind kind)
+QColor kindColor(Journal::Kind kind, const QPalette &palette)
 {
-    static const QColor colors[Journal::KindCount] = {
-        night::accent,
-        night::amber,
-        QColor(0x41, 0xD9, 0x8D),
-        night::secondary,
-        QColor(0xC3, 0x9B, 0xFF),
-        QColor(0xFF, 0x7A, 0xA8),
+    static constexpr QColor theme::Colors::*colors[Journal::KindCount] = {
+        &theme::Colors::accent,    &theme::Colors::amber,  &theme::Colors::green,
+        &theme::Colors::secondary, &theme::Colors::violet, &theme::Colors::red,
     };
-    return colors[kind];
+    return theme::colors(palette).*colors[kind];
 }
 
 QString entryText(const Journal *journal, const Journal::Entry &entry)

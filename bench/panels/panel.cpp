@@ -20,6 +20,11 @@ Session *Panel::session() const
     return m_session;
 }
 
+output::InputFiles Panel::filesInUse() const
+{
+    return m_files ? m_files() : output::InputFiles();
+}
+
 void Panel::setSession(Session *session)
 {
     m_session = session;

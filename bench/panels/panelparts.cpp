@@ -1,32 +1,20 @@
 #include "panels/panelparts.h"
 
-#include <QHeaderView>
-#include <QLineEdit>
-#include <QTableView>
+#include "panels/filterfield.h"
 
-QLineEdit *makeFilter(const QString &hint)
+PanelTable *makeTable(QAbstractItemModel *model, const QString &name)
 {
-    auto *filter = new QLineEdit;
-    filter->setPlaceholderText(hint);
-    filter->setClearButtonEnabled(true);
-    return filter;
+    auto *table = new PanelTable(model);
+    table->setObjectName(name);
+    return table;
 }
 
-QTableView *makeTable(QAbstractItemModel *model)
+QLineEdit *makeFilter(const QString &hint, PanelTable *table)
 {
-    auto *table = new QTableView;
-    table->setModel(model);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setShowGrid(false);
-    table->setWordWrap(false);
-    table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the tool tip has the whole text
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setDefaultSectionSize(24);
-    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table->horizontalHeader()->setHighlightSections(false);
-    table->horizontalHeader()->setStretchLastSection(true);
-    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    return table;
+    auto *filter = new FilterField(hint);
+    filter->setObjectName(table->objectName() + QStringLiteral("-filter"));
+    QObject::connect(filter, &FilterField::left, table, &PanelTable::enter);
+    return filter;
 }
 
 QString secondsText(qint64 ms)

@@ -1,16 +1,16 @@
 #pragma once
 
+#include "panels/paneltable.h"
+
 #include <QString>
 
-class QAbstractItemModel;
 class QLineEdit;
-class QTableView;
 
 // Parts that the panels share.
 
-QLineEdit *makeFilter(const QString &hint);
-/** A table of whole rows that can be selected and copied. */
-QTableView *makeTable(QAbstractItemModel *model);
+PanelTable *makeTable(QAbstractItemModel *model, const QString &name);
+/** @param table  what it filters: Enter goes there */
+QLineEdit *makeFilter(const QString &hint, PanelTable *table);
 
 /** A moment in seconds, with thousandths. */
 QString secondsText(qint64 ms);

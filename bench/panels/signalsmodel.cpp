@@ -1,6 +1,9 @@
 #include "panels/signalsmodel.h"
 
+#include "panels/eventlines.h"
+#include "panels/tableroles.h"
 #include "session/session.h"
+#include "tools/headerwords.h"
 #include "values.h"
 
 #include <QMimeData>
@@ -50,8 +53,7 @@ void SignalsModel::refresh()
     if (!m_session)
         return;
     for (int row = 0; row < m_signals.size(); ++row) {
-        const Journal::Total *total =
-            m_session->journal()->totalOf(Journal::Signal, m_texts[row][Name]);
+        const Journal::Total *total = totalOf(row);
         const int receivers = receiversOf(m_signals[row]);
         setText(row, Receivers, receivers > 0 ? QString::number(receivers) : tr("none"));
         setText(row, Age, total ? ageText(m_session->nowMs() - total->lastMs) : QString());
@@ -72,10 +74,14 @@ void SignalsModel::setText(int row, Column column, const QString &text)
     emit dataChanged(index(row, column), index(row, column));
 }
 
+const Journal::Total *SignalsModel::totalOf(int row) const
+{
+    return m_session ? m_session->journal()->totalOf(Journal::Signal, m_texts[row][Name]) : nullptr;
+}
+
 QVariantList SignalsModel::lastOf(int row) const
 {
-    const Journal::Total *total =
-        m_session ? m_session->journal()->totalOf(Journal::Signal, m_texts[row][Name]) : nullptr;
+    const Journal::Total *total = totalOf(row);
     return total ? total->last : QVariantList();
 }
 
@@ -89,13 +95,59 @@ int SignalsModel::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : ColumnCount;
 }
 
+/** The signal and what it is, in the words of its header. */
+QString SignalsModel::description(int row) const
+{
+    return QStringLiteral("<p><b>%1</b></p><p>%2</p>")
+        .arg(QString::fromLatin1(m_signals[row].method.methodSignature()).toHtmlEscaped(),
+             headerWords(m_texts[row][Name]).brief.toHtmlEscaped());
+}
+
+/** The last arguments, each with its name and the names of its values. */
+QString SignalsModel::lastDescribed(int row) const
+{
+    const QMetaMethod &method = m_signals[row].method;
+    const MethodWords words = headerWords(m_texts[row][Name]);
+    const QList<QByteArray> names = method.parameterNames();
+    const QVariantList last = lastOf(row);
+    QString text;
+    for (int i = 0; i < last.size(); ++i) {
+        const QString name = QString::fromLatin1(names[i]);
+        const auto values = NamedValues::read(words.arguments.value(name), method.parameterType(i));
+        text += QStringLiteral("<p><b>%1</b>: %2</p>")
+                    .arg(name, values.describe(last[i]).toHtmlEscaped());
+    }
+    return text;
+}
+
+QString SignalsModel::line(int row, int role) const
+{
+    const Journal::Total *total = totalOf(row);
+    if (!total)
+        return {};
+    return role == JsonRole
+               ? recordedLine(total->lastMs, Journal::Signal, total->name, total->last)
+               : scenarioLineOf(total->lastMs, Journal::Signal, total->name, total->last);
+}
+
 QVariant SignalsModel::data(const QModelIndex &index, int role) const
 {
-    if (role == Qt::ToolTipRole && index.column() == Name)
-        return QString::fromLatin1(m_signals[index.row()].method.methodSignature());
-    const bool isText =
-        role == Qt::DisplayRole || (role == Qt::ToolTipRole && index.column() == Last);
-    return isText ? m_texts[index.row()][index.column()] : QVariant();
+    const int row = index.row();
+    switch (role) {
+    case Qt::DisplayRole:
+        return m_texts[row][index.column()];
+    case Qt::ToolTipRole:
+        return index.column() == Last ? lastDescribed(row) : description(row);
+    case FilterRole:
+        return m_texts[row][Name] + QLatin1Char('\n') + headerWords(m_texts[row][Name]).brief;
+    case MomentRole:
+        return totalOf(row) ? totalOf(row)->lastMs : QVariant();
+    case JsonRole:
+    case ScenarioRole:
+        return line(row, role);
+    default:
+        return {};
+    }
 }
 
 QVariant SignalsModel::headerData(int section, Qt::Orientation orientation, int role) const

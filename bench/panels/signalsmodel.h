@@ -1,6 +1,7 @@
 #pragma once
 
 #include "adaptorlink.h"
+#include "session/journal.h"
 
 #include <QAbstractTableModel>
 #include <QPointer>
@@ -33,6 +34,10 @@ public:
 
 private:
     void setText(int row, Column column, const QString &text);
+    const Journal::Total *totalOf(int row) const;
+    QString description(int row) const;
+    QString lastDescribed(int row) const;
+    QString line(int row, int role) const;
 
     const QList<module::ModuleSignal> m_signals;
     QVector<QVector<QString>> m_texts; // by row and column

@@ -1,25 +1,59 @@
 #include "panels/signalspanel.h"
 
 #include "panels/argumenteditor.h"
+#include "panels/columnwidths.h"
 #include "panels/panelparts.h"
 #include "panels/signalsmodel.h"
+#include "panels/tableactions.h"
+#include "panels/tableroles.h"
+#include "panels/wordfilter.h"
 #include "session/actions.h"
+#include "tools/headerwords.h"
 
+#include <QAction>
 #include <QComboBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSortFilterProxyModel>
-#include <QTableView>
+#include <QScrollArea>
 #include <QVBoxLayout>
+
+/** As high as the editor needs, as long as the table has room. */
+class EditorArea : public QScrollArea
+{
+public:
+    explicit EditorArea(ArgumentEditor *editor)
+    {
+        setFrameShape(NoFrame);
+        setWidgetResizable(true);
+        setWidget(editor);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    }
+
+    QSize sizeHint() const override { return widget()->sizeHint(); }
+    QSize minimumSizeHint() const override
+    {
+        return {0, qMin(sizeHint().height(), 4 * fontMetrics().lineSpacing())};
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(watched, event);
+    }
+};
 
 SignalsPanel::SignalsPanel(Actions *actions, QWidget *parent)
     : Panel(parent)
     , m_actions(actions)
     , m_model(new SignalsModel(this))
-    , m_filtered(new QSortFilterProxyModel(this))
-    , m_filter(makeFilter(tr("Filter signals, for instance tire")))
+    , m_filtered(new WordFilterModel(this))
+    , m_table(makeTable(m_filtered, QStringLiteral("signals")))
+    , m_filter(makeFilter(tr("Filter signals, for instance tire"), m_table))
     , m_title(new QLabel(tr("Select a signal to send.")))
     , m_presets(new QComboBox)
     , m_editor(new ArgumentEditor)
@@ -27,21 +61,20 @@ SignalsPanel::SignalsPanel(Actions *actions, QWidget *parent)
     , m_fault(new QLabel)
 {
     m_filtered->setSourceModel(m_model);
-    m_filtered->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_table = makeTable(m_filtered);
-    m_table->setObjectName(QStringLiteral("signals"));
     m_table->setDragEnabled(true);
-    m_table->setColumnWidth(SignalsModel::Name, 190);
-    m_table->setColumnWidth(SignalsModel::Last, 100);
-    m_table->setColumnWidth(SignalsModel::Count, 46);
-    m_table->setColumnWidth(SignalsModel::Age, 52);
+    m_table->elideInTheMiddle(SignalsModel::Name);
+    new ColumnWidths(m_table, {{24, 36}, {12, 0}, {6, 7, 1}, {6, 7, 2}, {9, 10, 3}},
+                     SignalsModel::Last);
+    auto *menu = new TableActions(m_table, this);
+    connect(menu->add(QStringLiteral("send-again"), tr("Send &again")), &QAction::triggered, this,
+            &SignalsPanel::sendAgain);
     m_send->setObjectName(QStringLiteral("send"));
     m_presets->setObjectName(QStringLiteral("presets"));
+    m_title->setWordWrap(true);
     m_fault->setWordWrap(true);
     layOut();
 
-    connect(m_filter, &QLineEdit::textChanged, m_filtered,
-            &QSortFilterProxyModel::setFilterFixedString);
+    connect(m_filter, &QLineEdit::textChanged, m_filtered, &WordFilterModel::setFilter);
     connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &SignalsPanel::choose);
     connect(m_presets, qOverload<int>(&QComboBox::activated), this, &SignalsPanel::takePreset);
@@ -59,7 +92,7 @@ void SignalsPanel::layOut()
     column->addWidget(m_filter);
     column->addWidget(m_table, 1);
     column->addWidget(m_title);
-    column->addWidget(m_editor);
+    column->addWidget(new EditorArea(m_editor));
     column->addLayout(row);
     column->addWidget(m_fault);
 }
@@ -82,7 +115,8 @@ void SignalsPanel::choose(const QModelIndex &index)
     if (m_chosen < 0)
         return;
     const QMetaMethod method = m_model->signalAt(m_chosen).method;
-    m_title->setText(QStringLiteral("<b>%1</b>").arg(QString::fromLatin1(method.name())));
+    const QString name = QString::fromLatin1(method.name());
+    m_title->setText(QStringLiteral("<b>%1</b><br>%2").arg(name, headerWords(name).brief));
     m_editor->setMethod(method);
     m_presets->addItem(tr("Last value"));
     m_offered = {{QString(), m_model->lastOf(m_chosen), {}}};
@@ -102,7 +136,13 @@ void SignalsPanel::check()
 {
     QString error;
     m_send->setEnabled(m_chosen >= 0 && m_editor->isGood(&error));
-    m_fault->setText(error);
+    showFault(error);
+}
+
+void SignalsPanel::showFault(const QString &fault)
+{
+    m_fault->setText(fault);
+    m_fault->setHidden(fault.isEmpty());
 }
 
 void SignalsPanel::send()
@@ -113,5 +153,19 @@ void SignalsPanel::send()
     for (const QVariantList &follower : qAsConst(m_offered[m_presets->currentIndex()].followers))
         isSent =
             isSent && m_actions->sendSignal(follower.value(0).toString(), follower.mid(1), &error);
-    m_fault->setText(error);
+    showFault(error);
+}
+
+/** The last values of all selected signals that have some. */
+void SignalsPanel::sendAgain()
+{
+    QString error;
+    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    for (const QModelIndex &row : rows) {
+        const int signal = m_filtered->mapToSource(row).row();
+        const QString name = QString::fromLatin1(m_model->signalAt(signal).method.name());
+        if (row.data(MomentRole).isValid())
+            m_actions->sendSignal(name, m_model->lastOf(signal), &error);
+    }
+    showFault(error);
 }

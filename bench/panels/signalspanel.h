@@ -5,14 +5,14 @@
 
 class Actions;
 class ArgumentEditor;
+class PanelTable;
 class QComboBox;
 class QLabel;
 class QLineEdit;
 class QModelIndex;
 class QPushButton;
-class QSortFilterProxyModel;
-class QTableView;
 class SignalsModel;
+class WordFilterModel;
 
 /** All signals, and an editor to send one. */
 class SignalsPanel : public Panel
@@ -31,13 +31,15 @@ private:
     void choose(const QModelIndex &index);
     void takePreset(int row);
     void check();
+    void showFault(const QString &fault);
     void send();
+    void sendAgain();
 
     Actions *m_actions;
     SignalsModel *m_model;
-    QSortFilterProxyModel *m_filtered;
+    WordFilterModel *m_filtered;
+    PanelTable *m_table;
     QLineEdit *m_filter;
-    QTableView *m_table;
     QLabel *m_title;
     QComboBox *m_presets;
     ArgumentEditor *m_editor;

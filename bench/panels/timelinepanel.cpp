@@ -22,6 +22,7 @@ TimelinePanel::TimelinePanel(Rewind *rewind, TimeRange *range, QWidget *parent)
     m_live->setObjectName(QStringLiteral("live"));
     m_live->setText(tr("Return to live"));
     m_state->setObjectName(QStringLiteral("timelineState"));
+    m_state->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto *row = new QHBoxLayout;
     row->addWidget(m_state, 1);
     row->addWidget(m_live);

@@ -1,9 +1,9 @@
 #include "panels/timelineview.h"
 
-#include "palette.h"
 #include "panels/journaltexts.h"
 #include "panels/panelparts.h"
 #include "session/session.h"
+#include "tools/themecolors.h"
 
 #include <QEvent>
 #include <QHelpEvent>
@@ -85,15 +85,19 @@ int TimelineView::laneAt(int y) const
     return y < scaleHeight ? -1 : qMin((y - scaleHeight) / laneHeight(), Journal::KindCount - 1);
 }
 
+const theme::Colors &TimelineView::colors() const
+{
+    return theme::colors(palette());
+}
+
 void TimelineView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), night::background);
+    painter.fillRect(rect(), colors().window);
     for (int lane = 0; lane < Journal::KindCount; ++lane) {
         const QRect place(0, scaleHeight + lane * laneHeight(), width(), laneHeight());
-        painter.fillRect(place.adjusted(0, 0, 0, -1),
-                         lane % 2 ? night::background : night::panel.darker(115));
-        painter.setPen(night::secondary);
+        painter.fillRect(place.adjusted(0, 0, 0, -1), lane % 2 ? colors().window : colors().panel);
+        painter.setPen(colors().secondary);
         painter.drawText(place.adjusted(8, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft,
                          captionOf(lane));
         if (m_session)
@@ -122,7 +126,7 @@ void TimelineView::drawLane(QPainter *painter, int lane) const
             const int count = next - before;
             const int bar =
                 hasRoom ? room : qMin(room, int(std::lround(6 + 4 * std::log2(double(count)))));
-            painter->fillRect(x, top + 2 + room - bar, 1, bar, kindColor(kind));
+            painter->fillRect(x, top + 2 + room - bar, 1, bar, kindColor(kind, palette()));
         }
         before = next;
     }
@@ -138,7 +142,7 @@ void TimelineView::drawTexts(QPainter *painter, int lane, int first, int last) c
     const Journal *journal = m_session->journal();
     const QVector<int> &places = journal->ofKind(Journal::Kind(lane));
     const int top = scaleHeight + lane * laneHeight();
-    painter->setPen(night::text);
+    painter->setPen(colors().text);
     const auto xOf = [&](int i) {
         return i < places.size() ? xAt(journal->entries()[places[i]].ms) : width();
     };
@@ -170,22 +174,22 @@ void TimelineView::drawScale(QPainter *painter) const
     const QString moment = m_momentMs < 0 ? QString() : tr("%1 s").arg(secondsText(m_momentMs));
     const QRect label(xAt(m_momentMs), 0, painter->fontMetrics().horizontalAdvance(moment) + 10,
                       moment.isEmpty() ? 0 : scaleHeight);
-    painter->setPen(night::secondary);
+    painter->setPen(colors().secondary);
     for (qint64 ms = (beginMs() / step + 1) * step; ms < beginMs() + spanMs(); ms += step) {
         const QString text = tr("%1 s").arg(QString::number(double(ms) / 1000, 'g', 8));
         const QRect place(xAt(ms) + 4, 0, painter->fontMetrics().horizontalAdvance(text),
                           scaleHeight);
-        painter->fillRect(xAt(ms), 0, 1, height(), night::hairline);
+        painter->fillRect(xAt(ms), 0, 1, height(), colors().hairline);
         if (!place.intersects(label))
             painter->drawText(place, Qt::AlignVCenter, text);
     }
     const int now = m_session ? xAt(m_session->nowMs()) : -1;
     if (now >= captionWidth && now < width())
-        painter->fillRect(now, 0, 1, height(), night::text);
+        painter->fillRect(now, 0, 1, height(), colors().text);
     if (m_momentMs >= 0) {
-        painter->fillRect(label.x() - 1, 0, 2, height(), night::red);
-        painter->fillRect(label, night::red);
-        painter->setPen(night::background);
+        painter->fillRect(label.x() - 1, 0, 2, height(), colors().red);
+        painter->fillRect(label, colors().red);
+        painter->setPen(colors().window);
         painter->drawText(label, Qt::AlignCenter, moment);
     }
 }

@@ -8,6 +8,10 @@
 
 class Session;
 
+namespace theme {
+struct Colors;
+}
+
 /**
  * The session from left to right: signals, actions, calls, pages, sound and marks, each in a lane
  * of its own. The wheel zooms at the pointer, dragging moves, and a click, or dragging along the
@@ -51,6 +55,7 @@ private:
     void requestMoment(int x);
     int laneHeight() const;
     int laneAt(int y) const;
+    const theme::Colors &colors() const;
     void drawLane(QPainter *painter, int lane) const;
     void drawTexts(QPainter *painter, int lane, int first, int last) const;
     void drawScale(QPainter *painter) const;

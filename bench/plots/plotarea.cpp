@@ -155,7 +155,7 @@ void PlotArea::addMarks(int kind, QVector<PlotMark> *marks) const
         const qint64 ms = journal->entries()[places[at]].ms;
         if (ms > m_range->endMs())
             return;
-        marks->append({double(ms) / 1000, kindColor(Journal::Kind(kind))});
+        marks->append({double(ms) / 1000, kindColor(Journal::Kind(kind), palette())});
         const int next = journal->lowerBound(Journal::Kind(kind), msAt(xAt(ms) + 1));
         at = qMax(at + 1, next);
     }

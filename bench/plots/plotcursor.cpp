@@ -1,7 +1,7 @@
 #include "plots/plotcursor.h"
 
-#include "palette.h"
 #include "plots/plotarea.h"
+#include "tools/themecolors.h"
 
 #include <QPainter>
 
@@ -38,5 +38,6 @@ void PlotCursor::paintEvent(QPaintEvent *)
         painter.fillRect(m_pointerX, canvas.top(), 1, canvas.height(),
                          palette().color(QPalette::Text));
     if (m_momentX >= 0)
-        painter.fillRect(m_momentX - 1, canvas.top(), 2, canvas.height(), night::red);
+        painter.fillRect(m_momentX - 1, canvas.top(), 2, canvas.height(),
+                         theme::colors(palette()).red);
 }

@@ -1,7 +1,6 @@
 #include "plots/plotpanel.h"
 
 #include "outputfile.h"
-#include "panels/panelparts.h"
 #include "panels/timerange.h"
 #include "plots/curvelegend.h"
 #include "plots/curvelist.h"
@@ -24,15 +23,14 @@
 #include <QStringListModel>
 #include <QToolButton>
 
-PlotPanel::PlotPanel(Rewind *rewind, TimeRange *range, FilesInUse filesInUse, QWidget *parent)
+PlotPanel::PlotPanel(Rewind *rewind, TimeRange *range, QWidget *parent)
     : Panel(parent)
     , m_rewind(rewind)
     , m_range(range)
-    , m_filesInUse(std::move(filesInUse))
     , m_curves(new CurveList(this))
     , m_area(new PlotArea(m_curves, range))
     , m_legend(new CurveLegend(m_curves))
-    , m_search(makeFilter(tr("Add a value, for instance tire")))
+    , m_search(new QLineEdit)
     , m_offered(new QStringListModel(this))
     , m_sides(new QBoxLayout(QBoxLayout::LeftToRight))
 {
@@ -64,6 +62,8 @@ QWidget *PlotPanel::makeBar()
     auto *completer = new QCompleter(m_offered, this);
     completer->setFilterMode(Qt::MatchContains);
     completer->setCaseSensitivity(Qt::CaseInsensitive);
+    m_search->setPlaceholderText(tr("Add a value, for instance tire"));
+    m_search->setClearButtonEnabled(true);
     m_search->setObjectName(QStringLiteral("plotSearch"));
     m_search->setCompleter(completer);
     connect(m_search, &QLineEdit::textEdited, this, &PlotPanel::offerCurves);
@@ -197,12 +197,12 @@ bool PlotPanel::writeCsv(const QString &file, QString *error)
 {
     if (session())
         m_curves->catchUp(session()->journal());
-    return output::writeResult(file, curvesAsCsv(*m_curves), m_filesInUse(), error);
+    return output::writeResult(file, curvesAsCsv(*m_curves), filesInUse(), error);
 }
 
 bool PlotPanel::writePlot(const QString &file, QString *error)
 {
-    return writePicture(file, grab().toImage(), m_filesInUse(), error);
+    return writePicture(file, grab().toImage(), filesInUse(), error);
 }
 
 void PlotPanel::chooseFile(const QString &title, const QString &name, const QString &filter,

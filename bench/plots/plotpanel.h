@@ -1,9 +1,6 @@
 #pragma once
 
-#include "inputfiles.h"
 #include "panels/panel.h"
-
-#include <functional>
 
 class CurveLegend;
 class CurveList;
@@ -19,10 +16,7 @@ class PlotPanel : public Panel
 {
     Q_OBJECT
 public:
-    using FilesInUse = std::function<output::InputFiles()>;
-
-    /** @param filesInUse  which no export replaces */
-    PlotPanel(Rewind *rewind, TimeRange *range, FilesInUse filesInUse, QWidget *parent = nullptr);
+    PlotPanel(Rewind *rewind, TimeRange *range, QWidget *parent = nullptr);
     ~PlotPanel() override;
 
     /** The type of a dragged signal: its name in UTF-8. */
@@ -57,7 +51,6 @@ private:
 
     Rewind *m_rewind;
     TimeRange *m_range;
-    FilesInUse m_filesInUse;
     CurveList *m_curves;
     PlotArea *m_area;
     CurveLegend *m_legend;

@@ -114,3 +114,11 @@ QString scenarioLine(const QString &word, const QVariantList &arguments)
         line += QLatin1Char(' ') + wordText(argument);
     return line;
 }
+
+QString timedLine(qint64 ms, const QString &line)
+{
+    static constexpr int digits = 12;
+    static constexpr int column = 9; // leaves room for an hour and a half
+    const QString time = QString::number(double(ms) / 1000, 'g', digits);
+    return (time + QLatin1Char(' ')).leftJustified(column) + line;
+}

@@ -27,9 +27,8 @@ public:
 private:
     void add(qint64 ms, const QString &line)
     {
-        // Only a changed time is written; the first column leaves room for an hour and a half.
-        const QString time = ms == m_lastMs ? QString() : QString::number(double(ms) / 1000);
-        m_lines.append(time.leftJustified(9) + line);
+        // Only a changed time is written.
+        m_lines.append(ms == m_lastMs ? QString(9, QLatin1Char(' ')) + line : timedLine(ms, line));
         m_lastMs = ms;
     }
 

@@ -3,12 +3,10 @@
 #include "adaptorlink.h"
 #include "norda/vtqadaptor.h"
 #include "pages.h"
+#include "session/journalsnapshot.h"
 #include "session/session.h"
-#include "snapshot.h"
 #include "values.h"
 #include "windowstack.h"
-
-#include <algorithm>
 
 Rewind::Rewind(WindowStack *windows, QObject *parent) : QObject(parent), m_windows(windows) {}
 
@@ -70,21 +68,9 @@ void Rewind::openPage(int id)
 void Rewind::sendSnapshot(qint64 ms)
 {
     const Journal *journal = m_session->journal();
-    const QVector<int> &places = journal->ofKind(Journal::Signal);
-    const auto known =
-        std::count_if(journal->totals().begin(), journal->totals().end(),
-                      [](const Journal::Total &total) { return total.kind == Journal::Signal; });
-    const auto entryAt = [journal, &places](int i) -> const Journal::Entry & {
-        return journal->entries()[places[i]];
-    };
-    const QVector<int> state = module::snapshotOfLog(
-        journal->lowerBound(Journal::Signal, ms + 1), int(known),
-        [&entryAt](int i) { return entryAt(i).name; },
-        [&entryAt, journal](int i) {
-            return module::statePart(journal->nameOf(entryAt(i)).toLatin1(), entryAt(i).arguments);
-        });
+    const QVector<int> state = snapshotOf(*journal, ms);
     for (const int place : state) {
-        const Journal::Entry &entry = entryAt(place);
+        const Journal::Entry &entry = journal->entries()[place];
         const module::ModuleSignal signal = module::moduleSignal(journal->nameOf(entry).toLatin1());
         // Audio notices would play again; sound is not part of the screen.
         if (signal.emitter != norda::VtqAdaptor::instance())

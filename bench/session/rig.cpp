@@ -4,7 +4,8 @@
 
 #include <utility>
 
-Rig::Rig(const Setup &setup, QObject *parent) : QObject(parent), m_setup(setup), m_actions(&m_unit)
+Rig::Rig(const Setup &setup, QObject *parent)
+    : QObject(parent), m_setup(setup), m_trim(setup.trim), m_actions(&m_unit)
 {
 }
 
@@ -62,9 +63,12 @@ void Rig::endReplay()
     delete m_replay;
 }
 
-bool Rig::openDrive(const QString &file, QString *error)
+bool Rig::openDrive(const QString &name, QString *error)
 {
-    auto source = module::openSource(file, error);
+    const bool isFile = QFileInfo::exists(name);
+    const module::Trim trim = isFile ? module::Trim::Full : m_trim;
+    const module::CarFiles car = module::isCandumpLog(name) ? m_setup.car : module::CarFiles();
+    auto source = module::openSource(name, error, trim, car);
     if (!source)
         return false;
     auto session = std::make_unique<Session>(std::move(source));
@@ -74,8 +78,8 @@ bool Rig::openDrive(const QString &file, QString *error)
     // No payload resets climate or the zones to unknown, so these pages are rebuilt.
     for (const int id : {ClimatePage, ParkingPage})
         m_unit.windows()->rebuildWindow(id);
-    m_setup.source = QFileInfo(file).absoluteFilePath();
-    m_setup.trim = module::Trim::Full;
+    m_setup.source = isFile ? QFileInfo(name).absoluteFilePath() : name;
+    m_setup.trim = trim;
     m_setup.faults = session->drive()->faults();
     m_setup.page = m_unit.windows()->currentWindow();
     const std::unique_ptr<Session> before = std::exchange(m_session, std::move(session));
@@ -85,4 +89,12 @@ bool Rig::openDrive(const QString &file, QString *error)
     if (!m_setup.isPageGiven)
         replayActions(Replay::Beginning);
     return true;
+}
+
+bool Rig::startRecording(const QString &file, QString *error)
+{
+    m_session->stopRecording();
+    output::InputFiles inputs = m_setup.inputs;
+    inputs.add(m_setup.source);
+    return m_session->startRecording(file, m_setup.recordLimit, inputs, error);
 }

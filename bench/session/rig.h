@@ -29,10 +29,16 @@ public:
     /** Stops repeating recorded actions. */
     void endReplay();
     /**
-     * Drives a file instead; a recording continues with it.
-     * @param error  one line that names the file; the session is unchanged then
+     * Drives another source instead; a recording continues with it.
+     * @param source  a file, or the name of a source as on the command line
+     * @param error   one line that names the file; the session is unchanged then
      */
-    bool openDrive(const QString &file, QString *error);
+    bool openDrive(const QString &source, QString *error);
+    /**
+     * Records the session from now on; a recording that runs is ended first.
+     * @param error  one line that names the file
+     */
+    bool startRecording(const QString &file, QString *error);
 
     /** The setup that the session began with. */
     const Setup &setup() const { return m_setup; }
@@ -51,6 +57,7 @@ private:
     void replayActions(Replay::Extent extent);
 
     Setup m_setup;
+    const module::Trim m_trim; // of the simulated car, when another drive was opened meanwhile
     HeadUnit m_unit;
     Actions m_actions;
     std::unique_ptr<Session> m_session;

@@ -3,6 +3,7 @@
 #include "audiostage.h"
 #include "calllog.h"
 #include "cameraview.h"
+#include "session/journalsnapshot.h"
 #include "session/warnings.h"
 #include "svaudio/audioservice.h"
 #include "windowstack.h"
@@ -85,12 +86,49 @@ bool Session::record(const QString &file, qint64 limitBytes, const output::Input
     return m_recording->isOpen();
 }
 
+bool Session::startRecording(const QString &file, qint64 limitBytes,
+                             const output::InputFiles &inputs, QString *error)
+{
+    if (!record(file, limitBytes, inputs, error)) {
+        m_recording.reset();
+        return false;
+    }
+    m_recordingSinceMs = nowMs();
+    const QVector<int> &pages = m_journal.ofKind(Journal::Page);
+    if (!pages.isEmpty())
+        m_recording->setPage(m_journal.entries()[pages.constLast()].arguments.value(0).toInt());
+    QVector<module::Emission> state;
+    for (const int place : snapshotOf(m_journal, nowMs())) {
+        const Journal::Entry &entry = m_journal.entries()[place];
+        state.append({entry.ms, m_journal.nameOf(entry).toLatin1(), entry.arguments});
+    }
+    m_recording->beginAt(nowMs(), state);
+    return true;
+}
+
+QString Session::stopRecording()
+{
+    if (!m_recording)
+        return {};
+    m_recording->finish(nowMs());
+    reportNotice();
+    QString file = m_recording->path();
+    m_recording.reset();
+    return file;
+}
+
+const module::RecordingWriter *Session::recording() const
+{
+    return m_recording.get();
+}
+
 void Session::continueRecording(Session *before)
 {
     m_recording = std::move(before->m_recording);
     if (!m_recording)
         return;
     m_recording->beginNextDrive(before->nowMs());
+    m_recordingSinceMs = before->m_recordingSinceMs - before->nowMs();
     emit noticed(QStringLiteral("The recording continues with %1").arg(m_drive.source()->title()));
 }
 

@@ -46,6 +46,15 @@ public:
      */
     bool record(const QString &file, qint64 limitBytes, const output::InputFiles &inputs,
                 QString *error);
+    /** The same within the drive: it begins with the open page and a state snapshot. */
+    bool startRecording(const QString &file, qint64 limitBytes, const output::InputFiles &inputs,
+                        QString *error);
+    /** Ends the recording. @return the file, empty when nothing was recorded */
+    QString stopRecording();
+    /** The current recording, null for none. */
+    const module::RecordingWriter *recording() const;
+    /** When it began in this session's time; before 0 where it began with the drive before. */
+    qint64 recordingSinceMs() const { return m_recordingSinceMs; }
     /** Whether something of it could not be written, which noticed() has reported. */
     bool hasRecordingFailed() const { return m_recording && m_recording->hasFailed(); }
     /** Continues the recording of the session before, with a notice. */
@@ -93,6 +102,7 @@ private:
     QElapsedTimer m_wall;
     Journal m_journal;
     qint64 m_jumpedMs = 0;
+    qint64 m_recordingSinceMs = 0;
     int m_beeps = 0;
     int m_fastestRpm = -1;
     qint64 m_fastestMs = 0;

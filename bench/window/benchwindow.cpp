@@ -1,7 +1,6 @@
 #include "window/benchwindow.h"
 
 #include "options.h"
-#include "outputfile.h"
 #include "panels/audiomonitor.h"
 #include "panels/callspanel.h"
 #include "panels/carpanel.h"
@@ -10,34 +9,41 @@
 #include "panels/signalspanel.h"
 #include "panels/timelinepanel.h"
 #include "panels/timerange.h"
+#include "panels/warningspanel.h"
 #include "plots/plotpanel.h"
-#include "scenario/scenariowriter.h"
 #include "session/rewind.h"
 #include "session/rig.h"
 #include "session/touchrecorder.h"
 #include "statuscolumn.h"
 #include "tools/picturefile.h"
+#include "window/commands.h"
+#include "window/drivecommands.h"
+#include "window/filecommands.h"
+#include "window/focuskeys.h"
+#include "window/helpdialogs.h"
+#include "window/paneldocks.h"
+#include "window/recentdrives.h"
+#include "window/recordinglabel.h"
+#include "window/screenview.h"
+#include "window/theme.h"
 #include "window/transportbar.h"
+#include "window/windowplace.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QDockWidget>
 #include <QDragEnterEvent>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLoggingCategory>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
-#include <QSettings>
+#include <QStandardPaths>
 #include <QStatusBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
-
-static const QString settingsOwner = QStringLiteral("norda");
-static const QString settingsName = QStringLiteral("bench");
 
 BenchWindow::BenchWindow(const Options &options, Rig *rig)
     : m_options(options)
@@ -45,167 +51,209 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     , m_actions(rig->actions())
     , m_touches(new TouchRecorder(rig->unit()->screen(), this))
     , m_rewind(new Rewind(rig->unit()->windows(), this))
+    , m_view(new ScreenView(rig->unit()->screen()))
     , m_transport(new TransportBar)
+    , m_theme(new Theme(this, options.theme))
+    , m_recording(new RecordingLabel)
+    , m_warnings(new QToolButton)
+    , m_scale(new QLabel)
+    , m_commands(new Commands(this))
+    , m_panels(new PanelDocks(this, m_view))
+    , m_files(new FileCommands(options, rig, this))
+    , m_drive(new DriveCommands(m_commands, m_actions, m_transport, m_rewind))
 {
-    setWindowTitle(tr("Head unit bench"));
+    new FocusKeys(this, m_view);
     setAcceptDrops(true);
+    layOut();
+    makePanels();
+    connectFileCommands();
+    connectPageCommands();
+    connectViewCommands();
+    connectPanelCommands();
+    connectDeveloperCommands();
+    m_commands->on("keys", this, [this] { showKeys(this); });
+    m_commands->on("about", this, [this] { showAbout(this); });
+
+    // Actions are done live, never on a rewound screen.
+    connect(m_actions, &Actions::begins, m_rewind, &Rewind::end);
+    connect(m_touches, &TouchRecorder::rewoundTouched, m_rewind, &Rewind::end);
+    connect(m_transport, &TransportBar::refused, this, &BenchWindow::notice);
+    connect(rig, &Rig::sessionBegun, this, &BenchWindow::follow);
+    connect(rig, &Rig::noticed, this, &BenchWindow::notice);
+    windowplace::restore(this, m_panels);
+}
+
+/** The panels report that they hide, which needs a whole window. */
+BenchWindow::~BenchWindow()
+{
+    hide();
+}
+
+void BenchWindow::layOut()
+{
     auto *centre = new QWidget;
     auto *column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(rig->unit()->screen());
+    column->addWidget(m_view, 1);
     column->addWidget(m_transport);
-    column->addStretch(1);
     setCentralWidget(centre);
-    makeDocks();
-    makeFileMenu();
-    makePageMenu();
-    makePanelsMenu();
-    makeDeveloperMenu();
-    connect(m_transport, &TransportBar::momentRequested, m_actions, &Actions::seek);
-    // Actions are done live, never on a rewound screen.
-    connect(m_actions, &Actions::begins, m_rewind, &Rewind::end);
-    connect(m_touches, &TouchRecorder::rewoundTouched, m_rewind, &Rewind::end);
-    connect(m_rewind, &Rewind::changed, m_transport,
-            [this] { m_transport->setEnabled(!m_rewind->isActive()); });
-
-    connect(rig, &Rig::sessionBegun, this, &BenchWindow::follow);
-    connect(rig, &Rig::noticed, this,
-            [this](const QString &line) { statusBar()->showMessage(line); });
-
-    const QSettings settings(settingsOwner, settingsName);
-    restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
-    restoreState(settings.value(QStringLiteral("panels")).toByteArray());
+    statusBar()->addPermanentWidget(m_recording);
+    statusBar()->addPermanentWidget(m_warnings);
+    statusBar()->addPermanentWidget(m_scale);
+    m_warnings->setObjectName(QStringLiteral("warning-count"));
+    m_warnings->setAutoRaise(true);
+    m_warnings->setFocusPolicy(Qt::TabFocus);
+    m_warnings->setToolTip(commandTip(QStringLiteral("warnings")));
+    m_warnings->hide();
+    connect(m_warnings, &QToolButton::clicked, this,
+            [this] { m_panels->show(QStringLiteral("warnings")); });
+    m_scale->setToolTip(tr("Size of the unit's screen; 100 % is 1280 x 720"));
+    connect(m_view, &ScreenView::factorChanged, m_scale,
+            [this](double factor) { m_scale->setText(tr("%1 %").arg(qRound(factor * 100))); });
+    if (m_options.scale != ScreenView::Fit)
+        m_view->setFactor(m_options.scale);
 }
 
-BenchWindow::~BenchWindow()
+void BenchWindow::makePanels()
 {
-    // The screen outlives the window: it belongs to the head unit.
-    m_rig->unit()->screen()->setParent(nullptr);
-}
-
-QDockWidget *BenchWindow::addDock(const QString &name, const QString &title, QWidget *panel,
-                                  Qt::DockWidgetArea area)
-{
-    auto *dock = new QDockWidget(title);
-    dock->setObjectName(name);
-    dock->setWidget(panel);
-    addDockWidget(area, dock);
-    m_docks.append(dock);
-    return dock;
-}
-
-/** The panels are tabs beside the screen; those below it open on request. */
-void BenchWindow::makeDocks()
-{
-    static constexpr int panelWidth = 500;
-    setDockOptions(AnimatedDocks | AllowTabbedDocks | AllowNestedDocks);
-    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
-    setTabPosition(Qt::RightDockWidgetArea, QTabWidget::North);
-    auto *signalsPanel = new SignalsPanel(m_actions);
     auto *calls = new CallsPanel;
+    auto *warnings = new WarningsPanel(m_rig->unit()->windows());
     auto *range = new TimeRange(this);
     auto *timeline = new TimelinePanel(m_rewind, range);
-    signalsPanel->setMinimumWidth(panelWidth);
-    connect(calls, &CallsPanel::momentRequested, timeline, &TimelinePanel::rewindTo);
-
-    addDock(QStringLiteral("service"), tr("Drive"), new DrivePanel(m_rig->unit()->screen()),
-            Qt::RightDockWidgetArea);
-    QDockWidget *first =
-        addDock(QStringLiteral("signals"), tr("Signals"), signalsPanel, Qt::RightDockWidgetArea);
-    tabifyDockWidget(first,
-                     addDock(QStringLiteral("calls"), tr("Calls"), calls, Qt::RightDockWidgetArea));
-    tabifyDockWidget(first, addDock(QStringLiteral("car"), tr("Car"), new CarPanel(m_actions),
-                                    Qt::RightDockWidgetArea));
-    tabifyDockWidget(first,
-                     addDock(QStringLiteral("inspector"), tr("Inspector"),
-                             new InspectorPanel(m_rig->unit()->screen()), Qt::RightDockWidgetArea));
-    first->raise();
-    QDockWidget *line =
-        addDock(QStringLiteral("timeline"), tr("Timeline"), timeline, Qt::BottomDockWidgetArea);
-    QDockWidget *audio =
-        addDock(QStringLiteral("audio"), tr("Audio monitor"),
-                new AudioMonitor(m_rig->unit()->audio()), Qt::BottomDockWidgetArea);
-    tabifyDockWidget(line, audio);
-    connect(calls, &CallsPanel::momentRequested, line, [line] {
-        line->show();
-        line->raise();
+    m_panels->add(QStringLiteral("service"), new DrivePanel(m_rig->unit()->screen()));
+    m_panels->add(QStringLiteral("signals"), new SignalsPanel(m_actions));
+    m_panels->add(QStringLiteral("calls"), calls);
+    m_panels->add(QStringLiteral("car"), new CarPanel(m_actions));
+    m_panels->add(QStringLiteral("inspector"), new InspectorPanel(m_rig->unit()->screen()));
+    m_panels->add(QStringLiteral("timeline"), timeline);
+    m_panels->add(QStringLiteral("plots"), new PlotPanel(m_rewind, range));
+    m_panels->add(QStringLiteral("warnings"), warnings);
+    m_panels->add(QStringLiteral("audio"), new AudioMonitor(m_rig->unit()->audio()));
+    for (Panel *panel : findChildren<Panel *>())
+        panel->setFilesInUse([this] { return m_files->filesInUse(); });
+    connect(warnings, &WarningsPanel::countChanged, this, &BenchWindow::showWarnings);
+    connect(warnings, &WarningsPanel::momentRequested, calls, &CallsPanel::momentRequested);
+    connect(calls, &CallsPanel::momentRequested, this, [this, timeline](qint64 ms) {
+        timeline->rewindTo(ms);
+        m_panels->show(QStringLiteral("timeline"));
     });
-    auto *plots = new PlotPanel(m_rewind, range, [this] { return filesInUse(); });
-    QDockWidget *plotDock =
-        addDock(QStringLiteral("plots"), tr("Plots"), plots, Qt::BottomDockWidgetArea);
-    tabifyDockWidget(line, plotDock);
-    plotDock->hide();
-    line->hide();
-    audio->hide();
 }
 
-void BenchWindow::makeFileMenu()
+/** In the status bar, since the panel may be closed. */
+void BenchWindow::showWarnings(int count)
 {
-    QMenu *file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Open drive..."), this, &BenchWindow::chooseDrive, QKeySequence::Open);
-    file->addAction(tr("&Save session as scenario..."), this, &BenchWindow::chooseScenario,
-                    QKeySequence::Save);
-    file->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+    m_warnings->setVisible(count > 0);
+    m_warnings->setText(count == 1 ? tr("1 warning") : tr("%1 warnings").arg(count));
 }
 
-void BenchWindow::makePageMenu()
+void BenchWindow::connectFileCommands()
 {
-    QMenu *view = menuBar()->addMenu(tr("&Page"));
+    auto *menu = new QMenu(this);
+    m_commands->action(QStringLiteral("recent"))->setMenu(menu);
+    auto *recent = new RecentDrives(menu);
+    connect(recent, &RecentDrives::chosen, m_files, &FileCommands::openDrive);
+    connect(m_files, &FileCommands::opens, m_rewind, &Rewind::end);
+    connect(m_files, &FileCommands::opened, recent, &RecentDrives::add);
+    connect(m_files, &FileCommands::noticed, this, &BenchWindow::notice);
+    connect(m_files, &FileCommands::recordingChanged, this, [this] {
+        m_recording->refresh();
+        m_commands->action(QStringLiteral("record"))
+            ->setText(m_rig->session()->recording() ? tr("Stop &recording")
+                                                    : tr("Start &recording..."));
+    });
+    m_commands->on("open", m_files, &FileCommands::chooseDrive);
+    m_commands->on("simulator", this, [this] { m_files->openDrive(QStringLiteral("simulator")); });
+    m_commands->on("record", m_files, [this] {
+        m_rewind->end();
+        m_files->toggleRecording();
+    });
+    m_commands->on("save-scenario", m_files, &FileCommands::chooseScenario);
+    m_commands->on("screenshot", m_files, [this] {
+        const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+        m_files->savePicture(QDir(pictures).exists() ? pictures : QDir::homePath());
+    });
+    m_commands->on("quit", this, &QWidget::close);
+}
+
+void BenchWindow::connectPageCommands()
+{
     for (const Page &page : pages) {
-        view->addAction(
-            tr(page.name), this, [this, page] { openPage(page.window); },
-            QKeySequence(Qt::Key_1 + int(&page - pages)));
+        connect(m_commands->action(QStringLiteral("page-%1").arg(page.window)), &QAction::triggered,
+                this, [this, page] { openPage(page.window); });
     }
-    view->addSeparator();
-    view->addAction(tr("&Split view"), m_actions, &Actions::toggleSplit, QKeySequence(Qt::Key_S));
-    view->addAction(tr("&Back"), m_actions, &Actions::back, QKeySequence(Qt::Key_Escape));
-    view->addAction(tr("Play or pause"), this, &BenchWindow::togglePlaying,
-                    QKeySequence(Qt::Key_Space));
+    m_commands->on("split", m_actions, &Actions::toggleSplit);
+    m_commands->on("back", m_actions, &Actions::back);
 }
 
 void BenchWindow::openPage(int id)
 {
     QString error;
     if (!m_actions->openPage(id, &error))
-        statusBar()->showMessage(error);
+        notice(error);
 }
 
-void BenchWindow::togglePlaying()
+void BenchWindow::connectViewCommands()
 {
-    if (m_rewind->isActive())
-        m_rewind->end();
-    else
-        m_transport->togglePlaying();
+    static constexpr double step = 1.25;
+    m_commands->on("fullscreen", this, &BenchWindow::toggleFullScreen);
+    m_commands->on("fit", m_view, [this] { m_view->setFactor(ScreenView::Fit); });
+    m_commands->on("larger", m_view, [this] { m_view->setFactor(m_view->factor() * step); });
+    m_commands->on("smaller", m_view, [this] { m_view->setFactor(m_view->factor() / step); });
+    for (const auto mode : {theme::Mode::Auto, theme::Mode::Light, theme::Mode::Dark})
+        m_theme->offer(mode, m_commands->action(QStringLiteral("theme-") + theme::nameOf(mode)));
+    m_commands->on("layout-small", this, [this] { arrange(PanelLayout::Small); });
+    m_commands->on("layout-normal", this, [this] { arrange(PanelLayout::Normal); });
+    m_commands->on("layout-wide", this, [this] { arrange(PanelLayout::Wide); });
+    m_commands->on("layout-reset", this,
+                   [this] { arrange(PanelDocks::layoutFor(windowplace::space(this))); });
 }
 
-void BenchWindow::makePanelsMenu()
+void BenchWindow::arrange(PanelLayout layout)
 {
-    static constexpr int keys[] = {0,          Qt::Key_F5, Qt::Key_F6, Qt::Key_F7,
-                                   Qt::Key_F8, Qt::Key_F9, Qt::Key_A, 0};
-    QMenu *panels = menuBar()->addMenu(tr("Pa&nels"));
-    for (int i = 0; i < m_docks.size(); ++i) {
-        QAction *show = m_docks[i]->toggleViewAction();
-        if (keys[i])
-            show->setShortcut(QKeySequence(keys[i]));
-        panels->addAction(show);
-        connect(show, &QAction::triggered, m_docks[i], [this, i](bool on) {
-            if (on)
-                m_docks[i]->raise();
+    if (m_isFullScreen)
+        toggleFullScreen();
+    m_view->setFactor(ScreenView::Fit);
+    m_panels->arrange(layout);
+}
+
+/** The unit's screen alone. */
+void BenchWindow::toggleFullScreen()
+{
+    m_isFullScreen = !m_isFullScreen;
+    m_panels->setAllHidden(m_isFullScreen);
+    for (QWidget *part : QList<QWidget *>{menuBar(), statusBar(), m_transport})
+        part->setHidden(m_isFullScreen);
+    setWindowState(windowState() ^ Qt::WindowFullScreen);
+    m_view->setFocus();
+}
+
+void BenchWindow::connectPanelCommands()
+{
+    for (const QDockWidget *dock : m_panels->docks()) {
+        const QString name = dock->objectName();
+        QAction *action = m_commands->action(name);
+        action->setCheckable(true);
+        connect(action, &QAction::triggered, this, [this, name, action] {
+            if (m_isFullScreen)
+                toggleFullScreen();
+            m_panels->toggle(name);
+            action->setChecked(m_panels->isInFront(name));
         });
     }
+    connect(m_panels, &PanelDocks::changed, this, [this](const QString &name) {
+        m_commands->action(name)->setChecked(m_panels->isInFront(name));
+    });
 }
 
-void BenchWindow::makeDeveloperMenu()
+void BenchWindow::connectDeveloperCommands()
 {
-    QMenu *developer = menuBar()->addMenu(tr("&Developer"));
-    developer->addAction(tr("Recreate page"), m_rig->unit()->windows(),
-                         &WindowStack::recreateWindow);
-    QAction *deny = developer->addAction(tr("Deny audio focus"));
+    m_commands->on("recreate", m_rig->unit()->windows(), &WindowStack::recreateWindow);
+    QAction *deny = m_commands->action(QStringLiteral("deny-focus"));
     deny->setCheckable(true);
     connect(deny, &QAction::toggled, m_actions,
             [this](bool on) { m_actions->setFocusGranted(!on); });
-    QAction *trace = developer->addAction(tr("Trace output"));
+    QAction *trace = m_commands->action(QStringLiteral("trace"));
     trace->setCheckable(true);
     trace->setChecked(m_options.trace);
     connect(trace, &QAction::toggled, this, [](bool on) {
@@ -224,14 +272,22 @@ void BenchWindow::follow(Session *session)
 {
     module::Drive *drive = session->drive();
     connect(drive, &module::Drive::finished, this, &BenchWindow::onFinished);
+    connect(session, &Session::recordingFailed, m_files, &FileCommands::stopRecording);
     m_touches->setSession(session);
     m_rewind->setSession(session);
-    m_transport->setDrive(drive);
+    m_drive->setSession(session);
     for (Panel *panel : findChildren<Panel *>())
         panel->setSession(session);
     const bool simulated = drive->source()->title().startsWith(QLatin1String("Simulated"));
     m_rig->unit()->screen()->statusColumn()->setSource(simulated ? tr("Simulator")
                                                                  : tr("Recorded"));
+    m_recording->setSession(session);
+    setWindowTitle(tr("%1 - Head unit bench").arg(drive->source()->title()));
+}
+
+void BenchWindow::notice(const QString &line)
+{
+    statusBar()->showMessage(line);
 }
 
 void BenchWindow::onFinished()
@@ -241,68 +297,46 @@ void BenchWindow::onFinished()
         QApplication::quit();
 }
 
-void BenchWindow::chooseDrive()
-{
-    const QString file = QFileDialog::getOpenFileName(
-        this, tr("Open a drive"), QString(), tr("Drives (*.csv *.log *.jsonl);;All files (*)"));
-    if (!file.isEmpty())
-        openDrive(file);
-}
-
-void BenchWindow::chooseScenario()
-{
-    const QString file = QFileDialog::getSaveFileName(this, tr("Save the session as a scenario"),
-                                                      QStringLiteral("session.scenario"),
-                                                      tr("Scenarios (*.scenario)"));
-    QString error;
-    if (!file.isEmpty() && !saveScenario(file, &error))
-        QMessageBox::warning(this, tr("Save the session as a scenario"), error);
-}
-
 bool BenchWindow::saveScenario(const QString &file, QString *error) const
 {
-    const QString text =
-        scenarioOf(m_rig->session()->journal(), m_rig->setup(), QFileInfo(file).completeBaseName());
-    return output::writeResult(file, text.toUtf8(), filesInUse(), error);
+    return m_files->saveScenario(file, error);
 }
 
-/** Those of the command line, and the drive that was opened since. */
-output::InputFiles BenchWindow::filesInUse() const
+void BenchWindow::openDrive(const QString &file)
 {
-    output::InputFiles files = m_options.filesInUse();
-    files.add(m_rig->setup().source);
-    return files;
+    m_files->openDrive(file);
 }
 
 bool BenchWindow::writePictures(const QString &folder, QString *error)
 {
-    for (QDockWidget *dock : qAsConst(m_docks)) {
-        dock->show();
-        dock->raise();
+    for (const QDockWidget *dock : m_panels->docks()) {
+        m_panels->show(dock->objectName());
         QApplication::processEvents();
         const QString file =
             QDir(folder).filePath(QStringLiteral("bench-%1.png").arg(dock->objectName()));
-        if (!writePicture(file, grab().toImage(), filesInUse(), error))
+        if (!writePicture(file, grab().toImage(), m_files->filesInUse(), error))
             return false;
     }
     return true;
 }
 
-void BenchWindow::openDrive(const QString &file)
+/** The sizes of panels count once the window has its own. */
+void BenchWindow::showEvent(QShowEvent *event)
 {
-    QString error;
-    m_rewind->end();
-    if (m_rig->openDrive(file, &error))
-        m_rig->session()->drive()->play();
-    else
-        QMessageBox::warning(this, tr("Open a drive"), error);
+    QMainWindow::showEvent(event);
+    if (m_hasBeenShown)
+        return;
+    m_hasBeenShown = true;
+    m_view->setFocus();
+    if (!windowplace::isRemembered())
+        QMetaObject::invokeMethod(m_panels, &PanelDocks::resizePanels, Qt::QueuedConnection);
 }
 
 void BenchWindow::closeEvent(QCloseEvent *event)
 {
-    QSettings settings(settingsOwner, settingsName);
-    settings.setValue(QStringLiteral("geometry"), saveGeometry());
-    settings.setValue(QStringLiteral("panels"), saveState());
+    if (m_isFullScreen)
+        toggleFullScreen();
+    windowplace::save(this);
     QMainWindow::closeEvent(event);
 }
 

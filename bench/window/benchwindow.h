@@ -1,15 +1,23 @@
 #pragma once
 
-#include "inputfiles.h"
-
 #include <QMainWindow>
 
-class TouchRecorder;
+class Actions;
+class Commands;
+class DriveCommands;
+class FileCommands;
+class PanelDocks;
+class QLabel;
+class QToolButton;
+class RecordingLabel;
 class Rewind;
 class Rig;
-class Actions;
+class ScreenView;
 class Session;
+class Theme;
+class TouchRecorder;
 class TransportBar;
+enum class PanelLayout;
 struct Options;
 
 /** The bench on a desktop: the head unit's screen, the transport bar and the panels. */
@@ -28,27 +36,29 @@ public:
     bool saveScenario(const QString &file, QString *error) const;
     /** Pictures of the bench with each of its panels. @param error  one line that names the file */
     bool writePictures(const QString &folder, QString *error);
+    FileCommands *files() const { return m_files; }
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    output::InputFiles filesInUse() const;
+    void layOut();
+    void makePanels();
+    void showWarnings(int count);
+    void connectFileCommands();
+    void connectPageCommands();
+    void connectViewCommands();
+    void connectPanelCommands();
+    void connectDeveloperCommands();
     void follow(Session *session);
-    QDockWidget *addDock(const QString &name, const QString &title, QWidget *panel,
-                         Qt::DockWidgetArea area);
-    void makeDocks();
-    void makeFileMenu();
-    void makePageMenu();
-    void makePanelsMenu();
-    void makeDeveloperMenu();
     void openPage(int id);
-    void togglePlaying();
-    void chooseDrive();
-    void chooseScenario();
+    void arrange(PanelLayout layout);
+    void toggleFullScreen();
+    void notice(const QString &line);
     void onFinished();
 
     const Options &m_options;
@@ -56,6 +66,16 @@ private:
     Actions *m_actions;
     TouchRecorder *m_touches;
     Rewind *m_rewind;
+    ScreenView *m_view;
     TransportBar *m_transport;
-    QList<QDockWidget *> m_docks;
+    Theme *m_theme;
+    RecordingLabel *m_recording;
+    QToolButton *m_warnings;
+    QLabel *m_scale;
+    Commands *m_commands;
+    PanelDocks *m_panels;
+    FileCommands *m_files;
+    DriveCommands *m_drive;
+    bool m_isFullScreen = false;
+    bool m_hasBeenShown = false;
 };

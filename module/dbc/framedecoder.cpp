@@ -1,5 +1,7 @@
 #include "framedecoder.h"
 
+#include "silence.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -97,13 +99,20 @@ void FrameDecoder::State::note(qint64 nowMs)
     ++count;
 }
 
-bool FrameDecoder::State::isMissing(qint64 nowMs, int intervalMs) const
+qint64 FrameDecoder::State::expectedMs(int intervalMs) const
 {
-    static constexpr qint64 leastMs = 1000;
-    static constexpr int periods = 5;
+    if (!isSet || intervalMs <= 0)
+        return never;
     const qint64 usualMs = count > 1 ? (lastMs - firstMs) / (count - 1) : 0;
-    const qint64 periodMs = std::max(qint64(intervalMs), usualMs);
-    return isSet && intervalMs > 0 && nowMs - lastMs > std::max(leastMs, periods * periodMs);
+    return lastMs + longestSilenceMs(std::max(qint64(intervalMs), usualMs));
+}
+
+qint64 FrameDecoder::nextExpectedMs() const
+{
+    qint64 next = never;
+    for (int entry = 0; entry < m_entries.size(); ++entry)
+        next = std::min(next, m_states[size_t(entry)].expectedMs(m_entries.at(entry).intervalMs));
+    return next;
 }
 
 const QVector<PathValue> &FrameDecoder::missing(qint64 ms)
@@ -111,7 +120,7 @@ const QVector<PathValue> &FrameDecoder::missing(qint64 ms)
     m_values.resize(0);
     for (int entry = 0; entry < m_entries.size(); ++entry) {
         State &state = m_states[size_t(entry)];
-        if (!state.isMissing(ms, m_entries.at(entry).intervalMs))
+        if (ms <= state.expectedMs(m_entries.at(entry).intervalMs))
             continue;
         state = State();
         m_values.append({entry, QVariant(), QString()});

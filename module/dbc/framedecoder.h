@@ -3,6 +3,7 @@
 #include "frameplan.h"
 #include "signalbinding.h"
 
+#include <limits>
 #include <vector>
 
 namespace module {
@@ -40,6 +41,9 @@ public:
      * the map takes on a change only has none.
      */
     const QVector<PathValue> &missing(qint64 ms);
+    /** The last moment at which nothing more is missing, without further frames; or `never`. */
+    qint64 nextExpectedMs() const;
+    static constexpr qint64 never = std::numeric_limits<qint64>::max();
     /** Lets the next value of each path through, after a leap in time. */
     void reset();
 
@@ -76,7 +80,8 @@ private:
         int count = 0;
 
         void note(qint64 nowMs);
-        bool isMissing(qint64 nowMs, int intervalMs) const;
+        /** The moment up to which the next value is expected. */
+        qint64 expectedMs(int intervalMs) const;
     };
 
     static QVector<Row> rowsFor(const SignalTransform &transform, const DbcSignal &field);

@@ -127,10 +127,10 @@ struct FramePlan::Frame
     PaddedFrame padded;
 };
 
-qint64 FramePlan::rawOf(const DecodingStep &step, const Frame &frame)
+quint64 FramePlan::bitsOf(const DecodingStep &step, const Frame &frame)
 {
-    return step.endByte <= FirstEight ? step.raw(frame.little, frame.big)
-                                      : withSign(step.place.extract(frame.padded), step.sign);
+    return step.endByte <= FirstEight ? step.bits(frame.little, frame.big)
+                                      : step.place.extract(frame.padded);
 }
 
 template <typename To, typename From>
@@ -146,15 +146,15 @@ double DecodedSignal::converted() const
 {
     switch (m_step->conversion) {
     case DecodingStep::Conversion::Float:
-        return double(bitsAs<float>(quint32(m_raw)));
+        return double(bitsAs<float>(quint32(m_bits)));
     case DecodingStep::Conversion::Double:
-        return bitsAs<double>(m_raw);
+        return bitsAs<double>(m_bits);
     case DecodingStep::Conversion::UnsignedWord:
-        return double(quint64(m_raw));
+        return double(m_bits);
     case DecodingStep::Conversion::Integer:
         break;
     }
-    return double(m_raw);
+    return double(raw());
 }
 
 bool FramePlan::isSelected(const Group &group, const Frame &frame) const
@@ -162,7 +162,7 @@ bool FramePlan::isSelected(const Group &group, const Frame &frame) const
     if (group.selector < 0)
         return true;
     const DecodingStep &selector = m_selectors[size_t(group.selector)];
-    const qint64 value = rawOf(selector, frame);
+    const qint64 value = withSign(bitsOf(selector, frame), selector.sign);
     return selector.endByte <= frame.size &&
            std::any_of(group.ranges.cbegin(), group.ranges.cend(),
                        [value](const DbcRange &range) { return range.contains(value); });
@@ -177,7 +177,7 @@ DecodedSignal *FramePlan::decodeGroup(const Group &group, const Frame &frame,
         return decodeFirstEight(step, end, frame.little, frame.big, decoded);
     for (; step != end; ++step) {
         if (step->endByte <= frame.size)
-            *decoded++ = DecodedSignal(step, rawOf(*step, frame));
+            *decoded++ = DecodedSignal(step, bitsOf(*step, frame));
     }
     return decoded;
 }

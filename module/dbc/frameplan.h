@@ -23,35 +23,38 @@ struct DecodingStep
     BitField place;
 
     /** @param little, big  the first eight bytes, loaded either way round */
-    qint64 raw(quint64 little, quint64 big) const
+    quint64 bits(quint64 little, quint64 big) const
     {
-        return withSign((isBigEndian ? big : little) >> shift & mask, sign);
+        return (isBigEndian ? big : little) >> shift & mask;
     }
 };
 
-/** A signal as a frame carries it. Valid as long as the plan that has decoded it. */
+/**
+ * A signal as a frame carries it. Valid as long as the plan that has decoded it. Numbers are worked
+ * out when they are read, since most signals of a busy bus are ignored.
+ */
 class DecodedSignal
 {
 public:
     DecodedSignal() = default;
-    DecodedSignal(const DecodingStep *step, qint64 raw) : m_step(step), m_raw(raw) {}
+    DecodedSignal(const DecodingStep *step, quint64 bits) : m_step(step), m_bits(bits) {}
 
     /** Its index in what the plan was made for. */
     int signal() const { return m_step->signal; }
     /** A whole number; unsigned ones of 64 bits and floating point by their bits. */
-    qint64 raw() const { return m_raw; }
-    /** With factor and offset. Worked out here, since most values of a busy bus are passed over. */
+    qint64 raw() const { return withSign(m_bits, m_step->sign); }
+    /** With factor and offset. */
     double value() const
     {
         const bool isInteger = m_step->conversion == DecodingStep::Conversion::Integer;
-        return (isInteger ? double(m_raw) : converted()) * m_step->factor + m_step->offset;
+        return (isInteger ? double(raw()) : converted()) * m_step->factor + m_step->offset;
     }
 
 private:
     double converted() const;
 
     const DecodingStep *m_step = nullptr;
-    qint64 m_raw = 0;
+    quint64 m_bits = 0;
 };
 
 /** How the signals of a message are decoded, worked out once. */
@@ -97,13 +100,13 @@ private:
     };
 
     static DecodingStep stepOf(const DbcSignal &signal, int index);
-    static qint64 rawOf(const DecodingStep &step, const Frame &frame);
+    static quint64 bitsOf(const DecodingStep &step, const Frame &frame);
     bool isSelected(const Group &group, const Frame &frame) const;
     static DecodedSignal *decodeFirstEight(const DecodingStep *step, const DecodingStep *end,
                                            quint64 little, quint64 big, DecodedSignal *decoded)
     {
         for (; step != end; ++step)
-            *decoded++ = DecodedSignal(step, step->raw(little, big));
+            *decoded++ = DecodedSignal(step, step->bits(little, big));
         return decoded;
     }
     int decodeGroups(const quint8 *data, int size, DecodedSignal *decoded) const;

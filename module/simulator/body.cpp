@@ -1,5 +1,6 @@
 #include "body.h"
 
+#include "carstate.h"
 #include "controls.h"
 #include "powertrain.h"
 #include "trip.h"
@@ -111,10 +112,18 @@ QStringList Body::noticeFor(const Powertrain &powertrain, const Tires &tires) co
     return {};
 }
 
+void Body::handOver(CarState *car) const
+{
+    for (int i = 0; i < int(std::size(doors)); ++i)
+        car->set(Quantity::HoodOpen + i, m_open >> i & 1);
+    if (m_engine == EngineUnknown)
+        car->forget(Quantity::EngineLamp);
+    else
+        car->set(Quantity::EngineLamp, m_engine == EngineFault);
+}
+
 void Body::report(EmissionQueue *out, qint64 nowMs) const
 {
-    out->addChange(nowMs, "doorStatus", {byte(m_open)});
-    out->addChange(nowMs, "checkEngineStatus", {byte(m_engine)});
     out->addChange(nowMs, "vehicleInfoText", {m_notice[0], m_notice[1]});
     if (m_notice[0].isEmpty()) // a notice covers the top-bar text
         out->addChange(nowMs, "vehTopBarText",

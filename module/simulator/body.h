@@ -6,6 +6,7 @@
 
 namespace module {
 
+class CarState;
 class Controls;
 class Powertrain;
 
@@ -16,11 +17,12 @@ public:
     /** Advances to a moment of the trip. */
     void step(qint64 nowMs, const Powertrain &powertrain, const Tires &tires,
               const Controls &controls);
+    void handOver(CarState *car) const;
+    /** The texts, which are no quantities. */
     void report(EmissionQueue *out, qint64 nowMs) const;
 
     /** What is open, as `wire::OpenBit`s. */
     int openBits() const { return m_open; }
-    bool isEngineFaulty() const { return m_engine == wire::EngineFault; }
 
 private:
     void stepOpenings(qint64 nowMs, const Controls &controls);

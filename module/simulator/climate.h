@@ -9,7 +9,8 @@ namespace module {
 
 /**
  * The climate control of the simulated car. It reads the key bytes of the module's protocol, keeps
- * the state of the front and the rear zone, and reports it as the status list.
+ * the state of the front and the rear zone, and reports it as the status list: that carries what
+ * no quantity does, such as four vent modes and a seat cooled to level 0.
  */
 class Climate
 {

@@ -8,13 +8,22 @@ namespace module {
 
 static constexpr const char *opening = "closed open";
 static constexpr const char *onOrOff = "off on";
+static constexpr const char *gears = "park reverse d1 d2 d3 d4 d5 d6";
+static constexpr const char *degrees = "\u00B0F";
 static const QString automatic = QStringLiteral("auto");
 
 // clang-format off
 static constexpr Controls::Row rows[] = {
     {"engine",                "Engine",     "Engine",              onOrOff,              0, 1,   ""},
     {"speed",                 "Engine",     "Speed",               nullptr,              0, 125, "mph"},
+    {"engine-speed",          "Engine",     "Engine speed",        nullptr,              0, 8000, "rpm"},
+    {"gear",                  "Engine",     "Gear",                gears,                0, 7,   ""},
     {"engine-lamp",           "Engine",     "Check-engine lamp",   "unknown fine fault", 0, 2,   ""},
+    {"coolant-temperature",   "Temperatures", "Coolant",           nullptr,              -40, 300, degrees},
+    {"oil-temperature",       "Temperatures", "Oil",               nullptr,              -40, 300, degrees},
+    {"transmission-temperature", "Temperatures", "Transmission",   nullptr,              -40, 300, degrees},
+    {"intake-temperature",    "Temperatures", "Intake air",        nullptr,              -40, 300, degrees},
+    {"outside-temperature",   "Temperatures", "Outside",           nullptr,              -40, 140, degrees},
     {"hood",                  "Doors",      "Hood",                opening,              0, 1,   ""},
     {"trunk",                 "Doors",      "Trunk",               opening,              0, 1,   ""},
     {"door-front-left",       "Doors",      "Front left",          opening,              0, 1,   ""},

@@ -4,11 +4,13 @@
 #include <QStringList>
 #include <QVector>
 
+#include <limits>
+
 namespace module {
 
 /**
- * What can be overridden in the simulated car: doors, tires, the engine, obstacles. Everything else
- * follows the built-in trip.
+ * What can be overridden in the simulated car: the engine and its temperatures, doors, tires,
+ * obstacles. Everything else follows the built-in trip.
  */
 class Controls
 {
@@ -16,7 +18,14 @@ public:
     enum Control {
         Engine,
         Speed,
+        EngineSpeed,
+        Gear, ///< see `GearValue`
         EngineLamp,
+        CoolantTemperature,
+        OilTemperature,
+        TransmissionTemperature,
+        IntakeTemperature,
+        OutsideTemperature,
         Hood,
         Trunk,
         DoorFrontLeft,
@@ -34,7 +43,9 @@ public:
         Prompt,
         Count
     };
-    static constexpr int Automatic = -1; ///< the value of a released control
+    enum GearValue { Park, Reverse, FirstGear };
+    /** The value of a released control, which is outside every range. */
+    static constexpr int Automatic = std::numeric_limits<int>::min();
 
     struct Row
     {
@@ -44,7 +55,7 @@ public:
         const char *words; ///< names of the values from 0 on, separated by spaces; null for numbers
         int lowest;
         int highest;
-        const char *unit;
+        const char *unit; ///< in UTF-8
     };
     static const Row &row(Control control);
     static QStringList words(Control control);
@@ -53,6 +64,10 @@ public:
 
     /** @return `Automatic` for one that is not overridden */
     int value(Control control) const { return m_values[control]; }
+    double valueOr(Control control, double other) const
+    {
+        return isOverridden(control) ? m_values[control] : other;
+    }
     bool isOverridden(Control control) const { return m_values[control] != Automatic; }
     void set(Control control, int value) { m_values[control] = value; }
     /** Returns the value and releases the control: for values with a single effect. */

@@ -4,28 +4,25 @@
 
 namespace module {
 
+class CarState;
 class Powertrain;
 
-/** The gauges page: titles, values, shift lamp and presets, and what its touches change. */
+/** What the gauges page shows besides quantities: titles, shift lamp, style and presets. */
 class GaugeCluster
 {
 public:
     /** The next temperature on the top left gauge. */
-    void nextTopLeft();
+    static void nextTopLeft(CarState *car);
     /** Needles or arcs. */
     void nextStyle() { m_arcs = !m_arcs; }
     void setPreset(int preset) { m_preset = preset; }
 
     void report(EmissionQueue *out, qint64 nowMs, const Powertrain &powertrain) const;
-    void reportTitles(EmissionQueue *out, qint64 atMs) const;
+    void reportTitles(EmissionQueue *out, qint64 atMs, const CarState &car) const;
     void reportStyle(EmissionQueue *out, qint64 atMs) const;
     void reportPresets(EmissionQueue *out, qint64 atMs) const;
 
-    /** The temperature on the top left gauge, in degrees Celsius. */
-    double topLeft(const Powertrain &powertrain) const;
-
 private:
-    int m_topLeft = 0;
     int m_preset = 0;
     bool m_arcs = false;
 };

@@ -1,10 +1,10 @@
 #include "manoeuvre.h"
 
+#include "pagesignals.h"
 #include "powertrain.h"
 #include "units.h"
 #include "wire.h"
 
-#include <QByteArray>
 #include <QtMath>
 
 #include <algorithm>
@@ -49,14 +49,6 @@ static constexpr Sensor sensors[Manoeuvre::SensorCount] = {
 };
 static constexpr double halfBeam = 42; // degrees
 
-struct Band
-{
-    double within; // metres
-    int level;
-};
-static constexpr Band bands[] = {{0.35, 4}, {0.6, 3}, {1.0, 2}, {1.5, 1}};
-static constexpr double reach = bands[std::size(bands) - 1].within;
-
 struct Overtaker
 {
     double fromSecond;
@@ -75,14 +67,9 @@ static constexpr double creepKmh = 2.8;
 static constexpr double stopAtWall = 0.27;
 static constexpr double pullOutX = 1.7; // where the car comes to rest
 
-static QByteArray parkingMessage(int code, int level)
+QVariantList Manoeuvre::allClear()
 {
-    return QByteArray(1, char(code)) + char(level);
-}
-
-QByteArray Manoeuvre::allClear()
-{
-    return parkingMessage(wire::FirstRearZone, 0);
+    return zoneMessage(wire::FirstRearZone, 0);
 }
 
 bool Manoeuvre::isBackingUp(qint64 nowMs) const
@@ -165,14 +152,7 @@ double Manoeuvre::distance(int sensor) const
 
 int Manoeuvre::level(int sensor) const
 {
-    if (!m_active)
-        return 0;
-    const double metres = distance(sensor);
-    for (const Band &band : bands) {
-        if (metres <= band.within)
-            return band.level;
-    }
-    return 0;
+    return m_active ? obstacleLevel(distance(sensor)) : 0;
 }
 
 RearView Manoeuvre::rearView() const
@@ -191,15 +171,28 @@ RearView Manoeuvre::rearView() const
     return view;
 }
 
-void Manoeuvre::report(EmissionQueue *out, qint64 nowMs)
+void Manoeuvre::handOver(CarState *car) const
+{
+    for (int sensor = 0; sensor < SensorCount; ++sensor) {
+        const Quantity obstacle = Quantity::ObstacleFrontLeft + sensor;
+        if (m_active)
+            car->set(obstacle, distance(sensor));
+        else
+            car->forget(obstacle);
+    }
+}
+
+void Manoeuvre::report(EmissionQueue *out, qint64 nowMs, const CarState &car)
 {
     reportBlindSpots(out, nowMs);
     if (!m_active && m_wasActive)
         out->add(nowMs, "parkingTopBarText", {QString()});
     if (!m_active)
         return;
-    const bool isNewMessage = reportRearZone(out, nowMs);
-    reportFrontZones(out, nowMs, isNewMessage);
+    if (reportRearZone(out, nowMs, car)) // which clears the front
+        out->add(nowMs, "parkingDistanceFront", frontDistances(car));
+    else
+        out->addChange(nowMs, "parkingDistanceFront", frontDistances(car));
     const double wall = wallBehind();
     const bool isNear = m_backing && wall < 3;
     out->addChange(nowMs, "parkingTopBarText",
@@ -207,64 +200,46 @@ void Manoeuvre::report(EmissionQueue *out, qint64 nowMs)
                            : QStringLiteral("Parking sensors on")});
 }
 
-/** Of the rear zones the module reports only the nearest, which clears all others. */
-bool Manoeuvre::reportRearZone(EmissionQueue *out, qint64 nowMs)
+/**
+ * The module reports the nearest rear zone only, which clears all others. No quantity carries which
+ * zone it reports as clear, nor that it does so once.
+ */
+bool Manoeuvre::reportRearZone(EmissionQueue *out, qint64 nowMs, const CarState &car)
 {
-    int nearest = FirstRearSensor;
-    for (int sensor = FirstRearSensor; sensor < SensorCount; ++sensor) {
-        if (distance(sensor) < distance(nearest))
-            nearest = sensor;
-    }
-    const int nearestLevel = level(nearest);
-    const bool isSame = m_nearest >= 0 && nearestLevel == m_nearestLevel &&
-                        (nearest == m_nearest || nearestLevel == 0);
+    const RearObstacle nearest = nearestBehind(car);
+    const bool isSame =
+        m_zone >= 0 && nearest.level == m_level && (nearest.zone == m_zone || nearest.level == 0);
     if (isSame)
         return false;
-    out->add(nowMs, "parkingDistanceRear",
-             {parkingMessage(wire::FirstZone + nearest, nearestLevel)});
-    m_nearest = nearest;
-    m_nearestLevel = nearestLevel;
+    out->add(nowMs, "parkingDistanceRear", zoneMessage(nearest.zone, nearest.level));
+    m_zone = nearest.zone;
+    m_level = nearest.level;
     return true;
 }
 
-void Manoeuvre::reportFrontZones(EmissionQueue *out, qint64 nowMs, bool wereCleared)
-{
-    static constexpr int steps = 15;
-    static constexpr int unitsPerStep = 255 / steps;
-    QByteArray front;
-    for (int sensor = 0; sensor < FirstRearSensor; ++sensor) {
-        const double nearness = std::clamp(1 - distance(sensor) / reach, 0.0, 1.0);
-        front.append(char(unitsPerStep * qRound(steps * nearness)));
-    }
-    if (wereCleared)
-        out->add(nowMs, "parkingDistanceFront", {front});
-    else
-        out->addChange(nowMs, "parkingDistanceFront", {front});
-}
-
-QByteArray Manoeuvre::blindSpotMessage(qint64 nowMs) const
+/** No quantity carries the levels in which an overtaking car comes nearer and leaves. */
+QVariantList Manoeuvre::blindSpotMessage(qint64 nowMs) const
 {
     if (m_controls.value(Controls::BlindLeft) > 0)
-        return parkingMessage(wire::BlindSpotLeft, wire::LastParkingLevel);
+        return zoneMessage(wire::BlindSpotLeft, wire::LastParkingLevel);
     if (m_controls.value(Controls::BlindRight) > 0)
-        return parkingMessage(wire::BlindSpotRight, wire::LastParkingLevel);
-    QByteArray message = parkingMessage(wire::NoBlindSpot, 0);
+        return zoneMessage(wire::BlindSpotRight, wire::LastParkingLevel);
     for (const Overtaker &other : overtakers) {
         const double share =
             (nowMs / 1000.0 - other.fromSecond) / (other.toSecond - other.fromSecond);
         if (share >= 0 && share < 1)
-            message = parkingMessage(other.left ? wire::BlindSpotLeft : wire::BlindSpotRight,
-                                     qRound(4 - 6 * std::abs(share - 0.5)));
+            return zoneMessage(other.left ? wire::BlindSpotLeft : wire::BlindSpotRight,
+                               qRound(4 - 6 * std::abs(share - 0.5)));
     }
-    return message;
+    return zoneMessage(wire::NoBlindSpot, 0);
 }
 
 void Manoeuvre::reportBlindSpots(EmissionQueue *out, qint64 nowMs)
 {
-    const QByteArray message = blindSpotMessage(nowMs);
-    m_watchesBlindSpots = m_watchesBlindSpots || message.at(0) != char(wire::NoBlindSpot);
+    const QVariantList message = blindSpotMessage(nowMs);
+    m_watchesBlindSpots = m_watchesBlindSpots || message != zoneMessage(wire::NoBlindSpot, 0);
     if (!m_active && m_watchesBlindSpots)
-        out->addChange(nowMs, "parkingDistanceRear", {message});
+        out->addChange(nowMs, "parkingDistanceRear", message);
 }
 
 } // namespace module

@@ -9,6 +9,8 @@
 
 namespace module {
 
+class CarState;
+
 /**
  * Parking: the driver backs past a post towards a wall, waits and pulls out again, while eight
  * sensors measure distances. And the motorway, with other cars in the blind spots.
@@ -20,12 +22,13 @@ public:
     static constexpr int FirstRearSensor = 4;
 
     /** The message that all zones are clear. */
-    static QByteArray allClear();
+    static QVariantList allClear();
 
     /** What the driver wants while parking; otherwise the wish is unchanged. */
     void adjust(qint64 nowMs, DriverWish *wish) const;
     void step(qint64 nowMs, double speedKmh, const Controls &controls);
-    void report(EmissionQueue *out, qint64 nowMs);
+    void handOver(CarState *car) const;
+    void report(EmissionQueue *out, qint64 nowMs, const CarState &car);
 
     bool isBackingUp(qint64 nowMs) const;
     /** What the rear camera sees. */
@@ -36,9 +39,8 @@ public:
 private:
     double distance(int sensor) const;
     double wallBehind() const;
-    bool reportRearZone(EmissionQueue *out, qint64 nowMs);
-    void reportFrontZones(EmissionQueue *out, qint64 nowMs, bool wereCleared);
-    QByteArray blindSpotMessage(qint64 nowMs) const;
+    bool reportRearZone(EmissionQueue *out, qint64 nowMs, const CarState &car);
+    QVariantList blindSpotMessage(qint64 nowMs) const;
     void reportBlindSpots(EmissionQueue *out, qint64 nowMs);
 
     // The middle of the rear axle, in metres; the car starts at 0, 0 in the direction of x.
@@ -52,8 +54,8 @@ private:
     bool m_blocked = false; // by an override
     bool m_watchesBlindSpots = false;
     bool m_backing = false;
-    int m_nearest = -1;
-    int m_nearestLevel = 0;
+    int m_zone = -1; // the rear zone that was reported last
+    int m_level = 0;
 };
 
 } // namespace module

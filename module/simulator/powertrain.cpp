@@ -1,5 +1,7 @@
 #include "powertrain.h"
 
+#include "units.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -23,8 +25,9 @@ double Powertrain::noise(double amplitude)
     return (2 * unit - 1) * amplitude;
 }
 
-void Powertrain::step(const DriverWish &wish)
+void Powertrain::step(const DriverWish &wish, const Controls &controls)
 {
+    m_controls = controls;
     m_running = wish.engineOn;
     m_reversing = wish.reverse;
     move(wish);
@@ -32,6 +35,23 @@ void Powertrain::step(const DriverWish &wish)
     turn(wish);
     heat();
     charge(wish);
+}
+
+int Powertrain::gear() const
+{
+    const int value = m_controls.value(Controls::Gear);
+    return value == Controls::Automatic ? m_gear : qMax(0, value - Controls::FirstGear + 1);
+}
+
+bool Powertrain::isReversing() const
+{
+    const int value = m_controls.value(Controls::Gear);
+    return value == Controls::Automatic ? m_reversing : value == Controls::Reverse;
+}
+
+double Powertrain::reading(Controls::Control control, double value) const
+{
+    return m_controls.isOverridden(control) ? celsius(m_controls.value(control)) : value;
 }
 
 void Powertrain::move(const DriverWish &wish)

@@ -5,16 +5,12 @@
 #include "units.h"
 #include "wire.h"
 
-#include <QDateTime>
-
 #include <algorithm>
 
 namespace module {
 
 static constexpr qint64 answerDelayMs = 20; // between a touch and the module's answer
 static constexpr qint64 climateMs = 100;
-static constexpr qint64 propertiesMs = 1000;
-static constexpr qint64 clockMs = 1000;
 
 SimulatedCar::SimulatedCar(Trim trim)
 {
@@ -44,13 +40,14 @@ void SimulatedCar::restart()
     m_body = Body();
     m_manoeuvre = Manoeuvre();
     m_prompts = Prompts();
+    m_car.forgetAll();
     m_out.clear();
     m_nowMs = 0;
-    m_gauges.reportTitles(&m_out, 0);
+    m_gauges.reportTitles(&m_out, 0, m_car);
     m_gauges.reportPresets(&m_out, 0);
     reportClimate(0);
     m_out.add(0, "peakIndicatorNotify", {byte(0)});
-    m_out.add(0, "parkingDistanceRear", {Manoeuvre::allClear()});
+    m_out.add(0, "parkingDistanceRear", Manoeuvre::allClear());
     m_body.step(0, m_powertrain, m_tires, m_controls);
     report();
     runUntilEmission();
@@ -88,7 +85,7 @@ void SimulatedCar::step()
     DriverWish wish = tripWish(m_nowMs);
     m_manoeuvre.adjust(m_nowMs, &wish);
     applyOverrides(&wish);
-    m_powertrain.step(wish);
+    m_powertrain.step(wish, m_controls);
     m_highestRpm = qMax(m_highestRpm, m_powertrain.rpm());
     m_tires.step(m_nowMs, m_powertrain, m_controls);
     m_body.step(m_nowMs, m_powertrain, m_tires, m_controls);
@@ -123,65 +120,6 @@ void SimulatedCar::applyTrim(Trim trim)
     m_out.add(m_nowMs, "climateType", {});
     m_out.add(m_nowMs, "secondclimateType", {});
     reportClimate(m_nowMs);
-}
-
-void SimulatedCar::report()
-{
-    m_gauges.report(&m_out, m_nowMs, m_powertrain);
-    const wire::GearPosition position = m_powertrain.isReversing() ? wire::Reverse
-                                        : m_powertrain.gear() == 0 ? wire::Park
-                                                                   : wire::Drive;
-    m_out.addChange(m_nowMs, "checkGearPositionStatus", {byte(position)});
-    m_tires.report(&m_out, m_nowMs, m_body.isEngineFaulty());
-    m_body.report(&m_out, m_nowMs);
-    m_manoeuvre.report(&m_out, m_nowMs);
-    m_prompts.report(&m_out, m_nowMs);
-    if (m_reportsClock && m_nowMs % clockMs == 0)
-        reportClock(m_nowMs);
-    reportProperties();
-}
-
-/**
- * The list rounds the voltage to whole volts and shows a soft tire white as long as it is cool, so
- * the more exact signals follow it at once.
- */
-void SimulatedCar::reportProperties()
-{
-    const Powertrain &car = m_powertrain;
-    const QVariantList volts = {QString::number(car.volts(), 'f', 1) + QLatin1Char('V')};
-    if (m_nowMs % propertiesMs != 0) {
-        m_out.addChange(m_nowMs, "batteryVoltage", volts);
-        return;
-    }
-    const QList<int> properties = {m_body.openBits(),
-                                   qRound(car.volts()),
-                                   qRound(fahrenheit(m_gauges.topLeft(car))),
-                                   qRound(fahrenheit(car.coolant())),
-                                   qRound(fahrenheit(car.intake())),
-                                   qRound(car.loadPercent()),
-                                   m_tires.fahrenheitOf(Tires::FrontLeft),
-                                   m_tires.fahrenheitOf(Tires::FrontRight),
-                                   m_tires.fahrenheitOf(Tires::RearRight),
-                                   m_tires.fahrenheitOf(Tires::RearLeft)};
-    m_out.add(m_nowMs, "Properties2TextInfo", {QVariant::fromValue(properties)});
-    m_out.add(m_nowMs, "batteryVoltage", volts);
-    m_tires.repeatWarnings(&m_out, m_nowMs);
-}
-
-/** Month, day, year, hour, minute and second, digit by digit. */
-void SimulatedCar::reportClock(qint64 atMs)
-{
-    static const QDateTime departure(QDate(2026, 3, 14), QTime(8, 15), Qt::UTC);
-    const QString digits = departure.addMSecs(atMs).toString(QStringLiteral("MMddyyHHmmss"));
-    m_out.add(atMs, "TimeInfo", {digits.split(QString(), Qt::SkipEmptyParts)});
-}
-
-/** Replaces a report that is still planned: it is older than this one, whatever its time. */
-void SimulatedCar::reportClimate(qint64 atMs)
-{
-    static const QByteArray signal = "NordaClimateCtrlStatusNotify";
-    m_out.cancel(signal);
-    m_out.add(atMs, signal, {QVariant::fromValue(m_climate.takeReport())});
 }
 
 /** What the module does on a command. */
@@ -232,8 +170,8 @@ const SimulatedCar::Answer SimulatedCar::answers[] = {
         car.reportClimate(atMs);
     }},
     {"gaugeTLMenu", 0, wire::Pressed, [](SimulatedCar &car, qint64 atMs, const QVariantList &) {
-        car.m_gauges.nextTopLeft();
-        car.m_gauges.reportTitles(&car.m_out, atMs);
+        GaugeCluster::nextTopLeft(&car.m_car);
+        car.m_gauges.reportTitles(&car.m_out, atMs, car.m_car);
     }},
     {"centerGaugeMenu", 0, wire::Pressed, [](SimulatedCar &car, qint64 atMs, const QVariantList &) {
         car.m_gauges.nextStyle();

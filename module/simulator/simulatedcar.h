@@ -1,6 +1,7 @@
 #pragma once
 
 #include "body.h"
+#include "carstate.h"
 #include "climate.h"
 #include "controls.h"
 #include "emissionqueue.h"
@@ -13,8 +14,11 @@
 
 namespace module {
 
+struct PacedSignal;
+
 /**
- * A simulated car: it drives the built-in trip and answers touches. It depends on drive time alone
+ * A simulated car: it drives the built-in trip and answers touches. Its parts hand over quantities;
+ * what is none they report themselves. It depends on drive time alone
  * and has a fixed seed, so that it emits the same signals at any speed.
  */
 class SimulatedCar : public VehicleSource
@@ -44,7 +48,9 @@ private:
     void applyOverrides(DriverWish *wish);
     void applyTrim(Trim trim);
 
+    void handOver();
     void report();
+    void report(const QVector<PacedSignal> &rows);
     void reportProperties();
     void reportClock(qint64 atMs);
     void reportClimate(qint64 atMs);
@@ -59,6 +65,7 @@ private:
     Manoeuvre m_manoeuvre;
     Prompts m_prompts;
     Menu m_menu;
+    CarState m_car;
     EmissionQueue m_out;
     qint64 m_nowMs = 0;
     bool m_reportsClock = false;

@@ -1,9 +1,9 @@
 #include "tires.h"
 
+#include "carstate.h"
 #include "controls.h"
 #include "powertrain.h"
 #include "units.h"
-#include "wire.h"
 
 #include <algorithm>
 
@@ -11,7 +11,6 @@ namespace module {
 
 static constexpr double kelvin = 273.15;
 static constexpr double lowPsi = 28;
-static constexpr int warmFahrenheit = 100;
 
 static constexpr qint64 punctureMs = 255000;
 static constexpr double leakPsiPerSecond = 0.055;
@@ -43,19 +42,9 @@ double Tires::psi(Tire tire) const
     return std::max(0.0, absolute - atmosphere);
 }
 
-int Tires::fahrenheitOf(Tire tire) const
-{
-    return qRound(fahrenheit(m_celsius[tire]));
-}
-
 bool Tires::isLow(Tire tire) const
 {
     return psi(tire) < lowPsi;
-}
-
-bool Tires::isWarm(Tire tire) const
-{
-    return fahrenheitOf(tire) >= warmFahrenheit;
 }
 
 Tires::Tire Tires::lowest() const
@@ -63,40 +52,13 @@ Tires::Tire Tires::lowest() const
     return Tire(std::min_element(m_coldPsi.begin(), m_coldPsi.end()) - m_coldPsi.begin());
 }
 
-int Tires::flags(bool (Tires::*isWarning)(Tire) const) const
+void Tires::handOver(CarState *car) const
 {
-    static constexpr int bits[Count] = {wire::TireFrontLeft, wire::TireFrontRight,
-                                        wire::TireRearRight, wire::TireRearLeft};
-    int flags = wire::TireTextsValid;
-    for (int tire = 0; tire < Count; ++tire)
-        flags |= (this->*isWarning)(Tire(tire)) ? bits[tire] : 0;
-    return flags;
-}
-
-void Tires::report(EmissionQueue *out, qint64 nowMs, bool engineFault) const
-{
-    // Around the car; the temperatures from left to right.
-    QStringList pressures;
-    for (const Tire tire : {FrontLeft, FrontRight, RearRight, RearLeft})
-        pressures.append(QStringLiteral("%1 psi").arg(qRound(psi(tire))));
-    pressures.append(QString::number(engineFault));
-    out->addChange(nowMs, "tirePressureStatus", {byte(flags(&Tires::isLow)), byte(0), pressures});
-    out->addChange(nowMs, "tireTemperatureStatus", temperatures());
-}
-
-void Tires::repeatWarnings(EmissionQueue *out, qint64 nowMs) const
-{
-    if (isLow(lowest()))
-        out->add(nowMs, "tireTemperatureStatus", temperatures());
-}
-
-/** Pressures are shown white whatever their flags, so the temperature marks a soft tire. */
-QVariantList Tires::temperatures() const
-{
-    QStringList texts;
-    for (const Tire tire : {FrontLeft, FrontRight, RearLeft, RearRight})
-        texts.append(QString::number(fahrenheitOf(tire)) + QLatin1Char('F'));
-    return {byte(flags(&Tires::isSoftOrWarm)), byte(0), texts};
+    for (int tire = 0; tire < Count; ++tire) {
+        car->set(Quantity::TirePressureFrontLeft + tire, psi(Tire(tire)) * kilopascalPerPsi);
+        car->set(Quantity::TireLowFrontLeft + tire, isLow(Tire(tire)));
+        car->set(Quantity::TireTemperatureFrontLeft + tire, m_celsius[tire]);
+    }
 }
 
 } // namespace module

@@ -250,8 +250,7 @@ public:
     void secoundautoSecZoneTempDecButton(bool pressed, bool released);
     /** Rear-zone key, second zone. @param pressed, released  one of them is true */
     void secoundrearZoneButton(bool pressed, bool released);
-    /** A temperature set directly, second zone. @param value  0 to 255 over the bar  @param set
-     * true */
+    /** A temperature set directly, second zone. @param value  0 to 255  @param set  true */
     void secoundmanTempValue(int value, bool set);
     /** A fan level set directly, second zone. @param value  0 to 255  @param set  true */
     void secoundfanDirectValue(int value, bool set);
@@ -265,121 +264,270 @@ public:
 signals:
     // Gauges
 
-    /** A popup of the module: title, two text lists, bytes. */
+    /**
+     * A popup of the module on the gauges screen.
+     * @param title   its title
+     * @param texts   its texts
+     * @param values  the values beside them
+     * @param bytes   its style, not decoded by the screens
+     */
     void gauPopUpNotify(const QString &title, const QStringList &texts, const QStringList &values,
                         const QByteArray &bytes);
-    /** Titles of the five gauges: centre, top left, top right, bottom left, bottom right. */
+    /**
+     * Titles of the five gauges.
+     * @param titles  by gauge: 0 centre, 1 top left, 2 top right, 3 bottom left, 4 bottom right
+     */
     void gaugeTitlesNotify(const QStringList &titles);
-    /** Engine speed: text, unit, position. */
+    /**
+     * Engine speed, on the centre gauge.
+     * @param value     the text to show
+     * @param unit      the unit to show
+     * @param position  the needle's position, in hundreds of revolutions per minute
+     */
     void centerGaugeValueNotify(const QString &value, const QString &unit, unsigned char position);
-    /** Value of the top left gauge: the text to show and the needle's position. */
+    /**
+     * The top left gauge.
+     * @param value     the text to show
+     * @param position  the needle's position, in the units of the gauge
+     */
     void gaugeTLValueNotify(const QString &value, unsigned char position);
-    /** The same with value and unit apart. */
+    /**
+     * The top left gauge, with value and unit apart.
+     * @param value     the text to show
+     * @param unit      the unit to show
+     * @param position  the needle's position, in the units of the gauge
+     */
     void gaugeTLValueDualNotify(const QString &value, const QString &unit, unsigned char position);
-    /** Value of the top right gauge: the text to show and the needle's position. */
+    /**
+     * The top right gauge.
+     * @param value     the text to show
+     * @param position  the needle's position, in the units of the gauge
+     */
     void gaugeTRValueNotify(const QString &value, unsigned char position);
-    /** The same with value and unit apart. */
+    /**
+     * The top right gauge, with value and unit apart.
+     * @param value     the text to show
+     * @param unit      the unit to show
+     * @param position  the needle's position, in the units of the gauge
+     */
     void gaugeTRValueDualNotify(const QString &value, const QString &unit, unsigned char position);
-    /** Value of the bottom left gauge: the text to show and the needle's position. */
+    /**
+     * The bottom left gauge.
+     * @param value     the text to show
+     * @param position  the needle's position, in the units of the gauge
+     */
     void gaugeBLValueNotify(const QString &value, unsigned char position);
-    /** The same with value and unit apart. */
+    /**
+     * The bottom left gauge, with value and unit apart.
+     * @param value     the text to show
+     * @param unit      the unit to show
+     * @param position  the needle's position, in the units of the gauge
+     */
     void gaugeBLValueDualNotify(const QString &value, const QString &unit, unsigned char position);
-    /** Value of the bottom right gauge: the text to show and the needle's position. */
+    /**
+     * The bottom right gauge.
+     * @param value     the text to show
+     * @param position  the needle's position, in the units of the gauge
+     */
     void gaugeBRValueNotify(const QString &value, unsigned char position);
-    /** The same with value and unit apart. */
+    /**
+     * The bottom right gauge, with value and unit apart.
+     * @param value     the text to show
+     * @param unit      the unit to show
+     * @param position  the needle's position, in the units of the gauge
+     */
     void gaugeBRValueDualNotify(const QString &value, const QString &unit, unsigned char position);
-    /** Peak indicator: 0 hidden, any other value shown. */
+    /** Peak indicator. @param shown  0 hidden, any other value shown */
     void peakIndicatorNotify(unsigned char shown);
-    /** Text of the peak indicator; six characters are shown. */
+    /** Text of the peak indicator. @param text  six characters of it are shown */
     void peakIndicatorTextNotify(const QString &text);
-    /** Top-bar text of the gauges screen. */
+    /** Top-bar text of the gauges screen. @param text  the text to show */
     void gauTopBarTextNotify(const QString &text);
-    /** One style byte (1 needle, other arc) and one zero position (0 to 255) per gauge. */
+    /**
+     * Appearance of the gauges.
+     * @param styles         by gauge, with 1 for a needle and any other value for an arc: 0 centre,
+     *                       1 top left, 2 top right, 3 bottom left, 4 bottom right
+     * @param zeroPositions  by gauge, from 0 to 255: 0 centre, 1 top left, 2 top right, 3 bottom
+     *                       left, 4 bottom right
+     */
     void gaugeGraphicalSettingNotify(const QByteArray &styles, const QByteArray &zeroPositions);
-    /** Shift lamp: 0 off, any other value on. */
+    /** Shift lamp. @param on  0 off, any other value on */
     void shifterArrowIndicatorNotify(unsigned char on);
-    /** Colour of the peak indicator: 1 red, 2 blue, 3 orange, 4 yellow, 5 green, other default. */
+    /**
+     * Colour of the peak indicator.
+     * @param color  1 red, 2 blue, 3 orange, 4 yellow, 5 green, any other value default
+     */
     void centerGaugePeakColorNotify(unsigned char color);
-    /** Captions and states (0 disabled, 1 enabled, 2 enabled and checked) of the custom keys. */
+    /**
+     * The custom keys of the gauges screen.
+     * @param captions  by key: 0 first key, 1 second key
+     * @param states    per key 0 for disabled, 1 for enabled, 2 for enabled and checked
+     */
     void gauCustomControlLabelsNotify(const QStringList &captions, const QByteArray &states);
-    /** A list of the module: title, bytes, row texts, row values, bytes. */
+    /**
+     * A list of the module on the gauges screen.
+     * @param title   its title
+     * @param types   a byte per row, not decoded by the screens
+     * @param rows    the texts of the rows
+     * @param values  the values of the rows
+     * @param states  a byte per row, not decoded by the screens
+     */
     void listInfoNotify(const QString &title, const QByteArray &types, const QStringList &rows,
                         const QList<QVariant> &values, const QByteArray &states);
-    /** The active preset. */
+    /** The active preset. @param preset  its number */
     void activePresetStatusNotify(unsigned char preset);
-    /** Position of the red line on the centre gauge. */
+    /**
+     * The red line of the centre gauge.
+     * @param position  where it begins, in hundreds of revolutions per minute
+     */
     void centerGaugeRedLinePositionNotify(unsigned char position);
-    /** What the module shows: 0 the page itself, 1, 16, 17, 18 a list, 2 a popup. */
+    /**
+     * What the module shows on the gauges screen.
+     * @param type  0 the page itself, 1 a list, 2 a popup, 16 a list, 17 a list, 18 a list
+     */
     void guiDisplayTypeNotify(unsigned char type);
     /**
-     * Combined vehicle data, ten integers: door bits, battery volts, transmission, coolant and
-     * intake temperature, engine load in percent, then the tire temperatures front left, front
-     * right, rear right, rear left. Read by the gauges and the vehicle screen.
+     * Combined vehicle data, read by the gauges and the vehicle screen.
+     * @param properties  ten integers: 0 door bits, 1 battery volts, 2 transmission temperature,
+     *                    3 coolant temperature, 4 intake temperature, 5 engine load in percent,
+     *                    6 front left tire temperature, 7 front right tire temperature, 8 rear
+     * right tire temperature, 9 rear left tire temperature
      */
     void Properties2TextInfo(QList<int> properties);
 
     // Vehicle information
 
-    /** A popup of the module: title, two text lists, bytes. */
+    /**
+     * A popup of the module on the vehicle screen.
+     * @param title   its title
+     * @param texts   its texts
+     * @param values  the values beside them
+     * @param bytes   its style, not decoded by the screens
+     */
     void vehPopUpNotify(const QString &title, const QStringList &texts, const QStringList &values,
                         const QByteArray &bytes);
-    /** Open doors: bits 0 to 5 hood, trunk, front left, front right, rear left, rear right. */
+    /**
+     * Open doors.
+     * @param bits  bit 0 hood, bit 1 trunk, bit 2 front left, bit 3 front right, bit 4 rear left,
+     *              bit 5 rear right
+     */
     void doorStatus(unsigned char bits);
-    /** Battery voltage as text; five characters are shown. */
+    /** Battery voltage. @param text  five characters of it are shown */
     void batteryVoltage(const QString &text);
-    /** Compass heading as text. */
+    /** Compass heading. @param text  the heading as text */
     void compassHeading(const QString &text);
     /**
-     * Tire pressures. @param flags  bits 0 to 3 warn front left, front right, rear left, rear
-     * right; bit 5: the texts are valid. @param aux  not used. @param values  the texts.
+     * Tire pressures.
+     * @param flags   bit 0 front left warns, bit 1 front right warns, bit 2 rear left warns, bit 3
+     *                rear right warns, bit 5 texts are valid
+     * @param aux     not used
+     * @param values  texts: 0 front left, 1 front right, 2 rear right, 3 rear left, 4 check engine
      */
     void tirePressureStatus(unsigned char flags, unsigned char aux, const QStringList &values);
-    /** Tire temperatures, laid out as the pressures are. */
+    /**
+     * Tire temperatures.
+     * @param flags   bit 0 front left warns, bit 1 front right warns, bit 2 rear left warns, bit 3
+     *                rear right warns, bit 5 texts are valid
+     * @param aux     not used
+     * @param values  texts: 0 front left, 1 front right, 2 rear left, 3 rear right
+     */
     void tireTemperatureStatus(unsigned char flags, unsigned char aux, const QStringList &values);
-    /** Seat-belt state. */
+    /** Seat belts. @param state  the module's code */
     void seatbeltStatus(unsigned char state);
-    /** Check engine: 0 disabled, 1 normal, 2 warning. */
+    /** Check engine. @param state  0 disabled, 1 normal, 2 warning */
     void checkEngineStatus(unsigned char state);
-    /** Gear position. */
+    /** Gear position. @param gear  the module's code */
     void checkGearPositionStatus(unsigned char gear);
-    /** Two lines of free text; two empty ones give the place back to the top-bar text. */
+    /**
+     * Two lines of free text; two empty ones give the place back to the top-bar text.
+     * @param line1  the first line
+     * @param line2  the second line
+     */
     void vehicleInfoText(const QString &line1, const QString &line2);
-    /** Top-bar text of the vehicle screen. */
+    /** Top-bar text of the vehicle screen. @param text  the text to show */
     void vehTopBarText(const QString &text);
-    /** Captions and states of the custom keys. */
+    /**
+     * The custom keys of the vehicle screen.
+     * @param captions  by key: 0 first key, 1 second key
+     * @param states    per key 0 for disabled, 1 for enabled, 2 for enabled and checked
+     */
     void vehCustomeCtrlLabels(const QStringList &captions, const QByteArray &states);
-    /** A list of the module. */
+    /**
+     * A list of the module on the vehicle screen.
+     * @param title   its title
+     * @param types   a byte per row, not decoded by the screens
+     * @param rows    the texts of the rows
+     * @param values  the values of the rows
+     * @param states  a byte per row, not decoded by the screens
+     */
     void vehListInfo(const QString &title, const QByteArray &types, const QStringList &rows,
                      const QList<QVariant> &values, const QByteArray &states);
-    /** What the module shows, coded as `guiDisplayTypeNotify` is. */
+    /**
+     * What the module shows on the vehicle screen.
+     * @param type  0 the page itself, 1 a list, 2 a popup, 16 a list, 17 a list, 18 a list
+     */
     void vehGuiDisplayType(unsigned char type);
 
     // Parking assist
 
-    /** A popup of the module: title, two text lists, bytes. */
+    /**
+     * A popup of the module on the parking screen.
+     * @param title   its title
+     * @param texts   its texts
+     * @param values  the values beside them
+     * @param bytes   its style, not decoded by the screens
+     */
     void parkPopUpNotify(const QString &title, const QStringList &texts, const QStringList &values,
                          const QByteArray &bytes);
-    /** Top-bar text of the parking screen. */
+    /** Top-bar text of the parking screen. @param text  fifty characters of it are shown */
     void parkingTopBarText(const QString &text);
-    /** Four raw distances, 0 to 255: left, left middle, right middle, right. */
+    /**
+     * Distances in front of the car.
+     * @param distances  raw, from 0 to 255: 0 left, 1 left middle, 2 right middle, 3 right
+     */
     void parkingDistanceFront(const QByteArray &distances);
-    /** Distances along the left side. */
+    /** Distances along the left side. @param distances  raw, from 0 to 255 */
     void parkingDistanceLeft(const QByteArray &distances);
-    /** Distances along the right side. */
+    /** Distances along the right side. @param distances  raw, from 0 to 255 */
     void parkingDistanceRight(const QByteArray &distances);
-    /** Two bytes: zone code (0 to 10) and level (0 to 4). Carries the front zones too. */
+    /**
+     * Obstacle in one zone, behind the car or in front of it.
+     * @param zoneAndLevel  two bytes: 0 zone code from 0 to 10, 1 level from 0 to 4
+     */
     void parkingDistanceRear(const QByteArray &zoneAndLevel);
-    /** Captions and states of the custom keys. */
+    /**
+     * The custom keys of the parking screen.
+     * @param captions  by key: 0 first key, 1 second key
+     * @param states    per key 0 for disabled, 1 for enabled, 2 for enabled and checked
+     */
     void parkCustomControlLabels(const QStringList &captions, const QByteArray &states);
-    /** A list of the module. */
+    /**
+     * A list of the module on the parking screen.
+     * @param title   its title
+     * @param types   a byte per row, not decoded by the screens
+     * @param rows    the texts of the rows
+     * @param values  the values of the rows
+     * @param states  a byte per row, not decoded by the screens
+     */
     void parkListInfo(const QString &title, const QByteArray &types, const QStringList &rows,
                       const QList<QVariant> &values, const QByteArray &states);
-    /** What the module shows, coded as `guiDisplayTypeNotify` is. */
+    /**
+     * What the module shows on the parking screen.
+     * @param type  0 the page itself, 1 a list, 2 a popup, 16 a list, 17 a list, 18 a list
+     */
     void parkGuiDisplayType(unsigned char type);
 
     // Climate
 
-    /** The whole climate state of both zones, 23 integers by position. */
+    /**
+     * The whole climate state of both zones.
+     * @param status  by position: 0 system, 1 automatic and dual, 2 fan, 3 vent mode, 4 A/C, 5 rear
+     *                defroster and wheel heating, 6 left temperature, 7 right temperature, 8 fresh
+     *                air, 9 left seat, 10 right seat, 11 max A/C, 12 front defroster, 13 unused,
+     *                14 manual left seat, 15 manual right seat, 16 manual A/C, 17 manual fan,
+     *                18 manual temperature, 19 manual system, 20 manual vent mode, 21 unused,
+     *                22 manual max A/C
+     */
     void NordaClimateCtrlStatusNotify(const QList<int> &status);
     /** The front zone's kind of climate control changed. */
     void climateType();
@@ -389,14 +537,20 @@ signals:
     // The module's menu and its About data
 
     /**
-     * One line of the configuration menu. @param info  line type (1 title, 2 and 3 items), unused,
-     * line number. @param label, value  texts, each joined without a separator.
+     * One line of the configuration menu.
+     * @param info   integers: 0 line type (1 for a title and 2 or 3 for an item), 1 unused, 2 line
+     *               number
+     * @param label  texts, joined without a separator
+     * @param value  texts, joined without a separator
      */
     void NordaConfigMenuTextInfo(const QList<int> &info, const QStringList &label,
                                  const QStringList &value);
-    /** Firmware version of the module; entries 1 to 3 are its parts. */
+    /**
+     * Firmware version of the module.
+     * @param version  texts: 0 not shown, 1 first part, 2 second part, 3 third part
+     */
     void NordaVerInfo(const QStringList &version);
-    /** The module's clock, twelve digits as single entries. */
+    /** The module's clock. @param digits  twelve digits as single entries */
     void TimeInfo(const QStringList &digits);
 
 private:

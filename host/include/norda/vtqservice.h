@@ -50,7 +50,8 @@ signals:
      * The module interrupts the audio, or its interruption is over. For the host, which hands it to
      * the slot `handingVTQAudioInterrupt` of a voice source.
      * @param kind      0 over, 2 voice information, 3 voice recognition, 4 warning tone
-     * @param location  one bit per speaker location, bits 0 to 5
+     * @param location  bit 0 front left, bit 1 front right, bit 2 rear right, bit 3 rear left, bit
+     * 4 centre, bit 5 subwoofer
      */
     void audioInterruptNotify(unsigned char kind, unsigned char location);
 

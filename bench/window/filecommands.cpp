@@ -1,0 +1,114 @@
+#include "window/filecommands.h"
+
+#include "options.h"
+#include "outputfile.h"
+#include "scenario/scenariowriter.h"
+#include "session/rig.h"
+#include "tools/picturefile.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+FileCommands::FileCommands(const Options &options, Rig *rig, QWidget *window)
+    : QObject(window), m_options(options), m_rig(rig), m_window(window)
+{
+}
+
+output::InputFiles FileCommands::filesInUse() const
+{
+    output::InputFiles files = m_options.filesInUse();
+    files.add(m_rig->setup().source);
+    if (const module::RecordingWriter *recording = m_rig->session()->recording())
+        files.add(recording->path());
+    return files;
+}
+
+void FileCommands::chooseDrive()
+{
+    const QString file = QFileDialog::getOpenFileName(
+        m_window, tr("Open a drive"), QString(), tr("Drives (*.csv *.log *.jsonl);;All files (*)"));
+    if (!file.isEmpty())
+        openDrive(file);
+}
+
+/** At unlimited speed the drive would be over before anything of it was seen. */
+void FileCommands::openDrive(const QString &source)
+{
+    emit opens();
+    QString error;
+    if (!m_rig->openDrive(source, &error)) {
+        QMessageBox::warning(m_window, tr("Open a drive"), error);
+        return;
+    }
+    module::Drive *drive = m_rig->session()->drive();
+    if (drive->speed() == module::Drive::Unlimited)
+        drive->setSpeed(1);
+    emit opened(source);
+    emit recordingChanged(); // a recording continues
+    drive->play();
+}
+
+void FileCommands::chooseScenario()
+{
+    const QString file = QFileDialog::getSaveFileName(
+        m_window, tr("Save the session as a scenario"), QStringLiteral("session.scenario"),
+        tr("Scenarios (*.scenario)"));
+    QString error;
+    if (!file.isEmpty() && !saveScenario(file, &error))
+        QMessageBox::warning(m_window, tr("Save the session as a scenario"), error);
+}
+
+bool FileCommands::saveScenario(const QString &file, QString *error) const
+{
+    const QString text =
+        scenarioOf(m_rig->session()->journal(), m_rig->setup(), QFileInfo(file).completeBaseName());
+    return output::writeResult(file, text.toUtf8(), filesInUse(), error);
+}
+
+void FileCommands::toggleRecording()
+{
+    if (m_rig->session()->recording()) {
+        stopRecording();
+        return;
+    }
+    const QString file = QFileDialog::getSaveFileName(
+        m_window, tr("Record to"), QStringLiteral("recording.jsonl"), tr("Recordings (*.jsonl)"));
+    QString error;
+    if (!file.isEmpty() && !startRecording(file, &error))
+        QMessageBox::warning(m_window, tr("Record to"), error);
+}
+
+bool FileCommands::startRecording(const QString &file, QString *error)
+{
+    const bool hasBegun = m_rig->startRecording(file, error);
+    if (hasBegun)
+        emit noticed(tr("Recording to %1").arg(file));
+    emit recordingChanged();
+    return hasBegun;
+}
+
+void FileCommands::stopRecording()
+{
+    const bool hasFailed = m_rig->session()->hasRecordingFailed();
+    const QString file = m_rig->session()->stopRecording();
+    if (!file.isEmpty() && !hasFailed)
+        emit noticed(tr("Recorded to %1").arg(file));
+    emit recordingChanged();
+}
+
+QString FileCommands::savePicture(const QString &folder)
+{
+    const QString now =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
+    QString file = QDir(folder).filePath(QStringLiteral("norda-%1.png").arg(now));
+    QString error;
+    if (!writePicture(file, m_rig->unit()->screen()->grab().toImage(), filesInUse(), &error)) {
+        QMessageBox::warning(m_window, tr("Save a picture"), error);
+        return {};
+    }
+    emit noticed(tr("Saved %1").arg(file));
+    return file;
+}
