@@ -37,6 +37,7 @@ public:
             {"menu/page", "menu/bare", 1.5},
             {"panels/closed", "panels/none", 1.05},
             {"panels/open", "panels/none", 1.25},
+            {"plots/million", "plots/thousand", 10},
             {"timeline/million", "timeline/thousand", 0},
             {"parking/one_zone", "parking/bare", 1.0},
             {"parking/sixty_hidden", "parking/sixty_visible", 0},

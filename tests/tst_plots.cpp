@@ -1,4 +1,5 @@
 #include "benchfixture.h"
+#include "panels/journaltexts.h"
 #include "panels/timelineview.h"
 #include "panels/timerange.h"
 #include "plots/curvelegend.h"
@@ -40,6 +41,7 @@ private slots:
     void colorsAreReadable();
 
     void valueIsAPoint();
+    void valueHoldsUntilTheNext();
     void curvesAreSearched();
     void droppedSignalIsACurve();
     void rangeIsSharedWithTimeline();
@@ -49,7 +51,7 @@ private slots:
     void oldestAreDropped();
     void hiddenPanelRests();
     void csvHoldsWhatCurvesHold();
-    void marksHaveALane();
+    void marksBelongToWhatIsShown();
 
 private:
     PlotPanel *panel() const { return m_window->findChild<PlotPanel *>(); }
@@ -75,6 +77,13 @@ private:
     {
         for (int i = 0; i < values.size(); ++i)
             session()->journal()->noteSignal(i * stepMs, "doorStatus", {uchar(values[i])});
+    }
+    void playUntil(qint64 ms)
+    {
+        session()->drive()->setSpeed(1000);
+        session()->drive()->play();
+        QTRY_VERIFY(session()->nowMs() > ms);
+        session()->drive()->pause();
     }
     QString legendValue(int row = 0) const
     {
@@ -316,6 +325,30 @@ void tst_Plots::valueIsAPoint()
     QCOMPARE(area()->lanes()[0]->canvas()->width(), area()->lanes()[1]->canvas()->width());
 }
 
+void tst_Plots::valueHoldsUntilTheNext()
+{
+    openPlots({"doorStatus.bits"});
+    noteDoors({4, 8, 4});
+    range()->set(0, 3000);
+    find<QDockWidget>("plots")->hide();
+    open("plots");
+    PlotLane *lane = area()->lanes().constFirst();
+    const QImage picture = lane->canvas()->grab().toImage();
+    const auto isDrawn = [&](double seconds, double value) {
+        const QRect around(int(lane->transform(QwtPlot::xBottom, seconds)),
+                           int(lane->transform(QwtPlot::yLeft, value)) - 1, 1, 3);
+        for (int y = around.top(); y <= around.bottom(); ++y) {
+            if (picture.pixelColor(around.x(), y) == panel()->curves()->items()[0].color)
+                return true;
+        }
+        return false;
+    };
+    QVERIFY(isDrawn(0.5, 4));
+    QVERIFY(!isDrawn(0.5, 8));
+    QVERIFY(isDrawn(1.5, 8));
+    QVERIFY(!isDrawn(1.5, 4));
+}
+
 void tst_Plots::curvesAreSearched()
 {
     openPlots({});
@@ -396,10 +429,7 @@ void tst_Plots::rangeIsSharedWithTimeline()
 void tst_Plots::clickRewinds()
 {
     openPlots({"doorStatus.bits"});
-    session()->drive()->setSpeed(1000);
-    session()->drive()->play();
-    QTRY_VERIFY(session()->nowMs() > 20000);
-    session()->drive()->pause();
+    playUntil(20000);
     range()->set(0, 30000);
     const QPoint place(area()->xAt(4000), area()->canvasRect().center().y());
     QTest::mouseClick(area(), Qt::LeftButton, {}, place);
@@ -495,22 +525,36 @@ void tst_Plots::csvHoldsWhatCurvesHold()
              (panel()->size() * panel()->devicePixelRatioF()));
 }
 
-void tst_Plots::marksHaveALane()
+void tst_Plots::marksBelongToWhatIsShown()
 {
-    makeBench();
-    session()->addMark("first");
-    session()->drive()->seek(9000);
-    QTRY_VERIFY(session()->nowMs() > 0);
-    session()->setRewound(0);
+    openPlots({"doorStatus.bits"});
+    playUntil(20000);
+    session()->addMark("live");
+    session()->setRewound(5000);
     session()->addMark("rewound");
     session()->setLive();
     const Journal *journal = session()->journal();
-    QCOMPARE(journal->count(Journal::Mark), 2);
+    QVector<qint64> times;
     for (const int place : journal->ofKind(Journal::Mark))
-        QCOMPARE(journal->entries()[place].ms, qint64(0));
+        times.append(journal->entries()[place].ms);
+    QCOMPARE(times, (QVector<qint64>{5000, session()->nowMs()}));
+
+    // Their lane is the last one of the timeline.
+    open("timeline");
+    auto *line = find<TimelineView>("timeline");
+    line->setRange(0, 30000);
+    const QImage picture = line->grab().toImage();
+    const auto isDrawn = [&](qint64 ms) {
+        const QColor color = kindColor(Journal::Mark, line->palette());
+        const int y = line->height() - 8;
+        return picture.pixelColor(line->xAt(ms), y) == color ||
+               picture.pixelColor(line->xAt(ms) - 1, y) == color; // rounding
+    };
+    QVERIFY(isDrawn(5000));
+    QVERIFY(!isDrawn(10000));
+
     const QString scenario = scenarioOf(journal, m_options.setup, "marks");
-    QVERIFY(!scenario.contains("first"));
-    QVERIFY(!scenario.contains("rewound"));
+    QVERIFY2(!scenario.contains("live") && !scenario.contains("rewound"), qPrintable(scenario));
 }
 
 NORDA_TEST_MAIN(tst_Plots)

@@ -88,7 +88,7 @@ void CurveLegend::showMoment(qint64 ms)
 
 QSize CurveLegend::sizeHint() const
 {
-    static constexpr int width = 260;
+    static constexpr int width = 320;
     static constexpr int mostRows = 4;
     const int row = qMax(fontMetrics().height() + 4, sizeHintForRow(0));
     return {width, header()->sizeHint().height() + qBound(1, topLevelItemCount(), mostRows) * row +

@@ -1,13 +1,14 @@
 #include "plots/curvelist.h"
 
+#include "window/benchsettings.h"
+
 #include <algorithm>
 
 static const QString curvesKey = QStringLiteral("plots/curves");
 
-CurveList::CurveList(QObject *parent)
-    : QObject(parent), m_settings(QStringLiteral("norda"), QStringLiteral("bench"))
+CurveList::CurveList(QObject *parent) : QObject(parent)
 {
-    for (const QString &name : m_settings.value(curvesKey).toStringList())
+    for (const QString &name : BenchSettings().value(curvesKey).toStringList())
         addOne(name);
 }
 
@@ -59,7 +60,7 @@ void CurveList::clear()
 
 void CurveList::store()
 {
-    m_settings.setValue(curvesKey, names());
+    BenchSettings().setValue(curvesKey, names());
     emit changed();
 }
 

@@ -4,7 +4,6 @@
 
 #include <QColor>
 #include <QObject>
-#include <QSettings>
 
 #include <memory>
 #include <vector>
@@ -46,6 +45,5 @@ private:
     QColor freeColor() const;
     void store();
 
-    QSettings m_settings;
     std::vector<Item> m_items;
 };

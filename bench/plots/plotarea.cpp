@@ -14,7 +14,7 @@
 #include <algorithm>
 #include <cmath>
 
-static constexpr int lowestLane = 64;
+static constexpr int lowestLane = 48;
 static constexpr Journal::Kind markKinds[] = {Journal::Call, Journal::Page, Journal::Action,
                                               Journal::Mark};
 
@@ -105,6 +105,8 @@ void PlotArea::drawTimeScale(QPainter *painter) const
     scale.setLength(canvas.width() - 1);
     painter->setFont(lane->axisFont(QwtPlot::yLeft));
     scale.draw(painter, palette());
+    painter->setPen(palette().color(QPalette::Text));
+    painter->drawText(rect().adjusted(0, 0, -4, -4), Qt::AlignRight | Qt::AlignBottom, tr("s"));
 }
 
 /** All axes are as wide as the widest; they do not become narrower while the curves move. */

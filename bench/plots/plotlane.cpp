@@ -23,6 +23,7 @@ public:
     CurveItem(const Curve *curve, const QColor &color) : m_curve(curve)
     {
         setStyle(Steps);
+        setCurveAttribute(Inverted); // first along, then up or down
         setPen(color, 1.5);
         setPaintAttribute(FilterPoints, false); // they are reduced already
     }

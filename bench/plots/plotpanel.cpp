@@ -1,7 +1,6 @@
 #include "plots/plotpanel.h"
 
 #include "outputfile.h"
-#include "panels/panelparts.h"
 #include "panels/timerange.h"
 #include "plots/curvelegend.h"
 #include "plots/curvelist.h"
@@ -65,6 +64,8 @@ QWidget *PlotPanel::makeBar()
     auto *completer = new QCompleter(m_offered, this);
     completer->setFilterMode(Qt::MatchContains);
     completer->setCaseSensitivity(Qt::CaseInsensitive);
+    m_search->setPlaceholderText(tr("Add a value, for instance tire"));
+    m_search->setClearButtonEnabled(true);
     m_search->setObjectName(QStringLiteral("plotSearch"));
     m_search->setCompleter(completer);
     connect(m_search, &QLineEdit::textEdited, this, &PlotPanel::offerCurves);
@@ -185,7 +186,7 @@ void PlotPanel::showMoment()
 /** A narrow panel has its legend below. */
 void PlotPanel::resizeEvent(QResizeEvent *)
 {
-    static constexpr int wideEnough = 640;
+    static constexpr int wideEnough = 760;
     const bool isWide = width() >= wideEnough;
     m_sides->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     m_legend->setSizePolicy(isWide ? QSizePolicy::Fixed : QSizePolicy::Expanding,
