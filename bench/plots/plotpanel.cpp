@@ -35,8 +35,6 @@ PlotPanel::PlotPanel(Rewind *rewind, TimeRange *range, QWidget *parent)
     , m_sides(new QBoxLayout(QBoxLayout::LeftToRight))
 {
     setAcceptDrops(true);
-    m_search->setPlaceholderText(tr("Add a value, for instance tire"));
-    m_search->setClearButtonEnabled(true);
     m_area->setObjectName(QStringLiteral("plotArea"));
     auto *scroll = new QScrollArea;
     scroll->setWidget(m_area);
