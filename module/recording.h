@@ -47,7 +47,8 @@ public:
     void writeAction(qint64 ms, const QString &word, const QVariantList &arguments);
     /** The page that a new part begins on. */
     void setPage(int id) { m_page = id; }
-    /** For a recording that begins within a drive: what brings a unit to this moment, its time 0. */
+    /** For a recording that begins within a drive: what brings a unit to this moment, its time 0.
+     */
     void beginAt(qint64 ms, const QVector<Emission> &state);
     /** Another drive follows, whose times count from 0. @param ms  the end of the one before */
     void beginNextDrive(qint64 ms) { m_beginMs -= ms; }
