@@ -530,14 +530,14 @@ void tst_Plots::marksBelongToWhatIsShown()
     openPlots({"doorStatus.bits"});
     playUntil(20000);
     session()->addMark("live");
-    session()->setRewound(5000);
+    session()->setRewound(5500);
     session()->addMark("rewound");
     session()->setLive();
     const Journal *journal = session()->journal();
     QVector<qint64> times;
     for (const int place : journal->ofKind(Journal::Mark))
         times.append(journal->entries()[place].ms);
-    QCOMPARE(times, (QVector<qint64>{5000, session()->nowMs()}));
+    QCOMPARE(times, (QVector<qint64>{5500, session()->nowMs()}));
 
     // Their lane is the last one of the timeline.
     open("timeline");
@@ -550,8 +550,8 @@ void tst_Plots::marksBelongToWhatIsShown()
         return picture.pixelColor(line->xAt(ms), y) == color ||
                picture.pixelColor(line->xAt(ms) - 1, y) == color; // rounding
     };
-    QVERIFY(isDrawn(5000));
-    QVERIFY(!isDrawn(10000));
+    QVERIFY(isDrawn(5500));
+    QVERIFY(!isDrawn(10500));
 
     const QString scenario = scenarioOf(journal, m_options.setup, "marks");
     QVERIFY2(!scenario.contains("live") && !scenario.contains("rewound"), qPrintable(scenario));

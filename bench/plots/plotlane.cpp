@@ -146,6 +146,9 @@ void PlotLane::applyPalette()
     QwtText text(m_scale);
     text.setColor(palette().color(QPalette::Text));
     text.setFont(axisFont(yLeft));
+    QColor background = palette().color(QPalette::Base);
+    background.setAlphaF(0.75);
+    text.setBackgroundBrush(background); // the curves pass behind it
     text.setRenderFlags(Qt::AlignRight | Qt::AlignTop);
     m_label->setText(text);
     replot();
