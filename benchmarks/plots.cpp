@@ -24,7 +24,7 @@ static void frame(benchmark::State &state, int samples)
     CurveList curves;
     curves.clear();
     curves.add({QStringLiteral("doorStatus.bits")});
-    curves.catchUp(journal);
+    curves.catchUp(&session);
     TimeRange range;
     range.set(0, wholeMs);
     PlotArea area(&curves, &range);

@@ -30,6 +30,10 @@ public:
     bool command(qint64 nowMs, const QString &operation, const QVariantList &arguments) override;
     bool opensPages() const override { return m_drive->opensPages(); }
     bool isCatchingUp() const override;
+    QVector<Sample> samplesOf(qint64 afterMs, qint64 untilMs) const override
+    {
+        return m_drive->samplesOf(afterMs, untilMs);
+    }
     QStringList findings() const override { return m_drive->findings(); }
     QVector<Findings> findingsByPage() const override { return m_drive->findingsByPage(); }
     QJsonObject statistics() const override { return m_drive->statistics(); }

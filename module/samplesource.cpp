@@ -137,6 +137,15 @@ QString SampleSource::Range::text(Quantity quantity) const
     return text;
 }
 
+QVector<Sample> SampleSource::samplesOf(qint64 afterMs, qint64 untilMs) const
+{
+    const auto isLater = [](qint64 ms, const Sample &sample) { return ms < sample.atMs; };
+    const auto begin =
+        std::upper_bound(m_log.samples.begin(), m_log.samples.end(), afterMs, isLater);
+    const auto end = std::upper_bound(begin, m_log.samples.end(), untilMs, isLater);
+    return m_log.samples.mid(int(begin - m_log.samples.begin()), int(end - begin));
+}
+
 QStringList SampleSource::findings() const
 {
     QStringList lines;

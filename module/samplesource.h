@@ -40,6 +40,7 @@ public:
     qint64 nextDueMs() const override;
     Emission take() override;
     void seek(qint64 ms) override;
+    QVector<Sample> samplesOf(qint64 afterMs, qint64 untilMs) const override;
     QStringList findings() const override;
     QVector<Findings> findingsByPage() const override;
     QJsonObject statistics() const override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "carfiles.h"
+#include "quantities.h"
 #include "trim.h"
 
 #include <QByteArray>
@@ -89,6 +90,16 @@ public:
     virtual bool isCatchingUp() const { return false; }
     /** What can be overridden; null for a recorded drive. */
     virtual Controls *controls() { return nullptr; }
+    /**
+     * The quantities of the car after one moment of drive time and up to another, which has been
+     * reached. Values that have not changed may come again.
+     */
+    virtual QVector<Sample> samplesOf(qint64 afterMs, qint64 untilMs) const
+    {
+        Q_UNUSED(afterMs)
+        Q_UNUSED(untilMs)
+        return {};
+    }
     /** What the car's rear camera would show now. */
     virtual RearView rearView() const { return {}; }
     /** What the drive holds and what it lacks, one line each, for a person. */

@@ -43,6 +43,9 @@ private slots:
     void valueIsAPoint();
     void valueHoldsUntilTheNext();
     void curvesAreSearched();
+    void quantitiesAreCurves();
+    void quantitiesOfALogAreCurves();
+    void quantityLogIsBounded();
     void droppedSignalIsACurve();
     void rangeIsSharedWithTimeline();
     void clickRewinds();
@@ -355,7 +358,7 @@ void tst_Plots::curvesAreSearched()
     auto *search = find<QLineEdit>("plotSearch");
     emit VtqAdaptor::instance()->tirePressureStatus(0, 0, {"34 psi", "33 psi", "--"});
     QTest::keyClicks(search, "tirePressureStatus.v");
-    QStringList offered = offeredCurves(session()->journal());
+    QStringList offered = offeredCurves(session()->journal(), session()->quantities());
     QVERIFY(offered.contains("tirePressureStatus.values[1]"));
     QVERIFY(!offered.contains("tirePressureStatus.values[2]")); // no number
     QVERIFY(offered.contains("doorStatus.bits"));               // has not occurred
@@ -366,6 +369,84 @@ void tst_Plots::curvesAreSearched()
     QCOMPARE(panel()->curves()->names(), QStringList("tirePressureStatus.values[1]"));
     QCOMPARE(search->text(), QString());
     QVERIFY(!panel()->add("tirePressureStatus.values[1]")); // it is there
+}
+
+static const char speedPath[] = "Vehicle.Speed";
+static const char rpmPath[] = "Vehicle.Powertrain.CombustionEngine.Speed";
+static const char throttlePath[] = "Vehicle.OBD.ThrottlePosition";
+
+/** Of the simulated car, in the units of their paths. */
+void tst_Plots::quantitiesAreCurves()
+{
+    makeBench("simulator");
+    open("plots");
+    for (const char *name : {rpmPath, speedPath, "centerGaugeValueNotify.value"})
+        QVERIFY(panel()->add(name));
+    QCOMPARE(panel()->curves()->names(),
+             QStringList({rpmPath, speedPath, "centerGaugeValueNotify.value"}));
+    session()->drive()->setSpeed(module::Drive::Unlimited);
+    session()->drive()->setLimit(90000);
+    session()->drive()->play();
+    QTRY_VERIFY(!session()->drive()->isPlaying());
+    QStringList offered = offeredCurves(session()->journal(), session()->quantities());
+    QVERIFY(offered.contains(speedPath));
+    QVERIFY(!offered.contains(throttlePath)); // the simulated car has none
+
+    QString error;
+    QTemporaryDir folder;
+    QVERIFY(panel()->writeCsv(folder.filePath("q.csv"), &error)); // reads all there is
+    const auto &items = panel()->curves()->items();
+    QCOMPARE(items[0].curve->unit(), QString("rpm"));
+    QCOMPARE(items[1].curve->unit(), QString("km/h"));
+    const Samples &rpm = items[0].curve->samples();
+    const Samples &gauge = items[2].curve->samples();
+    QVERIFY2(rpm.size() > 100, qPrintable(QString::number(rpm.size())));
+    // The gauge shows it rounded and at its own pace.
+    QVERIFY(qAbs(rpm.valueAtMs(89000) - gauge.valueAtMs(89000)) < 200);
+    QVERIFY(items[1].curve->samples().extent(0, items[1].curve->samples().size()).highest > 30);
+}
+
+/** With its own times, and also what no page shows. */
+void tst_Plots::quantitiesOfALogAreCurves()
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath("drive.csv");
+    QFile csv(file);
+    QVERIFY(csv.open(QIODevice::WriteOnly));
+    csv.write("Time(s),Engine RPM(rpm),Throttle Position(%)\n");
+    for (int second = 0; second < 20; ++second)
+        csv.write(QString("%1,%2,%3\n").arg(second).arg(1000 + second).arg(second).toLatin1());
+    csv.close();
+    makeBench(file);
+    open("plots");
+    QVERIFY(panel()->add(throttlePath));
+    session()->drive()->seek(0);
+    session()->drive()->setSpeed(module::Drive::Unlimited);
+    session()->drive()->play();
+    QTRY_VERIFY(!session()->drive()->isPlaying());
+    QString error;
+    QVERIFY(panel()->writeCsv(folder.filePath("q.csv"), &error));
+    const Samples &throttle = panel()->curves()->items()[0].curve->samples();
+    const qint64 begin = session()->nowMs() - session()->drive()->positionMs();
+    QCOMPARE(throttle.valueAtMs(begin + 7000), 7.0);
+    QCOMPARE(throttle.valueAtMs(begin + 6999), 6.0);
+    QCOMPARE(throttle.valueAtMs(begin + 19000), 19.0);
+}
+
+void tst_Plots::quantityLogIsBounded()
+{
+    static constexpr auto speed = module::Quantity::VehicleSpeed;
+    QuantityLog log(100);
+    log.add(0, module::Quantity::Gear, 1);
+    log.add(5, speed, std::numeric_limits<double>::quiet_NaN()); // was never known
+    QVERIFY(log.values(speed).isEmpty());
+    for (int i = 0; i < 1000; ++i) {
+        log.add(i, speed, i / 2); // each comes twice
+        QVERIFY(log.values(speed).size() <= 100);
+    }
+    QCOMPARE(log.dropped(speed) + log.values(speed).size(), 500);
+    QCOMPARE(log.values(speed).constLast().value, 499.0);
+    QCOMPARE(log.values(module::Quantity::Gear).size(), 1); // it still holds
 }
 
 void tst_Plots::droppedSignalIsACurve()

@@ -1,12 +1,36 @@
 #include "plots/curve.h"
 
 #include "session/journal.h"
+#include "session/quantitylog.h"
 
 #include <algorithm>
 
-Curve::Curve(QString text, CurveName name) : m_text(std::move(text)), m_name(std::move(name)) {}
+Curve::Curve(QString text, CurveName name) : m_text(std::move(text)), m_name(std::move(name))
+{
+    if (m_name.isQuantity())
+        m_unit = module::unitName(module::quantityInfo(m_name.quantity).unit);
+}
 
-void Curve::catchUp(const Journal *journal)
+void Curve::catchUp(const Journal *journal, const QuantityLog &quantities)
+{
+    if (m_name.isQuantity())
+        readValues(quantities);
+    else
+        readSignals(journal);
+}
+
+void Curve::readValues(const QuantityLog &quantities)
+{
+    const QVector<QuantityLog::Value> &values = quantities.values(m_name.quantity);
+    const qint64 dropped = quantities.dropped(m_name.quantity);
+    for (qint64 i = qMax<qint64>(0, m_next - dropped); i < values.size(); ++i)
+        m_samples.append(values[int(i)].ms, values[int(i)].value);
+    m_next = dropped + values.size();
+    if (dropped > 0)
+        m_samples.dropBefore(values.constFirst().ms);
+}
+
+void Curve::readSignals(const Journal *journal)
 {
     const Journal::Total *total = journal->totalOf(Journal::Signal, m_name.signal);
     if (total) {

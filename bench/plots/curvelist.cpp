@@ -1,5 +1,6 @@
 #include "plots/curvelist.h"
 
+#include "session/session.h"
 #include "window/benchsettings.h"
 
 #include <algorithm>
@@ -64,10 +65,10 @@ void CurveList::store()
     emit changed();
 }
 
-void CurveList::catchUp(const Journal *journal)
+void CurveList::catchUp(const Session *session)
 {
     for (const Item &item : m_items)
-        item.curve->catchUp(journal);
+        item.curve->catchUp(session->journal(), session->quantities());
 }
 
 void CurveList::restart()

@@ -8,6 +8,8 @@
 #include <memory>
 #include <vector>
 
+class Session;
+
 /** The curves of the plots, with their colours. It is remembered from one start to the next. */
 class CurveList : public QObject
 {
@@ -30,7 +32,7 @@ public:
     bool add(const QStringList &names);
     void remove(const QString &name);
     void clear();
-    void catchUp(const Journal *journal);
+    void catchUp(const Session *session);
     /** Forgets what was read, for another session. */
     void restart();
 

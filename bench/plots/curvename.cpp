@@ -2,6 +2,7 @@
 
 #include "adaptorlink.h"
 #include "session/journal.h"
+#include "session/quantitylog.h"
 
 #include <QAssociativeIterable>
 #include <QRegularExpression>
@@ -9,11 +10,14 @@
 
 std::optional<CurveName> CurveName::parse(const QString &text)
 {
+    CurveName name;
+    name.quantity = module::quantityOf(text);
+    if (name.isQuantity())
+        return name;
     static const QRegularExpression form(QStringLiteral("^(\\w+)\\.(\\w+)(?:\\[(\\w+)\\])?$"));
     const QRegularExpressionMatch match = form.match(text);
     const module::ModuleSignal signal = module::moduleSignal(match.captured(1).toLatin1());
     const QList<QByteArray> parameters = signal.method.parameterNames();
-    CurveName name;
     name.signal = match.captured(1);
     name.argument = parameters.indexOf(match.captured(2).toLatin1());
     name.element = match.captured(3);
@@ -123,11 +127,15 @@ QStringList curvesOf(const QString &signal, const Journal *journal)
     return names;
 }
 
-QStringList offeredCurves(const Journal *journal)
+QStringList offeredCurves(const Journal *journal, const QuantityLog &quantities)
 {
     QStringList names;
     for (const module::ModuleSignal &signal : module::moduleSignals())
         names += curvesOf(QString::fromLatin1(signal.method.name()), journal);
+    for (int i = 0; i < int(module::Quantity::Count); ++i) {
+        if (!quantities.values(module::Quantity(i)).isEmpty())
+            names.append(QLatin1String(module::quantityInfo(module::Quantity(i)).path));
+    }
     names.sort(Qt::CaseInsensitive);
     return names;
 }

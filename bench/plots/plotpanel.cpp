@@ -112,7 +112,9 @@ void PlotPanel::setSession(Session *session)
 
 void PlotPanel::offerCurves()
 {
-    const QStringList names = offeredCurves(session() ? session()->journal() : nullptr);
+    if (!session())
+        return;
+    const QStringList names = offeredCurves(session()->journal(), session()->quantities());
     if (names != m_offered->stringList())
         m_offered->setStringList(names);
 }
@@ -147,7 +149,7 @@ void PlotPanel::refresh()
 {
     if (!isVisible())
         return;
-    m_curves->catchUp(session()->journal());
+    m_curves->catchUp(session());
     m_range->setNow(session()->nowMs());
     redraw();
 }
@@ -196,7 +198,7 @@ void PlotPanel::resizeEvent(QResizeEvent *)
 bool PlotPanel::writeCsv(const QString &file, QString *error)
 {
     if (session())
-        m_curves->catchUp(session()->journal());
+        m_curves->catchUp(session());
     return output::writeResult(file, curvesAsCsv(*m_curves), filesInUse(), error);
 }
 

@@ -21,6 +21,7 @@ Session::Session(std::unique_ptr<module::VehicleSource> source, QObject *parent)
     m_wall.start();
     connect(CallLog::instance(), &CallLog::called, this, &Session::onCall);
     connect(&m_drive, &module::Drive::jumped, this, &Session::onJump);
+    connect(&m_drive, &module::Drive::positionChanged, this, &Session::logQuantities);
     connect(svaudio::AudioService::instance(), &svaudio::AudioService::beeped, this,
             [this] { ++m_beeps; });
 }
@@ -173,6 +174,17 @@ void Session::addMark(const QString &text)
 void Session::onJump(qint64 fromMs, qint64 toMs)
 {
     m_jumpedMs += fromMs - toMs;
+    m_sampledMs = toMs - 1;
+}
+
+void Session::logQuantities(qint64 driveMs)
+{
+    if (m_journal.limit() == 0 || driveMs <= m_sampledMs)
+        return;
+    const QVector<module::Sample> samples = m_drive.source()->samplesOf(m_sampledMs, driveMs);
+    for (const module::Sample &sample : samples)
+        m_quantities.add(sample.atMs + m_jumpedMs, sample.quantity, double(sample.value));
+    m_sampledMs = driveMs;
 }
 
 void Session::reportNotice()

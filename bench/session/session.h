@@ -5,6 +5,7 @@
 #include "rearview.h"
 #include "recording.h"
 #include "session/journal.h"
+#include "session/quantitylog.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -65,6 +66,8 @@ public:
     /** Has no entries until it gets a limit. */
     Journal *journal() { return &m_journal; }
     const Journal *journal() const { return &m_journal; }
+    /** Like the journal, it has no values until that gets a limit. */
+    const QuantityLog &quantities() const { return m_quantities; }
     /** Drive time that has passed: it continues across jumps in the drive. */
     qint64 nowMs() const { return m_drive.nowMs() + m_jumpedMs; }
     /** While rewound, what crosses the adaptor is not from the drive and is ignored. */
@@ -92,6 +95,7 @@ private:
     void onSignal(const QByteArray &name, const QVariantList &arguments);
     void onCall(const QString &operation, const QVariantList &arguments);
     void onJump(qint64 fromMs, qint64 toMs);
+    void logQuantities(qint64 driveMs);
     void reportNotice();
     bool isRecording() const { return m_recording && !m_finished && !isRewound(); }
 
@@ -101,6 +105,8 @@ private:
     std::unique_ptr<module::RecordingWriter> m_recording;
     QElapsedTimer m_wall;
     Journal m_journal;
+    QuantityLog m_quantities;
+    qint64 m_sampledMs = -1; // of the drive, up to which the quantities are logged
     qint64 m_jumpedMs = 0;
     qint64 m_recordingSinceMs = 0;
     int m_beeps = 0;

@@ -31,6 +31,7 @@ public:
     qint64 nextDueMs() const override;
     Emission take() override;
     void seek(qint64 ms) override;
+    QVector<Sample> samplesOf(qint64 afterMs, qint64 untilMs) const override;
     bool command(qint64 nowMs, const QString &operation, const QVariantList &arguments) override;
     Controls *controls() override { return &m_controls; }
     RearView rearView() const override { return m_manoeuvre.rearView(); }

@@ -36,6 +36,15 @@ void SimulatedCar::handOver()
     m_manoeuvre.handOver(&m_car);
 }
 
+/** It has no past: those of now. */
+QVector<Sample> SimulatedCar::samplesOf(qint64, qint64 untilMs) const
+{
+    QVector<Sample> samples;
+    for (int i = 0; i < int(Quantity::Count); ++i)
+        samples.append({untilMs, float(m_car.value(Quantity(i))), Quantity(i)});
+    return samples;
+}
+
 void SimulatedCar::report()
 {
     handOver();
