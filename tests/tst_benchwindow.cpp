@@ -416,6 +416,9 @@ void tst_BenchWindow::keyBringsAPanelToTheFront()
     press(Qt::Key_F6);
     QVERIFY(!calls->isHidden());
     QTRY_VERIFY(calls->isActiveWindow());
+    QVERIFY(!qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+    press(Qt::Key_2); // keys work in a detached panel too
+    QCOMPARE(windows()->currentWindow(), int(VehiclePage));
 }
 
 void tst_BenchWindow::layoutPutsPanelsBack()

@@ -69,6 +69,7 @@ void PanelDocks::add(const QString &name, QWidget *panel)
     auto *dock = new QDockWidget(QString(commandRow(name).text).remove(QLatin1Char('&')), m_window);
     dock->setObjectName(name);
     dock->setWidget(panel);
+    panel->setFocusPolicy(Qt::ClickFocus); // otherwise a detached one puts it into its first field
     m_docks.append(dock);
     connect(dock, &QDockWidget::visibilityChanged, this, [this, dock](bool visible) {
         // A covered panel keeps the focus, and would take keys that nobody sees go there.
@@ -162,8 +163,7 @@ void PanelDocks::show(const QString &name)
     shown->raise();
     if (shown->isFloating())
         shown->activateWindow();
-    if (shown->widget()->focusPolicy() != Qt::NoFocus)
-        shown->widget()->setFocus();
+    shown->widget()->setFocus();
 }
 
 void PanelDocks::toggle(const QString &name)
