@@ -37,7 +37,7 @@ check_native() {
     local packages=$1
     lintian --fail-on error "$packages"/*.deb || die "lintian found errors"
     say "no errors of lintian in $(find "$packages" -maxdepth 1 -name '*.deb' | wc -l) packages"
-    norda_main_archive | mmdebstrap --variant=minbase --include=libqt5widgets5,libqt5multimedia5 \
+    norda_main_archive | mmdebstrap --variant=minbase --include=libqt5widgets5,libqt5multimedia5,libqwt-qt5-6 \
         --include=fonts-liberation,fonts-dejavu-core,qtbase5-dev,g++,cmake,make "" "$root" - \
         >"$(norda_log root)" 2>&1 || norda_fail root
     contents >"$work/before"

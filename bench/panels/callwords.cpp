@@ -234,7 +234,7 @@ QString meaningOfCall(const QString &operation, const QVariantList &arguments)
     if (meaning == std::end(meanings))
         return {};
     const QString brief = headerWords(operation.section(QStringLiteral("::"), -1)).brief;
-    const QString about = meaning->words && *meaning->words ? words(meaning->words) : brief;
+    QString about = meaning->words && *meaning->words ? words(meaning->words) : brief;
     const QString detail = meaning->detail ? meaning->detail(arguments).trimmed() : QString();
     if (detail.isEmpty())
         return about;

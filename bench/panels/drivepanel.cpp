@@ -98,8 +98,8 @@ static QString findingsHtml(const module::Findings &findings)
 static QColor faintText(const QPalette &palette)
 {
     static constexpr double share = 0.65;
-    const QColor text = palette.color(QPalette::Text);
-    const QColor base = palette.color(QPalette::Base);
+    const QColor &text = palette.color(QPalette::Text);
+    const QColor &base = palette.color(QPalette::Base);
     const auto mixed = [](double a, double b) { return share * a + (1 - share) * b; };
     return QColor::fromRgbF(mixed(text.redF(), base.redF()), mixed(text.greenF(), base.greenF()),
                             mixed(text.blueF(), base.blueF()));

@@ -56,13 +56,13 @@ protected:
             if (next - first > 1)
                 QwtPlotCurve::drawCurve(painter, style, xMap, yMap, canvas, first, next - 1);
         }
-        drawDots(painter, xMap, yMap);
+        drawSparse(painter, xMap, yMap);
     }
 
 private:
     static constexpr int sparseness = 12; // pixels for each sample, to show where it is
 
-    void drawDots(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap) const
+    void drawSparse(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap) const
     {
         static constexpr double radius = 2.5;
         painter->setPen(Qt::NoPen);

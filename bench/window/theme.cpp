@@ -27,7 +27,7 @@ static theme::Mode rememberedMode()
 static QPalette desktopPalette()
 {
     QApplication::setPalette(QPalette());
-    const QPalette desktop = QApplication::palette();
+    QPalette desktop = QApplication::palette();
     QApplication::setPalette(night::palette());
     return desktop;
 }
