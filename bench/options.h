@@ -32,7 +32,7 @@ struct Options
     bool headless = false;
     bool trace = false;
     double scale = 0; ///< of the screen in the window, 0 to fit it
-    QString text; ///< what --help or --version prints; everything else is unset then
+    QString text;     ///< what --help or --version prints; everything else is unset then
 
     /** Whether the work needs no head unit. */
     bool isTool() const

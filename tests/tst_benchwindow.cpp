@@ -525,7 +525,7 @@ void tst_BenchWindow::partIsRepeated()
     drive->setSpeed(30);
     const QSignalSpy jumps(drive, &module::Drive::jumped);
     drive->play();
-    QTRY_COMPARE(jumps.size(), 2);
+    QTRY_VERIFY(jumps.size() >= 2);
     for (const QVariantList &jump : jumps)
         QCOMPARE(jump[1].toLongLong(), 20000);
 
