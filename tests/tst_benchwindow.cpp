@@ -585,10 +585,9 @@ void tst_BenchWindow::bookmarksAreVisited()
     QCOMPARE(menu->actions().size(), 4);
     QVERIFY(menu->actions()[1]->text().endsWith("Bookmark 2"));
     windows()->openWindow(VehiclePage);
-    const QString live = text("Txt_battery");
     menu->actions()[1]->trigger();
     QVERIFY(session()->isRewound());
-    QVERIFY(text("Txt_battery") != live || windows()->currentWindow() != int(VehiclePage));
+    QCOMPARE(windows()->currentWindow(), int(GaugesPage)); // which was open then
 
     press(Qt::Key_B); // of the moment that is shown, between those that are there
     emit menu->aboutToShow();
