@@ -53,7 +53,7 @@ static std::optional<QByteArray> dataOf(const QByteArray &text)
     return text.size() >= markAndFlags ? bytesOf(text.mid(markAndFlags), longestFd) : std::nullopt;
 }
 
-std::optional<CanFrame> parseCandumpLine(const QByteArray &line)
+std::optional<LoggedFrame> parseCandumpLine(const QByteArray &line)
 {
     const QList<QByteArray> words = line.simplified().split(' ');
     const bool hasMark = words.size() == 4 && (words[3] == "R" || words[3] == "T");
@@ -68,11 +68,11 @@ std::optional<CanFrame> parseCandumpLine(const QByteArray &line)
     if (!isId || !data)
         return std::nullopt;
 
-    CanFrame frame;
+    LoggedFrame frame;
     frame.timeUs = qRound64(*seconds * 1e6);
     frame.id = id.toUInt(nullptr, 16);
     if (id.size() != standardDigits)
-        frame.id |= CanFrame::ExtendedFlag;
+        frame.id |= LoggedFrame::ExtendedFlag;
     frame.data = *data;
     return frame;
 }
@@ -81,7 +81,7 @@ std::optional<CanFrame> parseCandumpLine(const QByteArray &line)
 class CandumpReader
 {
 public:
-    void read(const CanFrame &frame)
+    void read(const LoggedFrame &frame)
     {
         ++m_frames;
         m_clock.at(double(frame.timeUs) / 1000.0);

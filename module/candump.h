@@ -7,7 +7,7 @@
 namespace module {
 
 /** One line of a candump log. */
-struct CanFrame
+struct LoggedFrame
 {
     /** Set in the identifiers of 29 bits. */
     static constexpr quint32 ExtendedFlag = 0x80000000;
@@ -21,7 +21,7 @@ struct CanFrame
  * Reads a line such as "(1725694999.693250) can0 7E8#0641010027E100CC", with or without a direction
  * mark after it.
  */
-std::optional<CanFrame> parseCandumpLine(const QByteArray &line);
+std::optional<LoggedFrame> parseCandumpLine(const QByteArray &line);
 
 /**
  * Reads a candump log with OBD-II answers. Other frames and damaged lines are ignored and counted.

@@ -22,7 +22,7 @@ public:
         m_log.remarks += binding.remarks;
     }
 
-    void read(const CanFrame &frame);
+    void read(const LoggedFrame &frame);
     int frames() const { return m_frames; }
     SampleLog take(const QString &path, int badLines);
 
@@ -42,7 +42,7 @@ private:
     int m_knownFrames = 0;
 };
 
-void RawCanReader::read(const CanFrame &frame)
+void RawCanReader::read(const LoggedFrame &frame)
 {
     m_clock.at(double(frame.timeUs) / 1000.0);
     const qint64 nowMs = m_clock.nowMs();

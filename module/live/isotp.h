@@ -15,6 +15,8 @@ namespace module {
 class IsoTp
 {
 public:
+    static constexpr int LongestMessage = 4095;
+
     struct Addresses
     {
         quint32 send = 0;    ///< identifier of the frames sent
@@ -29,7 +31,8 @@ public:
         int padding = 0x55;      ///< fills frames to 8 bytes; -1 leaves them short
     };
 
-    explicit IsoTp(const Addresses &addresses, const Timing &timing = {});
+    explicit IsoTp(const Addresses &addresses);
+    IsoTp(const Addresses &addresses, const Timing &timing);
 
     /** Sends a message; one that is still being sent is given up. */
     void send(const QByteArray &message, qint64 nowMs);
@@ -48,7 +51,49 @@ public:
     QString takeError();
 
 private:
-    // To be written with the implementation.
+    enum class Phase { Idle, AwaitingFlowControl, SendingBlock };
+    struct Outgoing
+    {
+        Phase phase = Phase::Idle;
+        QByteArray message;
+        int sent = 0;
+        quint8 sequence = 0;
+        int leftInBlock = 0; ///< consecutive frames until the next flow control, -1 for no limit
+        int waits = 0;
+        qint64 separationMs = 0;
+        qint64 dueMs = 0; ///< of the next frame, or the end of waiting for flow control
+    };
+    struct Incoming
+    {
+        bool isOpen = false;
+        QByteArray message;
+        int length = 0;
+        quint8 sequence = 0; ///< expected next
+        int leftInBlock = 0;
+        qint64 dueMs = 0; ///< end of waiting for the next consecutive frame
+    };
+
+    void receiveSingle(const QByteArray &data);
+    void receiveFirst(const QByteArray &data, qint64 nowMs);
+    void receiveConsecutive(const QByteArray &data, qint64 nowMs);
+    void receiveFlowControl(const QByteArray &data, qint64 nowMs);
+    void beginBlock(quint8 blockSize, quint8 separation, qint64 nowMs);
+    void awaitFlowControl(qint64 nowMs);
+    void waitAgain(qint64 nowMs);
+    void sendConsecutive(qint64 nowMs);
+    void openBlock(qint64 nowMs);
+    void abandonReception();
+    void sendFrame(QByteArray data);
+    void giveUpSending(const QString &error);
+    void giveUpReceiving(const QString &error);
+
+    Addresses m_addresses;
+    Timing m_timing;
+    Outgoing m_out;
+    Incoming m_in;
+    QVector<CanFrame> m_frames;
+    QVector<QByteArray> m_messages;
+    QString m_error;
 };
 
 } // namespace module
