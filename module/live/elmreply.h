@@ -1,0 +1,58 @@
+#pragma once
+
+#include "live/obdlink.h"
+
+#include <optional>
+
+namespace module {
+
+/** A line of an adapter. */
+struct ElmLine
+{
+    enum Kind {
+        Frame,     ///< of a CAN bus
+        OldFrame,  ///< of an older bus: three bytes of header, data, checksum
+        Ok,        ///< a command was accepted
+        Refused,   ///< a command was not understood
+        Failure,   ///< of the request, or the bus
+        Restarted, ///< the adapter has lost its settings
+        Text       ///< anything else
+    };
+
+    Kind kind = Text;
+    CanFrame frame;                            ///< when Frame or OldFrame
+    ObdFailure failure = ObdFailure::NoAnswer; ///< when Failure
+    QString text;                              ///< the line, or what a failure means, printable
+};
+
+/**
+ * Understands a line. The adapter may write spaces or none, and put words such as "SEARCHING..."
+ * in front of a frame.
+ * @return nothing for a line without content
+ */
+std::optional<ElmLine> parseElmLine(const QByteArray &line);
+
+/** Whether a line repeats a command. */
+bool isElmEcho(const QByteArray &line, const QByteArray &command);
+
+/** Collects what an adapter sends until it asks for the next command with a prompt. */
+class ElmReader
+{
+public:
+    /** Bytes without a prompt beyond these are dropped. */
+    static constexpr int LongestReply = 64 * 1024;
+
+    void add(const QByteArray &bytes);
+    /** Whether a whole reply has come. */
+    bool hasReply() const;
+    /** The lines of the next reply, which is taken once. */
+    QList<QByteArray> takeReply();
+    /** What came without a prompt so far. */
+    QByteArray pending() const { return m_bytes; }
+    void clear() { m_bytes.clear(); }
+
+private:
+    QByteArray m_bytes;
+};
+
+} // namespace module
