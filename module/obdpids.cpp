@@ -48,4 +48,20 @@ double pidValue(const Pid &pid, const quint8 *data)
     return raw * pid.factor + pid.offset;
 }
 
+std::optional<PidReading> pidReading(const QByteArray &answer)
+{
+    static constexpr quint8 currentDataAnswer = 0x41;
+    static constexpr int header = 2;
+    static constexpr quint8 lampBit = 0x80;
+    const auto *bytes = reinterpret_cast<const quint8 *>(answer.constData());
+    if (answer.size() <= header || bytes[0] != currentDataAnswer)
+        return std::nullopt;
+    if (bytes[1] == lampPid)
+        return PidReading{Quantity::EngineLamp, double((bytes[header] & lampBit) != 0)};
+    const Pid *pid = findPid(bytes[1]);
+    if (!pid || pid->quantity == Quantity::Count || answer.size() < header + pid->bytes)
+        return std::nullopt;
+    return PidReading{pid->quantity, pidValue(*pid, bytes + header)};
+}
+
 } // namespace module

@@ -206,19 +206,23 @@ void tst_Elm327::answers()
 
 void tst_Elm327::countsFrames_data()
 {
+    QTest::addColumn<QByteArray>("request");
     QTest::addColumn<int>("answers");
     QTest::addColumn<QByteArray>("sent");
-    QTest::newRow("not known") << 0 << QByteArray("010C\r");
-    QTest::newRow("one") << 1 << QByteArray("010C1\r");
-    QTest::newRow("nine") << 9 << QByteArray("010C9\r");
-    QTest::newRow("more than a digit") << 10 << QByteArray("010C\r");
+    const QByteArray rpm = "010c";
+    QTest::newRow("not known") << rpm << 0 << QByteArray("010C\r");
+    QTest::newRow("one") << rpm << 1 << QByteArray("010C1\r");
+    QTest::newRow("nine") << rpm << 9 << QByteArray("010C9\r");
+    QTest::newRow("more than a digit") << rpm << 10 << QByteArray("010C\r");
+    QTest::newRow("of unknown length") << QByteArray("03") << 1 << QByteArray("03\r");
 }
 
 void tst_Elm327::countsFrames()
 {
+    QFETCH(QByteArray, request);
     QFETCH(int, answers);
     Elm327 adapter = readyAdapter();
-    adapter.ask({QByteArray::fromHex("010c"), 0x7E8, answers}, 0);
+    adapter.ask({QByteArray::fromHex(request), 0x7E8, answers}, 0);
     QTEST(adapter.takeBytes(), "sent");
 }
 

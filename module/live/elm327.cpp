@@ -81,13 +81,18 @@ void Elm327::ask(const ObdRequest &request, qint64 nowMs)
     sendRequest(nowMs);
 }
 
-/** A digit after the request is the number of frames after which the adapter stops waiting. */
+/**
+ * A digit after the request is the number of frames after which the adapter stops waiting. Current
+ * data fits into one frame of each unit; other services may need more.
+ */
 void Elm327::sendRequest(qint64 nowMs)
 {
     static constexpr int mostFrames = 9;
+    static constexpr char currentData = 1;
     QByteArray command = m_request.message.toHex().toUpper();
-    const bool isCounted =
-        m_countsFrames && m_request.answers >= 1 && m_request.answers <= mostFrames;
+    const bool isCounted = m_countsFrames && m_request.answers >= 1 &&
+                           m_request.answers <= mostFrames &&
+                           m_request.message.startsWith(currentData);
     if (isCounted)
         command += QByteArray::number(m_request.answers);
     send(command, nowMs);

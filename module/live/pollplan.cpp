@@ -1,0 +1,141 @@
+#include "pollplan.h"
+
+#include "obdpids.h"
+#include "pagesignals.h"
+
+#include <algorithm>
+
+namespace module {
+
+static constexpr char storedCodes = 3; // services
+static constexpr char currentData = 1;
+static constexpr quint8 storedCodesAnswer = 0x43;
+static constexpr quint8 currentDataAnswer = 0x41;
+static constexpr int codesMs = 60000;
+
+static quint8 byteAt(const QByteArray &data, int index)
+{
+    return index < data.size() ? static_cast<quint8>(data.at(index)) : quint8(0);
+}
+
+bool SupportedPids::add(int block, const ObdAnswer &answer)
+{
+    static constexpr int header = 2;
+    static constexpr int maskBytes = 4;
+    if (answer.message.size() < header + maskBytes ||
+        byteAt(answer.message, 0) != currentDataAnswer || byteAt(answer.message, 1) != block)
+        return false;
+    for (int i = 0; i < BlockSize; ++i) {
+        if ((byteAt(answer.message, header + i / 8) & 0x80 >> i % 8) != 0)
+            m_pids[answer.ecu].insert(block + i + 1);
+    }
+    return true;
+}
+
+QVector<quint32> SupportedPids::unitsWith(int pid) const
+{
+    QVector<quint32> units;
+    for (auto it = m_pids.cbegin(); it != m_pids.cend(); ++it) {
+        if (it->contains(pid))
+            units.append(it.key());
+    }
+    return units;
+}
+
+struct Pace
+{
+    Quantity quantity;
+    int intervalMs;
+};
+
+// What moves fast; the others are asked every few seconds.
+static constexpr Pace paces[] = {
+    {Quantity::EngineSpeed, 100},
+    {Quantity::EngineLoad, 200},
+    {Quantity::VehicleSpeed, 200},
+    {Quantity::Voltage, 2000},
+};
+static constexpr int slowMs = 5000;
+
+static int intervalOf(Quantity quantity)
+{
+    const auto found = std::find_if(std::begin(paces), std::end(paces),
+                                    [quantity](const Pace &of) { return of.quantity == quantity; });
+    return found == std::end(paces) ? slowMs : found->intervalMs;
+}
+
+/** The first unit that has it is asked; a link that cannot choose one knows how many answer. */
+static void addPid(int pid, Quantity quantity, const SupportedPids &supported,
+                   QVector<PollItem> *plan)
+{
+    const QVector<quint32> units = supported.unitsWith(pid);
+    if (units.isEmpty())
+        return;
+    const QByteArray message = QByteArray(1, currentData) + char(pid);
+    plan->append({{message, units.first(), units.size()}, quantity, intervalOf(quantity)});
+}
+
+static bool isShown(Quantity quantity)
+{
+    return quantity != Quantity::Count && quantityInfo(quantity).page != ShownOn::NoPage;
+}
+
+/** One gauge shows the best of several temperatures. */
+static void keepBestTemperature(QVector<PollItem> *plan)
+{
+    bool isFound = false;
+    for (const Quantity temperature : topLeftTemperatures) {
+        const auto first = std::remove_if(plan->begin(), plan->end(), [&](const PollItem &item) {
+            return isFound && item.quantity == temperature;
+        });
+        plan->erase(first, plan->end());
+        isFound |= std::any_of(plan->begin(), plan->end(), [temperature](const PollItem &item) {
+            return item.quantity == temperature;
+        });
+    }
+}
+
+QVector<PollItem> pollPlan(const SupportedPids &supported)
+{
+    QVector<PollItem> plan;
+    for (int pid = 1; pid <= lastPidBlock + SupportedPids::BlockSize; ++pid) {
+        const Pid *known = findPid(quint8(pid));
+        if (known && isShown(known->quantity))
+            addPid(pid, known->quantity, supported, &plan);
+    }
+    keepBestTemperature(&plan);
+    addPid(lampPid, Quantity::EngineLamp, supported, &plan);
+    const QVector<quint32> units = supported.units();
+    if (!units.isEmpty())
+        plan.append(
+            {{QByteArray(1, storedCodes), units.size() == 1 ? units.first() : 0, units.size()},
+             Quantity::Count,
+             codesMs});
+    return plan;
+}
+
+static QString codeText(quint8 high, quint8 low)
+{
+    static constexpr char systems[] = "PCBU";
+    return QStringLiteral("%1%2%3")
+        .arg(QLatin1Char(systems[high >> 6]))
+        .arg(high >> 4 & 3)
+        .arg((high & 0xF) << 8 | low, 3, 16, QLatin1Char('0'))
+        .toUpper();
+}
+
+/** On a CAN bus their number stands in front of them; on an older one there are three at a time. */
+QStringList troubleCodes(const QByteArray &answer)
+{
+    if (byteAt(answer, 0) != storedCodesAnswer)
+        return {};
+    QStringList codes;
+    for (int i = answer.size() % 2 == 0 ? 2 : 1; i + 1 < answer.size(); i += 2) {
+        const bool isCode = answer.at(i) != 0 || answer.at(i + 1) != 0;
+        if (isCode)
+            codes.append(codeText(byteAt(answer, i), byteAt(answer, i + 1)));
+    }
+    return codes;
+}
+
+} // namespace module
