@@ -64,4 +64,12 @@ std::optional<PidReading> pidReading(const QByteArray &answer)
     return PidReading{pid->quantity, pidValue(*pid, bytes + header)};
 }
 
+QByteArray pidData(const Pid &pid, double value)
+{
+    const double most = pid.bytes == 1 ? 255 : 65535;
+    const int raw = qRound(qBound(0.0, (value - pid.offset) / pid.factor, most));
+    const QByteArray both = QByteArray(1, char(raw >> 8)) + char(raw & 255);
+    return both.right(pid.bytes);
+}
+
 } // namespace module

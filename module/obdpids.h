@@ -20,6 +20,8 @@ struct Pid
 const Pid *findPid(quint8 id);
 /** The value of a parameter, in metric units. @param data  at least `pid.bytes` bytes */
 double pidValue(const Pid &pid, const quint8 *data);
+/** The bytes that come closest to a value. */
+QByteArray pidData(const Pid &pid, double value);
 
 /** The parameter that tells of the lamp, by a bit. */
 constexpr quint8 lampPid = 0x01;

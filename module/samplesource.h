@@ -1,8 +1,11 @@
 #pragma once
 
+#include "carfiles.h"
 #include "pagemapper.h"
 #include "quantities.h"
 #include "vehiclesource.h"
+
+#include <optional>
 
 namespace module {
 
@@ -28,6 +31,13 @@ struct SampleLog
     /** Keeps that a quantity has gone missing. */
     void addMissing(qint64 atMs, Quantity quantity);
 };
+
+/**
+ * Reads a drive of measured values: an OBD-II CSV export, or a candump log.
+ * @param car    what explains a candump log of a car's own frames
+ * @param error  one line that names the file, when it holds none
+ */
+std::optional<SampleLog> readSamples(const QString &path, const CarFiles &car, QString *error);
 
 /** Plays a recorded drive. */
 class SampleSource : public VehicleSource

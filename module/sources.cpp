@@ -60,6 +60,27 @@ bool isCandumpLog(const QString &file)
     return kindOf(file, &error) == FileKind::Candump && error.isEmpty();
 }
 
+static std::optional<SampleLog> readLog(FileKind kind, const QString &path, const CarFiles &car,
+                                        QString *error)
+{
+    if (kind == FileKind::Csv)
+        return readObdCsv(path, error);
+    return car.isEmpty() ? readCandump(path, error) : readRawCan(path, car, error);
+}
+
+std::optional<SampleLog> readSamples(const QString &path, const CarFiles &car, QString *error)
+{
+    const FileKind kind = kindOf(path, error);
+    if (!error->isEmpty())
+        return std::nullopt;
+    if (kind != FileKind::Recording)
+        return readLog(kind, path, car, error);
+    *error = QStringLiteral("%1: expected an OBD-II CSV export or a candump log, found a recording "
+                            "of the bench, which holds no measured values")
+                 .arg(path);
+    return std::nullopt;
+}
+
 static std::unique_ptr<VehicleSource> openFile(const QString &path, const CarFiles &car,
                                                QString *error)
 {
@@ -70,15 +91,9 @@ static std::unique_ptr<VehicleSource> openFile(const QString &path, const CarFil
         *error = QStringLiteral("%1: expected a candump log with --dbc and --map").arg(path);
         return nullptr;
     }
-    switch (kind) {
-    case FileKind::Recording:
+    if (kind == FileKind::Recording)
         return play(RecordingSource::open(path, error));
-    case FileKind::Candump:
-        return play(car.isEmpty() ? readCandump(path, error) : readRawCan(path, car, error));
-    case FileKind::Csv:
-        return play(readObdCsv(path, error));
-    }
-    return nullptr;
+    return play(readLog(kind, path, car, error));
 }
 
 std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, Trim trim,

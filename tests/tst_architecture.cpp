@@ -35,6 +35,7 @@ static const QList<Folder> folders = {
     {"module",       {""},            {"host/include", "output"}},
     {"unit",         {""},            {"host/include"}},
     {"bench",        {""},            {"host/include", "module", "unit", "output"}},
+    {"ecu",          {""},            {"module"}},
 };
 // clang-format on
 
@@ -165,6 +166,9 @@ void tst_Architecture::backwardIncludeIsFound_data()
     QTest::newRow("bench to plugin") << "bench/main.cpp"
                                      << "plugin/plugin.h"
                                      << "plugin/plugin.h";
+    QTest::newRow("ecu to bench") << "ecu/main.cpp"
+                                  << "tools/endsignals.h"
+                                  << "bench/tools/endsignals.h";
     QTest::newRow("bench to tests") << "bench/main.cpp"
                                     << "../tests/testpaths.h"
                                     << "tests/testpaths.h";

@@ -38,6 +38,9 @@ public:
     QStringList findings() const override;
     QJsonObject statistics() const override;
 
+    /** What its sensors measure, as of its next emission. */
+    const CarState &measured() const { return m_car; }
+
 private:
     struct Answer;
     static const Answer answers[];

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "carbus.h"
+#include "livecar.h"
+#include "outage.h"
+#include "ports/canport.h"
+
+#include <QTimer>
+
+namespace ecu {
+
+/** A car on a CAN interface. */
+class CanLink : public QObject
+{
+    Q_OBJECT
+public:
+    /** @param silence  when the cable is not plugged in */
+    CanLink(LiveCar *car, const CarBus::Settings &bus, const Outage &silence,
+            std::unique_ptr<CanPort> port, QObject *parent = nullptr);
+    ~CanLink() override;
+
+private:
+    void receive(const module::CanFrame &frame);
+    void advance();
+    void flush(qint64 nowMs);
+
+    LiveCar *m_car;
+    CarBus m_bus;
+    Outage m_silence;
+    std::unique_ptr<CanPort> m_port;
+    QTimer m_timer;
+};
+
+} // namespace ecu

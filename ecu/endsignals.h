@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QObject>
+
+namespace ecu {
+
+/** Turns INT, TERM and HUP into an orderly end of the application; a second one ends it at once. */
+class EndSignals : public QObject
+{
+    Q_OBJECT
+public:
+    /** Before any thread is started. */
+    explicit EndSignals(QObject *parent = nullptr);
+    ~EndSignals() override;
+
+private:
+    int m_descriptor = -1;
+};
+
+} // namespace ecu

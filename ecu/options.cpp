@@ -1,0 +1,229 @@
+#include "options.h"
+
+#include "services.h"
+
+#include <QCommandLineParser>
+
+#include <limits>
+
+namespace ecu {
+
+static const char examples[] = R"(
+Examples:
+  norda-ecu --can socketcan:vcan0                   the simulated car on a CAN bus
+  norda-ecu --can virtualcan:tcp://127.0.0.1:35500/can0
+                                                    the same without a CAN interface
+  norda-ecu --pty /tmp/obd                          an adapter in the car, as a serial device
+  norda-ecu --tcp 35000 --source drive.csv          an adapter in a recorded car
+  norda-ecu --pty --lose 0.1 --say "CAN ERROR:0.05" one that has a bad day
+
+Exit codes: 0 done, 2 unusable input or arguments.
+)";
+
+/** One option. */
+struct OptionRow
+{
+    const char *name;
+    const char *valueName; // null for a switch
+    QString help;
+    /** @return what was expected; empty where the value can be used */
+    QString (*read)(const QString &value, Options &options);
+};
+
+// ---- Values -------------------------------------------------------------------------------------
+
+static QString readNumber(const QString &text, double lowest, double highest, double *number)
+{
+    bool isNumber = false;
+    *number = text.toDouble(&isNumber);
+    if (isNumber && *number >= lowest && *number <= highest)
+        return {};
+    static constexpr int digits = 10;
+    return QStringLiteral("a number from %1 to %2")
+        .arg(QString::number(lowest, 'g', digits), QString::number(highest, 'g', digits));
+}
+
+template <typename Whole>
+static QString readWhole(const QString &text, double lowest, double highest, Whole *number)
+{
+    double value = 0;
+    const QString expected = readNumber(text, lowest, highest, &value);
+    if (!expected.isEmpty() || value != std::floor(value))
+        return QStringLiteral("a whole number from %1 to %2")
+            .arg(QString::number(lowest, 'g', 10), QString::number(highest, 'g', 10));
+    *number = Whole(value);
+    return {};
+}
+
+static QString readSeconds(const QString &text, qint64 *ms)
+{
+    double seconds = 0;
+    const QString expected = readNumber(text, 0, 1e6, &seconds);
+    *ms = qRound64(seconds * 1000);
+    return expected;
+}
+
+/** Such as "20:10", from the 20th second for ten seconds. */
+static QString readOutage(const QString &text, Outage *outage)
+{
+    qint64 lengthMs = 0;
+    const QStringList parts = text.split(QLatin1Char(':'));
+    if (parts.size() != 2 || !readSeconds(parts[0], &outage->fromMs).isEmpty() ||
+        !readSeconds(parts[1], &lengthMs).isEmpty() || lengthMs == 0)
+        return QStringLiteral("the second it begins and its length, such as 20:10");
+    outage->toMs = outage->fromMs + lengthMs;
+    return {};
+}
+
+static QString readBits(const QString &text, Options &options)
+{
+    options.bus.isExtended = text == QLatin1String("29");
+    return text == QLatin1String("11") || text == QLatin1String("29") ? QString()
+                                                                      : QStringLiteral("11 or 29");
+}
+
+static QString readPids(const QString &text, Options &options)
+{
+    for (const QString &word : text.split(QLatin1Char(','))) {
+        bool isNumber = false;
+        const uint pid = word.toUInt(&isNumber, 16);
+        if (!isNumber || pid == 0 || pid > 0xFF)
+            return QStringLiteral("parameters from 01 to FF, such as 0C,0D");
+        options.car.missingPids.insert(quint8(pid));
+    }
+    return {};
+}
+
+static QString readCodes(const QString &text, Options &options)
+{
+    static constexpr int most = 127; // that their count has bits for
+    options.car.faultCodes = text.split(QLatin1Char(','));
+    options.car.alwaysHasFault = true;
+    for (const QString &code : qAsConst(options.car.faultCodes)) {
+        if (troubleCodeBytes(code).isEmpty() || options.car.faultCodes.size() > most)
+            return QStringLiteral("at most 127 trouble codes, such as P0304,U0100");
+    }
+    return {};
+}
+
+static QString readBadAnswer(const QString &text, Options &options)
+{
+    QString expected;
+    options.faults.answers.add(text, &expected);
+    return expected;
+}
+
+static QString readTerminal(const QString &text, Options &options)
+{
+    options.hasTerminal = true;
+    options.link = text;
+    return {};
+}
+
+static QString badAnswerHelp()
+{
+    return QStringLiteral("A bad answer of the adapter, with its share of the requests as in \"NO "
+                          "DATA:0.1\"; may be given several times. One of: %1.")
+        .arg(BadAnswers::names().join(QStringLiteral(", ")));
+}
+
+// ---- All options --------------------------------------------------------------------------------
+
+// clang-format off
+static QVector<OptionRow> optionRows()
+{
+    return {
+    {"source", "simulator|FILE", "What the car does: \"simulator\" (the default), an OBD-II CSV export or a candump log. After its end it begins again.",
+        [](const QString &value, Options &options) { options.source = value; return QString(); }},
+    {"speed", "X", "Factor of real time, 0.1 to 100.",
+        [](const QString &value, Options &options) { return readNumber(value, 0.1, 100, &options.speed); }},
+    {"duration", "SECONDS", "End after this much drive time.",
+        [](const QString &value, Options &options) { return readSeconds(value, &options.durationMs); }},
+    {"can", "PLUGIN:INTERFACE", "Be a car on a CAN bus, for instance on \"socketcan:can0\".",
+        [](const QString &value, Options &options) { options.can = value; return QString(); }},
+    {"pty", "[LINK]", "Be an adapter on a pseudo terminal, to which a symbolic link LINK leads.", readTerminal},
+    {"tcp", "PORT", "Be an adapter on a TCP port of the loopback interface; 0 for any that is free.",
+        [](const QString &value, Options &options) { return readWhole(value, 0, 65535, &options.tcpPort); }},
+    {"bits", "11|29", "Length of the car's diagnostic identifiers; 11 by default.", readBits},
+    {"units", "N", "Control units that answer, 1 to 8; 1 by default.",
+        [](const QString &value, Options &options) { return readWhole(value, 1, CarBus::MostUnits, &options.bus.units); }},
+    {"codes", "CODE[,CODE...]", "Trouble codes that the car stores. By default P0304 while the drive has the lamp on.", readCodes},
+    {"without", "PID[,PID...]", "Parameters that the car does not know, such as 0C,0D.", readPids},
+    {"delay", "MS", "Time before each of the car's answers, up to 10000.",
+        [](const QString &value, Options &options) { return readWhole(value, 0, 10000, &options.bus.delayMs); }},
+    {"lose", "SHARE", "Share of the car's answers that are lost, 0 to 1.",
+        [](const QString &value, Options &options) { return readNumber(value, 0, 1, &options.bus.lost); }},
+    {"say", "TEXT[:SHARE]", badAnswerHelp(), readBadAnswer},
+    {"tester", "MS", "A second tester on the bus requests the engine speed so often, 1 to 60000.",
+        [](const QString &value, Options &options) { return readWhole(value, 1, 60000, &options.bus.otherTesterMs); }},
+    {"silence", "AT:SECONDS", "From this second on nothing is sent or received for so long.",
+        [](const QString &value, Options &options) { return readOutage(value, &options.faults.silence); }},
+    {"pull", "AT:SECONDS", "From this second on the cable is pulled for so long: the terminal or port is gone, the bus silent.",
+        [](const QString &value, Options &options) { return readOutage(value, &options.faults.pulled); }},
+    {"seed", "N", "Seed of what is lost or bad: the same seed affects the same answers. 1 by default.",
+        [](const QString &value, Options &options) { return readWhole(value, 0, std::numeric_limits<quint32>::max(), &options.bus.seed); }},
+    };
+}
+// clang-format on
+
+static bool readRows(const QCommandLineParser &parser, Options *options, QString *error)
+{
+    for (const OptionRow &row : optionRows()) {
+        for (const QString &value : parser.values(QLatin1String(row.name))) {
+            const bool mayBeEmpty = row.read == readTerminal;
+            QString expected = QLatin1String(row.valueName);
+            if (!value.isEmpty() || mayBeEmpty)
+                expected = row.read(value, *options);
+            if (expected.isEmpty())
+                continue;
+            *error = QStringLiteral("--%1: expected %2, got '%3'")
+                         .arg(QLatin1String(row.name), expected, value);
+            return false;
+        }
+    }
+    options->faults.answers.setSeed(options->bus.seed);
+    return true;
+}
+
+/** An option whose value may be left out is one with an empty value. */
+static QStringList withEmptyValues(QStringList arguments)
+{
+    for (int i = 1; i < arguments.size(); ++i) {
+        const bool hasValue = i + 1 < arguments.size() && !arguments[i + 1].startsWith('-');
+        if (arguments[i] == QLatin1String("--pty") && !hasValue)
+            arguments[i] += QLatin1Char('=');
+    }
+    return arguments;
+}
+
+bool Options::parse(const QStringList &arguments, QString *error)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("The other end of the cable: a car that answers OBD-II requests on a CAN "
+                       "bus, or an ELM327 adapter that is plugged into it."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    for (const OptionRow &row : optionRows())
+        parser.addOption({QLatin1String(row.name), row.help, QLatin1String(row.valueName)});
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    if (!parser.parse(withEmptyValues(arguments))) {
+        *error = parser.errorText().replace(QLatin1Char('\n'), QLatin1Char(' ')) +
+                 QStringLiteral(" See --help.");
+        return false;
+    }
+    if (parser.isSet(help))
+        text = parser.helpText() + QLatin1String(examples);
+    else if (parser.isSet(version))
+        text = QStringLiteral("norda-ecu " NORDA_VERSION "\n");
+    if (!text.isEmpty())
+        return true;
+    if (!parser.positionalArguments().isEmpty())
+        *error = QStringLiteral("%1: expected an option, see --help")
+                     .arg(parser.positionalArguments().constFirst());
+    else if (readRows(parser, this, error) && can.isEmpty() && !hasTerminal && tcpPort < 0)
+        *error = QStringLiteral("expected --can, --pty or --tcp, see --help");
+    return error->isEmpty();
+}
+
+} // namespace ecu

@@ -1,0 +1,66 @@
+#include "ports/canport.h"
+
+#include <QCanBus>
+
+namespace ecu {
+
+CanPort::CanPort(const QString &name, QObject *parent) : QObject(parent), m_name(name) {}
+
+CanPort::~CanPort()
+{
+    if (!m_device)
+        return;
+    m_device->disconnect(this);
+    m_device->disconnectDevice();
+}
+
+bool CanPort::open(QString *error)
+{
+    const QString plugin = m_name.section(QLatin1Char(':'), 0, 0);
+    const QString interface = m_name.section(QLatin1Char(':'), 1);
+    const QStringList plugins = QCanBus::instance()->plugins();
+    if (!plugins.contains(plugin) || interface.isEmpty()) {
+        *error = QStringLiteral("--can: expected PLUGIN:INTERFACE with a plugin of %1, got '%2'")
+                     .arg(plugins.join(QStringLiteral(", ")), m_name);
+        return false;
+    }
+    QString reason;
+    m_device.reset(QCanBus::instance()->createDevice(plugin, interface, &reason));
+    if (m_device) {
+        connect(m_device.get(), &QCanBusDevice::framesReceived, this, &CanPort::read);
+        connect(m_device.get(), &QCanBusDevice::stateChanged, this, &CanPort::onState);
+        if (m_device->connectDevice())
+            return true;
+        reason = m_device->errorString();
+    }
+    *error = QStringLiteral("--can: %1: %2").arg(m_name, reason);
+    return false;
+}
+
+void CanPort::onState(QCanBusDevice::CanBusDeviceState state)
+{
+    if (state == QCanBusDevice::ConnectedState)
+        emit connected();
+    else if (state == QCanBusDevice::UnconnectedState)
+        emit failed(QStringLiteral("--can: %1: %2").arg(m_name, m_device->errorString()));
+}
+
+void CanPort::read()
+{
+    while (m_device->framesAvailable() > 0) {
+        const QCanBusFrame frame = m_device->readFrame();
+        if (frame.frameType() == QCanBusFrame::DataFrame)
+            emit received({frame.frameId(), frame.hasExtendedFrameFormat(), frame.payload()});
+    }
+}
+
+void CanPort::send(const module::CanFrame &frame)
+{
+    if (m_device->state() != QCanBusDevice::ConnectedState)
+        return;
+    QCanBusFrame out(frame.id, frame.data);
+    out.setExtendedFrameFormat(frame.isExtended);
+    m_device->writeFrame(out);
+}
+
+} // namespace ecu
