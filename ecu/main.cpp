@@ -33,7 +33,7 @@ int main(int argc, char *argv[])
         std::printf("%s", qPrintable(options.text));
         return Done;
     }
-    QLoggingCategory::setFilterRules(QStringLiteral("qt.canbus*.info=false"));
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.canbus*=false"));
     const ecu::EndSignals endSignals;
     ecu::Server server(options);
     QObject::connect(&server, &ecu::Server::serving, &application, [](const QString &place) {

@@ -11,7 +11,8 @@ CanPort::~CanPort()
     if (!m_device)
         return;
     m_device->disconnect(this);
-    m_device->disconnectDevice();
+    if (m_device->state() != QCanBusDevice::UnconnectedState)
+        m_device->disconnectDevice();
 }
 
 bool CanPort::open(QString *error)
@@ -29,7 +30,8 @@ bool CanPort::open(QString *error)
     if (m_device) {
         connect(m_device.get(), &QCanBusDevice::framesReceived, this, &CanPort::read);
         connect(m_device.get(), &QCanBusDevice::stateChanged, this, &CanPort::onState);
-        if (m_device->connectDevice())
+        m_isOpen = m_device->connectDevice();
+        if (m_isOpen)
             return true;
         reason = m_device->errorString();
     }
@@ -41,7 +43,7 @@ void CanPort::onState(QCanBusDevice::CanBusDeviceState state)
 {
     if (state == QCanBusDevice::ConnectedState)
         emit connected();
-    else if (state == QCanBusDevice::UnconnectedState)
+    else if (state == QCanBusDevice::UnconnectedState && m_isOpen)
         emit failed(QStringLiteral("--can: %1: %2").arg(m_name, m_device->errorString()));
 }
 

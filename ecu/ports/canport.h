@@ -35,6 +35,7 @@ private:
 
     QString m_name;
     std::unique_ptr<QCanBusDevice> m_device;
+    bool m_isOpen = false;
 };
 
 } // namespace ecu
