@@ -2,11 +2,12 @@
 
 namespace ecu {
 
-CanLink::CanLink(LiveCar *car, const CarBus::Settings &bus, const Outage &silence,
-                 std::unique_ptr<CanPort> port, QObject *parent)
+CanLink::CanLink(LiveCar *car, const CarBus::Settings &bus, std::optional<Broadcaster> broadcaster,
+                 const Outage &silence, std::unique_ptr<CanPort> port, QObject *parent)
     : QObject(parent)
     , m_car(car)
     , m_bus(&car->car(), bus)
+    , m_broadcaster(std::move(broadcaster))
     , m_silence(silence)
     , m_port(std::move(port))
 {
@@ -37,16 +38,29 @@ void CanLink::advance()
 
 void CanLink::flush(qint64 nowMs)
 {
-    const QVector<module::CanFrame> frames = m_bus.takeFrames();
-    for (const module::CanFrame &frame : frames) {
-        if (!m_silence.covers(nowMs))
-            m_port->send(frame);
-    }
-    const qint64 dueMs = m_bus.nextDueMs();
+    send(m_bus.takeFrames(), nowMs);
+    if (m_broadcaster)
+        send(m_broadcaster->takeDue(m_car->car(), nowMs), nowMs);
+    const qint64 dueMs = nextDueMs();
     if (dueMs >= 0)
         m_timer.start(int(qMax<qint64>(0, dueMs - nowMs)));
     else
         m_timer.stop();
+}
+
+void CanLink::send(const QVector<module::CanFrame> &frames, qint64 nowMs)
+{
+    if (m_silence.covers(nowMs))
+        return;
+    for (const module::CanFrame &frame : frames)
+        m_port->send(frame);
+}
+
+qint64 CanLink::nextDueMs() const
+{
+    const qint64 busMs = m_bus.nextDueMs();
+    const qint64 broadcastMs = m_broadcaster ? m_broadcaster->nextDueMs() : -1;
+    return busMs < 0 || (broadcastMs >= 0 && broadcastMs < busMs) ? broadcastMs : busMs;
 }
 
 } // namespace ecu

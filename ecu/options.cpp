@@ -135,6 +135,10 @@ static QVector<OptionRow> optionRows()
     return {
     {"source", "simulator|FILE", "What the car does: \"simulator\" (the default), an OBD-II CSV export or a candump log. After its end it begins again.",
         [](const QString &value, Options &options) { options.source = value; return QString(); }},
+    {"dbc", "FILE", "The DBC file of the car's own frames, which it sends on --can; with --map.",
+        [](const QString &value, Options &options) { options.files.dbc = value; return QString(); }},
+    {"map", "FILE", "The map from the DBC file's signals to quantities, as JSON, which is read backwards; with --dbc.",
+        [](const QString &value, Options &options) { options.files.map = value; return QString(); }},
     {"speed", "X", "Factor of real time, 0.1 to 100.",
         [](const QString &value, Options &options) { return readNumber(value, 0.1, 100, &options.speed); }},
     {"duration", "SECONDS", "End after this much drive time.",
@@ -196,6 +200,17 @@ static QStringList withEmptyValues(QStringList arguments)
     return arguments;
 }
 
+/** What makes sense together. */
+static QString contradiction(const Options &options)
+{
+    const bool isServed = !options.can.isEmpty() || options.hasTerminal || options.tcpPort >= 0;
+    if (!isServed)
+        return QStringLiteral("expected --can, --pty or --tcp, see --help");
+    if (options.files.dbc.isEmpty() != options.files.map.isEmpty())
+        return QStringLiteral("--dbc: expected with --map, got one of them alone");
+    return {};
+}
+
 bool Options::parse(const QStringList &arguments, QString *error)
 {
     QCommandLineParser parser;
@@ -221,8 +236,8 @@ bool Options::parse(const QStringList &arguments, QString *error)
     if (!parser.positionalArguments().isEmpty())
         *error = QStringLiteral("%1: expected an option, see --help")
                      .arg(parser.positionalArguments().constFirst());
-    else if (readRows(parser, this, error) && can.isEmpty() && !hasTerminal && tcpPort < 0)
-        *error = QStringLiteral("expected --can, --pty or --tcp, see --help");
+    else if (readRows(parser, this, error))
+        *error = contradiction(*this);
     return error->isEmpty();
 }
 

@@ -25,6 +25,11 @@ bool Server::open(QString *error)
 
 bool Server::openCan(QString *error)
 {
+    std::optional<Broadcaster> broadcaster;
+    if (!m_options.files.isEmpty())
+        broadcaster = Broadcaster::open(m_options.files, error);
+    if (!error->isEmpty())
+        return false;
     auto port = std::make_unique<CanPort>(m_options.can);
     CanPort *opened = port.get();
     connect(opened, &CanPort::failed, this, &Server::failed);
@@ -32,7 +37,8 @@ bool Server::openCan(QString *error)
             [this, opened] { emit serving(QStringLiteral("can %1").arg(opened->name())); });
     const Outage silence =
         m_options.faults.pulled.isPlanned() ? m_options.faults.pulled : m_options.faults.silence;
-    m_can = std::make_unique<CanLink>(m_car.get(), m_options.bus, silence, std::move(port));
+    m_can = std::make_unique<CanLink>(m_car.get(), m_options.bus, std::move(broadcaster), silence,
+                                      std::move(port));
     return opened->open(error);
 }
 

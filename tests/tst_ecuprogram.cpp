@@ -34,6 +34,7 @@ private slots:
     void ends();
     void bus();
     void busOutage();
+    void busWithItsOwnFrames();
 };
 
 static ProgramResult run(const QString &options)
@@ -97,6 +98,8 @@ void tst_EcuProgram::unusable_data()
     row("--tcp 0 --pull 5:0",
         "--pull: expected the second it begins and its length, such as 20:10, got '5:0'");
     row("--tcp 0 --seed -1", "--seed: expected a whole number from 0 to 4294967295, got '-1'");
+    row("--can virtualcan:can0 --dbc car.dbc", "--dbc: expected with --map, got one of them alone");
+    row("--can virtualcan:can0 --dbc gone.dbc --map gone.json", "gone.dbc: expected a ");
     row("--tcp 0 --source gone.csv", "gone.csv: expected a readable file");
     row("--tcp 0 car.csv", "car.csv: expected an option, see --help");
     row("--tcp 0 --loud", "Unknown option 'loud'. See --help.");
@@ -451,6 +454,35 @@ void tst_EcuProgram::busOutage()
         frames = client.take(1, 500);
     }
     QCOMPARE(frames.value(0).left(8), QStringLiteral("7E8#0641"));
+}
+
+/** What the car sends by itself, at its pace. */
+void tst_EcuProgram::busWithItsOwnFrames()
+{
+    if (!QCanBus::instance()->plugins().contains("virtualcan"))
+        QSKIP("the plugin virtualcan of libqt5serialbus5-plugins is missing");
+    const QTemporaryDir folder;
+    const auto write = [&folder](const char *name, const char *content) {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::WriteOnly) && file.write(content) > 0 ? file.fileName()
+                                                                          : QString();
+    };
+    const QString dbc =
+        write("car.dbc", "BO_ 256 M: 2 U\n SG_ Outside : 0|8@1+ (1,-40) [0|0] \"\" U\n");
+    const QString map = write("car.json", R"({"Vehicle.Exterior.AirTemperature":
+        {"dbc2vss": {"signal": "Outside"}}})");
+    const QString address = busAddress();
+    EcuProgram program(
+        QStringLiteral("--can virtualcan:%1 --dbc %2 --map %3").arg(address, dbc, map));
+    QVERIFY2(!program.place("can").isEmpty(), qPrintable(program.err()));
+    BusClient client(address);
+    QVERIFY(client.connects());
+    QCOMPARE(client.take(3), (QStringList{"100#3B00", "100#3B00", "100#3B00"})); // 19 degrees
+    client.send(0x7DF, "02011C5555555555");
+    QStringList frames;
+    while (frames.size() < 100 && frames.filter("7E8#").isEmpty())
+        frames += client.take(1);
+    QCOMPARE(frames.filter("7E8#"), QStringList{"7E8#03411C0655555555"});
 }
 
 NORDA_TEST_MAIN(tst_EcuProgram)
