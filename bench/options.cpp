@@ -1,5 +1,6 @@
 #include "options.h"
 
+#include "live/liveports.h"
 #include "optiontable.h"
 #include "outputfile.h"
 #include "window/commands.h"
@@ -18,6 +19,7 @@ Examples:
                                                a whole drive without a display
   norda-bench --source raw.log --dbc car.dbc --map car.json
                                                a car's own frames
+  norda-bench --source elm327:/dev/ttyUSB0     the car that is plugged in
   norda-bench --record session.jsonl           record all that crosses the adaptor
   norda-bench --source session.jsonl           and play it back
   norda-bench --script bench/scenario/library  play all shipped scenarios
@@ -93,6 +95,19 @@ static bool hasCompanions(const QCommandLineParser &parser, QString *error)
     return true;
 }
 
+/** Some options are for a car that is connected, and mean nothing with another source. */
+static bool fitsSource(const QCommandLineParser &parser, const QString &source, QString *error)
+{
+    for (const char *option : {"ask", "requests", "log-can"}) {
+        if (!parser.isSet(QLatin1String(option)) || module::isLiveName(source))
+            continue;
+        *error = QStringLiteral("--%1: expected with a car that is connected, got '%2'")
+                     .arg(QLatin1String(option), source);
+        return false;
+    }
+    return true;
+}
+
 static bool readRows(const QCommandLineParser &parser, Options *options, QString *error)
 {
     for (const OptionRow &row : optionRows()) {
@@ -132,8 +147,10 @@ bool Options::prepareResults(QString *error)
         return false;
     }
     QHash<QString, QString> options;
-    const std::pair<const char *, const QString &> files[] = {
-        {"record", setup.record}, {"summary", summary}, {"junit", junit}};
+    const std::pair<const char *, const QString &> files[] = {{"record", setup.record},
+                                                              {"log-can", setup.live.log},
+                                                              {"summary", summary},
+                                                              {"junit", junit}};
     for (const auto &[name, file] : files) {
         const QString option = QLatin1String(name);
         if (file.isEmpty())
@@ -155,7 +172,7 @@ bool Options::prepareResults(QString *error)
 output::InputFiles Options::filesInUse() const
 {
     output::InputFiles files = setup.inputs;
-    for (const QString &file : {setup.record, summary, junit})
+    for (const QString &file : {setup.record, setup.live.log, summary, junit})
         files.add(file);
     return files;
 }
@@ -199,5 +216,5 @@ bool Options::parse(const QStringList &arguments, QString *error)
     if (!parser.isSet(QStringLiteral("diff")) &&
         !(hasCompanions(parser, error) && readRows(parser, this, error)))
         return false;
-    return readFiles(parser, this, error);
+    return readFiles(parser, this, error) && fitsSource(parser, setup.source, error);
 }

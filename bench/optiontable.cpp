@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QStyleFactory>
 
 #include <cmath>
@@ -193,14 +194,37 @@ static bool readTheme(const Given &given)
     return true;
 }
 
+static bool readAsking(const Given &given)
+{
+    static const QHash<QString, module::Asking> words = {
+        {QStringLiteral("never"), module::Asking::Never},
+        {QStringLiteral("auto"), module::Asking::Auto},
+        {QStringLiteral("always"), module::Asking::Always}};
+    given.options->setup.live.asking = words.value(given.text());
+    return words.contains(given.text()) ||
+           given.failExpecting(QStringLiteral("'never', 'auto' or 'always'"));
+}
+
+static bool readRequests(const Given &given)
+{
+    double requests = 0;
+    if (!given.readWholeNumber(1, 50, &requests))
+        return false;
+    given.options->setup.live.requestsPerSecond = int(requests);
+    return true;
+}
+
 // Each is read after those above it.
 // clang-format off
 static const OptionRow rows[] = {
-    {"source", "simulator|none|FILE", "simulator",
+    {"source", "simulator|none|FILE|CAR", "simulator",
         "What to drive: \"simulator\", \"none\" for a silent module, an OBD-II CSV export, a candump "
-        "log or a recording of the bench.",
+        "log, a recording of the bench, or a car that is connected: \"can:PLUGIN:INTERFACE\" with "
+        "\"?bitrate=N\" where it is to be set, as in \"can:socketcan:can0\"; "
+        "\"elm327:DEVICE\" with \"@BAUD\" where it is not 38400, as in \"elm327:/dev/ttyUSB0\"; or "
+        "\"elm327:tcp:HOST:PORT\".",
         [](const Given &given) { given.options->setup.source = given.text(); return true; }},
-    {"dbc", "FILE", nullptr, "The DBC file that explains a candump log of a car's own frames; with --map.",
+    {"dbc", "FILE", nullptr, "The DBC file that explains a car's own frames, of a candump log or a CAN bus; with --map.",
         [](const Given &given) { given.options->setup.car.dbc = given.text(); return true; }},
     {"map", "FILE", nullptr, "The map from the DBC file's signals to quantities, as JSON; with --dbc.",
         [](const Given &given) { given.options->setup.car.map = given.text(); return true; }},
@@ -209,6 +233,14 @@ static const OptionRow rows[] = {
         [](const Given &given) { given.options->checksMap = true; return true; }},
     {"suggest-map", nullptr, nullptr, "Print a map for the signals of --dbc, as a start.",
         [](const Given &given) { given.options->suggestsMap = true; return true; }},
+    {"ask", "never|auto|always", nullptr,
+        "Whether a connected car is asked for values: \"auto\", as usual, not while another tester asks, "
+        "the engine is off or the car does not answer; \"never\" sends nothing.", readAsking},
+    {"requests", "N", nullptr, "The most requests a second to a connected car, 1 to 50; 20 without it.",
+        readRequests},
+    {"log-can", "FILE", nullptr,
+        "Write what a connected car sends and is asked as a candump log, which can be played later.",
+        [](const Given &given) { return given.readFile(&given.options->setup.live.log); }},
     {"speed", "X|max", nullptr,
         "Factor of real time, 0.1 to 100, or \"max\" (the default without a display).", readSpeed},
     {"duration", "SECONDS", nullptr, "Stop after this much drive time.", readDuration},

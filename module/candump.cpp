@@ -2,6 +2,7 @@
 
 #include "driveclock.h"
 #include "linereader.h"
+#include "live/obdlink.h"
 #include "missingvalues.h"
 #include "obdpids.h"
 
@@ -10,10 +11,6 @@
 
 namespace module {
 
-static constexpr quint32 firstAnswer = 0x7E8;
-static constexpr quint32 lastAnswer = 0x7EF;
-static constexpr quint32 firstRequest = 0x7E0;
-static constexpr quint32 broadcastRequest = 0x7DF;
 static constexpr quint8 currentDataAnswer = 0x41;
 static constexpr int standardDigits = 3; // of an identifier of 11 bits
 
@@ -85,10 +82,11 @@ public:
     {
         ++m_frames;
         m_clock.at(double(frame.timeUs) / 1000.0);
-        if (frame.id >= firstAnswer && frame.id <= lastAnswer)
+        const bool isExtended = (frame.id & LoggedFrame::ExtendedFlag) != 0;
+        const CanFrame onBus = {frame.id & ~LoggedFrame::ExtendedFlag, isExtended, frame.data};
+        if (isObdAnswer(onBus))
             readAnswer(frame.data);
-        else if ((frame.id >= firstRequest && frame.id < firstAnswer) ||
-                 frame.id == broadcastRequest)
+        else if (isObdRequest(onBus))
             ++m_requests;
         else
             ++m_others;
@@ -109,15 +107,12 @@ private:
             return;
         }
         ++m_perPid[bytes[2]];
+        const auto reading = pidReading(data.mid(1, bytes[0]));
         const Pid *pid = findPid(bytes[2]);
-        if (!pid || pid->quantity == Quantity::Count)
-            return;
-        const int length = qMin(int(bytes[0]) + 1, data.size());
-        if (length < 3 + pid->bytes) {
+        if (reading)
+            m_log.add(m_clock.nowMs(), reading->quantity, reading->value);
+        else if (pid && pid->quantity != Quantity::Count)
             ++m_log.droppedValues;
-            return;
-        }
-        m_log.add(m_clock.nowMs(), pid->quantity, pidValue(*pid, bytes + 3));
     }
 
     SampleLog m_log;

@@ -22,6 +22,10 @@ Drive::Drive(std::unique_ptr<VehicleSource> source, QObject *parent)
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &Drive::advance);
     connect(CallLog::instance(), &CallLog::called, this, &Drive::onCall);
+    m_source->setWakeUp([this] {
+        if (m_playing)
+            schedule();
+    });
 }
 
 Drive::~Drive() = default;
@@ -39,12 +43,19 @@ qint64 Drive::durationMs() const
     return whole < 0 ? m_limitMs : qMin(whole, m_limitMs);
 }
 
+/** Where the clock is that the drive follows, however late the drive is. */
+qint64 Drive::runningMs() const
+{
+    const qint64 live = m_source->liveMs();
+    return live >= 0 ? live : m_baseMs + qRound64(double(m_clock.elapsed()) * m_speed);
+}
+
 /** The time of the clock: never after an emission that is still to be delivered. */
 qint64 Drive::clockMs() const
 {
     if (!m_playing || m_speed == Unlimited)
         return m_positionMs;
-    qint64 now = m_baseMs + qRound64(double(m_clock.elapsed()) * m_speed);
+    qint64 now = runningMs();
     for (const qint64 bound : {m_source->nextDueMs(), durationMs()}) {
         if (bound >= 0)
             now = qMin(now, bound);
@@ -60,7 +71,7 @@ qint64 Drive::nowMs() const
 void Drive::setSpeed(double factor)
 {
     m_positionMs = clockMs();
-    m_speed = factor;
+    m_speed = m_source->liveMs() >= 0 ? 1.0 : factor;
     if (!m_playing)
         return;
     restartClock();
@@ -118,7 +129,8 @@ void Drive::seek(qint64 ms)
 {
     const qint64 end = durationMs();
     const qint64 fromMs = clockMs();
-    m_positionMs = end < 0 ? qMax<qint64>(0, ms) : qBound<qint64>(0, ms, end);
+    const qint64 wanted = m_source->liveMs() >= 0 ? m_source->liveMs() : ms;
+    m_positionMs = end < 0 ? qMax<qint64>(0, wanted) : qBound<qint64>(0, wanted, end);
     emit jumped(fromMs, m_positionMs);
     m_source->seek(m_positionMs);
     m_faults.seek(m_positionMs);
@@ -144,15 +156,14 @@ void Drive::schedule()
     }
     if (due < 0 || (end >= 0 && due > end))
         due = qMax(end, m_positionMs);
-    const double waitMs = double(due - m_baseMs) / m_speed - double(m_clock.elapsed());
+    const double waitMs = double(due - runningMs()) / m_speed;
     m_timer.start(qCeil(qBound(0.0, waitMs, 60000.0)));
 }
 
 void Drive::advance()
 {
     const qint64 end = durationMs();
-    qint64 now = m_speed == Unlimited ? m_positionMs + sliceMs
-                                      : m_baseMs + qRound64(double(m_clock.elapsed()) * m_speed);
+    qint64 now = m_speed == Unlimited ? m_positionMs + sliceMs : runningMs();
     if (end >= 0)
         now = qMin(now, end);
     const Delivery delivery = deliverUntil(now, turnMs);

@@ -31,7 +31,7 @@ public:
     /** Length of the drive, up to the limit; -1 when it never ends. */
     qint64 durationMs() const;
     bool isPlaying() const { return m_playing; }
-    /** Factor of real time; `Unlimited` runs as fast as it can. */
+    /** Factor of real time; `Unlimited` runs as fast as it can. 1 for a drive that happens now. */
     double speed() const { return m_speed; }
     void setSpeed(double factor);
     /** Stops at this drive time even when the source has more; -1 for no limit. */
@@ -72,6 +72,7 @@ private:
     Delivery deliverUntil(qint64 ms, qint64 realMs);
     void deliver(Emission emission, int delivery);
     void emitSignal(const Emission &emission);
+    qint64 runningMs() const;
     qint64 clockMs() const;
     void schedule();
     void onCall(const QString &operation, const QVariantList &arguments);

@@ -2,6 +2,8 @@
 
 #include "pagesignals.h"
 
+#include <QSet>
+
 namespace module {
 
 PageMapper::PageMapper(const QVector<bool> &present) : m_rows(int(Quantity::Count))
@@ -54,6 +56,18 @@ void PageMapper::reset()
 {
     m_car.forgetAll();
     m_last.clear();
+}
+
+QVector<Emission> lastOfEach(const QVector<Emission> &emissions)
+{
+    QVector<Emission> last;
+    QSet<QByteArray> found;
+    for (auto it = emissions.crbegin(); it != emissions.crend(); ++it) {
+        if (!found.contains(it->signal))
+            last.prepend(*it);
+        found.insert(it->signal);
+    }
+    return last;
 }
 
 } // namespace module

@@ -32,4 +32,7 @@ private:
     QHash<QByteArray, Emission> m_last; // by the name of a page signal
 };
 
+/** Of several emissions of a signal the last one counts: what is left is the state. */
+QVector<Emission> lastOfEach(const QVector<Emission> &emissions);
+
 } // namespace module

@@ -1,12 +1,13 @@
 #include "rawcan.h"
 
+#include "busdecoder.h"
 #include "candump.h"
-#include "dbc/framedecoder.h"
 #include "driveclock.h"
 #include "linereader.h"
-#include "mapcheck.h"
 
 #include <QFileInfo>
+
+#include <cmath>
 
 namespace module {
 
@@ -14,13 +15,7 @@ namespace module {
 class RawCanReader
 {
 public:
-    RawCanReader(const SignalMap &map, const Dbc &dbc, const SignalBinding &binding)
-        : m_dbc(dbc), m_decoder(map, dbc, binding), m_quantities(shownQuantities(map, binding))
-    {
-        for (const int entry : binding.missing)
-            m_log.remarks.append(missingSignal(map.entries().at(entry)));
-        m_log.remarks += binding.remarks;
-    }
+    explicit RawCanReader(std::unique_ptr<BusDecoder> decoder) : m_decoder(std::move(decoder)) {}
 
     void read(const LoggedFrame &frame);
     int frames() const { return m_frames; }
@@ -30,16 +25,13 @@ private:
     static constexpr qint64 watchMs = 100; // between two searches for what is missing
 
     void watch(qint64 nowMs);
-    void add(qint64 atMs, const QVector<PathValue> &values);
+    void add(const QVector<Sample> &samples);
 
     SampleLog m_log;
-    const Dbc &m_dbc;
-    FrameDecoder m_decoder;
-    QVector<Quantity> m_quantities; // by the map's entry
+    std::unique_ptr<BusDecoder> m_decoder;
     DriveClock m_clock;
     qint64 m_watchedMs = 0;
     int m_frames = 0;
-    int m_knownFrames = 0;
 };
 
 void RawCanReader::read(const LoggedFrame &frame)
@@ -48,9 +40,7 @@ void RawCanReader::read(const LoggedFrame &frame)
     const qint64 nowMs = m_clock.nowMs();
     watch(nowMs);
     ++m_frames;
-    m_knownFrames += m_dbc.indexOf(frame.id) >= 0;
-    const auto *bytes = reinterpret_cast<const quint8 *>(frame.data.constData());
-    add(nowMs, m_decoder.decode(nowMs, frame.id, bytes, frame.data.size()));
+    add(m_decoder->decode(nowMs, frame.id, frame.data));
 }
 
 /** Also while the whole bus is silent, for a day perhaps. */
@@ -59,26 +49,18 @@ void RawCanReader::watch(qint64 nowMs)
     if (nowMs < m_watchedMs + watchMs)
         return;
     m_watchedMs = nowMs - nowMs % watchMs;
-    for (qint64 expectedMs = m_decoder.nextExpectedMs(); expectedMs < m_watchedMs;
-         expectedMs = m_decoder.nextExpectedMs()) {
-        const qint64 missedMs = expectedMs - expectedMs % watchMs + watchMs;
-        add(missedMs, m_decoder.missing(missedMs));
-    }
+    for (qint64 expectedMs = m_decoder->nextExpectedMs(); expectedMs < m_watchedMs;
+         expectedMs = m_decoder->nextExpectedMs())
+        add(m_decoder->missing(expectedMs - expectedMs % watchMs + watchMs));
 }
 
-void RawCanReader::add(qint64 atMs, const QVector<PathValue> &values)
+void RawCanReader::add(const QVector<Sample> &samples)
 {
-    for (const PathValue &path : values) {
-        const Quantity quantity = m_quantities.at(path.entry);
-        if (quantity == Quantity::Count)
-            continue;
-        const auto value = quantityValue(quantity, path.value);
-        if (value)
-            m_log.add(atMs, quantity, *value);
-        else if (path.value.isValid())
-            ++m_log.droppedValues;
+    for (const Sample &sample : samples) {
+        if (std::isnan(sample.value))
+            m_log.addMissing(sample.atMs, sample.quantity);
         else
-            m_log.addMissing(atMs, quantity);
+            m_log.add(sample.atMs, sample.quantity, double(sample.value));
     }
 }
 
@@ -87,13 +69,15 @@ SampleLog RawCanReader::take(const QString &path, int badLines)
     m_log.title = QFileInfo(path).fileName();
     m_log.durationMs = m_clock.nowMs();
     m_log.badLines = badLines;
+    m_log.droppedValues += m_decoder->droppedValues();
     m_log.details = {{"kind", "rawcan"},
                      {"frames", m_frames},
-                     {"knownFrames", m_knownFrames},
+                     {"knownFrames", m_decoder->knownFrames()},
                      {"irregularSteps", m_clock.irregularSteps()}};
+    m_log.remarks = m_decoder->remarks();
     m_log.remarks.append(QStringLiteral("%1 frames, of which the DBC file knows %2")
                              .arg(m_frames)
-                             .arg(m_knownFrames));
+                             .arg(m_decoder->knownFrames()));
     return m_log;
 }
 
@@ -126,17 +110,10 @@ static std::optional<SampleLog> readLog(const QString &path, RawCanReader *reade
 
 std::optional<SampleLog> readRawCan(const QString &path, const CarFiles &car, QString *error)
 {
-    const auto dbc = Dbc::read(car.dbc, error);
-    const auto map = dbc ? SignalMap::read(car.map, error) : std::nullopt;
-    if (!map)
+    auto decoder = BusDecoder::open(car, error);
+    if (!decoder)
         return std::nullopt;
-    const SignalBinding binding = bindSignals(*map, *dbc);
-    if (binding.links.isEmpty()) { // a map for another car
-        *error = QStringLiteral("%1: %2").arg(
-            car.map, missingSignal(map->entries().at(binding.missing.constFirst())));
-        return std::nullopt;
-    }
-    RawCanReader reader(*map, *dbc, binding);
+    RawCanReader reader(std::move(decoder));
     return readLog(path, &reader, error);
 }
 

@@ -24,6 +24,8 @@ public:
 
     QString title() const override { return m_drive->title(); }
     qint64 durationMs() const override { return m_drive->durationMs(); }
+    qint64 liveMs() const override { return m_drive->liveMs(); }
+    void setWakeUp(const std::function<void()> &wakeUp) override { m_drive->setWakeUp(wakeUp); }
     qint64 nextDueMs() const override;
     Emission take() override;
     void seek(qint64 ms) override;

@@ -2,8 +2,6 @@
 
 #include "pagefindings.h"
 
-#include <QSet>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -74,19 +72,6 @@ QVector<int> SampleSource::latestBefore(int end) const
         isWanted = false;
     }
     return found;
-}
-
-/** Of several emissions of a signal the last one counts. */
-static QVector<Emission> lastOfEach(const QVector<Emission> &emissions)
-{
-    QVector<Emission> last;
-    QSet<QByteArray> found;
-    for (auto it = emissions.crbegin(); it != emissions.crend(); ++it) {
-        if (!found.contains(it->signal))
-            last.prepend(*it);
-        found.insert(it->signal);
-    }
-    return last;
 }
 
 void SampleSource::seek(qint64 ms)

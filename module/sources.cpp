@@ -1,5 +1,6 @@
 #include "candump.h"
 #include "linereader.h"
+#include "live/liveports.h"
 #include "obdcsv.h"
 #include "rawcan.h"
 #include "recordedmodule.h"
@@ -96,13 +97,22 @@ static std::unique_ptr<VehicleSource> openFile(const QString &path, const CarFil
     return play(readLog(kind, path, car, error));
 }
 
+static std::unique_ptr<VehicleSource> play(std::unique_ptr<VehicleSource> live)
+{
+    if (!live)
+        return nullptr;
+    return std::make_unique<RecordedModule>(std::move(live), RecordedModule::Answers::New);
+}
+
 std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, Trim trim,
-                                          const CarFiles &car)
+                                          const CarFiles &car, const LiveSettings &live)
 {
     if (car.map.isEmpty() != car.dbc.isEmpty()) {
         *error = QStringLiteral("--dbc: expected with --map, got it alone");
         return nullptr;
     }
+    if (isLiveName(name))
+        return play(openLive(name, car, live, error));
     const bool isFile = name != QLatin1String("simulator") && name != QLatin1String("none");
     if (isFile)
         return openFile(name, car, error);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "carfiles.h"
+#include "live/livesettings.h"
 #include "quantities.h"
 #include "trim.h"
 
@@ -11,6 +12,7 @@
 #include <QVariant>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 namespace module {
@@ -36,6 +38,7 @@ struct Findings
     QString heading; ///< empty for what concerns the whole drive
     QStringList present;
     QStringList missing;
+    QString whyMissing = QStringLiteral("Not in this file");
 };
 
 /** What is behind a car, as its rear camera sees it. Metres from the bumper; x to the right. */
@@ -63,6 +66,13 @@ public:
     virtual QString title() const = 0;
     /** Length of the drive, -1 when it never ends. */
     virtual qint64 durationMs() const = 0;
+    /**
+     * The time of a drive that happens now: it passes by itself, whatever the speed and while the
+     * drive is paused, and only its present can be sought. -1 for all others.
+     */
+    virtual qint64 liveMs() const { return -1; }
+    /** What a drive that happens now calls when an emission has come. */
+    virtual void setWakeUp(const std::function<void()> &wakeUp) { Q_UNUSED(wakeUp) }
     /** Drive time of the next emission, -1 when there is none. */
     virtual qint64 nextDueMs() const = 0;
     /** Takes the next emission; only called while `nextDueMs()` is not -1. */
@@ -112,14 +122,17 @@ public:
 
 /**
  * Opens a source by its name on the command line: "simulator", "none" for a module that emits
- * nothing by itself, or the path of a recorded drive, whose format is detected from its content.
+ * nothing by itself, a car that is connected (see openLive()), or the path of a recorded drive,
+ * whose format is detected from its content.
  * @param error  one line that names the file, the line and what was expected there
  * @param trim   what the simulated car is equipped with
- * @param car    what explains the frames of a raw CAN log; a file must be one then
+ * @param car    what explains the frames of a bus; a file must be a raw CAN log then
+ * @param live   how a car is driven that is connected
  * @return null when the source cannot be used
  */
 std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error,
-                                          Trim trim = Trim::Full, const CarFiles &car = {});
+                                          Trim trim = Trim::Full, const CarFiles &car = {},
+                                          const LiveSettings &live = {});
 
 /** Whether a file holds frames of a bus, by its content; false for one that cannot be read. */
 bool isCandumpLog(const QString &file);

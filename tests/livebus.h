@@ -15,6 +15,8 @@
 #include <pty.h>
 #include <unistd.h>
 
+Q_DECLARE_METATYPE(module::CanFrame)
+
 /** A port that nobody uses. */
 inline quint16 freePort()
 {
@@ -95,19 +97,22 @@ public:
     }
 
     /** By the command, without spaces. */
+    // clang-format off
     QMap<QByteArray, QByteArray> answers = {
-        {"ATZ", "ELM327 v1.5"},
+        {"ATZ",  "ELM327 v1.5"},
         {"0100", "7E8064100981A8001"},
         {"0120", "7E806412000000001"},
-        {"0140", "7E806414004000000"},
+        {"0140", "7E806414040000000"},
         {"0101", "7E806410100000000"},
         {"0104", "7E803410480"},
         {"0105", "7E803410578"},
         {"010C", "7E804410C1AF8"},
         {"010D", "7E803410D20"},
         {"010F", "7E803410F40"},
-        {"03", "7E8024300"},
+        {"0142", "7E804414230D4"},
+        {"03",   "7E8024300"},
     };
+    // clang-format on
     bool isSilent = false;
     QByteArrayList commands;
 

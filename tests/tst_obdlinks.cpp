@@ -172,7 +172,7 @@ void tst_ObdLinks::portsThatCannotBeUsed_data()
                             << "lost: expected a serial port, found a file or a folder";
     QTest::newRow("no serial port")
         << "/dev/null"
-        << "lost: expected a serial port, found a device of another kind";
+        << "lost: expected a serial port: Inappropriate ioctl for device";
     QTest::newRow("refusing host") << QString() << "lost: Connection refused";
 }
 

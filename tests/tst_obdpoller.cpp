@@ -100,6 +100,7 @@ private slots:
     void asksWhatTheCarHasFirst();
     void asksFastValuesOften_data();
     void asksFastValuesOften();
+    void doesNotAskForWhatIsHeard();
     void leavesASlowCarItsTime();
     void neverAsks();
     void waitsForASilentCar();
@@ -192,12 +193,11 @@ void tst_ObdPoller::asksWhatTheCarHasFirst()
     Life life;
     QCOMPARE(life.poller.nextDueMs(), -1LL);
     life.poller.connected(0);
-    QVERIFY(!life.poller.hasPlan());
+    QCOMPARE(life.poller.present().count(true), 0);
     life.live(600);
     QCOMPARE(life.messages().mid(0, 11),
              (QByteArrayList{"0100", "0120", "0140", "0104", "0105", "010c", "010d", "010f", "0142",
                              "015c", "0101"}));
-    QVERIFY(life.poller.hasPlan());
     QCOMPARE(life.poller.present().count(true), 8);
     QVERIFY(life.poller.present().at(int(Quantity::OilTemperature)));
     const QVector<Sample> samples = life.poller.takeSamples();
@@ -237,6 +237,18 @@ void tst_ObdPoller::asksFastValuesOften()
     QVERIFY(life.count("03") >= 1 && life.count("03") <= 2);
 }
 
+void tst_ObdPoller::doesNotAskForWhatIsHeard()
+{
+    ObdPoller::Settings settings;
+    settings.heard = QVector<bool>(int(Quantity::Count), false);
+    settings.heard[int(Quantity::EngineSpeed)] = true;
+    Life life(settings);
+    life.poller.connected(0);
+    life.live(10000);
+    QCOMPARE(life.count("010c"), 0);
+    QVERIFY(life.count("010d") > 20);
+}
+
 void tst_ObdPoller::leavesASlowCarItsTime()
 {
     Life life;
@@ -269,6 +281,7 @@ void tst_ObdPoller::waitsForASilentCar()
     life.poller.connected(0);
     life.live(1000);
     QCOMPARE(life.poller.state(), QStringLiteral("The car does not answer: asked again in 1 s"));
+    QVERIFY(life.poller.isCarSilent());
     life.live(600000);
     QCOMPARE(life.asked.size(), 13);
     QVERIFY(life.asked[2].first - life.asked[1].first >= 2000);
@@ -280,6 +293,7 @@ void tst_ObdPoller::waitsForASilentCar()
     life.poller.carHeard(life.nowMs);
     life.live(10000);
     QVERIFY(life.count("010c") > 30);
+    QVERIFY(!life.poller.isCarSilent());
     // And in the middle of a drive.
     life.asked.clear();
     life.car.isSilent = true;

@@ -7,6 +7,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPalette>
+#include <QScrollBar>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -57,6 +58,7 @@ static QString kindText(const QString &kind)
         {"rawcan", QT_TRANSLATE_NOOP("DrivePanel", "Raw CAN log")},
         {"candump", QT_TRANSLATE_NOOP("DrivePanel", "OBD answers in a CAN log")},
         {"csv", QT_TRANSLATE_NOOP("DrivePanel", "OBD log")},
+        {"live", QT_TRANSLATE_NOOP("DrivePanel", "A car that is connected")},
     };
     for (const Kind &row : kinds) {
         if (kind == QLatin1String(row.kind))
@@ -89,8 +91,9 @@ static QString findingsHtml(const module::Findings &findings)
     html += listHtml(findings.present);
     if (!findings.missing.isEmpty())
         html += QStringLiteral("<p class='missing'>%1</p>")
-                    .arg(DrivePanel::tr("Not in this file: %1")
-                             .arg(findings.missing.join(QStringLiteral(", ")).toHtmlEscaped()));
+                    .arg(QStringLiteral("%1: %2").arg(
+                        findings.whyMissing.toHtmlEscaped(),
+                        findings.missing.join(QStringLiteral(", ")).toHtmlEscaped()));
     return html;
 }
 
@@ -120,7 +123,21 @@ void DrivePanel::showFindings()
         QStringLiteral("h3 { margin: 0 } h4 { margin: 8px 0 2px 0 } p { margin: 0 }"
                        "ul { margin: 0 0 0 -24px } .kind, .missing { color: %1 }")
             .arg(faintText(palette()).name()));
+    const int scrolled = m_findings->verticalScrollBar()->value();
     m_findings->setHtml(html);
+    m_findings->verticalScrollBar()->setValue(scrolled);
+}
+
+/** A car that is connected says something new every second, unless somebody marks its text. */
+void DrivePanel::refreshFindings()
+{
+    static constexpr qint64 refreshMs = 1000;
+    const qint64 liveMs = session()->drive()->source()->liveMs();
+    const bool isDue = liveMs >= 0 && qAbs(liveMs - m_findingsMs) >= refreshMs;
+    if (!isDue || m_findings->textCursor().hasSelection())
+        return;
+    m_findingsMs = liveMs;
+    showFindings();
 }
 
 void DrivePanel::setSession(Session *session)
@@ -138,6 +155,7 @@ void DrivePanel::changeEvent(QEvent *event)
 
 void DrivePanel::refresh()
 {
+    refreshFindings();
     m_signals->setNum(session()->signalCount());
     m_calls->setNum(session()->callCount());
     m_beeps->setNum(session()->beepCount());

@@ -23,9 +23,11 @@ protected:
 private:
     QLabel *addCounter(QGridLayout *grid, const QString &name, const QString &title);
     void showFindings();
+    void refreshFindings();
 
     Screen *m_screen;
     QTextBrowser *m_findings;
+    qint64 m_findingsMs = 0; // of a car that is connected, when they were shown
     QLabel *m_signals;
     QLabel *m_calls;
     QLabel *m_beeps;

@@ -15,7 +15,9 @@ bool Rig::open(const QString &plugin, QString *error)
 {
     if (!m_unit.load(plugin, error))
         return false;
-    auto source = module::openSource(m_setup.source, error, m_setup.trim, m_setup.car);
+    m_setup.live.inputs = m_setup.inputs;
+    auto source =
+        module::openSource(m_setup.source, error, m_setup.trim, m_setup.car, m_setup.live);
     if (!source)
         return false;
     m_session = std::make_unique<Session>(std::move(source));
@@ -67,8 +69,9 @@ bool Rig::openDrive(const QString &name, QString *error)
 {
     const bool isFile = QFileInfo::exists(name);
     const module::Trim trim = isFile ? module::Trim::Full : m_trim;
-    const module::CarFiles car = module::isCandumpLog(name) ? m_setup.car : module::CarFiles();
-    auto source = module::openSource(name, error, trim, car);
+    const bool hasFrames = module::isCandumpLog(name) || name.startsWith(QLatin1String("can:"));
+    const module::CarFiles car = hasFrames ? m_setup.car : module::CarFiles();
+    auto source = module::openSource(name, error, trim, car, m_setup.live);
     if (!source)
         return false;
     auto session = std::make_unique<Session>(std::move(source));

@@ -3,6 +3,7 @@
 #include "carfiles.h"
 #include "faults.h"
 #include "inputfiles.h"
+#include "live/livesettings.h"
 #include "pages.h"
 #include "simulator/climate.h"
 
@@ -16,7 +17,8 @@ struct Setup
 {
     QString source = QStringLiteral("simulator");
     module::Trim trim = module::Trim::Full;
-    module::CarFiles car; ///< what explains a raw CAN log
+    module::CarFiles car;      ///< what explains a car's own frames
+    module::LiveSettings live; ///< for a car that is connected
     module::Faults faults;
     int page = firstPage;
     bool isPageGiven = false;  ///< otherwise a recording opens its own first page

@@ -1,6 +1,7 @@
 #include "canobdlink.h"
 
 #include <QCanBus>
+#include <QFileInfo>
 #include <QVariant>
 
 namespace module {
@@ -18,16 +19,29 @@ QString CanObdLink::description() const
     return QStringLiteral("CAN bus %1").arg(m_port.interface);
 }
 
+/** Of the kernel's interfaces it is known which there are. */
+static bool isInterface(const CanPort &port)
+{
+    return port.plugin != QLatin1String("socketcan") ||
+           QFileInfo::exists(QStringLiteral("/sys/class/net/") + port.interface);
+}
+
 void CanObdLink::open()
 {
-    QString error;
-    m_device.reset(QCanBus::instance()->createDevice(m_port.plugin, m_port.interface, &error));
+    QString error = QStringLiteral("expected a CAN interface, found nothing");
     m_isOpen = true;
     m_tester = CanTester();
-    if (!m_device) {
+    if (isInterface(m_port))
+        connectDevice(&error);
+    if (!m_device)
         lose(error);
+}
+
+void CanObdLink::connectDevice(QString *error)
+{
+    m_device.reset(QCanBus::instance()->createDevice(m_port.plugin, m_port.interface, error));
+    if (!m_device)
         return;
-    }
     connect(m_device.get(), &QCanBusDevice::stateChanged, this, &CanObdLink::onStateChanged);
     connect(m_device.get(), &QCanBusDevice::errorOccurred, this, &CanObdLink::onError);
     connect(m_device.get(), &QCanBusDevice::framesReceived, this, &CanObdLink::readFrames);

@@ -34,6 +34,7 @@ protected:
     void advance() override;
 
 private:
+    void connectDevice(QString *error);
     void onStateChanged(QCanBusDevice::CanBusDeviceState state);
     void onError(QCanBusDevice::CanBusError error);
     void readFrames();

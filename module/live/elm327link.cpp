@@ -57,7 +57,7 @@ QString Elm327Link::serialProblem(const QSerialPort &port) const
         return QStringLiteral("no permission to use it; its group '%1' has it").arg(file.group());
     if (port.error() == QSerialPort::PermissionError)
         return QStringLiteral("another program uses it");
-    return port.errorString();
+    return QStringLiteral("expected a serial port: %1").arg(port.errorString());
 }
 
 void Elm327Link::onSerialError(QSerialPort::SerialPortError error)

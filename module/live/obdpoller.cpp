@@ -21,6 +21,7 @@ void ObdPoller::disconnected()
 {
     m_phase = Phase::Off;
     m_isOutstanding = false;
+    m_isCarSilent = false;
     m_state = m_settings.asking == Asking::Never ? QStringLiteral("The car is not asked")
                                                  : QStringLiteral("Not connected");
 }
@@ -50,8 +51,10 @@ qint64 ObdPoller::nextDueMs() const
 {
     if (m_isOutstanding || m_phase == Phase::Off || m_phase == Phase::GivenUp)
         return -1;
-    if (m_phase != Phase::Polling || m_plan.isEmpty())
+    if (m_phase != Phase::Polling)
         return m_nextMs;
+    if (m_plan.isEmpty())
+        return -1;
     return std::max(m_nextMs, dueMs(m_plan.at(mostOverdue())));
 }
 
@@ -122,6 +125,7 @@ void ObdPoller::answered(const QVector<ObdAnswer> &answers, qint64 nowMs)
     static constexpr double share = 0.1; // of the latest one
     m_answerMs += share * (double(nowMs - m_sentMs) - m_answerMs);
     m_failures = 0;
+    m_isCarSilent = false;
     pace(nowMs);
     if (m_phase == Phase::Discovering)
         discovered(answers, nowMs);
@@ -159,8 +163,10 @@ void ObdPoller::beginPolling(qint64 nowMs)
 {
     m_plan.clear();
     const QVector<PollItem> plan = pollPlan(m_supported);
-    for (const PollItem &item : plan)
-        m_plan.append({item, nowMs - item.intervalMs, 0, 0});
+    for (const PollItem &item : plan) {
+        if (!m_settings.heard.value(int(item.quantity)))
+            m_plan.append({item, nowMs - item.intervalMs, 0, 0});
+    }
     m_phase = Phase::Polling;
     m_waits = 0;
     m_state = QStringLiteral("Asking the car for %1 values").arg(m_plan.size());
@@ -272,6 +278,7 @@ void ObdPoller::wait(qint64 nowMs, const QString &why)
     static constexpr int doublings = 6;
     const bool isPatient = m_settings.asking == Asking::Always || m_isEngineOff;
     m_failures = 0;
+    m_isCarSilent = !m_isEngineOff;
     m_phase = ++m_waits > mostWaits && !isPatient ? Phase::GivenUp : Phase::Waiting;
     if (m_phase == Phase::GivenUp) {
         m_state = why + QStringLiteral(": not asked until it is heard");

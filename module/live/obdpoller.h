@@ -1,17 +1,11 @@
 #pragma once
 
+#include "live/livesettings.h"
 #include "live/pollplan.h"
 
 #include <optional>
 
 namespace module {
-
-/** Whether a car is asked at all. */
-enum class Asking {
-    Never,
-    Auto,  ///< not while another tester asks, the engine is off, or the car does not answer
-    Always ///< whatever happens
-};
 
 /**
  * Decides what is asked next and when: first what the car has, then each value as often as it is
@@ -24,6 +18,7 @@ public:
     {
         Asking asking = Asking::Auto;
         int requestsPerSecond = 20;
+        QVector<bool> heard; ///< by quantity, what comes without being asked for
     };
 
     explicit ObdPoller(const Settings &settings);
@@ -48,8 +43,10 @@ public:
     QVector<Sample> takeSamples();
     /** The stored trouble codes, when they have changed. */
     std::optional<QStringList> takeCodes();
-    /** Whether it knows what the car has. */
-    bool hasPlan() const { return !m_plan.isEmpty(); }
+    /** Whether a request is outstanding. */
+    bool isAsking() const { return m_isOutstanding; }
+    /** Whether the car answered nothing lately. */
+    bool isCarSilent() const { return m_isCarSilent; }
     /** By quantity, whether the car reports it. */
     QVector<bool> present() const;
     /** What it does, or why it asks nothing, in one line. */
@@ -98,6 +95,7 @@ private:
     int m_waits = 0;               // in a row
     qint64 m_standingSinceMs = -1; // without the engine
     bool m_isEngineOff = false;
+    bool m_isCarSilent = false;
     bool m_isLampOn = false;
     QVector<Sample> m_samples;
     QStringList m_codes;
