@@ -208,6 +208,9 @@ static QString contradiction(const Options &options)
         return QStringLiteral("expected --can, --pty or --tcp, see --help");
     if (options.files.dbc.isEmpty() != options.files.map.isEmpty())
         return QStringLiteral("--dbc: expected with --map, got one of them alone");
+    if (!options.files.isEmpty() && options.can.isEmpty() &&
+        options.source == QLatin1String("simulator"))
+        return QStringLiteral("--dbc: expected with --can or a candump log, got neither");
     return {};
 }
 

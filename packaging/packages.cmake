@@ -31,7 +31,7 @@ norda_package(bench norda-bench
     SECTION devel
     DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), fonts-liberation, fonts-dejavu-core"
     SUMMARY "drive and observe a head unit plugin on a desk"
-    TEXT "Loads the plugin as a head unit does and drives it with a simulated car or\nrecorded drives: OBD-II exports, candump logs and its own recordings.")
+    TEXT "Loads the plugin as a head unit does and drives it with a simulated car or\nrecorded drives: OBD-II exports, candump logs and its own recordings. For live\ncars norda-ecu is the other end of the cable.")
 
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.desktop" DESTINATION share/applications
     COMPONENT bench)
@@ -39,10 +39,11 @@ install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-mime.xml" DESTINATION share/mime/
     RENAME norda.xml COMPONENT bench)
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.svg"
     DESTINATION share/icons/hicolor/scalable/apps COMPONENT bench)
-norda_compress("${CMAKE_CURRENT_LIST_DIR}/norda-bench.1"
-    "${PROJECT_BINARY_DIR}/packaging/norda-bench.1.gz")
-install(FILES "${PROJECT_BINARY_DIR}/packaging/norda-bench.1.gz" DESTINATION share/man/man1
-    COMPONENT bench)
+foreach(program norda-bench norda-ecu)
+    set(page "${PROJECT_BINARY_DIR}/packaging/${program}.1.gz")
+    norda_compress("${CMAKE_CURRENT_LIST_DIR}/${program}.1" "${page}")
+    install(FILES "${page}" DESTINATION share/man/man1 COMPONENT bench)
+endforeach()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME norda)

@@ -15,6 +15,7 @@ class tst_EcuProgram : public QObject
 private slots:
     void usage_data();
     void usage();
+    void manualNamesEveryOption();
     void unusable_data();
     void unusable();
     void portInUse();
@@ -64,6 +65,26 @@ void tst_EcuProgram::usage()
     QCOMPARE(result.err, QString());
 }
 
+void tst_EcuProgram::manualNamesEveryOption()
+{
+    QFile page(testpaths::source("packaging/norda-ecu.1"));
+    QVERIFY(page.open(QIODevice::ReadOnly));
+    const QString manual = QString::fromUtf8(page.readAll()).remove('\\');
+    static const QRegularExpression option(QStringLiteral("^  (?:-\\w, )?(--[a-z]+)"),
+                                           QRegularExpression::MultilineOption);
+    QStringList missing;
+    int options = 0;
+    auto found = option.globalMatch(run("--help").out);
+    for (; found.hasNext(); ++options) {
+        const QString name = found.next().captured(1);
+        if (!manual.contains(
+                QRegularExpression("^\\.B.*" + name + "\\b", QRegularExpression::MultilineOption)))
+            missing.append(name);
+    }
+    QVERIFY(options > 15);
+    QCOMPARE(missing, QStringList());
+}
+
 void tst_EcuProgram::unusable_data()
 {
     QTest::addColumn<QString>("options");
@@ -99,6 +120,8 @@ void tst_EcuProgram::unusable_data()
         "--pull: expected the second it begins and its length, such as 20:10, got '5:0'");
     row("--tcp 0 --seed -1", "--seed: expected a whole number from 0 to 4294967295, got '-1'");
     row("--can virtualcan:can0 --dbc car.dbc", "--dbc: expected with --map, got one of them alone");
+    row("--tcp 0 --dbc car.dbc --map car.json",
+        "--dbc: expected with --can or a candump log, got neither");
     row("--can virtualcan:can0 --dbc gone.dbc --map gone.json", "gone.dbc: expected a ");
     row("--tcp 0 --source gone.csv", "gone.csv: expected a readable file");
     row("--tcp 0 car.csv", "car.csv: expected an option, see --help");
