@@ -3,6 +3,8 @@
 #include "samplesource.h"
 #include "simulator/simulatedcar.h"
 
+#include <utility>
+
 namespace ecu {
 
 using module::Quantity;

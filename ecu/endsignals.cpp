@@ -9,13 +9,22 @@
 
 namespace ecu {
 
+/** As under nohup. */
+static bool isIgnored(int signal)
+{
+    struct sigaction current = {};
+    return ::sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
+}
+
 EndSignals::EndSignals(QObject *parent) : QObject(parent)
 {
     std::signal(SIGPIPE, SIG_IGN);
     sigset_t endings = {};
     sigemptyset(&endings);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP})
-        sigaddset(&endings, number);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        if (number != SIGHUP || !isIgnored(SIGHUP))
+            sigaddset(&endings, number);
+    }
     ::pthread_sigmask(SIG_BLOCK, &endings, nullptr);
     m_descriptor = ::signalfd(-1, &endings, SFD_CLOEXEC | SFD_NONBLOCK);
     if (m_descriptor < 0) {

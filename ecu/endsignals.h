@@ -4,7 +4,10 @@
 
 namespace ecu {
 
-/** Turns INT, TERM and HUP into an orderly end of the application; a second one ends it at once. */
+/**
+ * Turns INT, TERM and HUP into an orderly end of the application; a second one ends it at once. HUP
+ * stays ignored where it is.
+ */
 class EndSignals : public QObject
 {
     Q_OBJECT

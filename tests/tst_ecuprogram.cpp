@@ -100,7 +100,7 @@ void tst_EcuProgram::unusable_data()
     row("--tcp=", "--tcp: expected PORT, got ''");
     row("--tcp 0 --speed 0", "--speed: expected a number from 0.1 to 100, got '0'");
     row("--tcp 0 --speed fast", "--speed: expected a number from 0.1 to 100, got 'fast'");
-    row("--tcp 0 --duration -1", "--duration: expected a number from 0 to 1000000, got '-1'");
+    row("--tcp 0 --duration -1", "--duration: expected a number from 0 to 100000, got '-1'");
     row("--tcp 0 --bits 12", "--bits: expected 11 or 29, got '12'");
     row("--tcp 0 --units 9", "--units: expected a whole number from 1 to 8, got '9'");
     row("--tcp 0 --codes P0304,X1",
@@ -388,6 +388,9 @@ void tst_EcuProgram::ends()
 {
     QFETCH(int, signal);
     QFETCH(QString, options);
+    struct sigaction own = {};
+    if (signal == SIGHUP && ::sigaction(SIGHUP, nullptr, &own) == 0 && own.sa_handler == SIG_IGN)
+        QSKIP("HUP is ignored here, as under nohup");
     EcuProgram program(options);
     QVERIFY(!program.place("tcp").isEmpty());
     QCOMPARE(program.end(signal), 0);
