@@ -1,7 +1,8 @@
 # What ./run and ./test share: the packages they need, and how they build.
 
 norda_packages_base="g++ cmake ninja-build ccache qtbase5-dev qttools5-dev qttools5-dev-tools
-    qtmultimedia5-dev libqwt-qt5-dev librsvg2-bin fonts-liberation fonts-dejavu-core"
+    qtmultimedia5-dev libqt5serialbus5-dev libqt5serialbus5-plugins libqt5serialport5-dev
+    libqwt-qt5-dev librsvg2-bin fonts-liberation fonts-dejavu-core"
 norda_packages_tests="faketime locales" # clocks that jump, other ways to write a number
 norda_packages_dbc="python3-canmatrix"
 norda_packages_benchmarks="libbenchmark-dev"
@@ -13,7 +14,7 @@ norda_packages_desktop="xvfb openbox xdotool x11-utils imagemagick"
 norda_packages_armhf="crossbuild-essential-armhf qemu-user mmdebstrap"
 
 # What the board has, as far as building and testing need it.
-norda_sysroot_packages=qtbase5-dev,qttools5-dev,qtmultimedia5-dev,libqwt-qt5-dev,libqt5multimedia5-plugins,fonts-liberation,fonts-dejavu-core
+norda_sysroot_packages=qtbase5-dev,qttools5-dev,qtmultimedia5-dev,libqwt-qt5-dev,libqt5multimedia5-plugins,libqt5serialbus5-dev,libqt5serialbus5-plugins,libqt5serialport5-dev,fonts-liberation,fonts-dejavu-core
 
 norda_is_installed() {
     [ "$(dpkg-query -W -f='${Status}' "$1" 2>/dev/null)" = "install ok installed" ]

@@ -29,9 +29,9 @@ if(TARGET norda_api)
 endif()
 norda_package(bench norda-bench
     SECTION devel
-    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), fonts-liberation, fonts-dejavu-core"
+    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), libqt5network5 (>= 5.15), libqt5serialbus5 (>= 5.15), libqt5serialbus5-plugins (>= 5.15), libqt5serialport5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), fonts-liberation, fonts-dejavu-core"
     SUMMARY "drive and observe a head unit plugin on a desk"
-    TEXT "Loads the plugin as a head unit does and drives it with a simulated car or\nrecorded drives: OBD-II exports, candump logs and its own recordings. For live\ncars norda-ecu is the other end of the cable.")
+    TEXT "Loads the plugin as a head unit does and drives it with a simulated car, a\nconnected one, or recorded drives: OBD-II exports, candump logs and its own\nrecordings. norda-ecu is the other end of the cable of a live car.")
 
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.desktop" DESTINATION share/applications
     COMPONENT bench)

@@ -89,8 +89,10 @@ public:
     void unplug()
     {
         m_notifier.reset();
-        if (m_terminal >= 0)
+        if (m_terminal >= 0) {
             ::close(m_terminal);
+            QFile::remove(m_port.device);
+        }
         m_terminal = -1;
         delete m_client;
         m_server.reset();
@@ -125,7 +127,10 @@ private:
             qFatal("no pseudo terminal");
         ::close(terminal);
         ::fcntl(m_terminal, F_SETFL, O_NONBLOCK);
-        m_port.device = QString::fromLatin1(name);
+        // Each has another name; the port keeps its own, as a rule of the system would.
+        m_port.device = m_folder.filePath(QStringLiteral("tty"));
+        QFile::remove(m_port.device);
+        QFile::link(QString::fromLatin1(name), m_port.device);
         m_notifier = std::make_unique<QSocketNotifier>(m_terminal, QSocketNotifier::Read);
         QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] {
             char bytes[256];
@@ -180,6 +185,7 @@ private:
     }
 
     bool m_isSerial;
+    QTemporaryDir m_folder;
     module::ElmPort m_port;
     int m_terminal = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;

@@ -1,3 +1,4 @@
+#include "live/canlog.h"
 #include "mem/settingsfunc.h"
 #include "recording.h"
 #include "recordingtools.h"
@@ -24,6 +25,17 @@ static QString record(const QDir &folder)
         writer.writeSignal(ms, "doorStatus", {QVariant::fromValue(uchar(ms))});
     writer.finish(4);
     return writer.hasFailed() ? writer.takeNotice() : error;
+}
+
+static QString canLog(const QDir &folder)
+{
+    module::CanLog log(folder.filePath("result"), {});
+    for (int second = 1; second < 4; ++second) {
+        log.add(second * 1000000, {0x7E8, false, QByteArray::fromHex("04410c1af8")});
+        log.flush();
+    }
+    log.finish();
+    return log.error();
 }
 
 static QString cut(const QDir &folder)
@@ -74,8 +86,9 @@ struct Run
 };
 
 static constexpr Run runs[] = {
-    {"recording", record}, {"cut", cut},         {"summary", summary},
-    {"junit", junit},      {"picture", picture}, {"settings", saveSetting},
+    {"recording", record},     {"can-log", canLog}, {"cut", cut},
+    {"summary", summary},      {"junit", junit},    {"picture", picture},
+    {"settings", saveSetting},
 };
 
 int main(int argc, char *argv[])

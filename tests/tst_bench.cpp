@@ -60,10 +60,10 @@ void tst_Bench::helpNamesEveryOption()
     const Result help = run({"--help"});
     QCOMPARE(help.exitCode, 0);
     for (const char *option :
-         {"--source",   "--speed",    "--duration", "--window", "--gallery", "--record",
-          "--summary",  "--headless", "--scale",    "--plugin", "--trim",    "--trace",
-          "--platform", "--fault",    "--seed",     "--check",  "--diff",    "--cut",
-          "--from",     "--to",       "Exit codes"})
+         {"--source",   "--speed",    "--duration", "--window",   "--gallery", "--record",
+          "--summary",  "--headless", "--scale",    "--plugin",   "--trim",    "--trace",
+          "--platform", "--fault",    "--seed",     "--check",    "--diff",    "--cut",
+          "--from",     "--to",       "--ask",      "--requests", "--log-can", "Exit codes"})
         QVERIFY2(help.out.contains(QLatin1String(option)), option);
 }
 
@@ -102,11 +102,38 @@ void tst_Bench::badArguments_data()
                .arg(firstPage)
                .arg(lastPage);
     for (const char *option :
-         {"source", "speed", "duration", "window", "gallery", "record", "record-limit", "summary",
-          "script", "junit", "check",    "diff",   "cut",     "from",   "to",           "trim",
-          "fault",  "seed",  "platform", "style",  "theme",   "scale",  "plugin"})
+         {"source",  "speed",  "duration", "window",   "gallery",  "record", "record-limit",
+          "summary", "script", "junit",    "check",    "diff",     "cut",    "from",
+          "to",      "trim",   "fault",    "seed",     "platform", "style",  "theme",
+          "scale",   "plugin", "ask",      "requests", "log-can"})
         QTest::addRow("--%s ''", option)
             << QStringList{QStringLiteral("--%1=").arg(option)} << ", got ''";
+    for (const char *option : {"--ask=never", "--requests=5", "--log-can=seen.log"})
+        QTest::addRow("%s with the simulated car", option)
+            << QStringList{option}
+            << QStringLiteral("%1: expected with a car that is connected, got 'simulator'")
+                   .arg(QString(option).section(QLatin1Char('='), 0, 0));
+    const QString car = QStringLiteral("elm327:/dev/ttyNOSUCH0");
+    QTest::newRow("ask") << QStringList{car, "--ask", "often"}
+                         << "--ask: expected 'never', 'auto' or 'always', got 'often'";
+    QTest::newRow("requests") << QStringList{car, "--requests", "51"}
+                              << "--requests: expected a whole number from 1 to 50, got '51'";
+    QTest::newRow("log that cannot be written")
+        << QStringList{car, "--log-can", "/"}
+        << "--log-can: expected a file that can be written, got '/'";
+    QTest::newRow("log in place of the recording")
+        << QStringList{car, "--headless", "--log-can", "x.log", "--record", "x.log"}
+        << "--log-can: expected another file than --record, got 'x.log'";
+    QTest::newRow("car that is not there")
+        << QStringList{"--headless", car}
+        << "elm327:/dev/ttyNOSUCH0: expected a serial port, found nothing";
+    QTest::newRow("car of an unknown kind")
+        << QStringList{"--headless", "can:can0"}
+        << "can:can0: expected can:PLUGIN:INTERFACE[?bitrate=N], elm327:DEVICE[@BAUD] or "
+           "elm327:tcp:HOST:PORT";
+    QTest::newRow("DBC file with an adapter")
+        << QStringList{"--headless", car, "--dbc", "car.dbc", "--map", "car.json"}
+        << "elm327:/dev/ttyNOSUCH0: expected a CAN bus with --dbc and --map";
     QTest::newRow("unknown option")
         << QStringList{"--nothing"} << "Unknown option 'nothing'. See --help.";
     QTest::newRow("missing value")

@@ -62,6 +62,7 @@ void tst_FailingDisk::everyFailure_data()
     };
     static constexpr Output outputs[] = {
         {"recording", "result", "old\n", true},
+        {"can-log", "result", "old\n", true},
         {"cut", "result", "old\n", false},
         {"summary", "result", "old\n", false},
         {"junit", "result", "old\n", false},

@@ -1,10 +1,7 @@
 #include "canlog.h"
 
-#include <QDateTime>
-
 namespace module {
 
-static constexpr qint64 usPerMs = 1000;
 static constexpr qint64 usPerSecond = 1000000;
 
 QByteArray candumpLine(qint64 timeUs, const CanFrame &frame)
@@ -21,27 +18,34 @@ QByteArray candumpLine(qint64 timeUs, const CanFrame &frame)
 }
 
 CanLog::CanLog(const QString &path, const output::InputFiles &inputs)
-    : m_file(path, {}, inputs), m_startUs(QDateTime::currentMSecsSinceEpoch() * usPerMs)
+    : m_path(path), m_inputs(inputs), m_refusal(output::refusal(path, inputs))
 {
-    m_clock.start();
 }
 
 CanLog::~CanLog()
 {
-    flush();
-    m_file.finish();
+    finish();
 }
 
-void CanLog::add(const CanFrame &frame)
+void CanLog::add(qint64 timeUs, const CanFrame &frame)
 {
-    m_lines += candumpLine(m_startUs + m_clock.nsecsElapsed() / usPerMs, frame);
+    m_lines += candumpLine(timeUs, frame);
 }
 
 void CanLog::flush()
 {
-    if (!m_lines.isEmpty() && m_file.isOpen())
-        m_file.write(m_lines);
+    if (!m_lines.isEmpty() && !m_file)
+        m_file = std::make_unique<output::GrowingFile>(m_path, m_lines, m_inputs);
+    else if (!m_lines.isEmpty() && m_file->isOpen())
+        m_file->write(m_lines);
     m_lines.resize(0);
+}
+
+void CanLog::finish()
+{
+    flush();
+    if (m_file)
+        m_file->finish();
 }
 
 } // namespace module

@@ -3,10 +3,13 @@
 #include "dbc/dbc.h"
 #include "obdpids.h"
 
+#include <QDateTime>
 #include <QEventLoop>
 
 namespace module {
 
+static constexpr qint64 nsPerUs = 1000;
+static constexpr qint64 usPerMs = 1000;
 static constexpr int watchMs = 200;
 static constexpr int reconnectMs = 1000;
 static constexpr char noConnection[] = "No connection to the car";
@@ -26,6 +29,7 @@ LiveSource::LiveSource(const QString &name, std::unique_ptr<ObdLink> link,
     , m_poller(pollerSettings(settings, m_decoder.get()))
     , m_present(m_decoder ? m_decoder->present() : QVector<bool>(int(Quantity::Count), false))
     , m_mapper(m_present)
+    , m_startUs(QDateTime::currentMSecsSinceEpoch() * usPerMs)
 {
     if (!settings.log.isEmpty())
         m_log = std::make_unique<CanLog>(settings.log, settings.inputs);
@@ -125,7 +129,7 @@ void LiveSource::onAnswered(const QVector<ObdAnswer> &answers)
     add(m_poller.takeSamples(), true);
     if (const auto codes = m_poller.takeCodes()) {
         m_codes = *codes;
-        append(texts());
+        append({codesText()});
     }
     schedulePoll();
 }
@@ -156,7 +160,7 @@ void LiveSource::onFrame(const CanFrame &frame, bool isSent)
     ++m_frames.total;
     m_bits.total += bits * stuffedPerCent / 100;
     if (m_log)
-        m_log->add(frame);
+        m_log->add(m_startUs + m_clock.nsecsElapsed() / nsPerUs, frame);
     if (!isSent)
         readFrame(frame);
 }
@@ -223,19 +227,22 @@ void LiveSource::showNotice(const QString &text)
     if (text == m_notice)
         return;
     m_notice = text;
-    append(texts());
+    append(noticeTexts());
 }
 
-/** The trouble codes, and what the top bars say of the connection. */
-QVector<Emission> LiveSource::texts() const
+Emission LiveSource::codesText() const
 {
     static constexpr int mostCodes = 6; // that fit
     const QString title =
         m_codes.isEmpty() ? QString() : QStringLiteral("Trouble codes: %1").arg(m_codes.size());
     const QString codes = m_codes.mid(0, mostCodes).join(QStringLiteral(", "));
-    return {{0, "vehicleInfoText", {title, codes}},
-            {0, "gauTopBarTextNotify", {m_notice}},
-            {0, "vehTopBarText", {m_notice}}};
+    return {0, "vehicleInfoText", {title, codes}};
+}
+
+/** In place of what the top bars show otherwise. */
+QVector<Emission> LiveSource::noticeTexts() const
+{
+    return {{0, "gauTopBarTextNotify", {m_notice}}, {0, "vehTopBarText", {m_notice}}};
 }
 
 /** While nobody takes them, only the state is kept. */
@@ -293,11 +300,11 @@ Emission LiveSource::take()
 void LiveSource::seek(qint64 ms)
 {
     m_mapper.reset();
-    m_pending = m_mapper.opening();
+    m_pending = m_mapper.opening() + QVector<Emission>{codesText()};
     const QVector<Sample> latest = m_values.latest();
     for (const Sample &sample : latest)
         m_pending += m_mapper.map(sample);
-    m_pending = lastOfEach(m_pending + texts());
+    m_pending = lastOfEach(m_notice.isEmpty() ? m_pending : m_pending + noticeTexts());
     for (Emission &emission : m_pending)
         emission.atMs = ms;
 }

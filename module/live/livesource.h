@@ -71,7 +71,8 @@ private:
     void forget(bool onlyWatched);
     void choosePages();
     void showNotice(const QString &text);
-    QVector<Emission> texts() const;
+    Emission codesText() const;
+    QVector<Emission> noticeTexts() const;
     void append(QVector<Emission> emissions);
     QStringList connectionFindings() const;
     QString busText() const;
@@ -88,6 +89,7 @@ private:
     PageMapper m_mapper;
     QVector<Emission> m_pending; // in order
     std::function<void()> m_wakeUp;
+    qint64 m_startUs; // since 1970; from there on no step of that clock counts
     QElapsedTimer m_clock;
     QTimer m_watchTimer;
     QTimer m_pollTimer;
