@@ -58,7 +58,7 @@ static QString readWhole(const QString &text, double lowest, double highest, Who
 static QString readSeconds(const QString &text, qint64 *ms)
 {
     double seconds = 0;
-    const QString expected = readNumber(text, 0, 1e5, &seconds);
+    QString expected = readNumber(text, 0, 1e5, &seconds);
     *ms = qRound64(seconds * 1000);
     return expected;
 }
