@@ -1,4 +1,5 @@
 #include "benchfixture.h"
+#include "livebus.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -27,6 +28,7 @@ private slots:
     void driveIsDescribedPageByPage();
     void driveThatIsNoFileIsDescribed_data();
     void driveThatIsNoFileIsDescribed();
+    void connectedCarIsDescribedAsItComes();
     void drivePanelIsUsableWhenSmall();
     void signalsTellLastValueAndListeners();
     void signalIsSentByHand();
@@ -93,6 +95,25 @@ void tst_Panels::driveThatIsNoFileIsDescribed()
     QFETCH(QString, source);
     makeBench(source);
     QTEST(QStringList(linesOf(find<QTextBrowser>("findings")).mid(0, 2)), "lines");
+}
+
+/** With the age of each value, and why a page shows dashes. */
+void tst_Panels::connectedCarIsDescribedAsItComes()
+{
+    FakeAdapter adapter(false);
+    const module::ElmPort port = adapter.port();
+    const QString name = QStringLiteral("elm327:tcp:%1:%2").arg(port.host).arg(port.port);
+    QString error;
+    QVERIFY2(m_rig->openDrive(name, &error), qPrintable(error));
+    m_rig->session()->drive()->play();
+    const auto *findings = find<QTextBrowser>("findings");
+    QCOMPARE(linesOf(findings).mid(0, 2), (QStringList{name, "A car that is connected"}));
+    const QRegularExpression speed("Engine speed: 1726 rpm, \\d\\.\\d s ago");
+    QTRY_VERIFY2(findings->toPlainText().contains(speed), qPrintable(findings->toPlainText()));
+    QVERIFY(linesOf(findings).contains("Not known to this car: oil, transmission or ambient "
+                                       "temperature"));
+    adapter.unplug();
+    QTRY_VERIFY(linesOf(findings).contains("No connection: The remote host closed the connection"));
 }
 
 /** All that is found can be reached, and the counters are whole. */

@@ -8,8 +8,6 @@
 namespace module {
 
 static constexpr int mostTries = 3;
-static constexpr quint8 refusal = 0x7F;
-static constexpr quint8 answerBit = 0x40; // set in a request's service for its answer
 
 struct Setting
 {
@@ -139,7 +137,7 @@ void Elm327::takeReply(const QList<QByteArray> &reply, qint64 nowMs)
         break;
     case Phase::Ready:
         if (has(lines, ElmLine::Restarted))
-            restart(nowMs);
+            lose(QLatin1String(reset));
         break;
     case Phase::Idle:
         break;
@@ -195,20 +193,21 @@ void Elm327::readSetting(const QVector<ElmLine> &lines, qint64 nowMs)
 
 void Elm327::readAnswers(const QVector<ElmLine> &lines, qint64 nowMs)
 {
-    const QVector<ObdAnswer> answers = answersOf(lines);
+    const ElmAnswers found = elmAnswers(m_request.message, lines);
+    m_seen += found.frames;
     const auto failure = std::find_if(lines.begin(), lines.end(), [](const ElmLine &line) {
         return line.kind == ElmLine::Failure;
     });
     if (has(lines, ElmLine::Restarted))
-        restart(nowMs);
-    else if (!answers.isEmpty())
-        answer(answers, nowMs);
+        lose(QLatin1String(reset));
+    else if (!found.answers.isEmpty())
+        answer(found.answers, nowMs);
     else if (refusesCount(lines))
         sendRequest(nowMs);
     else if (failure != lines.end())
         fail(failure->failure, failure->text);
-    else if (!m_error.isEmpty())
-        fail(ObdFailure::Damaged, m_error);
+    else if (!found.error.isEmpty())
+        fail(ObdFailure::Damaged, found.error);
     else if (lines.isEmpty())
         fail(ObdFailure::NoAnswer, QStringLiteral("the adapter answers nothing"));
     else if (lines.constFirst().text.isEmpty())
@@ -224,57 +223,6 @@ bool Elm327::refusesCount(const QVector<ElmLine> &lines)
     const bool isRefused = has(lines, ElmLine::Refused) && m_countsFrames && m_request.answers > 0;
     m_countsFrames = m_countsFrames && !isRefused;
     return isRefused;
-}
-
-static bool isAnswerTo(const QByteArray &request, const QByteArray &answer)
-{
-    const auto byteAt = [](const QByteArray &data, int index) {
-        return index < data.size() ? static_cast<quint8>(data.at(index)) : quint8(0);
-    };
-    if (byteAt(answer, 0) == refusal)
-        return byteAt(answer, 1) == byteAt(request, 0);
-    const bool isSamePid = request.size() < 2 || byteAt(answer, 1) == byteAt(request, 1);
-    return byteAt(answer, 0) == (byteAt(request, 0) | answerBit) && isSamePid;
-}
-
-/** The adapter sends the flow control; here frames are only put together. */
-QVector<ObdAnswer> Elm327::answersOf(const QVector<ElmLine> &lines)
-{
-    std::map<quint32, IsoTp> units;
-    QVector<ObdAnswer> answers;
-    m_error.clear();
-    const auto add = [this, &answers](const ObdAnswer &answer) {
-        if (isAnswerTo(m_request.message, answer.message))
-            answers.append(answer);
-    };
-    for (const ElmLine &line : lines) {
-        if (line.kind == ElmLine::OldFrame)
-            add({line.frame.id, line.frame.data});
-        if (line.kind != ElmLine::Frame || !isObdAnswer(line.frame))
-            continue;
-        m_seen.append(line.frame);
-        const CanFrame &frame = line.frame;
-        IsoTp &unit = units.try_emplace(frame.id, IsoTp::Addresses{0, frame.id, frame.isExtended})
-                          .first->second;
-        unit.receive(frame, 0);
-        const QVector<QByteArray> messages = unit.takeMessages();
-        for (const QByteArray &message : messages)
-            add({frame.id, message});
-        if (const QString error = unit.takeError(); !error.isEmpty())
-            m_error = error;
-        else if (unit.nextDueMs() >= 0)
-            m_error = QStringLiteral("the end of a message is missing");
-        else
-            m_error.clear();
-    }
-    return answers;
-}
-
-void Elm327::restart(qint64 nowMs)
-{
-    if (m_phase == Phase::Asking)
-        m_events.append({ObdEvent::Failed, {}, ObdFailure::Damaged, QLatin1String(reset)});
-    start(nowMs);
 }
 
 void Elm327::advance(qint64 nowMs)

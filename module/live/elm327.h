@@ -1,9 +1,6 @@
 #pragma once
 
 #include "live/elmreply.h"
-#include "live/isotp.h"
-
-#include <map>
 
 namespace module {
 
@@ -45,8 +42,6 @@ private:
     void readSetting(const QVector<ElmLine> &lines, qint64 nowMs);
     void readAnswers(const QVector<ElmLine> &lines, qint64 nowMs);
     bool refusesCount(const QVector<ElmLine> &lines);
-    QVector<ObdAnswer> answersOf(const QVector<ElmLine> &lines);
-    void restart(qint64 nowMs);
     void timeOut(qint64 nowMs);
     void answer(const QVector<ObdAnswer> &answers, qint64 nowMs);
     void fail(ObdFailure failure, const QString &why);
@@ -64,7 +59,6 @@ private:
     bool m_countsFrames = true; // it takes the number of frames to expect
     bool m_isConnected = false; // a car has answered
     ObdRequest m_request;
-    QString m_error; // of the transport
     QString m_name;
     QVector<ObdEvent> m_events;
     QVector<CanFrame> m_seen;

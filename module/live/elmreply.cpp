@@ -1,9 +1,11 @@
 #include "elmreply.h"
 
 #include "linereader.h"
+#include "live/isotp.h"
 
 #include <algorithm>
 #include <cctype>
+#include <map>
 
 namespace module {
 
@@ -149,6 +151,52 @@ std::optional<ElmLine> parseElmLine(const QByteArray &line)
 bool isElmEcho(const QByteArray &line, const QByteArray &command)
 {
     return compact(line) == compact(command);
+}
+
+static bool isAnswerTo(const QByteArray &request, const QByteArray &answer)
+{
+    static constexpr quint8 refusal = 0x7F;
+    static constexpr quint8 answerBit = 0x40; // set in a request's service for its answer
+    const auto byteAt = [](const QByteArray &data, int index) {
+        return index < data.size() ? static_cast<quint8>(data.at(index)) : quint8(0);
+    };
+    if (byteAt(answer, 0) == refusal)
+        return byteAt(answer, 1) == byteAt(request, 0);
+    const bool isSamePid = request.size() < 2 || byteAt(answer, 1) == byteAt(request, 1);
+    return byteAt(answer, 0) == (byteAt(request, 0) | answerBit) && isSamePid;
+}
+
+/** @return the messages that a frame completes */
+static QVector<QByteArray> messagesOf(const CanFrame &frame, std::map<quint32, IsoTp> *units,
+                                      QString *error)
+{
+    const IsoTp::Addresses addresses = {0, frame.id, frame.isExtended};
+    IsoTp &unit = units->try_emplace(frame.id, addresses).first->second;
+    unit.receive(frame, 0);
+    *error = unit.takeError();
+    if (error->isEmpty() && unit.nextDueMs() >= 0)
+        *error = QStringLiteral("the end of a message is missing");
+    return unit.takeMessages();
+}
+
+ElmAnswers elmAnswers(const QByteArray &request, const QVector<ElmLine> &lines)
+{
+    std::map<quint32, IsoTp> units;
+    ElmAnswers found;
+    for (const ElmLine &line : lines) {
+        QVector<QByteArray> messages;
+        if (line.kind == ElmLine::OldFrame)
+            messages = {line.frame.data};
+        if (line.kind == ElmLine::Frame && isObdAnswer(line.frame)) {
+            found.frames.append(line.frame);
+            messages = messagesOf(line.frame, &units, &found.error);
+        }
+        for (const QByteArray &message : qAsConst(messages)) {
+            if (isAnswerTo(request, message))
+                found.answers.append({line.frame.id, message});
+        }
+    }
+    return found;
 }
 
 void ElmReader::add(const QByteArray &bytes)

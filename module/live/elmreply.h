@@ -35,6 +35,17 @@ std::optional<ElmLine> parseElmLine(const QByteArray &line);
 /** Whether a line repeats a command. */
 bool isElmEcho(const QByteArray &line, const QByteArray &command);
 
+/** What the lines of a reply tell. */
+struct ElmAnswers
+{
+    QVector<ObdAnswer> answers;
+    QVector<CanFrame> frames; ///< of the units, whether they make an answer or not
+    QString error;            ///< of the last message that could not be put together
+};
+
+/** The answers to a request. The adapter has sent the flow control for those of several frames. */
+ElmAnswers elmAnswers(const QByteArray &request, const QVector<ElmLine> &lines);
+
 /** Collects what an adapter sends until it asks for the next command with a prompt. */
 class ElmReader
 {
