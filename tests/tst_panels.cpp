@@ -112,8 +112,9 @@ void tst_Panels::connectedCarIsDescribedAsItComes()
     QTRY_VERIFY2(findings->toPlainText().contains(speed), qPrintable(findings->toPlainText()));
     QVERIFY(linesOf(findings).contains("Not known to this car: oil, transmission or ambient "
                                        "temperature"));
+    m_rig->session()->drive()->pause();
     adapter.unplug();
-    QTRY_VERIFY(linesOf(findings).contains("No connection: The remote host closed the connection"));
+    QTRY_VERIFY(findings->toPlainText().contains("No connection: "));
 }
 
 /** All that is found can be reached, and the counters are whole. */

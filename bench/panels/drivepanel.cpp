@@ -11,6 +11,8 @@
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
+static constexpr int liveRefreshMs = 1000;
+
 DrivePanel::DrivePanel(Screen *screen, QWidget *parent)
     : Panel(parent), m_screen(screen), m_findings(new QTextBrowser)
 {
@@ -24,6 +26,7 @@ DrivePanel::DrivePanel(Screen *screen, QWidget *parent)
     m_calls = addCounter(grid, QStringLiteral("calls"), tr("Calls"));
     m_beeps = addCounter(grid, QStringLiteral("beeps"), tr("Beeps"));
     m_frames = addCounter(grid, QStringLiteral("frames"), tr("Frames"));
+    connect(&m_liveTimer, &QTimer::timeout, this, &DrivePanel::scheduleRefresh);
     auto *column = new QVBoxLayout(this);
     column->addWidget(m_findings, 1);
     column->addLayout(grid);
@@ -131,9 +134,9 @@ void DrivePanel::showFindings()
 /** A car that is connected says something new every second, unless somebody marks its text. */
 void DrivePanel::refreshFindings()
 {
-    static constexpr qint64 refreshMs = 1000;
+    static constexpr qint64 leastMs = liveRefreshMs - 100;
     const qint64 liveMs = session()->drive()->source()->liveMs();
-    const bool isDue = liveMs >= 0 && qAbs(liveMs - m_findingsMs) >= refreshMs;
+    const bool isDue = liveMs >= 0 && qAbs(liveMs - m_findingsMs) >= leastMs;
     if (!isDue || m_findings->textCursor().hasSelection())
         return;
     m_findingsMs = liveMs;
@@ -144,6 +147,9 @@ void DrivePanel::setSession(Session *session)
 {
     Panel::setSession(session);
     showFindings();
+    m_liveTimer.stop();
+    if (session->drive()->source()->liveMs() >= 0)
+        m_liveTimer.start(liveRefreshMs); // values age also while nothing else happens
 }
 
 void DrivePanel::changeEvent(QEvent *event)

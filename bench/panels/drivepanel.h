@@ -27,6 +27,7 @@ private:
 
     Screen *m_screen;
     QTextBrowser *m_findings;
+    QTimer m_liveTimer;
     qint64 m_findingsMs = 0; // of a car that is connected, when they were shown
     QLabel *m_signals;
     QLabel *m_calls;
