@@ -12,7 +12,6 @@ namespace ecu {
 using module::Pid;
 using module::Quantity;
 
-static constexpr quint8 statusPid = 0x01;
 static constexpr quint8 standardPid = 0x1C;
 static constexpr char europeanObd = 6; // which standard the car complies with
 static constexpr int pidsInMask = 32;
@@ -37,7 +36,7 @@ static bool supportsPid(const Car &car, int unit, quint8 id)
 {
     if (car.missingPids.contains(id))
         return false;
-    if (id == statusPid || id == standardPid)
+    if (id == module::lampPid || id == standardPid)
         return true;
     if (!isMask(id))
         return hasSensor(car, unit, id);
@@ -87,7 +86,7 @@ static QByteArray pidBytes(const Car &car, int unit, quint8 id)
         return {};
     if (isMask(id))
         return maskFrom(car, unit, id);
-    if (id == statusPid)
+    if (id == module::lampPid)
         return status(car, unit);
     if (id == standardPid)
         return QByteArray(1, europeanObd);
