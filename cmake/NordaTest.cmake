@@ -13,7 +13,7 @@ function(norda_add_tests program)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBS;TESTS")
     list(TRANSFORM arg_TESTS APPEND ".cpp" OUTPUT_VARIABLE sources)
     add_executable(${program} ${sources})
-    target_link_libraries(${program} PRIVATE nordatest ${arg_LIBS})
+    target_link_libraries(${program} PRIVATE ${arg_LIBS} nordatest)
     norda_compile_as_test(${program})
     target_precompile_headers(${program} REUSE_FROM nordatest)
     set_target_properties(${program} PROPERTIES

@@ -1,22 +1,23 @@
 #include "adaptorlink.h"
 
+#include "metacall.h"
 #include "norda/vtqadaptor.h"
 #include "norda/vtqservice.h"
-#include "values.h"
-#include "valuetype.h"
+#include "signaltap.h"
 
 namespace module {
+
+QList<QObject *> moduleEmitters()
+{
+    return {norda::VtqAdaptor::instance(), norda::VtqService::instance()};
+}
 
 QList<ModuleSignal> moduleSignals()
 {
     QList<ModuleSignal> found;
-    for (QObject *emitter : {static_cast<QObject *>(norda::VtqAdaptor::instance()),
-                             static_cast<QObject *>(norda::VtqService::instance())}) {
-        const QMetaObject *meta = emitter->metaObject();
-        for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
-            if (meta->method(i).methodType() == QMetaMethod::Signal)
-                found.append({emitter, meta->method(i)});
-        }
+    for (QObject *emitter : moduleEmitters()) {
+        for (const QMetaMethod &signal : bus::ownSignals(emitter->metaObject()))
+            found.append({emitter, signal});
     }
     return found;
 }
@@ -41,28 +42,17 @@ QString adaptorCommand(const QString &operation)
     return operation.startsWith(prefix) ? operation.mid(prefix.size()) : QString();
 }
 
-static bool fits(const QMetaMethod &signal, QVariantList *arguments)
-{
-    if (!signal.isValid() || arguments->size() != signal.parameterCount())
-        return false;
-    for (int i = 0; i < arguments->size(); ++i) {
-        if (!convertValue(&(*arguments)[i], signal.parameterType(i)))
-            return false;
-    }
-    return true;
-}
-
 bool AdaptorLink::deliver(const Emission &emission)
 {
     const ModuleSignal signal = moduleSignal(emission.signal);
     QVariantList arguments = emission.arguments;
-    if (!fits(signal.method, &arguments)) {
+    if (!bus::convertArguments(signal.method, &arguments)) {
         if (m_refused++ == 0)
             qWarning("%s: expected a signal of the adaptor with its arguments",
                      emission.signal.constData());
         return false;
     }
-    invokeMethod(signal.emitter, signal.method, arguments);
+    bus::invokeMethod(signal.emitter, signal.method, arguments);
     return true;
 }
 

@@ -15,6 +15,8 @@ struct ModuleSignal
     QMetaMethod method;
 };
 
+/** The host's objects that emit the module's signals: the adaptor and the vehicle service. */
+QList<QObject *> moduleEmitters();
 /** All signals of the adaptor and of the vehicle service. */
 QList<ModuleSignal> moduleSignals();
 /** The signal of this name; without an emitter when there is none. */

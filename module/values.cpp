@@ -1,9 +1,9 @@
 #include "values.h"
 
+#include "metacall.h"
 #include "valuetype.h"
 
 #include <QJsonDocument>
-#include <QVarLengthArray>
 
 namespace module {
 
@@ -18,7 +18,7 @@ QVariant fromJson(const QJsonValue &json, int type)
     if (const ValueType *known = valueType(type))
         return known->fromJson(json);
     QVariant value = json.isDouble() || json.isBool() ? json.toVariant() : QVariant();
-    return convertValue(&value, type) ? value : QVariant();
+    return bus::convertValue(&value, type) ? value : QVariant();
 }
 
 QJsonArray toJson(const QVariantList &arguments)
@@ -76,18 +76,6 @@ bool bindArguments(const QMetaMethod &method, QVariantList *arguments, QString *
         return false;
     }
     return true;
-}
-
-void invokeMethod(QObject *object, const QMetaMethod &method, QVariantList arguments)
-{
-    const bool hasResult = method.returnType() != QMetaType::Void;
-    QVariant result = hasResult ? QVariant(method.returnType(), nullptr) : QVariant();
-    QVarLengthArray<void *, 8> passed = {hasResult ? result.data() : nullptr};
-    for (int i = 0; i < arguments.size(); ++i) {
-        const bool isAny = method.parameterType(i) == QMetaType::QVariant;
-        passed.append(isAny ? static_cast<void *>(&arguments[i]) : arguments[i].data());
-    }
-    object->qt_metacall(QMetaObject::InvokeMetaMethod, method.methodIndex(), passed.data());
 }
 
 } // namespace module

@@ -27,7 +27,5 @@ QVariant fromJson(const QJsonValue &json, int type);
  * @param error  what was expected instead
  */
 bool bindArguments(const QMetaMethod &method, QVariantList *arguments, QString *error);
-/** Calls a method, or emits a signal. @param arguments  of the types of its parameters */
-void invokeMethod(QObject *object, const QMetaMethod &method, QVariantList arguments);
 
 } // namespace module

@@ -1,5 +1,6 @@
 #include "valuetype.h"
 
+#include "metacall.h"
 #include "values.h"
 
 #include <QJsonObject>
@@ -9,18 +10,6 @@
 #include <climits>
 
 namespace module {
-
-bool convertValue(QVariant *value, int type)
-{
-    if (value->userType() == type)
-        return true;
-    if (type != QMetaType::UChar)
-        return value->convert(type);
-    bool isNumber = false;
-    const int number = value->toInt(&isNumber);
-    *value = QVariant::fromValue(uchar(number));
-    return isNumber && number >= 0 && number <= UCHAR_MAX;
-}
 
 static QJsonValue numberToJson(const QVariant &value)
 {
@@ -77,7 +66,7 @@ template <typename Value>
 static QVariant scalarFromJson(const QJsonValue &json)
 {
     QVariant value = json.isDouble() || json.isBool() ? json.toVariant() : QVariant();
-    return convertValue(&value, qMetaTypeId<Value>()) ? value : QVariant();
+    return bus::convertValue(&value, qMetaTypeId<Value>()) ? value : QVariant();
 }
 
 static QVariant textFromJson(const QJsonValue &json)

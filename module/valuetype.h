@@ -25,7 +25,4 @@ struct ValueType
 /** The row of a type, null for one that no signal or command of the adaptor takes. */
 const ValueType *valueType(int id);
 
-/** Converts a value to a parameter's type. @return false where that would change the value */
-bool convertValue(QVariant *value, int type);
-
 } // namespace module

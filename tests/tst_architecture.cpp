@@ -30,12 +30,13 @@ struct Folder
 static const QList<Folder> folders = {
     {"host/include", {""},            {}},
     {"output",       {""},            {}},
+    {"bus",          {""},            {}},
     {"host/src",     {""},            {"host/include", "output"}},
     {"plugin",       {"", "include"}, {"host/include"}},
-    {"module",       {""},            {"host/include", "output"}},
+    {"module",       {""},            {"host/include", "bus", "output"}},
     {"unit",         {""},            {"host/include"}},
-    {"bench",        {""},            {"host/include", "module", "unit", "output"}},
-    {"ecu",          {""},            {"module"}},
+    {"bench",        {""},            {"host/include", "module", "unit", "bus", "output"}},
+    {"ecu",          {""},            {"host/include", "module"}},
 };
 // clang-format on
 

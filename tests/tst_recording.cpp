@@ -1,8 +1,8 @@
 #include "adaptorlink.h"
-#include "adaptortap.h"
 #include "norda/vtqadaptor.h"
 #include "recording.h"
 #include "recordingtools.h"
+#include "signaltap.h"
 #include "testmain.h"
 #include "values.h"
 
@@ -110,7 +110,7 @@ void tst_Recording::everySignalComesBack()
     {
         RecordingWriter writer(file(), QStringLiteral("test"), &error);
         QVERIFY2(writer.isOpen(), qPrintable(error));
-        AdaptorTap tap([&](const QByteArray &seen, const QVariantList &arguments) {
+        bus::SignalTap tap(moduleEmitters(), [&](const QByteArray &seen, const QVariantList &arguments) {
             QCOMPARE(seen, name);
             tapped.append(arguments);
             writer.writeSignal(tapped.size(), seen, arguments);

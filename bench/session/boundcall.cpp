@@ -1,12 +1,13 @@
 #include "session/boundcall.h"
 
 #include "adaptorlink.h"
+#include "metacall.h"
 #include "nordahost.h"
 #include "values.h"
 
 void BoundCall::invoke() const
 {
-    module::invokeMethod(object, method, arguments);
+    bus::invokeMethod(object, method, arguments);
 }
 
 static std::optional<BoundCall> bind(QObject *object, const QMetaMethod &method,

@@ -1,11 +1,11 @@
 #include "session/rewind.h"
 
 #include "adaptorlink.h"
+#include "metacall.h"
 #include "norda/vtqadaptor.h"
 #include "pages.h"
 #include "session/journalsnapshot.h"
 #include "session/session.h"
-#include "values.h"
 #include "windowstack.h"
 
 Rewind::Rewind(WindowStack *windows, QObject *parent) : QObject(parent), m_windows(windows) {}
@@ -75,6 +75,6 @@ void Rewind::sendSnapshot(qint64 ms)
         // Audio notices would play again; sound is not part of the screen.
         if (signal.emitter != norda::VtqAdaptor::instance())
             continue;
-        module::invokeMethod(signal.emitter, signal.method, entry.arguments);
+        bus::invokeMethod(signal.emitter, signal.method, entry.arguments);
     }
 }

@@ -14,7 +14,7 @@
 Session::Session(std::unique_ptr<module::VehicleSource> source, QObject *parent)
     : QObject(parent)
     , m_drive(std::move(source))
-    , m_tap([this](const QByteArray &name, const QVariantList &arguments) {
+    , m_tap(module::moduleEmitters(), [this](const QByteArray &name, const QVariantList &arguments) {
         onSignal(name, arguments);
     })
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adaptortap.h"
+#include "signaltap.h"
 #include "drive.h"
 #include "rearview.h"
 #include "recording.h"
@@ -100,7 +100,7 @@ private:
     bool isRecording() const { return m_recording && !m_finished && !isRewound(); }
 
     module::Drive m_drive;
-    module::AdaptorTap m_tap;
+    bus::SignalTap m_tap;
     QPointer<AudioStage> m_stage;
     std::unique_ptr<module::RecordingWriter> m_recording;
     QElapsedTimer m_wall;

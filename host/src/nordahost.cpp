@@ -117,20 +117,13 @@ static void registerIcons()
         qWarning("icon library %s: expected a readable resource file", qPrintable(iconFile()));
 }
 
-static void startHost()
-{
-    qRegisterMetaType<QList<int>>();
-    qRegisterMetaType<QMap<int, int>>();
-    qRegisterMetaType<QMap<int, bool>>();
-    registerIcons();
-}
-Q_CONSTRUCTOR_FUNCTION(startHost)
+Q_CONSTRUCTOR_FUNCTION(registerIcons)
 
-static void stopHost()
+static void unregisterIcons()
 {
     QResource::unregisterResource(iconFile());
 }
-Q_DESTRUCTOR_FUNCTION(stopHost)
+Q_DESTRUCTOR_FUNCTION(unregisterIcons)
 
 // Runs with the application object, or at once where the library comes later than that.
 static void watchTouchEvents()

@@ -12,6 +12,14 @@ static void send(const char *command, const Arguments &...arguments)
     CallLog::report(QByteArray("norda::VtqAdaptor::") + command, arguments...);
 }
 
+static void registerArgumentTypes()
+{
+    qRegisterMetaType<QList<int>>();
+    qRegisterMetaType<QMap<int, int>>();
+    qRegisterMetaType<QMap<int, bool>>();
+}
+Q_CONSTRUCTOR_FUNCTION(registerArgumentTypes)
+
 VtqAdaptor::VtqAdaptor() = default;
 
 VtqAdaptor *VtqAdaptor::instance()

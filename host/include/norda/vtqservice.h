@@ -14,7 +14,10 @@ class NORDAHOST_EXPORT VtqService : public QObject
 public:
     /** The one object: made on the first call, never null, never deleted. */
     static VtqService *instance();
+    /** Rises whenever the queries begin to answer differently. */
+    int featuresRevision() const { return m_featuresRevision; }
 
+public slots:
     /**
      * Which controls the car's climate control has.
      * @param group  0 or 1; any other group is empty
@@ -35,6 +38,7 @@ public:
     void syncRadioStatus(unsigned char source, unsigned char kind, unsigned char volume,
                          unsigned char state, unsigned char left, unsigned char right);
 
+public:
     /** What the queries answer from now on. For the vehicle module, benches and tests. */
     Q_INVOKABLE
     void setFrontClimateControlFeatures(int group, const QMap<int, bool> &features);
@@ -58,9 +62,13 @@ signals:
 private:
     VtqService();
 
+    template <typename Features>
+    void change(Features *features, const Features &to);
+
     QMap<int, QMap<int, bool>> m_frontFeatures;
     QMap<int, QMap<int, bool>> m_rearFeatures;
     QMap<int, bool> m_parkingZones;
+    int m_featuresRevision = 0;
 };
 
 } // namespace norda
