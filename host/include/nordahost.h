@@ -9,7 +9,7 @@ class QObject;
  * "norda::VtqService", "svaudio::AudioService", "mcu::McuService", "McuManager", "AudioManager",
  * "EventHandler", "SrcDsplCtrl", "mem::SettingsCache", "mem::SettingsFunc", "mem::SettingsUtil",
  * "cm::StatusBarControl", "cm::ReverserVideoInService", "spplfctrl::SPPlatformControl",
- * "Translator" and "CallLog".
+ * "Translator", "CallLog" and "ServiceConnection".
  *
  * Offered with C linkage so that a script or a test can steer the host with nothing but this name
  * and `QMetaObject::invokeMethod`. The objects live until the process ends; callers own nothing.

@@ -12,6 +12,7 @@
 #include "mem/settingsutil.h"
 #include "norda/vtqadaptor.h"
 #include "norda/vtqservice.h"
+#include "serviceconnection.h"
 #include "spplfctrl/spplatformcontrol.h"
 #include "srcdsplctrl.h"
 #include "svaudio/audioservice.h"
@@ -56,6 +57,7 @@ static const ObjectRow objects[] = {
      []() -> QObject * { return spplfctrl::SPPlatformControl::GetInstance(); }},
     {"Translator", object<Translator>},
     {"CallLog", object<CallLog>},
+    {"ServiceConnection", object<ServiceConnection>},
 };
 
 QObject *nordaHostObject(const char *name)

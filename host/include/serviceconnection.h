@@ -1,0 +1,52 @@
+#pragma once
+
+#include "nordahost_global.h"
+
+#include <QObject>
+
+/**
+ * The reference host's link to the vehicle module.
+ *
+ * Without an address the module lives in this process and emits the adaptor's signals itself. With
+ * one, `norda::VtqAdaptor::connectService()` connects to the module of another process over D-Bus:
+ * its signals are emitted by the adaptor, and the plugin's commands are sent to it. Nothing here
+ * waits for the bus or the module. A module that goes, falls silent or comes back is noticed; on
+ * each return its whole state is requested again.
+ *
+ * Reached by name with `nordaHostObject("ServiceConnection")`.
+ */
+class NORDAHOST_EXPORT ServiceConnection : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(State state READ state NOTIFY stateChanged)
+public:
+    enum State {
+        InProcess, ///< no address is set
+        Waiting,   ///< no module, or one that does not answer: touches are dropped
+        Connected  ///< the module's state has arrived
+    };
+    Q_ENUM(State)
+
+    /** The one object: made on the first call, never null, never deleted. */
+    static ServiceConnection *instance();
+
+    State state() const { return m_state; }
+
+    /**
+     * Where the module is: "session", "system" or the address of a bus; empty for a module in this
+     * process. At first the value of `NORDA_MODULE_BUS`. Takes effect with the next
+     * `connectService()`.
+     */
+    Q_INVOKABLE
+    void setAddress(const QString &address);
+    QString address() const { return m_address; }
+
+signals:
+    void stateChanged(ServiceConnection::State state);
+
+private:
+    ServiceConnection();
+
+    QString m_address;
+    State m_state = InProcess;
+};
