@@ -31,12 +31,13 @@ static const QList<Folder> folders = {
     {"host/include", {""},            {}},
     {"output",       {""},            {}},
     {"bus",          {""},            {}},
-    {"host/src",     {""},            {"host/include", "output"}},
+    {"host/src",     {""},            {"host/include", "bus", "output"}},
     {"plugin",       {"", "include"}, {"host/include"}},
     {"module",       {""},            {"host/include", "bus", "output"}},
     {"unit",         {""},            {"host/include"}},
     {"bench",        {""},            {"host/include", "module", "unit", "bus", "output"}},
     {"ecu",          {""},            {"host/include", "module"}},
+    {"moduled",      {""},            {"host/include", "module"}},
 };
 // clang-format on
 

@@ -4,6 +4,10 @@
 
 #include <QObject>
 
+namespace bus {
+class Client;
+}
+
 /**
  * The reference host's link to the vehicle module.
  *
@@ -41,12 +45,17 @@ public:
     void setAddress(const QString &address);
     QString address() const { return m_address; }
 
+    /** Connects; called by `norda::VtqAdaptor::connectService()`. */
+    void open();
+
 signals:
     void stateChanged(ServiceConnection::State state);
 
 private:
     ServiceConnection();
+    void setState(State state);
 
     QString m_address;
+    bus::Client *m_client = nullptr;
     State m_state = InProcess;
 };

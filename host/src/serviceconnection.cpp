@@ -1,5 +1,57 @@
 #include "serviceconnection.h"
 
+#include "calllog.h"
+#include "client.h"
+#include "interface.h"
+#include "metacall.h"
+#include "norda/vtqadaptor.h"
+#include "norda/vtqservice.h"
+
+#include <QCoreApplication>
+#include <QMap>
+
+using bus::Client;
+
+static const bus::Interface &interface()
+{
+    static const bus::Interface all(
+        {&norda::VtqAdaptor::staticMetaObject, &norda::VtqService::staticMetaObject});
+    return all;
+}
+
+/** The object of a class in the interface's list. */
+static QObject *emitter(int place)
+{
+    if (place == 0)
+        return norda::VtqAdaptor::instance();
+    return norda::VtqService::instance();
+}
+
+static void emitSignal(const QString &name, const QVariantList &arguments)
+{
+    const bus::Interface::Member signal = interface().signal(name);
+    bus::invokeMethod(emitter(signal.place), signal.method, arguments);
+}
+
+static void setFeatures(const QString &query, const QVariantList &arguments)
+{
+    norda::VtqService::instance()->setFeaturesOf(query.toLatin1(), arguments.value(0).toInt(),
+                                                 arguments.value(1).value<QMap<int, bool>>());
+}
+
+/** A call of the plugin to one of the objects; not a query, which is answered here. */
+static void sendCommand(Client *client, const QString &operation, QVariantList arguments)
+{
+    static const QString scope = QStringLiteral("norda::");
+    if (!operation.startsWith(scope))
+        return;
+    const QString name = operation.mid(operation.lastIndexOf(QLatin1Char(':')) + 1);
+    const bus::Interface::Member command = interface().command(name);
+    if (command.isValid() && command.resultSignature.isEmpty() &&
+        bus::convertArguments(command.method, &arguments))
+        client->send(name, arguments);
+}
+
 ServiceConnection::ServiceConnection() : m_address(qEnvironmentVariable("NORDA_MODULE_BUS")) {}
 
 ServiceConnection *ServiceConnection::instance()
@@ -11,4 +63,35 @@ ServiceConnection *ServiceConnection::instance()
 void ServiceConnection::setAddress(const QString &address)
 {
     m_address = address;
+}
+
+void ServiceConnection::setState(State state)
+{
+    if (state == m_state)
+        return;
+    m_state = state;
+    emit stateChanged(state);
+}
+
+void ServiceConnection::open()
+{
+    delete m_client;
+    m_client = nullptr;
+    if (m_address.isEmpty()) {
+        setState(InProcess);
+        return;
+    }
+    m_client = new Client(interface(), this);
+    connect(m_client, &Client::received, this, emitSignal);
+    connect(m_client, &Client::featuresReceived, this, setFeatures);
+    connect(m_client, &Client::stateChanged, this, [this](Client::State state) {
+        setState(state == Client::Connected ? Connected : Waiting);
+    });
+    connect(CallLog::instance(), &CallLog::called, m_client,
+            [client = m_client](const QString &operation, const QVariantList &arguments) {
+                sendCommand(client, operation, arguments);
+            });
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, m_client, &Client::close);
+    setState(Waiting);
+    m_client->open(m_address);
 }

@@ -1,6 +1,7 @@
 #include "norda/vtqadaptor.h"
 
 #include "calllog.h"
+#include "serviceconnection.h"
 
 namespace norda {
 
@@ -28,8 +29,13 @@ VtqAdaptor *VtqAdaptor::instance()
     return adaptor;
 }
 
+void VtqAdaptor::connectService()
+{
+    send(__func__);
+    ServiceConnection::instance()->open();
+}
+
 // clang-format off
-void VtqAdaptor::connectService() { send(__func__); }
 void VtqAdaptor::gaugesListBack() { send(__func__); }
 void VtqAdaptor::vehicleListBack() { send(__func__); }
 void VtqAdaptor::parkingListBack() { send(__func__); }

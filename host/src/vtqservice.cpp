@@ -12,10 +12,17 @@ static QMap<int, bool> allPresent(int first, int last)
     return features;
 }
 
-VtqService::VtqService() : m_parkingZones(allPresent(1, 8))
+static constexpr char frontQuery[] = "getFrontClimateControlFeatures";
+static constexpr char rearQuery[] = "getRearClimateControlFeatures";
+static constexpr char parkingQuery[] = "getParkingAssistZones";
+static constexpr int onlyGroup = 0; // of the parking zones
+
+VtqService::VtqService()
 {
-    m_frontFeatures = {{0, allPresent(0, 7)}, {1, allPresent(0, 7)}};
-    m_rearFeatures = m_frontFeatures;
+    const Groups climate = {{0, allPresent(0, 7)}, {1, allPresent(0, 7)}};
+    m_features = {{frontQuery, climate},
+                  {rearQuery, climate},
+                  {parkingQuery, {{onlyGroup, allPresent(1, 8)}}}};
 }
 
 VtqService *VtqService::instance()
@@ -24,16 +31,30 @@ VtqService *VtqService::instance()
     return service;
 }
 
+QMap<int, bool> VtqService::featuresOf(const QByteArray &query, int group) const
+{
+    return m_features.value(query).value(group);
+}
+
+void VtqService::setFeaturesOf(const QByteArray &query, int group, const QMap<int, bool> &features)
+{
+    const auto groups = m_features.find(query);
+    if (groups == m_features.end() || groups->value(group) == features)
+        return;
+    groups->insert(group, features);
+    ++m_featuresRevision;
+}
+
 QMap<int, bool> VtqService::getFrontClimateControlFeatures(int group)
 {
     CallLog::report("norda::VtqService::getFrontClimateControlFeatures", group);
-    return m_frontFeatures.value(group);
+    return featuresOf(frontQuery, group);
 }
 
 QMap<int, bool> VtqService::getRearClimateControlFeatures(int group)
 {
     CallLog::report("norda::VtqService::getRearClimateControlFeatures", group);
-    return m_rearFeatures.value(group);
+    return featuresOf(rearQuery, group);
 }
 
 void VtqService::setClimateRearZone(bool rear)
@@ -44,7 +65,7 @@ void VtqService::setClimateRearZone(bool rear)
 QMap<int, bool> VtqService::getParkingAssistZones()
 {
     CallLog::report("norda::VtqService::getParkingAssistZones");
-    return m_parkingZones;
+    return featuresOf(parkingQuery, onlyGroup);
 }
 
 void VtqService::syncRadioStatus(unsigned char source, unsigned char kind, unsigned char volume,
@@ -53,28 +74,19 @@ void VtqService::syncRadioStatus(unsigned char source, unsigned char kind, unsig
     CallLog::report("norda::VtqService::syncRadioStatus", source, kind, volume, state, left, right);
 }
 
-template <typename Features>
-void VtqService::change(Features *features, const Features &to)
-{
-    if (*features == to)
-        return;
-    *features = to;
-    ++m_featuresRevision;
-}
-
 void VtqService::setFrontClimateControlFeatures(int group, const QMap<int, bool> &features)
 {
-    change(&m_frontFeatures[group], features);
+    setFeaturesOf(frontQuery, group, features);
 }
 
 void VtqService::setRearClimateControlFeatures(int group, const QMap<int, bool> &features)
 {
-    change(&m_rearFeatures[group], features);
+    setFeaturesOf(rearQuery, group, features);
 }
 
 void VtqService::setParkingAssistZones(const QMap<int, bool> &zones)
 {
-    change(&m_parkingZones, zones);
+    setFeaturesOf(parkingQuery, onlyGroup, zones);
 }
 
 } // namespace norda

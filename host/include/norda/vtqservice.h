@@ -2,6 +2,7 @@
 
 #include "nordahost_global.h"
 
+#include <QByteArray>
 #include <QMap>
 #include <QObject>
 
@@ -14,6 +15,13 @@ class NORDAHOST_EXPORT VtqService : public QObject
 public:
     /** The one object: made on the first call, never null, never deleted. */
     static VtqService *instance();
+    /**
+     * What a query answers, without a report to the call log: for what brings the features from one
+     * process to another. @param query  the query's name, such as "getParkingAssistZones"
+     */
+    QMap<int, bool> featuresOf(const QByteArray &query, int group) const;
+    /** Sets what a query answers. A name that no query has is ignored. */
+    void setFeaturesOf(const QByteArray &query, int group, const QMap<int, bool> &features);
     /** Rises whenever the queries begin to answer differently. */
     int featuresRevision() const { return m_featuresRevision; }
 
@@ -62,12 +70,9 @@ signals:
 private:
     VtqService();
 
-    template <typename Features>
-    void change(Features *features, const Features &to);
+    using Groups = QMap<int, QMap<int, bool>>;
 
-    QMap<int, QMap<int, bool>> m_frontFeatures;
-    QMap<int, QMap<int, bool>> m_rearFeatures;
-    QMap<int, bool> m_parkingZones;
+    QMap<QByteArray, Groups> m_features; // by query
     int m_featuresRevision = 0;
 };
 

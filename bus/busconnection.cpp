@@ -1,0 +1,40 @@
+#include "busconnection.h"
+
+#include <QAtomicInt>
+
+namespace bus {
+
+static QString newName()
+{
+    static QAtomicInt count;
+    return QStringLiteral("norda-module-%1").arg(count.fetchAndAddRelaxed(1));
+}
+
+static QDBusConnection connection(const QString &address, const QString &name)
+{
+    if (address == QLatin1String("session"))
+        return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+    if (address == QLatin1String("system"))
+        return QDBusConnection::connectToBus(QDBusConnection::SystemBus, name);
+    return QDBusConnection::connectToBus(address, name);
+}
+
+BusConnection::BusConnection() : m_name(newName()), m_bus(QString()) {}
+
+BusConnection::~BusConnection()
+{
+    QDBusConnection::disconnectFromBus(m_name);
+}
+
+bool BusConnection::open(const QString &address, QObject *receiver, const char *disconnectedSlot)
+{
+    QDBusConnection::disconnectFromBus(m_name);
+    m_name = newName();
+    m_bus = connection(address, m_name);
+    return m_bus.isConnected() &&
+           m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                         QStringLiteral("org.freedesktop.DBus.Local"),
+                         QStringLiteral("Disconnected"), receiver, disconnectedSlot);
+}
+
+} // namespace bus

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "inbox.h"
+
+#include <QObject>
+#include <QThread>
+#include <QTimer>
+
+namespace bus {
+
+class Interface;
+class ModuleLink;
+
+/**
+ * The other end of a vehicle module in another process. Connecting, waiting and decoding happen in
+ * a thread of its own; signals arrive in the thread of this object, a few milliseconds of them at a
+ * time, so that a flood does not keep it from anything else.
+ */
+class Client : public QObject
+{
+    Q_OBJECT
+public:
+    enum State {
+        Waiting,  ///< no bus, no module, or one that does not answer
+        Connected ///< the snapshot has arrived
+    };
+    Q_ENUM(State)
+
+    /** @param interface  has to outlive this object */
+    explicit Client(const Interface &interface, QObject *parent = nullptr);
+    ~Client() override;
+
+    /**
+     * Connects now or as soon as there is something to connect to.
+     * @param address  "session", "system", or the address of a bus
+     */
+    void open(const QString &address);
+    void close();
+
+    State state() const { return m_state; }
+    /** Sends a command; drops it while there is no module. @param arguments  of its types */
+    void send(const QString &command, const QVariantList &arguments);
+
+signals:
+    void stateChanged(bus::Client::State state);
+    /** A signal of the module, or one of those that show its values as missing. */
+    void received(const QString &signal, const QVariantList &arguments);
+    /** What a query answers from now on. */
+    void featuresReceived(const QString &query, const QVariantList &arguments);
+
+private:
+    friend class ModuleLink;
+
+    void deliver();
+    void deliver(const Record &record);
+
+    const Interface &m_interface;
+    Inbox m_inbox;
+    QVector<Record> m_waiting; // taken from the inbox
+    int m_next = 0;            // of these
+    QTimer m_turn;
+    QThread m_thread;
+    ModuleLink *m_link = nullptr; // lives in the thread
+    State m_state = Waiting;
+};
+
+} // namespace bus
