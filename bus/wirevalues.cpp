@@ -69,6 +69,7 @@ static QVariant element(const QVariant &value)
     return {};
 }
 
+/** @return an invalid value where an element is of a type that no signal has */
 static QVariant mixedList(QVariantList list)
 {
     for (QVariant &value : list) {
@@ -81,9 +82,9 @@ static QVariant mixedList(QVariantList list)
 
 QVariant fromWire(const QVariant &value, int type)
 {
-    const QVariant plain = unwrapped(value);
+    QVariant plain = unwrapped(value);
     if (plain.userType() == qMetaTypeId<QDBusArgument>())
-        return demarshalled(plain.value<QDBusArgument>(), type);
+        plain = demarshalled(plain.value<QDBusArgument>(), type);
     if (plain.userType() != type)
         return {};
     return type == QMetaType::QVariantList ? mixedList(plain.toList()) : plain;

@@ -30,9 +30,9 @@ static const bus::Interface &interface()
 
 ModuleService::ModuleService(QObject *parent)
     : QDBusVirtualObject(parent)
-    , m_tap(moduleEmitters(), [this](const QByteArray &name, const QVariantList &arguments) {
-        onSignal(name, arguments);
-    })
+    , m_tap(moduleEmitters(), [this](const QByteArray &name,
+                                     const QVariantList &arguments) { onSignal(name, arguments); })
+    , m_featuresSent(norda::VtqService::instance()->featuresRevision())
 {
     bus::registerWireTypes();
     connect(&m_retry, &QTimer::timeout, this, &ModuleService::reconnect);

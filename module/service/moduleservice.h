@@ -55,7 +55,7 @@ private:
     bus::BusConnection m_connection;
     bus::SignalTap m_tap;
     Snapshot<bus::Record> m_state;
-    int m_featuresSent = -1; // their revision
+    int m_featuresSent; // their revision
     QTimer m_retry;
 };
 

@@ -1,0 +1,684 @@
+#include "adaptorlink.h"
+#include "calllog.h"
+#include "client.h"
+#include "interface.h"
+#include "norda/vtqadaptor.h"
+#include "norda/vtqservice.h"
+#include "privatebus.h"
+#include "service/moduleservice.h"
+#include "testmain.h"
+#include "wirevalues.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusPendingReply>
+#include <QDBusVirtualObject>
+
+#include <climits>
+
+using bus::Client;
+using bus::Record;
+using module::ModuleService;
+
+static const bus::Interface &interface()
+{
+    static const bus::Interface all(
+        {&norda::VtqAdaptor::staticMetaObject, &norda::VtqService::staticMetaObject});
+    return all;
+}
+
+/** A unit's end of the link, which notes what arrives. */
+class Unit : public Client
+{
+public:
+    explicit Unit(const PrivateBus &bus) : Client(interface())
+    {
+        connect(this, &Client::received, this,
+                [this](const QString &name, const QVariantList &arguments) {
+                    all.append({name, arguments});
+                });
+        connect(this, &Client::featuresReceived, this,
+                [this](const QString &query, const QVariantList &arguments) {
+                    all.append({query, arguments});
+                });
+        open(bus.address());
+    }
+
+    QVector<QVariantList> of(const QString &name) const
+    {
+        QVector<QVariantList> found;
+        for (const Record &record : all) {
+            if (record.name == name)
+                found.append(record.arguments);
+        }
+        return found;
+    }
+
+    QVector<Record> all;
+};
+
+/** A module that somebody else has written: it sends what it likes and answers when it likes. */
+class ForeignModule : public QDBusVirtualObject
+{
+    Q_OBJECT
+public:
+    explicit ForeignModule(const PrivateBus &bus, bool ownsTheName = true)
+    {
+        bus::registerWireTypes();
+        const QString name = QStringLiteral("foreign-%1").arg(quintptr(this));
+        connection = QDBusConnection::connectToBus(bus.address(), name);
+        connection.registerVirtualObject(QLatin1String(bus::objectPath), this);
+        if (ownsTheName)
+            connection.registerService(QLatin1String(bus::serviceName));
+    }
+    ~ForeignModule() override { QDBusConnection::disconnectFromBus(connection.name()); }
+
+    void send(const QString &name, const QVariantList &arguments)
+    {
+        QDBusMessage message = QDBusMessage::createSignal(QLatin1String(bus::objectPath),
+                                                          QLatin1String(bus::interfaceName), name);
+        message.setArguments(arguments);
+        connection.send(message);
+    }
+
+    QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
+    {
+        calls.append(message.member());
+        if (!isAnswering)
+            return true;
+        QVariantList answer;
+        if (message.member() == QLatin1String("Snapshot"))
+            answer = {QVariant::fromValue(snapshot)};
+        else if (message.member() == QLatin1String("MissingValues"))
+            answer = {uint(missingAfterMs), QVariant::fromValue(missing)};
+        connection.send(message.createReply(answer));
+        return true;
+    }
+
+    QDBusConnection connection = QDBusConnection(QString());
+    QStringList calls;
+    QVector<Record> snapshot;
+    QVector<Record> missing = {{QStringLiteral("batteryVoltage"), {QStringLiteral("--")}}};
+    int missingAfterMs = 300;
+    bool isAnswering = true;
+};
+
+class tst_ModuleLink : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void everySignalArrives_data();
+    void everySignalArrives();
+    void everyCommandArrives_data();
+    void everyCommandArrives();
+    void snapshotForALateUnit();
+    void featuresComeBeforeTheirSignals();
+    void queriesAreAnswered();
+    void callsThatDoNotFit_data();
+    void callsThatDoNotFit();
+    void moduleGoesAndComesBack();
+    void briefRestartShowsNothingMissing();
+    void touchesAreNotQueued();
+    void silentModule();
+    void quietModuleIsLeftAlone();
+    void signalsThatDoNotFit_data();
+    void signalsThatDoNotFit();
+    void signalsOfOthersAreIgnored();
+    void answersThatDoNotFit_data();
+    void answersThatDoNotFit();
+    void nameThatIsTaken();
+    void busThatIsNotThere();
+    void busRestarts();
+    void burst();
+    void floodIsDroppedAndTheStateRequested();
+
+private:
+    /** Both ends, for all that does not restart one of them. */
+    struct Link
+    {
+        PrivateBus bus;
+        ModuleService service;
+        std::unique_ptr<Unit> unit;
+    };
+    std::unique_ptr<Link> m_link;
+};
+
+/** Values at the ends of each type's range. */
+static QVariantList valuesOf(int type)
+{
+    if (type == qMetaTypeId<QList<int>>())
+        return {QVariant::fromValue(QList<int>()),
+                QVariant::fromValue(QList<int>{0, -1, INT_MAX, INT_MIN})};
+    if (type == qMetaTypeId<QMap<int, int>>())
+        return {QVariant::fromValue(QMap<int, int>()),
+                QVariant::fromValue(QMap<int, int>{{4, 0}, {-1, INT_MIN}, {INT_MAX, 255}})};
+    if (type == qMetaTypeId<QMap<int, bool>>())
+        return {QVariant::fromValue(QMap<int, bool>{{0, true}, {7, false}})};
+    switch (type) {
+    case QMetaType::UChar:
+        return {QVariant::fromValue(uchar(0)), QVariant::fromValue(uchar(255))};
+    case QMetaType::Int:
+        return {0, INT_MIN, INT_MAX};
+    case QMetaType::Bool:
+        return {true, false};
+    case QMetaType::QString:
+        return {QString(""), QStringLiteral("77\u2109 \u20ac")};
+    case QMetaType::QStringList:
+        return {QStringList(), QStringList{"a", "", "\u00e9"}};
+    case QMetaType::QByteArray:
+        return {QByteArray(""), QByteArray("\0\x7f\xff", 3)};
+    case QMetaType::QVariantList:
+        return {QVariantList(),
+                QVariantList{1, QStringLiteral("two"), true, QByteArray("\x03"),
+                             QVariant::fromValue(QList<int>{4}), QStringList{"five"}}};
+    default:
+        return {};
+    }
+}
+
+static QVector<QVariantList> argumentsOf(const QMetaMethod &method)
+{
+    QVector<QVariantList> choices;
+    for (int choice = 0; choice < 3; ++choice) {
+        QVariantList arguments;
+        for (int i = 0; i < method.parameterCount(); ++i) {
+            const QVariantList values = valuesOf(method.parameterType(i));
+            if (values.isEmpty())
+                return {};
+            arguments.append(values[choice % values.size()]);
+        }
+        choices.append(arguments);
+    }
+    return choices;
+}
+
+static bool sameValue(const QVariant &a, const QVariant &b)
+{
+    if (a.userType() != b.userType())
+        return false;
+    if (a.userType() == qMetaTypeId<QList<int>>())
+        return a.value<QList<int>>() == b.value<QList<int>>();
+    if (a.userType() == qMetaTypeId<QMap<int, int>>())
+        return a.value<QMap<int, int>>() == b.value<QMap<int, int>>();
+    if (a.userType() == qMetaTypeId<QMap<int, bool>>())
+        return a.value<QMap<int, bool>>() == b.value<QMap<int, bool>>();
+    if (a.userType() != QMetaType::QVariantList)
+        return a == b;
+    const QVariantList left = a.toList();
+    const QVariantList right = b.toList();
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(), sameValue);
+}
+
+static bool sameArguments(const QVariantList &a, const QVariantList &b)
+{
+    return sameValue(a, b);
+}
+
+static constexpr int patienceMs = 60000;
+#define TRY_CONNECTED(unit) QTRY_COMPARE_WITH_TIMEOUT((unit).state(), Client::Connected, patienceMs)
+#define TRY_WAITING(unit) QTRY_COMPARE_WITH_TIMEOUT((unit).state(), Client::Waiting, patienceMs)
+
+void tst_ModuleLink::initTestCase()
+{
+    QString error;
+    m_link = std::make_unique<Link>();
+    QVERIFY2(m_link->service.open(m_link->bus.address(), &error), qPrintable(error));
+    m_link->unit = std::make_unique<Unit>(m_link->bus);
+    TRY_CONNECTED(*m_link->unit);
+}
+
+void tst_ModuleLink::cleanupTestCase()
+{
+    m_link.reset();
+}
+
+// ---- What is carried ----------------------------------------------------------------------------
+
+void tst_ModuleLink::everySignalArrives_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const module::ModuleSignal &signal : module::moduleSignals())
+        QTest::newRow(signal.method.name()) << QString(signal.method.name());
+}
+
+void tst_ModuleLink::everySignalArrives()
+{
+    QFETCH(QString, name);
+    const Unit &unit = *m_link->unit;
+    const bus::Interface::Member signal = interface().signal(name);
+    const QVector<QVariantList> sent = argumentsOf(signal.method);
+    QCOMPARE(sent.size(), 3);
+    module::AdaptorLink adaptor;
+    const int before = unit.of(name).size();
+    for (const QVariantList &arguments : sent)
+        QVERIFY(adaptor.deliver({0, name.toLatin1(), arguments}));
+    QTRY_COMPARE_WITH_TIMEOUT(unit.of(name).size(), before + sent.size(), patienceMs);
+    const QVector<QVariantList> arrived = unit.of(name).mid(before);
+    for (int i = 0; i < sent.size(); ++i)
+        QVERIFY2(sameArguments(arrived[i], sent[i]), qPrintable(QString::number(i)));
+}
+
+void tst_ModuleLink::everyCommandArrives_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const QString &name : interface().commandNames()) {
+        if (interface().command(name).resultSignature.isEmpty())
+            QTest::newRow(qPrintable(name)) << name;
+    }
+}
+
+void tst_ModuleLink::everyCommandArrives()
+{
+    QFETCH(QString, name);
+    QVector<QVariantList> arrived;
+    QObject receiver;
+    connect(CallLog::instance(), &CallLog::called, &receiver,
+            [&](const QString &operation, const QVariantList &arguments) {
+                if (operation.endsWith("::" + name))
+                    arrived.append(arguments);
+            });
+    const QMetaMethod method = interface().command(name).method;
+    const QVector<QVariantList> sent = argumentsOf(method);
+    for (const QVariantList &arguments : sent)
+        m_link->unit->send(name, arguments);
+    QTRY_COMPARE_WITH_TIMEOUT(arrived.size(), sent.size(), patienceMs);
+    for (int i = 0; i < sent.size(); ++i) {
+        for (int j = 0; j < method.parameterCount(); ++j) {
+            // The call log holds bytes as numbers.
+            const bool isByte = method.parameterType(j) == QMetaType::UChar;
+            QVERIFY(isByte ? arrived[i][j].toInt() == sent[i][j].toInt()
+                           : sameValue(arrived[i][j], sent[i][j]));
+        }
+    }
+}
+
+void tst_ModuleLink::snapshotForALateUnit()
+{
+    const PrivateBus bus;
+    ModuleService service;
+    QString error;
+    QVERIFY2(service.open(bus.address(), &error), qPrintable(error));
+    auto *adaptor = norda::VtqAdaptor::instance();
+    emit adaptor->doorStatus(1);
+    emit adaptor->batteryVoltage(QStringLiteral("12.1V"));
+    emit adaptor->doorStatus(4);
+
+    const Unit unit(bus);
+    TRY_CONNECTED(unit);
+    QStringList names;
+    for (const Record &record : unit.all)
+        names.append(record.name);
+    const QStringList expected = {"getFrontClimateControlFeatures",
+                                  "getFrontClimateControlFeatures",
+                                  "getRearClimateControlFeatures",
+                                  "getRearClimateControlFeatures",
+                                  "getParkingAssistZones",
+                                  "batteryVoltage",
+                                  "doorStatus"};
+    QCOMPARE(names, expected);
+    QCOMPARE(unit.all.last().arguments, QVariantList{QVariant::fromValue(uchar(4))});
+}
+
+void tst_ModuleLink::featuresComeBeforeTheirSignals()
+{
+    const PrivateBus bus;
+    ModuleService service;
+    QString error;
+    QVERIFY2(service.open(bus.address(), &error), qPrintable(error));
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+    unit.all.clear();
+
+    const QMap<int, bool> none = {{0, false}, {3, true}};
+    norda::VtqService::instance()->setRearClimateControlFeatures(1, none);
+    emit norda::VtqAdaptor::instance()->doorStatus(2);
+    QTRY_COMPARE_WITH_TIMEOUT(unit.of(QStringLiteral("doorStatus")).size(), 1, patienceMs);
+    QCOMPARE(unit.all.size(), 6);
+    const auto rear = unit.of(QStringLiteral("getRearClimateControlFeatures"));
+    const auto features = rear.at(1).value(1).value<QMap<int, bool>>();
+    QCOMPARE(features, none);
+    QCOMPARE(unit.all.last().name, QStringLiteral("doorStatus"));
+
+    emit norda::VtqAdaptor::instance()->doorStatus(3);
+    QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), 7, patienceMs); // not repeated
+}
+
+/** A client of its own, as a tool on the command line would be. */
+static QDBusMessage ask(const PrivateBus &bus, const QString &member,
+                        const QVariantList &arguments = {})
+{
+    QDBusConnection tool = QDBusConnection::connectToBus(bus.address(), QStringLiteral("tool"));
+    QDBusMessage call = QDBusMessage::createMethodCall(QLatin1String(bus::serviceName),
+                                                       QLatin1String(bus::objectPath),
+                                                       QLatin1String(bus::interfaceName), member);
+    call.setArguments(arguments);
+    // The service answers from this thread's event loop.
+    QDBusPendingCall pending = tool.asyncCall(call);
+    const auto isAnswered = [&] { return pending.isFinished(); };
+    [[maybe_unused]] const bool isDone = QTest::qWaitFor(isAnswered, patienceMs);
+    QDBusConnection::disconnectFromBus(QStringLiteral("tool"));
+    return pending.reply();
+}
+
+void tst_ModuleLink::queriesAreAnswered()
+{
+    const PrivateBus bus;
+    ModuleService service;
+    QString error;
+    QVERIFY2(service.open(bus.address(), &error), qPrintable(error));
+    const QMap<int, bool> zones = {{1, true}, {8, false}};
+    norda::VtqService::instance()->setParkingAssistZones(zones);
+    const QDBusMessage reply = ask(bus, QStringLiteral("getParkingAssistZones"));
+    QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
+    QCOMPARE(reply.signature(), QStringLiteral("a{ib}"));
+    const QVariant answer =
+        bus::fromWire(reply.arguments().value(0), qMetaTypeId<QMap<int, bool>>());
+    const auto answered = answer.value<QMap<int, bool>>();
+    QCOMPARE(answered, zones);
+}
+
+void tst_ModuleLink::callsThatDoNotFit_data()
+{
+    QTest::addColumn<QString>("member");
+    QTest::addColumn<QVariantList>("arguments");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("unknown") << "fly" << QVariantList()
+                             << "fly: expected a command of com.stavel.norda.Adaptor1";
+    QTest::newRow("a signal") << "doorStatus" << QVariantList{QVariant::fromValue(uchar(1))}
+                              << "doorStatus: expected a command of com.stavel.norda.Adaptor1";
+    QTest::newRow("not for others") << "connectService" << QVariantList()
+                                    << "connectService: expected a command of "
+                                       "com.stavel.norda.Adaptor1";
+    QTest::newRow("too few") << "fanSpeedUpButton" << QVariantList{true}
+                             << "fanSpeedUpButton: expected arguments of type 'bb', got 'b'";
+    QTest::newRow("another type") << "triggerACButton" << QVariantList{QStringLiteral("yes")}
+                                  << "triggerACButton: expected arguments of type 'b', got 's'";
+    QTest::newRow("another number") << "centerGaugeMenu" << QVariantList{1}
+                                    << "centerGaugeMenu: expected arguments of type 'y', got 'i'";
+}
+
+void tst_ModuleLink::callsThatDoNotFit()
+{
+    QFETCH(QString, member);
+    QFETCH(QVariantList, arguments);
+    QFETCH(QString, message);
+    QSignalSpy calls(CallLog::instance(), &CallLog::called);
+    const QDBusMessage reply = ask(m_link->bus, member, arguments);
+    QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
+    QCOMPARE(reply.errorMessage(), message);
+    QVERIFY(calls.isEmpty());
+}
+
+// ---- Modules that come and go -------------------------------------------------------------------
+
+void tst_ModuleLink::moduleGoesAndComesBack()
+{
+    const PrivateBus bus;
+    QString error;
+    auto service = std::make_unique<ModuleService>();
+    QVERIFY2(service->open(bus.address(), &error), qPrintable(error));
+    emit norda::VtqAdaptor::instance()->batteryVoltage(QStringLiteral("12.1V"));
+    const QString voltage = QStringLiteral("batteryVoltage");
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+    QCOMPARE(unit.of(voltage).last(), QVariantList{"12.1V"});
+
+    service.reset();
+    TRY_WAITING(unit);
+    QCOMPARE(unit.of(voltage).last(), QVariantList{"12.1V"}); // for the promised period
+    QTRY_COMPARE_WITH_TIMEOUT(unit.of(voltage).last(), QVariantList{"--"}, patienceMs);
+    QVERIFY(!unit.of(QStringLiteral("audioInterruptNotify")).isEmpty());
+
+    service = std::make_unique<ModuleService>();
+    QVERIFY2(service->open(bus.address(), &error), qPrintable(error));
+    emit norda::VtqAdaptor::instance()->batteryVoltage(QStringLiteral("12.3V"));
+    TRY_CONNECTED(unit);
+    QTRY_COMPARE_WITH_TIMEOUT(unit.of(voltage).last(), QVariantList{"12.3V"}, patienceMs);
+}
+
+void tst_ModuleLink::briefRestartShowsNothingMissing()
+{
+    const PrivateBus bus;
+    auto module = std::make_unique<ForeignModule>(bus);
+    module->missingAfterMs = patienceMs;
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+    module.reset();
+    TRY_WAITING(unit);
+    module = std::make_unique<ForeignModule>(bus);
+    TRY_CONNECTED(unit);
+    QVERIFY(unit.all.isEmpty());
+}
+
+void tst_ModuleLink::touchesAreNotQueued()
+{
+    const PrivateBus bus;
+    Unit unit(bus);
+    unit.send(QStringLiteral("triggerACButton"), {true});
+    ForeignModule module(bus);
+    TRY_CONNECTED(unit);
+    unit.send(QStringLiteral("gaugesListBack"), {});
+    QTRY_VERIFY_WITH_TIMEOUT(module.calls.contains("gaugesListBack"), patienceMs);
+    QVERIFY(!module.calls.contains(QStringLiteral("triggerACButton")));
+}
+
+void tst_ModuleLink::silentModule()
+{
+    const PrivateBus bus;
+    ForeignModule module(bus);
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+    module.send(QStringLiteral("batteryVoltage"), {QStringLiteral("12.0V")});
+    QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), 1, patienceMs);
+
+    module.isAnswering = false;
+    TRY_WAITING(unit);
+    QCOMPARE(unit.all.last().arguments, QVariantList{"--"});
+
+    module.isAnswering = true;
+    module.snapshot = {{QStringLiteral("batteryVoltage"), {QStringLiteral("11.9V")}}};
+    module.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(1))});
+    TRY_CONNECTED(unit);
+    QCOMPARE(unit.all.last().arguments, QVariantList{"11.9V"});
+}
+
+void tst_ModuleLink::quietModuleIsLeftAlone()
+{
+    const PrivateBus bus;
+    ForeignModule module(bus);
+    module.missingAfterMs = 50;
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+    module.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(1))});
+    QTRY_COMPARE_WITH_TIMEOUT(module.calls.count("Ping"), 1, patienceMs);
+    module.calls.clear();
+    QTest::qWait(10 * module.missingAfterMs);
+    // One may be under way for the signal that came while the first was answered.
+    QVERIFY2(module.calls.size() <= 1, qPrintable(module.calls.join(' ')));
+    QCOMPARE(unit.state(), Client::Connected);
+}
+
+// ---- Modules that do not keep to the interface --------------------------------------------------
+
+void tst_ModuleLink::signalsThatDoNotFit_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QVariantList>("arguments");
+    QTest::addColumn<QByteArray>("warning");
+    const QByteArray types = ": expected arguments of type ";
+    QTest::newRow("unknown") << "flightLevel" << QVariantList{1}
+                             << QByteArray("flightLevel: expected a signal of "
+                                           "com.stavel.norda.Adaptor1");
+    QTest::newRow("none") << "doorStatus" << QVariantList() << "doorStatus" + types + "'y'";
+    QTest::newRow("another type") << "doorStatus" << QVariantList{"open"}
+                                  << "doorStatus" + types + "'y'";
+    QTest::newRow("more") << "batteryVoltage" << QVariantList{"12V", "13V"}
+                          << "batteryVoltage" + types + "'s'";
+    QTest::newRow("variants for numbers")
+        << "Properties2TextInfo" << QVariantList{QVariant(QVariantList{1, 2})}
+        << "Properties2TextInfo" + types + "'ai'";
+}
+
+void tst_ModuleLink::signalsThatDoNotFit()
+{
+    QFETCH(QString, name);
+    QFETCH(QVariantList, arguments);
+    QFETCH(QByteArray, warning);
+    const PrivateBus bus;
+    ForeignModule module(bus);
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+    QTest::ignoreMessage(QtWarningMsg, "vehicle module: " + warning); // once
+    for (int i = 0; i < 3; ++i)
+        module.send(name, arguments);
+    module.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(4))});
+    QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), 1, patienceMs);
+    QCOMPARE(unit.all.first().arguments, QVariantList{QVariant::fromValue(uchar(4))});
+}
+
+void tst_ModuleLink::signalsOfOthersAreIgnored()
+{
+    const PrivateBus bus;
+    ForeignModule module(bus);
+    ForeignModule other(bus, false);
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+    other.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(255))});
+    other.connection.interface()->serviceOwner(QLatin1String(bus::serviceName)); // it was sent
+    module.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(1))});
+    QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), 1, patienceMs);
+    QCOMPARE(unit.all.first().arguments, QVariantList{QVariant::fromValue(uchar(1))});
+}
+
+void tst_ModuleLink::answersThatDoNotFit_data()
+{
+    QTest::addColumn<Record>("record");
+    QTest::addColumn<QByteArray>("warning");
+    QTest::newRow("unknown") << Record{"flightLevel", {1}}
+                             << QByteArray("flightLevel: expected a signal of "
+                                           "com.stavel.norda.Adaptor1");
+    QTest::newRow("too few") << Record{"doorStatus", {}}
+                             << QByteArray("doorStatus: expected arguments of type 'y'");
+    QTest::newRow("another type") << Record{"doorStatus", {1}}
+                                  << QByteArray("doorStatus: expected arguments of type 'y'");
+    QTest::newRow("features") << Record{"FeaturesChanged", {"getParkingAssistZones", 0, 1}}
+                              << QByteArray();
+}
+
+void tst_ModuleLink::answersThatDoNotFit()
+{
+    QFETCH(Record, record);
+    QFETCH(QByteArray, warning);
+    const PrivateBus bus;
+    ForeignModule module(bus);
+    module.snapshot = {record, {QStringLiteral("batteryVoltage"), {QStringLiteral("12.0V")}}};
+    if (!warning.isEmpty())
+        QTest::ignoreMessage(QtWarningMsg, "vehicle module: " + warning);
+    const Unit unit(bus);
+    TRY_CONNECTED(unit);
+    QCOMPARE(unit.all.size(), 1);
+    QCOMPARE(unit.all.first().name, QStringLiteral("batteryVoltage"));
+}
+
+void tst_ModuleLink::nameThatIsTaken()
+{
+    const PrivateBus bus;
+    QString error;
+    ModuleService first;
+    QVERIFY2(first.open(bus.address(), &error), qPrintable(error));
+    ModuleService second;
+    QVERIFY(!second.open(bus.address(), &error));
+    QCOMPARE(error, QStringLiteral("com.stavel.norda.Module: expected a free name, another module "
+                                   "has it"));
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+}
+
+// ---- The bus itself -----------------------------------------------------------------------------
+
+void tst_ModuleLink::busThatIsNotThere()
+{
+    PrivateBus bus;
+    bus.stop();
+    QString error;
+    ModuleService service;
+    QVERIFY(!service.open(bus.address(), &error));
+    QVERIFY2(error.startsWith(bus.address() + ": expected a D-Bus, got '"), qPrintable(error));
+    Unit unit(bus);
+    QTest::qWait(700); // more than a try
+    QCOMPARE(unit.state(), Client::Waiting);
+    bus.start();
+    const ForeignModule module(bus);
+    TRY_CONNECTED(unit);
+}
+
+void tst_ModuleLink::busRestarts()
+{
+    PrivateBus bus;
+    QString error;
+    ModuleService service;
+    QVERIFY2(service.open(bus.address(), &error), qPrintable(error));
+    QSignalSpy losses(&service, &ModuleService::lost);
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+    bus.stop();
+    TRY_WAITING(unit);
+    QTRY_COMPARE_WITH_TIMEOUT(losses.size(), 1, patienceMs);
+    bus.start();
+    QTRY_COMPARE_WITH_TIMEOUT(losses.size(), 2, patienceMs);
+    TRY_CONNECTED(unit);
+    unit.all.clear();
+    emit norda::VtqAdaptor::instance()->doorStatus(7);
+    QTRY_COMPARE_WITH_TIMEOUT(unit.of(QStringLiteral("doorStatus")).size(), 1, patienceMs);
+}
+
+// ---- Many signals -------------------------------------------------------------------------------
+
+void tst_ModuleLink::burst()
+{
+    static constexpr int count = 10000;
+    const PrivateBus bus;
+    QString error;
+    ModuleService service;
+    QVERIFY2(service.open(bus.address(), &error), qPrintable(error));
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+    unit.all.clear();
+    for (int i = 0; i < count; ++i)
+        emit norda::VtqAdaptor::instance()->batteryVoltage(QString::number(i));
+    QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), count, patienceMs);
+    for (int i = 0; i < count; ++i)
+        QCOMPARE(unit.all[i].arguments.value(0).toInt(), i);
+}
+
+void tst_ModuleLink::floodIsDroppedAndTheStateRequested()
+{
+    static constexpr int count = 3 * bus::Inbox::Most;
+    const PrivateBus bus;
+    QString error;
+    ModuleService service;
+    QVERIFY2(service.open(bus.address(), &error), qPrintable(error));
+    Unit unit(bus);
+    TRY_CONNECTED(unit);
+    unit.all.clear();
+    for (int i = 0; i < count; ++i)
+        emit norda::VtqAdaptor::instance()->batteryVoltage(QString::number(i));
+    // Meanwhile the screens do nothing.
+    QDBusConnection::connectToBus(bus.address(), "flood").interface()->serviceOwner("x.y");
+    QThread::sleep(3);
+    const QString voltage = QStringLiteral("batteryVoltage");
+    const auto isUpToDate = [&] {
+        return !unit.of(voltage).isEmpty() &&
+               unit.of(voltage).last() == QVariantList{QString::number(count - 1)};
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(isUpToDate(), patienceMs);
+    QVERIFY(unit.all.size() <= 2 * bus::Inbox::Most);
+    QCOMPARE(unit.state(), Client::Connected);
+    QDBusConnection::disconnectFromBus("flood");
+}
+
+NORDA_TEST_MAIN(tst_ModuleLink)
+#include "tst_modulelink.moc"
