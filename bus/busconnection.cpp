@@ -19,7 +19,14 @@ static QDBusConnection connection(const QString &address, const QString &name)
     return QDBusConnection::connectToBus(address, name);
 }
 
-BusConnection::BusConnection() : m_name(newName()), m_bus(QString()) {}
+BusConnection::BusConnection() : m_name(newName()), m_bus(QString())
+{
+    // The library ends the process when a bus accepts a connection and then refuses its greeting:
+    // Qt drops such a connection without closing it.
+    static constexpr char fatalWarnings[] = "DBUS_FATAL_WARNINGS";
+    if (!qEnvironmentVariableIsSet(fatalWarnings))
+        qputenv(fatalWarnings, "0");
+}
 
 BusConnection::~BusConnection()
 {

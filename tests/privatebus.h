@@ -1,17 +1,16 @@
 #pragma once
 
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QtTest>
+#include "backgroundprogram.h"
+
+#include <memory>
 
 /** A message bus of the test's own, which can be restarted at the same address. */
 class PrivateBus
 {
 public:
     /** @param policy  what the configuration allows, as XML */
-    explicit PrivateBus(const QByteArray &policy = R"(<allow send_destination="*" eavesdrop="true"/>
-<allow eavesdrop="true"/><allow own="*"/>)")
+    explicit PrivateBus(const QByteArray &policy = R"(<allow send_destination="*"/>
+<allow receive_sender="*"/><allow own="*"/>)")
     {
         QFile file(configuration());
         file.open(QIODevice::WriteOnly);
@@ -22,23 +21,20 @@ public:
         start();
     }
 
-    ~PrivateBus() { stop(); }
-
     QString address() const { return QStringLiteral("unix:path=%1/bus").arg(m_folder.path()); }
 
     void start()
     {
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
-                        QStringLiteral("--config-file=") + configuration()});
-        QVERIFY2(m_daemon.waitForReadyRead(30000), "dbus-daemon: expected it to start");
+        m_daemon = std::make_unique<BackgroundProgram>(
+            QStringLiteral("dbus-daemon --nofork --print-address --config-file=") +
+            configuration());
+        if (m_daemon->lineWith(QStringLiteral("unix:")).isEmpty())
+            qFatal("dbus-daemon: expected it to start, got: %s", qPrintable(m_daemon->err()));
     }
 
     void stop()
     {
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-        m_daemon.readAll();
+        m_daemon.reset();
         QFile::remove(m_folder.filePath(QStringLiteral("bus")));
     }
 
@@ -46,5 +42,5 @@ private:
     QString configuration() const { return m_folder.filePath(QStringLiteral("bus.conf")); }
 
     QTemporaryDir m_folder;
-    QProcess m_daemon;
+    std::unique_ptr<BackgroundProgram> m_daemon;
 };

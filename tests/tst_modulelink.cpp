@@ -131,6 +131,7 @@ private slots:
     void answersThatDoNotFit();
     void nameThatIsTaken();
     void busThatIsNotThere();
+    void nameThatIsNotAllowed();
     void busRestarts();
     void burst();
     void floodIsDroppedAndTheStateRequested();
@@ -613,6 +614,20 @@ void tst_ModuleLink::busThatIsNotThere()
     bus.start();
     const ForeignModule module(bus);
     TRY_CONNECTED(unit);
+}
+
+void tst_ModuleLink::nameThatIsNotAllowed()
+{
+    const PrivateBus bus(R"(<allow receive_sender="*"/>)");
+    QString error;
+    ModuleService service;
+    QVERIFY(!service.open(bus.address(), &error));
+    const QString expected =
+        QStringLiteral("com.stavel.norda.Module: expected the right to own it, got '");
+    QVERIFY2(error.startsWith(expected), qPrintable(error));
+    const Unit unit(bus);
+    QTest::qWait(700); // more than a try
+    QCOMPARE(unit.state(), Client::Waiting);
 }
 
 void tst_ModuleLink::busRestarts()

@@ -2,7 +2,9 @@
 
 #include "nordahost_global.h"
 
+#include <QMap>
 #include <QObject>
+#include <QVariant>
 
 namespace bus {
 class Client;
@@ -54,8 +56,11 @@ signals:
 private:
     ServiceConnection();
     void setState(State state);
+    void sendCommand(const QString &operation, QVariantList arguments);
+    void repeatRequests();
 
     QString m_address;
     bus::Client *m_client = nullptr;
+    QMap<QString, QVariantList> m_requests; ///< the pages' last ones, by command
     State m_state = InProcess;
 };

@@ -8,7 +8,6 @@
 #include "norda/vtqservice.h"
 
 #include <QCoreApplication>
-#include <QMap>
 
 using bus::Client;
 
@@ -39,17 +38,10 @@ static void setFeatures(const QString &query, const QVariantList &arguments)
                                                  arguments.value(1).value<QMap<int, bool>>());
 }
 
-/** A call of the plugin to one of the objects; not a query, which is answered here. */
-static void sendCommand(Client *client, const QString &operation, QVariantList arguments)
+/** Whether a command asks for a page's state, so that it is worth repeating. */
+static bool isRequest(const QString &command)
 {
-    static const QString scope = QStringLiteral("norda::");
-    if (!operation.startsWith(scope))
-        return;
-    const QString name = operation.mid(operation.lastIndexOf(QLatin1Char(':')) + 1);
-    const bus::Interface::Member command = interface().command(name);
-    if (command.isValid() && command.resultSignature.isEmpty() &&
-        bus::convertArguments(command.method, &arguments))
-        client->send(name, arguments);
+    return command.contains(QLatin1String("request"), Qt::CaseInsensitive);
 }
 
 ServiceConnection::ServiceConnection() : m_address(qEnvironmentVariable("NORDA_MODULE_BUS")) {}
@@ -73,6 +65,29 @@ void ServiceConnection::setState(State state)
     emit stateChanged(state);
 }
 
+/** A call of the plugin to one of the objects; not a query, which is answered here. */
+void ServiceConnection::sendCommand(const QString &operation, QVariantList arguments)
+{
+    static const QString scope = QStringLiteral("norda::");
+    if (!operation.startsWith(scope))
+        return;
+    const QString name = operation.mid(operation.lastIndexOf(QLatin1Char(':')) + 1);
+    const bus::Interface::Member command = interface().command(name);
+    if (!command.isValid() || !command.resultSignature.isEmpty() ||
+        !bus::convertArguments(command.method, &arguments))
+        return;
+    if (isRequest(name))
+        m_requests.insert(name, arguments);
+    m_client->send(name, arguments);
+}
+
+/** A module that came back, or that came after the pages had asked, is asked again. */
+void ServiceConnection::repeatRequests()
+{
+    for (auto it = m_requests.cbegin(); it != m_requests.cend(); ++it)
+        m_client->send(it.key(), it.value());
+}
+
 void ServiceConnection::open()
 {
     delete m_client;
@@ -85,11 +100,13 @@ void ServiceConnection::open()
     connect(m_client, &Client::received, this, emitSignal);
     connect(m_client, &Client::featuresReceived, this, setFeatures);
     connect(m_client, &Client::stateChanged, this, [this](Client::State state) {
+        if (state == Client::Connected)
+            repeatRequests();
         setState(state == Client::Connected ? Connected : Waiting);
     });
     connect(CallLog::instance(), &CallLog::called, m_client,
-            [client = m_client](const QString &operation, const QVariantList &arguments) {
-                sendCommand(client, operation, arguments);
+            [this](const QString &operation, const QVariantList &arguments) {
+                sendCommand(operation, arguments);
             });
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, m_client, &Client::close);
     setState(Waiting);

@@ -1,0 +1,305 @@
+#include "backgroundprogram.h"
+#include "calllog.h"
+#include "headunit.h"
+#include "norda/vtqadaptor.h"
+#include "pages.h"
+#include "privatebus.h"
+#include "serviceconnection.h"
+#include "testmain.h"
+
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPushButton>
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+/** A unit in this process, the vehicle module in another one, a bus between them. */
+class tst_UnitAndModule : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+
+    void pagesFollowTheModule();
+    void noModuleAtFirst();
+    void touchesReachTheModule();
+    void numbersGoMissingWithTheModule();
+    void moduleIsKilledAgainAndAgain();
+    void moduleIsFrozen();
+    void moduleFloods();
+    void busRestarts();
+    void inProcessNothingConnects();
+
+private:
+    void startModule(const QString &options = QString())
+    {
+        m_module = std::make_unique<BackgroundProgram>(
+            BackgroundProgram::command(QStringLiteral("norda-moduled")) +
+            QStringLiteral(" --bus ") + m_bus->address() + QLatin1Char(' ') + options);
+    }
+    void startUnit()
+    {
+        m_unit = std::make_unique<HeadUnit>();
+        QString error;
+        QVERIFY2(m_unit->load(testpaths::pluginFile(), &error), qPrintable(error));
+        m_unit->screen()->show();
+        m_unit->windows()->openWindow(firstPage);
+        QVERIFY(QTest::qWaitForWindowExposed(m_unit->screen()));
+    }
+    QString text(const char *label) const
+    {
+        const auto *found = m_unit->screen()->findChild<QLabel *>(QLatin1String(label));
+        return found ? found->text() : QString();
+    }
+    static ServiceConnection *link() { return ServiceConnection::instance(); }
+
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<BackgroundProgram> m_module;
+    std::unique_ptr<HeadUnit> m_unit;
+};
+
+static constexpr int patienceMs = 60000;
+#define TRY_STATE(wanted)                                                                          \
+    QTRY_COMPARE_WITH_TIMEOUT(link()->state(), ServiceConnection::wanted, patienceMs)
+
+static constexpr char ambient[] = "Txt_up_left_value";
+
+/** Touches a key again and again from a thread of its own, and notes how long each answer takes. */
+class Finger
+{
+public:
+    explicit Finger(QWidget *key) : m_key(key)
+    {
+        QObject::connect(CallLog::instance(), &CallLog::called, &m_receiver,
+                         [this](const QString &operation) {
+                             if (operation == QLatin1String("svaudio::AudioService::doBeep"))
+                                 m_answersMs.append(m_clock.elapsed() - m_touchedAtMs);
+                         });
+        m_clock.start();
+        m_thread = std::thread([this] { touch(); });
+    }
+    ~Finger() { lift(); }
+
+    void lift()
+    {
+        m_isLifted = true;
+        if (m_thread.joinable())
+            m_thread.join();
+        QCoreApplication::processEvents();
+    }
+
+    /** In order, the fastest first. */
+    QVector<qint64> answersMs() const
+    {
+        QVector<qint64> sorted = m_answersMs;
+        std::sort(sorted.begin(), sorted.end());
+        return sorted;
+    }
+    qint64 medianMs() const { return answersMs().value(m_answersMs.size() / 2, patienceMs); }
+
+private:
+    void touch()
+    {
+        while (!m_isLifted) {
+            m_touchedAtMs = m_clock.elapsed();
+            const QPointF middle(m_key->width() / 2.0, m_key->height() / 2.0);
+            for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+                QCoreApplication::postEvent(m_key, new QMouseEvent(type, middle, Qt::LeftButton,
+                                                                   type == QEvent::MouseButtonPress
+                                                                       ? Qt::LeftButton
+                                                                       : Qt::NoButton,
+                                                                   Qt::NoModifier));
+            QThread::msleep(200);
+        }
+    }
+
+    QWidget *m_key;
+    QObject m_receiver;
+    QElapsedTimer m_clock;
+    std::atomic<qint64> m_touchedAtMs{0};
+    QVector<qint64> m_answersMs;
+    std::atomic<bool> m_isLifted{false};
+    std::thread m_thread;
+};
+
+/** A touch is answered within a tenth of a second; an emulator answers when it can. */
+static void checkAnswers(const Finger &finger, int least)
+{
+    static constexpr qint64 promptMs = 100;
+    const QVector<qint64> answers = finger.answersMs();
+    QVERIFY2(answers.size() >= least, qPrintable(QString::number(answers.size())));
+    qInfo("touches: %d, median %lld ms, longest %lld ms", answers.size(),
+          static_cast<long long>(finger.medianMs()), static_cast<long long>(answers.last()));
+    QVERIFY(finger.medianMs() <= promptMs || !testpaths::emulator().isEmpty());
+}
+
+static qint64 residentKb()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    return file.readAll().split(' ').value(1).toLongLong() * (::sysconf(_SC_PAGESIZE) / 1024);
+}
+
+void tst_UnitAndModule::init()
+{
+    m_bus = std::make_unique<PrivateBus>();
+    link()->setAddress(m_bus->address());
+}
+
+void tst_UnitAndModule::cleanup()
+{
+    m_unit.reset();
+    m_module.reset();
+    link()->setAddress({});
+    link()->open();
+    m_bus.reset();
+}
+
+void tst_UnitAndModule::pagesFollowTheModule()
+{
+    startModule();
+    startUnit();
+    TRY_STATE(Connected);
+    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+}
+
+void tst_UnitAndModule::noModuleAtFirst()
+{
+    startUnit();
+    const QString atStart = text(ambient);
+    QTest::qWait(1500);
+    QCOMPARE(link()->state(), ServiceConnection::Waiting);
+    QCOMPARE(text(ambient), atStart);
+    startModule();
+    TRY_STATE(Connected);
+    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+}
+
+void tst_UnitAndModule::touchesReachTheModule()
+{
+    startModule();
+    startUnit();
+    TRY_STATE(Connected);
+    m_unit->windows()->openWindow(ClimatePage);
+    auto *key = m_unit->screen()->findChild<QAbstractButton *>(QStringLiteral("key_AC"));
+    QVERIFY(key);
+    QSignalSpy status(norda::VtqAdaptor::instance(),
+                      &norda::VtqAdaptor::NordaClimateCtrlStatusNotify);
+    QTest::mouseClick(key, Qt::LeftButton);
+    QTRY_VERIFY_WITH_TIMEOUT(!status.isEmpty(), patienceMs);
+}
+
+void tst_UnitAndModule::numbersGoMissingWithTheModule()
+{
+    startModule();
+    startUnit();
+    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+    m_module->signal(SIGKILL);
+    TRY_STATE(Waiting);
+    QTRY_COMPARE_WITH_TIMEOUT(text(ambient), QStringLiteral("--"), patienceMs);
+    m_module.reset();
+    startModule();
+    TRY_STATE(Connected);
+    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+}
+
+void tst_UnitAndModule::moduleIsKilledAgainAndAgain()
+{
+    const int times = testpaths::emulator().isEmpty() ? 100 : 5;
+    startModule();
+    startUnit();
+    TRY_STATE(Connected);
+    QPointer<QWidget> key =
+        m_unit->windows()->currentPage()->findChild<QWidget *>("norda_key_gauge");
+    QVERIFY(key);
+    Finger finger(key);
+    qint64 settledKb = 0;
+    for (int i = 0; i < times; ++i) {
+        m_module->signal(SIGKILL);
+        TRY_STATE(Waiting);
+        m_module.reset();
+        startModule();
+        TRY_STATE(Connected);
+        if (i == times / 5)
+            settledKb = residentKb();
+    }
+    finger.lift();
+    checkAnswers(finger, times / 2);
+    QVERIFY2(residentKb() < settledKb + 2048,
+             qPrintable(QString::number(residentKb() - settledKb)));
+    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+}
+
+void tst_UnitAndModule::moduleIsFrozen()
+{
+    startModule();
+    startUnit();
+    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+    m_module->signal(SIGSTOP);
+    {
+        Finger finger(m_unit->windows()->currentPage()->findChild<QWidget *>("norda_key_gauge"));
+        TRY_STATE(Waiting);
+        QTRY_COMPARE_WITH_TIMEOUT(text(ambient), QStringLiteral("--"), patienceMs);
+        QTest::qWait(3000);
+        finger.lift();
+        checkAnswers(finger, 10);
+    }
+    m_module->signal(SIGCONT);
+    TRY_STATE(Connected);
+    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+}
+
+void tst_UnitAndModule::moduleFloods()
+{
+    m_module = std::make_unique<BackgroundProgram>(
+        (testpaths::emulator() + QLatin1Char(' ') + testpaths::buildFolder() +
+         QStringLiteral("/tests/floodmodule ") + m_bus->address())
+            .trimmed());
+    startUnit();
+    TRY_STATE(Connected);
+    const qint64 beforeKb = residentKb();
+    int voltages = 0;
+    QObject receiver;
+    connect(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::batteryVoltage, &receiver,
+            [&] { ++voltages; });
+    Finger finger(m_unit->windows()->currentPage()->findChild<QWidget *>("norda_key_gauge"));
+    QString last;
+    connect(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::batteryVoltage, &receiver,
+            [&](const QString &voltage) { last = voltage; });
+    QTRY_COMPARE_WITH_TIMEOUT(last, QStringLiteral("last"), 2 * patienceMs);
+    finger.lift();
+    checkAnswers(finger, 5);
+    qInfo("%d of the signals shown, %lld kB more memory", voltages,
+          static_cast<long long>(residentKb() - beforeKb));
+    QVERIFY(residentKb() < beforeKb + 100 * 1024);
+}
+
+void tst_UnitAndModule::busRestarts()
+{
+    startModule();
+    startUnit();
+    TRY_STATE(Connected);
+    m_bus->stop();
+    TRY_STATE(Waiting);
+    m_bus->start();
+    TRY_STATE(Connected);
+    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+}
+
+void tst_UnitAndModule::inProcessNothingConnects()
+{
+    link()->setAddress({});
+    startModule();
+    startUnit();
+    QTest::qWait(500);
+    QCOMPARE(link()->state(), ServiceConnection::InProcess);
+    emit norda::VtqAdaptor::instance()->gaugeTLValueDualNotify("41", "F", 41);
+    QCOMPARE(text(ambient), QStringLiteral("41"));
+}
+
+NORDA_TEST_MAIN(tst_UnitAndModule)
+#include "tst_unitandmodule.moc"
