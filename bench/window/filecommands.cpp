@@ -1,10 +1,12 @@
 #include "window/filecommands.h"
 
+#include "live/liveports.h"
 #include "options.h"
 #include "outputfile.h"
 #include "scenario/scenariowriter.h"
 #include "session/rig.h"
 #include "tools/picturefile.h"
+#include "window/cardialogs.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -34,14 +36,22 @@ void FileCommands::chooseDrive()
         openDrive(file);
 }
 
+void FileCommands::chooseCar()
+{
+    const QString name = askForCar(m_window);
+    if (!name.isEmpty())
+        openDrive(name);
+}
+
 /** At unlimited speed the drive would be over before anything of it was seen. */
 void FileCommands::openDrive(const QString &source)
 {
     emit opens();
     QString error;
-    if (!m_rig->openDrive(source, &error)) {
-        QMessageBox::warning(m_window, tr("Open a drive"), error);
-        return;
+    while (!m_rig->openDrive(source, &error)) {
+        if (!reportUnusable(source, error))
+            return;
+        error.clear();
     }
     module::Drive *drive = m_rig->session()->drive();
     if (drive->speed() == module::Drive::Unlimited)
@@ -49,6 +59,15 @@ void FileCommands::openDrive(const QString &source)
     emit opened(source);
     emit recordingChanged(); // a recording continues
     drive->play();
+}
+
+/** @return whether to try again */
+bool FileCommands::reportUnusable(const QString &source, const QString &error)
+{
+    if (module::isLiveName(source))
+        return isTriedAgain(m_window, error);
+    QMessageBox::warning(m_window, tr("Open a drive"), error);
+    return false;
 }
 
 void FileCommands::chooseScenario()

@@ -86,18 +86,35 @@ void LiveSource::onReady()
 
 void LiveSource::onLost(const QString &why)
 {
+    noteLoss(why);
+    if (!m_wasConnected)
+        return;
+    ++m_losses;
+    m_reconnectTimer.start(reconnectMs);
+}
+
+void LiveSource::noteLoss(const QString &why)
+{
     m_isConnected = false;
     m_lossReason = why;
     m_poller.disconnected();
     m_pollTimer.stop();
-    if (!m_wasConnected)
-        return;
-    ++m_losses;
     forget(false);
     if (m_decoder)
         m_decoder->reset();
-    showNotice(QLatin1String(noConnection));
-    m_reconnectTimer.start(reconnectMs);
+    if (m_wasConnected)
+        showNotice(QLatin1String(noConnection));
+}
+
+void LiveSource::setReleased(bool isReleased)
+{
+    m_reconnectTimer.stop();
+    if (!isReleased) {
+        m_link->open();
+        return;
+    }
+    m_link->close();
+    noteLoss(QStringLiteral("released for another connection"));
 }
 
 void LiveSource::ask()
