@@ -5,6 +5,7 @@
 #include "mapcheck.h"
 #include "mapsuggestion.h"
 #include "rawcan.h"
+#include "scenario/scenario.h"
 #include "testfolder.h"
 
 #include <QLabel>
@@ -36,6 +37,7 @@ private slots:
     void suggestsAMap();
     void suggestionIsAMap();
     void opensInTheWindow();
+    void isPlayedAgainByAScenario();
     void needsItsFilesInTheWindow();
     void realDoors_data();
     void realDoors();
@@ -437,6 +439,32 @@ void tst_CarLog::opensInTheWindow()
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("13.5V"));
     drop(m_folder.filePath("raw.log"));
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
+}
+
+/** The scenario names all that explains the log, wherever it is saved. */
+void tst_CarLog::isPlayedAgainByAScenario()
+{
+    const QByteArray volts(8, char(12));
+    m_options.setup.car = smallCar("Vehicle.LowVoltageBattery.CurrentVoltage", "\"signal\":\"B0\"");
+    makeBench();
+    drop(m_folder.write("raw.log", line(0, 0x100, volts) + line(900, 0x100, volts)));
+    windows()->openWindow(81);
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
+    QString error;
+    const TestFolder other;
+    const QString file = other.filePath("session.scenario");
+    QVERIFY2(m_window->saveScenario(file, &error), qPrintable(error));
+    removeBench();
+
+    Scenario scenario;
+    QVERIFY2(scenario.read(file, &error), qPrintable(error));
+    QCOMPARE(scenario.setup.car.dbc, m_options.setup.car.dbc);
+    QCOMPARE(scenario.setup.car.map, m_options.setup.car.map);
+    Rig rig(scenario.setup);
+    QVERIFY2(rig.open(testpaths::pluginFile(), &error), qPrintable(error));
+    QCOMPARE(rig.session()->drive()->source()->statistics().value("kind").toString(),
+             QStringLiteral("rawcan"));
+    m_options.setup.car = {};
 }
 
 void tst_CarLog::needsItsFilesInTheWindow()

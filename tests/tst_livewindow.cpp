@@ -1,6 +1,7 @@
 #include "benchfixture.h"
 #include "ecuprogram.h"
 #include "livebus.h"
+#include "scenario/scenario.h"
 #include "testfolder.h"
 #include "window/cardialogs.h"
 #include "window/filecommands.h"
@@ -27,6 +28,7 @@ private slots:
     void opensTheSamePortAgain();
     void keepsTheCarThatItHas();
     void eachCarHasItsLog();
+    void sessionIsSavedWithItsLog();
     void recentCarsAreOffered();
 
 private:
@@ -252,6 +254,29 @@ void tst_LiveWindow::eachCarHasItsLog()
         QString error;
         QVERIFY2(module::openSource(m_folder.filePath(log), &error), qPrintable(error));
     }
+}
+
+/** Only the log of a car can be driven again. */
+void tst_LiveWindow::sessionIsSavedWithItsLog()
+{
+    FakeAdapter adapter(false);
+    const QString name = QStringLiteral("elm327:tcp:127.0.0.1:%1").arg(adapter.port().port);
+    const QString file = m_folder.filePath("session.scenario");
+    makeBench(name);
+    QString error;
+    QVERIFY(!m_window->saveScenario(file, &error));
+    QCOMPARE(error, file + ": expected a car that is connected with --log-can, whose log is driven "
+                           "again");
+    error.clear();
+    m_options.setup.live.log = m_folder.filePath("saved.log");
+    makeBench(name);
+    QVERIFY(followsTheCar());
+    QTRY_VERIFY(QFile::exists(m_options.setup.live.log));
+    QVERIFY2(m_window->saveScenario(file, &error), qPrintable(error));
+    m_options.setup.live.log.clear();
+    Scenario scenario;
+    QVERIFY2(scenario.read(file, &error), qPrintable(error));
+    QCOMPARE(scenario.setup.source, m_folder.filePath("saved.log"));
 }
 
 void tst_LiveWindow::recentCarsAreOffered()

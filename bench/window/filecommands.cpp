@@ -80,10 +80,31 @@ void FileCommands::chooseScenario()
         QMessageBox::warning(m_window, tr("Save the session as a scenario"), error);
 }
 
+/** What the session can be driven by again, from any folder. */
+static Setup repeatableSetup(Setup setup)
+{
+    if (module::isLiveName(setup.source))
+        setup.source = setup.live.log;
+    if (!QFileInfo(setup.source).isFile() || !module::isCandumpLog(setup.source))
+        setup.car = {};
+    for (QString *file : {&setup.source, &setup.car.dbc, &setup.car.map}) {
+        if (QFileInfo(*file).isFile())
+            *file = QFileInfo(*file).absoluteFilePath();
+    }
+    return setup;
+}
+
 bool FileCommands::saveScenario(const QString &file, QString *error) const
 {
+    const Setup setup = repeatableSetup(m_rig->setup());
+    if (setup.source.isEmpty()) {
+        *error =
+            tr("%1: expected a car that is connected with --log-can, whose log is driven again")
+                .arg(file);
+        return false;
+    }
     const QString text =
-        scenarioOf(m_rig->session()->journal(), m_rig->setup(), QFileInfo(file).completeBaseName());
+        scenarioOf(m_rig->session()->journal(), setup, QFileInfo(file).completeBaseName());
     return output::writeResult(file, text.toUtf8(), filesInUse(), error);
 }
 

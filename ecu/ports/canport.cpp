@@ -3,6 +3,7 @@
 #include "live/canportname.h"
 
 #include <QCanBus>
+#include <QVariant>
 
 namespace ecu {
 
