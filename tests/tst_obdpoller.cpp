@@ -1,4 +1,5 @@
 #include "live/obdpoller.h"
+#include "live/troublecodes.h"
 #include "obdpids.h"
 #include "testmain.h"
 

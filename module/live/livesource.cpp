@@ -1,6 +1,7 @@
 #include "livesource.h"
 
 #include "dbc/dbc.h"
+#include "live/troublecodes.h"
 #include "obdpids.h"
 
 #include <QDateTime>
@@ -146,7 +147,7 @@ void LiveSource::onAnswered(const QVector<ObdAnswer> &answers)
     add(m_poller.takeSamples(), true);
     if (const auto codes = m_poller.takeCodes()) {
         m_codes = *codes;
-        append({codesText()});
+        append({troubleCodesText(m_codes)});
     }
     schedulePoll();
 }
@@ -247,15 +248,6 @@ void LiveSource::showNotice(const QString &text)
     append(noticeTexts());
 }
 
-Emission LiveSource::codesText() const
-{
-    static constexpr int mostCodes = 6; // that fit
-    const QString title =
-        m_codes.isEmpty() ? QString() : QStringLiteral("Trouble codes: %1").arg(m_codes.size());
-    const QString codes = m_codes.mid(0, mostCodes).join(QStringLiteral(", "));
-    return {0, "vehicleInfoText", {title, codes}};
-}
-
 /** In place of what the top bars show otherwise. */
 QVector<Emission> LiveSource::noticeTexts() const
 {
@@ -317,7 +309,7 @@ Emission LiveSource::take()
 void LiveSource::seek(qint64 ms)
 {
     m_mapper.reset();
-    m_pending = m_mapper.opening() + QVector<Emission>{codesText()};
+    m_pending = m_mapper.opening() + QVector<Emission>{troubleCodesText(m_codes)};
     const QVector<Sample> latest = m_values.latest();
     for (const Sample &sample : latest)
         m_pending += m_mapper.map(sample);

@@ -73,7 +73,6 @@ private:
     void forget(bool onlyWatched);
     void choosePages();
     void showNotice(const QString &text);
-    Emission codesText() const;
     QVector<Emission> noticeTexts() const;
     void append(QVector<Emission> emissions);
     QStringList connectionFindings() const;

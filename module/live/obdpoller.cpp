@@ -1,5 +1,6 @@
 #include "obdpoller.h"
 
+#include "live/troublecodes.h"
 #include "obdpids.h"
 
 #include <algorithm>
