@@ -37,6 +37,7 @@ private slots:
     void suggestsAMap();
     void suggestionIsAMap();
     void opensInTheWindow();
+    void holdsAnswersToo();
     void isPlayedAgainByAScenario();
     void needsItsFilesInTheWindow();
     void realDoors_data();
@@ -439,6 +440,29 @@ void tst_CarLog::opensInTheWindow()
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("13.5V"));
     drop(m_folder.filePath("raw.log"));
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
+}
+
+/** As the log of a connected car does: what was asked, and its trouble codes. */
+void tst_CarLog::holdsAnswersToo()
+{
+    const CarFiles car = smallCar("Vehicle.LowVoltageBattery.CurrentVoltage", "\"signal\":\"B0\"");
+    const auto answer = [](int ms, const char *hex) {
+        return line(ms, 0x7E8, QByteArray::fromHex(hex));
+    };
+    const QByteArray log = line(0, 0x100, QByteArray(8, char(12))) +
+                           answer(100, "04410C1AF8") +       // engine speed
+                           answer(150, "04414236B0") +       // voltage, which the car sends itself
+                           answer(200, "1008430303040143") + // three codes in two frames
+                           answer(210, "21C0120000000000") + answer(400, "024300") +
+                           line(900, 0x100, QByteArray(8, char(12)));
+    const QStringList lines = sent(m_folder.write("raw.log", log), car);
+    QCOMPARE(lines.filter("centerGaugeValueNotify").last().section(',', 0, 0),
+             QStringLiteral("100 centerGaugeValueNotify 1726"));
+    QCOMPARE(lines.filter("batteryVoltage").last(), QStringLiteral("0 batteryVoltage 12.0V"));
+    const QStringList codes = lines.filter("vehicleInfoText");
+    QCOMPARE(codes.mid(codes.size() - 2),
+             (QStringList{"210 vehicleInfoText Trouble codes: 3, P0304, P0143, U0012",
+                          "400 vehicleInfoText , "}));
 }
 
 /** The scenario names all that explains the log, wherever it is saved. */
