@@ -2,9 +2,10 @@
 
 #include "live/liveports.h"
 #include "session/rig.h"
+#include "tools/endsignals.h"
 #include "window/benchsettings.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -49,8 +50,13 @@ bool isTriedAgain(QWidget *window, const QString &error)
 bool openFirst(Rig *rig, QString *error)
 {
     const bool isCar = module::isLiveName(rig->setup().source);
+    const EndRequest endRequest;
+    QObject::connect(&endRequest, &EndRequest::requested, qApp, [] {
+        if (QWidget *message = QApplication::activeModalWidget())
+            message->close();
+    });
     while (!rig->openSource(error)) {
-        if (!isCar || !isTriedAgain(nullptr, *error))
+        if (!isCar || endsignals::isRequested() || !isTriedAgain(nullptr, *error))
             return false;
         error->clear();
     }
