@@ -1,12 +1,11 @@
 #include "counters.h"
 #include "norda/squillogauge.h"
+#include "pairs.h"
 #include "session/rig.h"
 #include "window/screenview.h"
 
 #include <QCoreApplication>
 #include <QVariantAnimation>
-
-#include <benchmark/benchmark.h>
 
 #include <memory>
 
@@ -17,7 +16,7 @@
 
 static constexpr double direct = 0; // without the view
 
-static void needleSteps(benchmark::State &state, double factor)
+static double needleSteps(double factor)
 {
     Setup setup;
     setup.source = QStringLiteral("none");
@@ -48,17 +47,21 @@ static void needleSteps(benchmark::State &state, double factor)
     animation->pause();
     animation->setEasingCurve(QEasingCurve::Linear);
     QWidget *window = view ? static_cast<QWidget *>(view.get()) : screen;
-    int64_t step = 0;
-    for (auto _ : state) {
-        animation->setCurrentTime(int(step++ % 100) * animation->duration() / 100);
+    static constexpr int steps = 500;
+    const double before = processorSeconds();
+    for (int step = 0; step < steps; ++step) {
+        animation->setCurrentTime(step % 100 * animation->duration() / 100);
         QCoreApplication::sendPostedEvents(); // a view collects what its items have changed
         paintNow(window);
     }
+    return (processorSeconds() - before) / steps;
 }
 
-BENCHMARK_CAPTURE(needleSteps, direct, direct)->Name("scale/direct")->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(needleSteps, one, 1.0)->Name("scale/one")->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(needleSteps, three_quarters, 0.75)
-    ->Name("scale/three_quarters")
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(needleSteps, two, 2.0)->Name("scale/two")->Unit(benchmark::kMicrosecond);
+static const bool areAdded = [] {
+    static constexpr int rounds = 11;
+    const auto atFactor = [](double factor) { return [=] { return needleSteps(factor); }; };
+    addPair("scale/one", rounds, atFactor(1), atFactor(direct));
+    addPair("scale/three_quarters", rounds, atFactor(0.75), atFactor(direct));
+    addPair("scale/two", rounds, atFactor(2), atFactor(direct));
+    return true;
+}();
