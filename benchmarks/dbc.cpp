@@ -4,8 +4,6 @@
 
 #include <QtEndian>
 
-#include <benchmark/benchmark.h>
-
 #include <cstring>
 
 /*
@@ -91,11 +89,12 @@ static double bareFrame(bool withValues)
     return (processorSeconds() - before) / steps;
 }
 
-static const bool areAdded = [] {
+static void frames(benchmark::State &state, bool withValues)
+{
     static constexpr int rounds = 101;
-    const auto decoded = [](bool withValues) { return [=] { return decodedFrame(withValues); }; };
-    const auto bare = [](bool withValues) { return [=] { return bareFrame(withValues); }; };
-    addPair("dbc/frame", rounds, decoded(false), bare(false));
-    addPair("dbc/values", rounds, decoded(true), bare(true));
-    return true;
-}();
+    measureInTurns(
+        state, rounds, [withValues] { return decodedFrame(withValues); },
+        [withValues] { return bareFrame(withValues); });
+}
+BENCHMARK_CAPTURE(frames, bits, false)->Name("dbc/frame")->UseManualTime()->Iterations(1);
+BENCHMARK_CAPTURE(frames, values, true)->Name("dbc/values")->UseManualTime()->Iterations(1);

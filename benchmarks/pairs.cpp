@@ -1,7 +1,5 @@
 #include "pairs.h"
 
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <vector>
 
@@ -12,18 +10,15 @@ static double median(std::vector<double> values)
     return *middle;
 }
 
-void addPair(const char *name, int rounds, const Round &ours, const Round &theirs)
+void measureInTurns(benchmark::State &state, int rounds, const Round &ours, const Round &theirs)
 {
-    const auto run = [rounds, ours, theirs](benchmark::State &state) {
-        std::vector<double> times;
-        std::vector<double> ratios;
-        for (int i = 0; i < rounds; ++i) {
-            times.push_back(ours());
-            ratios.push_back(times.back() / theirs());
-        }
-        for (auto _ : state)
-            state.SetIterationTime(median(times));
-        state.counters["ratio"] = median(ratios);
-    };
-    benchmark::RegisterBenchmark(name, run)->UseManualTime()->Iterations(1);
+    std::vector<double> times;
+    std::vector<double> ratios;
+    for (int i = 0; i < rounds; ++i) {
+        times.push_back(ours());
+        ratios.push_back(times.back() / theirs());
+    }
+    for (auto _ : state)
+        state.SetIterationTime(median(times));
+    state.counters["ratio"] = median(ratios);
 }

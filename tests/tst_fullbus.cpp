@@ -25,6 +25,7 @@ class tst_FullBus : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup() { m_drive.reset(); }
     void losesNoFrame_data();
     void losesNoFrame();
 
@@ -58,7 +59,7 @@ void tst_FullBus::open(VirtualBus *bus)
     QVERIFY2(source, qPrintable(error));
     m_drive = std::make_unique<Drive>(std::move(source));
     m_drive->play();
-    QTRY_VERIFY(framesSeen() > 0 || (bus->send(0x7F0, "00"), false));
+    QTRY_VERIFY_WITH_TIMEOUT(framesSeen() > 0 || (bus->send(0x7F0, "00"), false), 60000);
 }
 
 int tst_FullBus::framesLogged(const QByteArray &id) const
