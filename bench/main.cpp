@@ -16,6 +16,7 @@
 #include "tools/runtimefolder.h"
 #include "tools/standardstreams.h"
 #include "window/benchwindow.h"
+#include "window/cardialogs.h"
 
 #include <QApplication>
 #include <QDir>
@@ -197,7 +198,9 @@ int main(int argc, char *argv[])
     if (!options.headless)
         options.setup.journalLimit = Journal::usualLimit;
     Rig rig(options.setup);
-    if (!rig.open(options.plugin, &error))
+    const bool isOpen = rig.load(options.plugin, &error) &&
+                        (options.headless ? rig.openSource(&error) : openFirst(&rig, &error));
+    if (!isOpen)
         return fail(error);
     return options.headless ? runHeadless(options, &rig) : runWindow(options, &rig);
 }

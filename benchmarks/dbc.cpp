@@ -1,8 +1,8 @@
+#include "counters.h"
 #include "dbc/frameplan.h"
+#include "pairs.h"
 
 #include <QtEndian>
-
-#include <benchmark/benchmark.h>
 
 #include <cstring>
 
@@ -23,9 +23,10 @@ static constexpr char description[] = "BO_ 100 First: 8 U\n"
                                       " SG_ G : 55|9@0- (0.5,0) [0|0] \"\" D\n"
                                       " SG_ H : 56|7@1+ (0.01,3) [0|0] \"\" D\n";
 static constexpr int signalCount = 8;
+static constexpr int steps = 100000; // of a round
 
 /** @param withValues  works out the physical values, too */
-static void decodedFrame(benchmark::State &state, bool withValues)
+static double decodedFrame(bool withValues)
 {
     QString error;
     const auto dbc = module::Dbc::parse(description, QStringLiteral("description"), &error);
@@ -37,7 +38,8 @@ static void decodedFrame(benchmark::State &state, bool withValues)
     quint8 frame[8] = {1, 2, 3, 4, 5, 6, 7, 8};
     quint32 id = 291;
     int count = 0;
-    for (auto _ : state) {
+    const double before = processorSeconds();
+    for (int step = 0; step < steps; ++step) {
         benchmark::DoNotOptimize(frame);
         benchmark::DoNotOptimize(id);
         const module::FramePlan &plan = plans[size_t(dbc->indexOf(id))];
@@ -48,13 +50,11 @@ static void decodedFrame(benchmark::State &state, bool withValues)
         benchmark::DoNotOptimize(values);
     }
     if (count != signalCount)
-        state.SkipWithError("not every signal was decoded");
-    state.counters["signals"] = count;
+        qFatal("%d of %d signals were decoded", count, signalCount);
+    return (processorSeconds() - before) / steps;
 }
-BENCHMARK_CAPTURE(decodedFrame, bits, false)->Name("dbc/frame");
-BENCHMARK_CAPTURE(decodedFrame, values, true)->Name("dbc/values");
 
-static void bareFrame(benchmark::State &state, bool withValues)
+static double bareFrame(bool withValues)
 {
     struct Row
     {
@@ -70,7 +70,8 @@ static void bareFrame(benchmark::State &state, bool withValues)
     quint8 frame[16] = {1, 2, 3, 4, 5, 6, 7, 8};
     quint64 bits[signalCount];
     double values[signalCount];
-    for (auto _ : state) {
+    const double before = processorSeconds();
+    for (int step = 0; step < steps; ++step) {
         benchmark::DoNotOptimize(frame);
         benchmark::DoNotOptimize(rows);
         const int count = int(rows.size());
@@ -85,7 +86,15 @@ static void bareFrame(benchmark::State &state, bool withValues)
             values[i] = double(qint64(bits[i])) * rows[size_t(i)].factor + rows[size_t(i)].offset;
         benchmark::DoNotOptimize(values);
     }
-    state.counters["signals"] = signalCount;
+    return (processorSeconds() - before) / steps;
 }
-BENCHMARK_CAPTURE(bareFrame, bits, false)->Name("dbc/bare");
-BENCHMARK_CAPTURE(bareFrame, values, true)->Name("dbc/scaled");
+
+static void frames(benchmark::State &state, bool withValues)
+{
+    static constexpr int rounds = 101;
+    measureInTurns(
+        state, rounds, [withValues] { return decodedFrame(withValues); },
+        [withValues] { return bareFrame(withValues); });
+}
+BENCHMARK_CAPTURE(frames, bits, false)->Name("dbc/frame")->UseManualTime()->Iterations(1);
+BENCHMARK_CAPTURE(frames, values, true)->Name("dbc/values")->UseManualTime()->Iterations(1);

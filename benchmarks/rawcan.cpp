@@ -2,74 +2,24 @@
 // decoded, mapped, delivered and painted, with all six pages built and bound and one of them open.
 // The time is what a second of the drive takes of one core.
 
+#include "busycar.h"
 #include "counters.h"
-#include "quantities.h"
+#include "live/canlog.h"
 #include "session/rig.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
-static constexpr int framesPerSecond = 4000;
 static constexpr int driveSeconds = 12;
-static constexpr int signalsPerFrame = 8;
-static constexpr int messages = 32;
-static constexpr int firstId = 0x100;
-static constexpr int quantities = int(module::Quantity::Count);
 
-static void write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write %s", qPrintable(path));
-}
-
-/** A byte for each signal; 0 to 255 are the range of its quantity. */
-static QByteArray dbc()
-{
-    QString text;
-    for (int i = 0; i < messages * signalsPerFrame; ++i) {
-        const int place = i % signalsPerFrame;
-        if (place == 0)
-            text += QStringLiteral("BO_ %1 M%1: 8 U\n").arg(firstId + i / signalsPerFrame);
-        const module::QuantityInfo &info = module::quantityInfo(module::Quantity(i % quantities));
-        text += QStringLiteral(" SG_ S%1 : %2|8@1+ (%3,%4) [0|0] \"\" U\n")
-                    .arg(i)
-                    .arg(8 * place)
-                    .arg((info.highest - info.lowest) / 255, 0, 'g', 12)
-                    .arg(info.lowest);
-    }
-    return text.toLatin1();
-}
-
-static QByteArray map()
-{
-    QStringList entries;
-    for (int i = 0; i < quantities; ++i)
-        entries.append(QStringLiteral("\"%1\": {\"dbc2vss\": {\"signal\": \"S%2\", "
-                                      "\"interval_ms\": %3}}")
-                           .arg(QLatin1String(module::quantityInfo(module::Quantity(i)).path))
-                           .arg(i)
-                           .arg(i == 0 ? 20 : 100)); // the engine speed comes most often
-    return "{" + entries.join(QLatin1Char(',')).toLatin1() + "}";
-}
-
-/** Each signal goes through its range in some seconds, each at another pace. */
 static QByteArray log()
 {
     QByteArray lines;
-    for (int frame = 0; frame < framesPerSecond * driveSeconds; ++frame) {
-        QByteArray data;
-        for (int i = 0; i < signalsPerFrame; ++i)
-            data.append(char(frame / (messages + 16 * (frame + i) % 5) + 31 * i));
-        lines += QStringLiteral("(%1) can0 %2#%3\n")
-                     .arg(double(frame) / framesPerSecond, 0, 'f', 6)
-                     .arg(firstId + frame % messages, 3, 16)
-                     .arg(QLatin1String(data.toHex()))
-                     .toLatin1();
-    }
+    for (int number = 0; number < busycar::framesPerSecond * driveSeconds; ++number)
+        lines += module::candumpLine(qint64(number) * 1000000 / busycar::framesPerSecond,
+                                     busycar::frame(number));
     return lines;
 }
 
@@ -77,11 +27,8 @@ static Setup setupIn(const QDir &folder)
 {
     Setup setup;
     setup.source = folder.filePath(QStringLiteral("raw.log"));
-    setup.car = {folder.filePath(QStringLiteral("car.dbc")),
-                 folder.filePath(QStringLiteral("car.json"))};
-    write(setup.source, log());
-    write(setup.car.dbc, dbc());
-    write(setup.car.map, map());
+    setup.car = busycar::filesIn(folder);
+    busycar::write(setup.source, log());
     return setup;
 }
 

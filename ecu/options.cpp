@@ -143,7 +143,7 @@ static QVector<OptionRow> optionRows()
         [](const QString &value, Options &options) { return readNumber(value, 0.1, 100, &options.speed); }},
     {"duration", "SECONDS", "End after this much drive time.",
         [](const QString &value, Options &options) { return readSeconds(value, &options.durationMs); }},
-    {"can", "PLUGIN:INTERFACE", "Be a car on a CAN bus, for instance on \"socketcan:can0\".",
+    {"can", "PLUGIN:INTERFACE[?bitrate=N]", "Be a car on a CAN bus, for instance on \"socketcan:can0\".",
         [](const QString &value, Options &options) { options.can = value; return QString(); }},
     {"pty", "[LINK]", "Be an adapter on a pseudo terminal, to which a symbolic link LINK leads.", readTerminal},
     {"tcp", "PORT", "Be an adapter on a TCP port of the loopback interface; 0 for any that is free.",

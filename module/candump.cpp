@@ -3,6 +3,7 @@
 #include "driveclock.h"
 #include "linereader.h"
 #include "live/obdlink.h"
+#include "live/troublecodes.h"
 #include "missingvalues.h"
 #include "obdpids.h"
 
@@ -85,7 +86,7 @@ public:
         const bool isExtended = (frame.id & LoggedFrame::ExtendedFlag) != 0;
         const CanFrame onBus = {frame.id & ~LoggedFrame::ExtendedFlag, isExtended, frame.data};
         if (isObdAnswer(onBus))
-            readAnswer(frame.data);
+            readAnswer(onBus);
         else if (isObdRequest(onBus))
             ++m_requests;
         else
@@ -96,9 +97,12 @@ public:
     SampleLog take(const QString &path, int badLines);
 
 private:
-    void readAnswer(const QByteArray &data)
+    void readAnswer(const CanFrame &frame)
     {
+        const QByteArray &data = frame.data;
         ++m_answers;
+        if (const auto codes = m_codes.read(frame))
+            m_log.addCodes(m_clock.nowMs(), *codes);
         const auto *bytes = reinterpret_cast<const quint8 *>(data.constData());
         // A single frame: its length, then the service of the answer.
         const bool isSingle = data.size() >= 3 && bytes[0] >= 2 && bytes[0] <= 7;
@@ -116,6 +120,7 @@ private:
     }
 
     SampleLog m_log;
+    TroubleCodeReader m_codes;
     QMap<quint8, int> m_perPid;
     DriveClock m_clock;
     int m_frames = 0;

@@ -4,6 +4,9 @@
 #include "candump.h"
 #include "driveclock.h"
 #include "linereader.h"
+#include "live/obdlink.h"
+#include "live/troublecodes.h"
+#include "obdpids.h"
 
 #include <QFileInfo>
 
@@ -25,10 +28,13 @@ private:
     static constexpr qint64 watchMs = 100; // between two searches for what is missing
 
     void watch(qint64 nowMs);
+    void readAnswer(const CanFrame &frame);
     void add(const QVector<Sample> &samples);
 
     SampleLog m_log;
     std::unique_ptr<BusDecoder> m_decoder;
+    QVector<bool> m_isHeard = m_decoder->present(); // by quantity
+    TroubleCodeReader m_codes;
     DriveClock m_clock;
     qint64 m_watchedMs = 0;
     int m_frames = 0;
@@ -41,6 +47,22 @@ void RawCanReader::read(const LoggedFrame &frame)
     watch(nowMs);
     ++m_frames;
     add(m_decoder->decode(nowMs, frame.id, frame.data));
+    const bool isExtended = (frame.id & LoggedFrame::ExtendedFlag) != 0;
+    const CanFrame onBus = {frame.id & ~LoggedFrame::ExtendedFlag, isExtended, frame.data};
+    if (isObdAnswer(onBus))
+        readAnswer(onBus);
+}
+
+/** What was asked, as of a connected car: only where the car does not tell it by itself. */
+void RawCanReader::readAnswer(const CanFrame &frame)
+{
+    static constexpr int mostBytes = 7;
+    const int length = frame.data.isEmpty() ? 0 : quint8(frame.data.at(0));
+    const auto reading = length <= mostBytes ? pidReading(frame.data.mid(1, length)) : std::nullopt;
+    if (reading && !m_isHeard.at(int(reading->quantity)))
+        m_log.add(m_clock.nowMs(), reading->quantity, reading->value);
+    if (const auto codes = m_codes.read(frame))
+        m_log.addCodes(m_clock.nowMs(), *codes);
 }
 
 /** Also while the whole bus is silent, for a day perhaps. */
@@ -74,7 +96,7 @@ SampleLog RawCanReader::take(const QString &path, int badLines)
                      {"frames", m_frames},
                      {"knownFrames", m_decoder->knownFrames()},
                      {"irregularSteps", m_clock.irregularSteps()}};
-    m_log.remarks = m_decoder->remarks();
+    m_log.remarks = m_decoder->remarks() + m_log.remarks;
     m_log.remarks.append(QStringLiteral("%1 frames, of which the DBC file knows %2")
                              .arg(m_frames)
                              .arg(m_decoder->knownFrames()));

@@ -26,6 +26,7 @@ public:
     qint64 durationMs() const override { return m_drive->durationMs(); }
     qint64 liveMs() const override { return m_drive->liveMs(); }
     void setWakeUp(const std::function<void()> &wakeUp) override { m_drive->setWakeUp(wakeUp); }
+    void setReleased(bool isReleased) override { m_drive->setReleased(isReleased); }
     qint64 nextDueMs() const override;
     Emission take() override;
     void seek(qint64 ms) override;

@@ -1,5 +1,6 @@
 #include "samplesource.h"
 
+#include "live/troublecodes.h"
 #include "pagefindings.h"
 
 #include <algorithm>
@@ -17,6 +18,18 @@ void SampleLog::add(qint64 atMs, Quantity quantity, double value)
         ++beyondCapacity;
     else
         samples.append({atMs, float(value), quantity});
+}
+
+void SampleLog::addCodes(qint64 atMs, const QStringList &codes)
+{
+    static constexpr int mostTexts = 1000;
+    if (texts.size() >= mostTexts)
+        return;
+    texts.append(troubleCodesText(codes));
+    texts.last().atMs = atMs;
+    remarks.append(codes.isEmpty()
+                       ? QStringLiteral("No trouble codes any more")
+                       : QStringLiteral("Trouble codes: ") + codes.join(QStringLiteral(", ")));
 }
 
 void SampleLog::addMissing(qint64 atMs, Quantity quantity)
@@ -39,10 +52,21 @@ QVector<bool> SampleSource::presence() const
     return present;
 }
 
-/** Finds the next sample that changes a page. */
+bool SampleSource::isTextNext() const
+{
+    return m_textIndex < m_log.texts.size() &&
+           (m_index >= m_log.samples.size() ||
+            m_log.texts[m_textIndex].atMs < m_log.samples[m_index].atMs);
+}
+
+/** Finds the next sample or text that changes a page. */
 void SampleSource::fill()
 {
-    while (m_pending.isEmpty() && m_index < m_log.samples.size()) {
+    while (m_pending.isEmpty() && (isTextNext() || m_index < m_log.samples.size())) {
+        if (isTextNext()) {
+            m_pending = {m_log.texts[m_textIndex++]};
+            return;
+        }
         m_pending = m_mapper.map(m_log.samples[m_index++]);
         std::reverse(m_pending.begin(), m_pending.end());
     }
@@ -84,6 +108,9 @@ void SampleSource::seek(qint64 ms)
     m_index = int(next - m_log.samples.cbegin());
     for (const int index : latestBefore(m_index))
         m_pending += m_mapper.map(m_log.samples[index]);
+    m_textIndex = 0;
+    while (m_textIndex < m_log.texts.size() && m_log.texts[m_textIndex].atMs < ms)
+        m_pending.append(m_log.texts[m_textIndex++]);
     m_pending = lastOfEach(m_pending);
     for (Emission &emission : m_pending)
         emission.atMs = ms;

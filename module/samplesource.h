@@ -17,6 +17,7 @@ struct SampleLog
 {
     QString title;
     QVector<Sample> samples;
+    QVector<Emission> texts; ///< for the pages, in order of time
     qint64 durationMs = 0;
     int badLines = 0;       ///< lines that could not be read
     int beyondCapacity = 0; ///< good values that were not kept
@@ -28,6 +29,8 @@ struct SampleLog
 
     /** Keeps a value; one that is out of range or beyond the capacity is only counted. */
     void add(qint64 atMs, Quantity quantity, double value);
+    /** Keeps what the vehicle page tells of trouble codes. */
+    void addCodes(qint64 atMs, const QStringList &codes);
     /** Keeps that a quantity has gone missing. */
     void addMissing(qint64 atMs, Quantity quantity);
 };
@@ -70,6 +73,7 @@ private:
     QVector<bool> presence() const;
     QVector<int> latestBefore(int end) const;
     void append(const Sample &sample);
+    bool isTextNext() const;
     void fill();
 
     SampleLog m_log;
@@ -77,6 +81,7 @@ private:
     QVector<Range> m_ranges; // by quantity
     PageMapper m_mapper;
     int m_index = 0;
+    int m_textIndex = 0;
     QVector<Emission> m_pending; // in reverse: the next one is the last
 };
 

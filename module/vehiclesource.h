@@ -73,6 +73,8 @@ public:
     virtual qint64 liveMs() const { return -1; }
     /** What a drive that happens now calls when an emission has come. */
     virtual void setWakeUp(const std::function<void()> &wakeUp) { Q_UNUSED(wakeUp) }
+    /** Frees the bus or the port of a car that is connected for another source, or takes it again. */
+    virtual void setReleased(bool isReleased) { Q_UNUSED(isReleased) }
     /** Drive time of the next emission, -1 when there is none. */
     virtual qint64 nextDueMs() const = 0;
     /** Takes the next emission; only called while `nextDueMs()` is not -1. */

@@ -29,7 +29,9 @@ inline quint16 freePort()
 class VirtualBus
 {
 public:
-    VirtualBus()
+    explicit VirtualBus(const module::CanPort &port = {QStringLiteral("virtualcan"), interface(),
+                                                       0})
+        : m_port(port)
     {
         m_device.reset(QCanBus::instance()->createDevice(m_port.plugin, m_port.interface));
         if (!m_device || !m_device->connectDevice())
@@ -64,7 +66,7 @@ private:
         return QStringLiteral("tcp://127.0.0.1:%1/can0").arg(port);
     }
 
-    module::CanPort m_port = {QStringLiteral("virtualcan"), interface(), 0};
+    module::CanPort m_port;
     std::unique_ptr<QCanBusDevice> m_device;
     QByteArrayList m_received;
 };

@@ -5,6 +5,7 @@
 #include "mapcheck.h"
 #include "mapsuggestion.h"
 #include "rawcan.h"
+#include "scenario/scenario.h"
 #include "testfolder.h"
 
 #include <QLabel>
@@ -36,6 +37,8 @@ private slots:
     void suggestsAMap();
     void suggestionIsAMap();
     void opensInTheWindow();
+    void holdsAnswersToo();
+    void isPlayedAgainByAScenario();
     void needsItsFilesInTheWindow();
     void realDoors_data();
     void realDoors();
@@ -437,6 +440,55 @@ void tst_CarLog::opensInTheWindow()
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("13.5V"));
     drop(m_folder.filePath("raw.log"));
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
+}
+
+/** As the log of a connected car does: what was asked, and its trouble codes. */
+void tst_CarLog::holdsAnswersToo()
+{
+    const CarFiles car = smallCar("Vehicle.LowVoltageBattery.CurrentVoltage", "\"signal\":\"B0\"");
+    const auto answer = [](int ms, const char *hex) {
+        return line(ms, 0x7E8, QByteArray::fromHex(hex));
+    };
+    const QByteArray log = line(0, 0x100, QByteArray(8, char(12))) +
+                           answer(100, "04410C1AF8") +       // engine speed
+                           answer(150, "04414236B0") +       // voltage, which the car sends itself
+                           answer(200, "1008430303040143") + // three codes in two frames
+                           answer(210, "21C0120000000000") + answer(400, "024300") +
+                           line(900, 0x100, QByteArray(8, char(12)));
+    const QStringList lines = sent(m_folder.write("raw.log", log), car);
+    QCOMPARE(lines.filter("centerGaugeValueNotify").last().section(',', 0, 0),
+             QStringLiteral("100 centerGaugeValueNotify 1726"));
+    QCOMPARE(lines.filter("batteryVoltage").last(), QStringLiteral("0 batteryVoltage 12.0V"));
+    const QStringList codes = lines.filter("vehicleInfoText");
+    QCOMPARE(codes.mid(codes.size() - 2),
+             (QStringList{"210 vehicleInfoText Trouble codes: 3, P0304, P0143, U0012",
+                          "400 vehicleInfoText , "}));
+}
+
+/** The scenario names all that explains the log, wherever it is saved. */
+void tst_CarLog::isPlayedAgainByAScenario()
+{
+    const QByteArray volts(8, char(12));
+    m_options.setup.car = smallCar("Vehicle.LowVoltageBattery.CurrentVoltage", "\"signal\":\"B0\"");
+    makeBench();
+    drop(m_folder.write("raw.log", line(0, 0x100, volts) + line(900, 0x100, volts)));
+    windows()->openWindow(81);
+    QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
+    QString error;
+    const TestFolder other;
+    const QString file = other.filePath("session.scenario");
+    QVERIFY2(m_window->saveScenario(file, &error), qPrintable(error));
+    removeBench();
+
+    Scenario scenario;
+    QVERIFY2(scenario.read(file, &error), qPrintable(error));
+    QCOMPARE(scenario.setup.car.dbc, m_options.setup.car.dbc);
+    QCOMPARE(scenario.setup.car.map, m_options.setup.car.map);
+    Rig rig(scenario.setup);
+    QVERIFY2(rig.open(testpaths::pluginFile(), &error), qPrintable(error));
+    QCOMPARE(rig.session()->drive()->source()->statistics().value("kind").toString(),
+             QStringLiteral("rawcan"));
+    m_options.setup.car = {};
 }
 
 void tst_CarLog::needsItsFilesInTheWindow()

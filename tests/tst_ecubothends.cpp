@@ -39,8 +39,7 @@ void tst_EcuBothEnds::initTestCase()
 static std::unique_ptr<ObdLink> linkTo(const QString &kind, const QString &place)
 {
     if (kind == QLatin1String("can"))
-        return std::make_unique<CanObdLink>(
-            CanPort{place.section(':', 0, 0), place.section(':', 1), 0});
+        return std::make_unique<CanObdLink>(*canPortOf(place));
     ElmPort port;
     if (kind == QLatin1String("pty")) {
         port.device = place;
@@ -104,6 +103,7 @@ void tst_EcuBothEnds::answers_data()
     QTest::addColumn<QString>("kind");
     QTest::addColumn<QString>("options");
     QTest::newRow("bus") << "can" << busOption();
+    QTest::newRow("bus with a bit rate") << "can" << busOption() + "?bitrate=250000";
     QTest::newRow("bus, slow car") << "can" << busOption() + " --delay 60";
     QTest::newRow("terminal") << "pty"
                               << "--pty";

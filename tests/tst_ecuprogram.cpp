@@ -129,8 +129,10 @@ void tst_EcuProgram::unusable_data()
     row("--pty /nowhere/obd",
         "--pty: expected a name for a link that can be made, got '/nowhere/obd'");
     row("--pty /dev", "--pty: expected a name for a link that can be made, got '/dev'");
-    row("--can virtualcan", "--can: expected PLUGIN:INTERFACE with a plugin of ");
-    row("--can nothing:can0", "--can: expected PLUGIN:INTERFACE with a plugin of ");
+    row("--can virtualcan", "--can: expected PLUGIN:INTERFACE[?bitrate=N] with a plugin of ");
+    row("--can nothing:can0", "--can: expected PLUGIN:INTERFACE[?bitrate=N] with a plugin of ");
+    row("--can virtualcan:can0?bitrate=0",
+        "--can: expected PLUGIN:INTERFACE[?bitrate=N] with a plugin of ");
     row("--can socketcan:nocan0", "--can: socketcan:nocan0: ");
 }
 

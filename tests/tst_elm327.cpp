@@ -21,6 +21,9 @@ private slots:
     void isPatientWhileItSearches();
     void asksAgainWhenAnAnswerIsLost();
     void losesAnAdapterThatIsSilent();
+    void losesAnAdapterThatNeverEnds_data();
+    void losesAnAdapterThatNeverEnds();
+    void waitsForALongReply();
     void startsAnewWithTheAdapter_data();
     void startsAnewWithTheAdapter();
 };
@@ -283,6 +286,56 @@ void tst_Elm327::losesAnAdapterThatIsSilent()
     }
     QCOMPARE(commands, 3);
     QCOMPARE(eventsOf(&adapter), QStringList{"lost the adapter does not answer"});
+}
+
+void tst_Elm327::losesAnAdapterThatNeverEnds_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("pauseMs");
+    QTest::addColumn<QString>("event");
+    const QString flood = QStringLiteral("lost the adapter does not stop sending");
+    QTest::newRow("all frames of a busy bus")
+        << QByteArray("123 08 00 11 22 33 44 55 66 77\r").repeated(8) << 1 << flood;
+    QTest::newRow("buffer full") << QByteArray("BUFFER FULL\r").repeated(20) << 1 << flood;
+    QTest::newRow("no ends of lines") << QByteArray(1000, 'A') << 1 << flood;
+    QTest::newRow("searching") << QByteArray("SEARCHING...\r").repeated(20) << 1 << flood;
+    QTest::newRow("a character now and then")
+        << QByteArray(".") << 400 << QStringLiteral("lost the adapter does not answer");
+}
+
+/** It is told to stop, three times in all, and nothing piles up meanwhile. */
+void tst_Elm327::losesAnAdapterThatNeverEnds()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, pauseMs);
+    Elm327 adapter = connectedAdapter();
+    adapter.ask({QByteArray::fromHex("010c"), 0x7E8, 1}, 0);
+    int commands = 0;
+    int received = 0;
+    for (qint64 nowMs = 0; adapter.nextDueMs() >= 0 && nowMs < 600000; nowMs += pauseMs) {
+        commands += adapter.takeBytes().count('\r');
+        adapter.receive(bytes, nowMs);
+        adapter.advance(nowMs);
+        received += bytes.size();
+    }
+    QCOMPARE(commands, 3);
+    QTEST(eventsOf(&adapter).join(QLatin1Char('|')), "event");
+    QVERIFY2(received <= 3 * ElmReader::LongestReply + 3 * bytes.size(),
+             qPrintable(QString::number(received)));
+}
+
+/** The longest message of one unit. */
+void tst_Elm327::waitsForALongReply()
+{
+    QByteArray reply = "7E81FFF430301040143\r";
+    for (int i = 0; i < 585; ++i)
+        reply += "7E82" + QByteArray::number((i + 1) % 16, 16) + "00000000000000\r";
+    Elm327 adapter = connectedAdapter();
+    adapter.ask({QByteArray::fromHex("03"), 0x7E8, 1}, 0);
+    adapter.receive(reply + "\r>", 10);
+    const QString event = eventsOf(&adapter).join(QLatin1Char('|'));
+    QVERIFY2(event.startsWith("answered 7e8 430301040143"), qPrintable(event));
+    QCOMPARE(event.size(), int(qstrlen("answered 7e8 ")) + 2 * 4095);
 }
 
 void tst_Elm327::startsAnewWithTheAdapter_data()

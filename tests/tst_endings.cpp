@@ -19,6 +19,7 @@ private slots:
     void failedRecordingEndsTheRun();
     void signalsEndInOrder_data();
     void signalsEndInOrder();
+    void signalEndsAMessage();
     void secondSignalEndsAtOnce();
     void signalDuringTheGallery();
     void brokenPipeIsNoEnd();
@@ -178,6 +179,18 @@ void tst_Endings::signalsEndInOrder()
     QVERIFY(content("r.jsonl").contains("\"end\":true"));
     QVERIFY(!QJsonDocument::fromJson(content("s.json")).isEmpty());
     QVERIFY2(result.out.contains(" s simulated in "), qPrintable(result.out));
+}
+
+/** The one that offers to try again, before there is a window. */
+void tst_Endings::signalEndsAMessage()
+{
+    const ProgramResult result =
+        shell("env --default-signal $B --platform offscreen --source elm327:/dev/null & "
+              "for i in $(seq 600); do grep -q 'SigCgt:.*[4-7c-f]...$' /proc/$!/status && break; "
+              "sleep 0.05; done; sleep 1; kill -TERM $!; wait $!");
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY2(result.err.contains("elm327:/dev/null: expected a serial port"),
+             qPrintable(result.err));
 }
 
 void tst_Endings::secondSignalEndsAtOnce()

@@ -44,6 +44,8 @@ private slots:
     void logLines_data();
     void logLines();
     void tellsWhatItDoes();
+    void tellsTheLoadOfTheBus_data();
+    void tellsTheLoadOfTheBus();
     void namesThatCannotBeUsed_data();
     void namesThatCannotBeUsed();
 
@@ -330,6 +332,39 @@ void tst_LiveSource::tellsWhatItDoes()
         source->findings().contains("No connection: The remote host closed the connection"));
     QVERIFY(source->findings().join('\n').contains("Engine speed: has not come for 0 s"));
     QCOMPARE(source->findingsByPage().value(2).whyMissing, QStringLiteral("Without a connection"));
+}
+
+void tst_LiveSource::tellsTheLoadOfTheBus_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<int>("bitrate");
+    QTest::addColumn<QString>("bus");
+    QTest::newRow("not stated") << QString() << 500000
+                                << " % of a bus of 500 kbit/s, assumed without ?bitrate=N";
+    QTest::newRow("stated") << "?bitrate=83333" << 83333 << " % of a bus of 83.333 kbit/s";
+    QTest::newRow("stated as usual") << "?bitrate=500000" << 500000 << " % of a bus of 500 kbit/s";
+}
+
+void tst_LiveSource::tellsTheLoadOfTheBus()
+{
+    QFETCH(QString, suffix);
+    QFETCH(int, bitrate);
+    QFETCH(QString, bus);
+    static constexpr int bitsOfFrame = (47 + 64) * 110 / 100;
+    static const QRegularExpression counted(QStringLiteral("^(\\d+) frames a second, (.*)$"));
+    VirtualBus sender;
+    play(busName(sender) + suffix, {Asking::Never, 20, {}, {}});
+    QRegularExpressionMatch text;
+    for (int i = 0; i < 3000 && text.captured(1).toInt() < 20; ++i) {
+        sender.send(0x123, "401f800000000000");
+        QTest::qWait(10);
+        const QStringList lines = m_drive->source()->findings().filter(counted);
+        text = counted.match(lines.value(0));
+    }
+    const int frames = text.captured(1).toInt();
+    QVERIFY(frames >= 20);
+    const QString load = QString::number(100.0 * frames * bitsOfFrame / bitrate, 'f', 0);
+    QCOMPARE(text.captured(2), load + bus);
 }
 
 void tst_LiveSource::namesThatCannotBeUsed_data()

@@ -1,4 +1,5 @@
 #include "live/obdpoller.h"
+#include "live/troublecodes.h"
 #include "obdpids.h"
 #include "testmain.h"
 
@@ -106,6 +107,8 @@ private slots:
     void waitsForASilentCar();
     void alwaysAsks();
     void waitsForAnotherTester();
+    void waitsAlsoAfterAnAnswer_data();
+    void waitsAlsoAfterAnAnswer();
     void waitsForTheEngine();
     void waitsAtTrafficLights();
     void bearsLostAnswers();
@@ -337,6 +340,30 @@ void tst_ObdPoller::waitsForAnotherTester()
     life.live(9500);
     QVERIFY(!life.asked.isEmpty());
     QVERIFY(life.asked.first().first >= 10000 + 19000 + 10000);
+}
+
+void tst_ObdPoller::waitsAlsoAfterAnAnswer_data()
+{
+    QTest::addColumn<bool>("isAnswered");
+    QTest::newRow("answer") << true;
+    QTest::newRow("failure") << false;
+}
+
+/** The request was outstanding when the other tester was seen. */
+void tst_ObdPoller::waitsAlsoAfterAnAnswer()
+{
+    QFETCH(bool, isAnswered);
+    ObdPoller poller({});
+    poller.connected(0);
+    QVERIFY(poller.takeRequest(0));
+    poller.otherTesterSeen(10);
+    if (isAnswered)
+        poller.answered({{0x7E8, QByteArray::fromHex("410000100000")}}, 20);
+    else
+        poller.failed(ObdFailure::NoAnswer, QStringLiteral("silence"), 20);
+    QVERIFY(!poller.isAsking());
+    QCOMPARE(poller.nextDueMs(), 10010LL);
+    QCOMPARE(poller.state(), QStringLiteral("Another tester asks the car: waiting until it stops"));
 }
 
 void tst_ObdPoller::waitsForTheEngine()

@@ -72,9 +72,15 @@ void tst_Scenarios::unusable_data()
     row("empty", "", "expected a scenario that expects something, found none");
     row("expects nothing", "0 page 81\n", "expected a scenario that expects something, found none");
     row("unknown heading", "title X\n",
-        "line 1: expected scenario, source, trim, seed, fault or allow-warnings, got 'title'");
+        "line 1: expected scenario, source, dbc, map, trim, seed, fault or allow-warnings, got "
+        "'title'");
+    row("no DBC file", "dbc nowhere.dbc\n+0 expect page 80\n",
+        "line 1: expected a DBC file, found no file 'nowhere.dbc'");
+    row("no map", "map nowhere.json\n+0 expect page 80\n",
+        "line 1: expected a map, found no file 'nowhere.json'");
     row("heading without a value", "\n# remark\nsource\n",
-        "line 3: expected a time, or scenario, source, trim, seed or fault with a value, or "
+        "line 3: expected a time, or scenario, source, dbc, map, trim, seed or fault with a value, "
+        "or "
         "allow-warnings, got 'source'");
     row("no such drive", "source nowhere.jsonl\n",
         "line 1: expected none, simulator or a recorded drive, found no file 'nowhere.jsonl'");

@@ -66,10 +66,9 @@ private:
             return true;
         }
         if (words.size() != 2) {
-            *error =
-                QStringLiteral("expected a time, or scenario, source, trim, seed or fault with "
-                               "a value, or allow-warnings, got '%1'")
-                    .arg(word);
+            *error = QStringLiteral("expected a time, or scenario, source, dbc, map, trim, seed or "
+                                    "fault with a value, or allow-warnings, got '%1'")
+                         .arg(word);
             return false;
         }
         if (word == QLatin1String("scenario")) {
@@ -78,6 +77,10 @@ private:
         }
         if (word == QLatin1String("source"))
             return readSource(value, error);
+        if (word == QLatin1String("dbc"))
+            return readFile(QStringLiteral("a DBC file"), value, &m_scenario->setup.car.dbc, error);
+        if (word == QLatin1String("map"))
+            return readFile(QStringLiteral("a map"), value, &m_scenario->setup.car.map, error);
         if (word == QLatin1String("fault"))
             return m_scenario->setup.faults.add(value, error);
         if (word == QLatin1String("seed"))
@@ -87,8 +90,8 @@ private:
                 *error = QStringLiteral("expected full, no-rear or manual, got '%1'").arg(value);
             return error->isEmpty();
         }
-        *error = QStringLiteral("expected scenario, source, trim, seed, fault or allow-warnings, "
-                                "got '%1'")
+        *error = QStringLiteral("expected scenario, source, dbc, map, trim, seed, fault or "
+                                "allow-warnings, got '%1'")
                      .arg(word);
         return false;
     }
@@ -98,11 +101,17 @@ private:
         m_scenario->setup.source = value;
         if (value == QLatin1String("none") || value == QLatin1String("simulator"))
             return true;
-        m_scenario->setup.source = QFileInfo(m_scenario->file).dir().filePath(value);
-        if (QFileInfo(m_scenario->setup.source).isFile())
+        return readFile(QStringLiteral("none, simulator or a recorded drive"), value,
+                        &m_scenario->setup.source, error);
+    }
+
+    /** Beside the scenario, where its path does not begin at the root. */
+    bool readFile(const QString &what, const QString &value, QString *path, QString *error) const
+    {
+        *path = QFileInfo(m_scenario->file).dir().filePath(value);
+        if (QFileInfo(*path).isFile())
             return true;
-        *error = QStringLiteral("expected none, simulator or a recorded drive, found no file '%1'")
-                     .arg(value);
+        *error = QStringLiteral("expected %1, found no file '%2'").arg(what, value);
         return false;
     }
 

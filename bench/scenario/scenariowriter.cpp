@@ -96,6 +96,10 @@ QString scenarioOf(const Journal *journal, const Setup &setup, const QString &ti
 {
     QStringList lines = {scenarioLine(QStringLiteral("scenario"), {title}),
                          scenarioLine(QStringLiteral("source"), {setup.source})};
+    if (!setup.car.dbc.isEmpty())
+        lines.append(scenarioLine(QStringLiteral("dbc"), {setup.car.dbc}));
+    if (!setup.car.map.isEmpty())
+        lines.append(scenarioLine(QStringLiteral("map"), {setup.car.map}));
     if (setup.trim != module::Trim::Full)
         lines.append(scenarioLine(QStringLiteral("trim"), {module::trimName(setup.trim)}));
     for (const QString &fault : setup.faults.stated())

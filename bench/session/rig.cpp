@@ -1,11 +1,18 @@
 #include "session/rig.h"
 
+#include "live/liveports.h"
+
+#include <QDir>
 #include <QFileInfo>
 
 #include <utility>
 
 Rig::Rig(const Setup &setup, QObject *parent)
-    : QObject(parent), m_setup(setup), m_trim(setup.trim), m_actions(&m_unit)
+    : QObject(parent)
+    , m_setup(setup)
+    , m_firstLog(setup.live.log)
+    , m_trim(setup.trim)
+    , m_actions(&m_unit)
 {
 }
 
@@ -13,13 +20,22 @@ Rig::~Rig() = default;
 
 bool Rig::open(const QString &plugin, QString *error)
 {
-    if (!m_unit.load(plugin, error))
-        return false;
+    return load(plugin, error) && openSource(error);
+}
+
+bool Rig::load(const QString &plugin, QString *error)
+{
+    return m_unit.load(plugin, error);
+}
+
+bool Rig::openSource(QString *error)
+{
     m_setup.live.inputs = m_setup.inputs;
     auto source =
         module::openSource(m_setup.source, error, m_setup.trim, m_setup.car, m_setup.live);
     if (!source)
         return false;
+    m_logs = module::isLiveName(m_setup.source) ? 1 : 0;
     m_session = std::make_unique<Session>(std::move(source));
     m_session->journal()->setLimit(m_setup.journalLimit);
     module::Drive *drive = m_session->drive();
@@ -65,13 +81,44 @@ void Rig::endReplay()
     delete m_replay;
 }
 
+/** What an earlier car has sent is kept: seen.log is followed by seen-2.log. */
+QString Rig::nextLog() const
+{
+    if (m_firstLog.isEmpty() || m_logs == 0)
+        return m_firstLog;
+    const QFileInfo first(m_firstLog);
+    const QString end = first.suffix().isEmpty() ? QString() : QLatin1Char('.') + first.suffix();
+    return first.dir().filePath(
+        QStringLiteral("%1-%2%3").arg(first.completeBaseName()).arg(m_logs + 1).arg(end));
+}
+
+/** A port has room for one: the car that is connected frees it for the next one. */
+std::unique_ptr<module::VehicleSource> Rig::openNext(const QString &name, module::Trim trim,
+                                                     QString *error)
+{
+    const bool isLive = module::isLiveName(name);
+    const bool hasFrames = module::isCandumpLog(name) || name.startsWith(QLatin1String("can:"));
+    const module::CarFiles car = hasFrames ? m_setup.car : module::CarFiles();
+    module::VehicleSource *before = m_session->drive()->source();
+    if (isLive)
+        before->setReleased(true);
+    module::LiveSettings live = m_setup.live;
+    live.log = nextLog();
+    auto source = module::openSource(name, error, trim, car, live);
+    if (isLive && !source)
+        before->setReleased(false);
+    if (isLive && source) {
+        m_setup.live = live;
+        ++m_logs;
+    }
+    return source;
+}
+
 bool Rig::openDrive(const QString &name, QString *error)
 {
     const bool isFile = QFileInfo::exists(name);
     const module::Trim trim = isFile ? module::Trim::Full : m_trim;
-    const bool hasFrames = module::isCandumpLog(name) || name.startsWith(QLatin1String("can:"));
-    const module::CarFiles car = hasFrames ? m_setup.car : module::CarFiles();
-    auto source = module::openSource(name, error, trim, car, m_setup.live);
+    auto source = openNext(name, trim, error);
     if (!source)
         return false;
     auto session = std::make_unique<Session>(std::move(source));

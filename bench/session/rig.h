@@ -24,6 +24,9 @@ public:
      * @param error  one line that names the file and what was expected
      */
     bool open(const QString &plugin, QString *error);
+    // The same in two steps. The second one can be tried again.
+    bool load(const QString &plugin, QString *error);
+    bool openSource(QString *error);
     /** Opens the first page and binds unit and session; the drive is ready to play. */
     void begin(Replay::Extent replay);
     /** Stops repeating recorded actions. */
@@ -55,8 +58,13 @@ signals:
 private:
     void bind();
     void replayActions(Replay::Extent extent);
+    QString nextLog() const;
+    std::unique_ptr<module::VehicleSource> openNext(const QString &name, module::Trim trim,
+                                                    QString *error);
 
     Setup m_setup;
+    const QString m_firstLog; // of the frames of a car; each further car has its own
+    int m_logs = 0;
     const module::Trim m_trim; // of the simulated car, when another drive was opened meanwhile
     HeadUnit m_unit;
     Actions m_actions;

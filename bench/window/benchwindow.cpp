@@ -166,6 +166,7 @@ void BenchWindow::connectFileCommands()
     });
     m_commands->on("open", m_files, &FileCommands::chooseDrive);
     m_commands->on("simulator", this, [this] { m_files->openDrive(QStringLiteral("simulator")); });
+    m_commands->on("connect", m_files, &FileCommands::chooseCar);
     m_commands->on("record", m_files, [this] {
         m_rewind->end();
         m_files->toggleRecording();
@@ -291,8 +292,8 @@ void BenchWindow::follow(Session *session)
     for (Panel *panel : findChildren<Panel *>())
         panel->setSession(session);
     const bool simulated = drive->source()->title().startsWith(QLatin1String("Simulated"));
-    m_rig->unit()->screen()->statusColumn()->setSource(simulated ? tr("Simulator")
-                                                                 : tr("Recorded"));
+    const QString recorded = drive->source()->liveMs() >= 0 ? tr("Live") : tr("Recorded");
+    m_rig->unit()->screen()->statusColumn()->setSource(simulated ? tr("Simulator") : recorded);
     m_recording->setSession(session);
     setWindowTitle(tr("%1 - Head unit bench").arg(drive->source()->title()));
 }

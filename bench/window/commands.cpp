@@ -24,6 +24,7 @@ static constexpr FixedRow fixedRows[] = {
     {"open", "&File", "&Open drive...", "Ctrl+O", "Open a recorded drive"},
     {"recent", "&File", "Open &recent", "", "Open a drive again"},
     {"simulator", "&File", "S&imulated car", "Ctrl+N", "Drive the simulated car"},
+    {"connect", "&File", "&Connect to a car...", "Ctrl+K", "Drive a car that is connected"},
     {"", "&File", "", "", ""},
     {"record", "&File", "Start &recording...", "Ctrl+R", "Start or stop a recording"},
     {"save-scenario", "&File", "&Save session as scenario...", "Ctrl+S", "Save the session as a scenario"},

@@ -1,10 +1,12 @@
 #include "window/filecommands.h"
 
+#include "live/liveports.h"
 #include "options.h"
 #include "outputfile.h"
 #include "scenario/scenariowriter.h"
 #include "session/rig.h"
 #include "tools/picturefile.h"
+#include "window/cardialogs.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -34,14 +36,22 @@ void FileCommands::chooseDrive()
         openDrive(file);
 }
 
+void FileCommands::chooseCar()
+{
+    const QString name = askForCar(m_window);
+    if (!name.isEmpty())
+        openDrive(name);
+}
+
 /** At unlimited speed the drive would be over before anything of it was seen. */
 void FileCommands::openDrive(const QString &source)
 {
     emit opens();
     QString error;
-    if (!m_rig->openDrive(source, &error)) {
-        QMessageBox::warning(m_window, tr("Open a drive"), error);
-        return;
+    while (!m_rig->openDrive(source, &error)) {
+        if (!reportUnusable(source, error))
+            return;
+        error.clear();
     }
     module::Drive *drive = m_rig->session()->drive();
     if (drive->speed() == module::Drive::Unlimited)
@@ -49,6 +59,15 @@ void FileCommands::openDrive(const QString &source)
     emit opened(source);
     emit recordingChanged(); // a recording continues
     drive->play();
+}
+
+/** @return whether to try again */
+bool FileCommands::reportUnusable(const QString &source, const QString &error)
+{
+    if (module::isLiveName(source))
+        return isTriedAgain(m_window, error);
+    QMessageBox::warning(m_window, tr("Open a drive"), error);
+    return false;
 }
 
 void FileCommands::chooseScenario()
@@ -61,10 +80,31 @@ void FileCommands::chooseScenario()
         QMessageBox::warning(m_window, tr("Save the session as a scenario"), error);
 }
 
+/** What the session can be driven by again, from any folder. */
+static Setup repeatableSetup(Setup setup)
+{
+    if (module::isLiveName(setup.source))
+        setup.source = setup.live.log;
+    if (!QFileInfo(setup.source).isFile() || !module::isCandumpLog(setup.source))
+        setup.car = {};
+    for (QString *file : {&setup.source, &setup.car.dbc, &setup.car.map}) {
+        if (QFileInfo(*file).isFile())
+            *file = QFileInfo(*file).absoluteFilePath();
+    }
+    return setup;
+}
+
 bool FileCommands::saveScenario(const QString &file, QString *error) const
 {
+    const Setup setup = repeatableSetup(m_rig->setup());
+    if (setup.source.isEmpty()) {
+        *error =
+            tr("%1: expected a car that is connected with --log-can, whose log is driven again")
+                .arg(file);
+        return false;
+    }
     const QString text =
-        scenarioOf(m_rig->session()->journal(), m_rig->setup(), QFileInfo(file).completeBaseName());
+        scenarioOf(m_rig->session()->journal(), setup, QFileInfo(file).completeBaseName());
     return output::writeResult(file, text.toUtf8(), filesInUse(), error);
 }
 

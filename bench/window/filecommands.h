@@ -18,10 +18,14 @@ public:
     // Each of these reports what fails in a message box, in one line.
 
     void chooseDrive();
+    void chooseCar();
     void chooseScenario();
     /** Asks for a file and records to it, or ends the recording. */
     void toggleRecording();
-    /** Drives a file, or a source by its name. One that cannot be used changes nothing. */
+    /**
+     * Drives a file, or a source by its name. One that cannot be used changes nothing; a car that
+     * cannot be reached can be tried again.
+     */
     void openDrive(const QString &source);
     /** Saves a picture of the unit's screen with the time as its name. @return its path */
     QString savePicture(const QString &folder);
@@ -44,6 +48,8 @@ signals:
     void noticed(const QString &line);
 
 private:
+    bool reportUnusable(const QString &source, const QString &error);
+
     const Options &m_options;
     Rig *m_rig;
     QWidget *m_window;

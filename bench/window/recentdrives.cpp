@@ -1,5 +1,6 @@
 #include "window/recentdrives.h"
 
+#include "live/liveports.h"
 #include "window/benchsettings.h"
 
 #include <QFileInfo>
@@ -21,9 +22,10 @@ QStringList RecentDrives::files()
 
 void RecentDrives::add(const QString &file)
 {
-    if (!QFileInfo::exists(file))
+    const bool isLive = module::isLiveName(file);
+    if (!isLive && !QFileInfo::exists(file))
         return; // the simulated car
-    const QString path = QFileInfo(file).absoluteFilePath();
+    const QString path = isLive ? file : QFileInfo(file).absoluteFilePath();
     QStringList all = files();
     all.removeAll(path);
     all.prepend(path);
@@ -35,10 +37,11 @@ void RecentDrives::fill()
 {
     m_menu->clear();
     for (const QString &file : files()) {
-        QAction *action = m_menu->addAction(QFileInfo(file).fileName(), this,
+        const bool isLive = module::isLiveName(file);
+        QAction *action = m_menu->addAction(isLive ? file : QFileInfo(file).fileName(), this,
                                             [this, file] { emit chosen(file); });
         action->setToolTip(file);
-        action->setEnabled(QFileInfo::exists(file));
+        action->setEnabled(isLive || QFileInfo::exists(file));
     }
     if (m_menu->isEmpty())
         m_menu->addAction(tr("None yet"))->setEnabled(false);

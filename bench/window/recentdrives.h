@@ -5,7 +5,7 @@
 
 class QMenu;
 
-/** The files that were driven last, in a menu; they are remembered. */
+/** The files and connected cars that were driven last, in a menu; they are remembered. */
 class RecentDrives : public QObject
 {
     Q_OBJECT

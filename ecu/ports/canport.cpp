@@ -1,6 +1,9 @@
 #include "ports/canport.h"
 
+#include "live/canportname.h"
+
 #include <QCanBus>
+#include <QVariant>
 
 namespace ecu {
 
@@ -17,17 +20,19 @@ CanPort::~CanPort()
 
 bool CanPort::open(QString *error)
 {
-    const QString plugin = m_name.section(QLatin1Char(':'), 0, 0);
-    const QString interface = m_name.section(QLatin1Char(':'), 1);
+    const auto port = module::canPortOf(m_name);
     const QStringList plugins = QCanBus::instance()->plugins();
-    if (!plugins.contains(plugin) || interface.isEmpty()) {
-        *error = QStringLiteral("--can: expected PLUGIN:INTERFACE with a plugin of %1, got '%2'")
+    if (!port || !plugins.contains(port->plugin)) {
+        *error = QStringLiteral("--can: expected PLUGIN:INTERFACE[?bitrate=N] with a plugin of %1, "
+                                "got '%2'")
                      .arg(plugins.join(QStringLiteral(", ")), m_name);
         return false;
     }
     QString reason;
-    m_device.reset(QCanBus::instance()->createDevice(plugin, interface, &reason));
+    m_device.reset(QCanBus::instance()->createDevice(port->plugin, port->interface, &reason));
     if (m_device) {
+        if (port->bitrate > 0)
+            m_device->setConfigurationParameter(QCanBusDevice::BitRateKey, port->bitrate);
         connect(m_device.get(), &QCanBusDevice::framesReceived, this, &CanPort::read);
         connect(m_device.get(), &QCanBusDevice::stateChanged, this, &CanPort::onState);
         m_isOpen = m_device->connectDevice();

@@ -14,7 +14,7 @@ class CanPort : public QObject
 {
     Q_OBJECT
 public:
-    /** @param name  a plugin and its interface, such as "socketcan:can0" */
+    /** @param name  a plugin and its interface, such as "socketcan:can0?bitrate=250000" */
     explicit CanPort(const QString &name, QObject *parent = nullptr);
     ~CanPort() override;
 

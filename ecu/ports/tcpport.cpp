@@ -37,12 +37,20 @@ QString TcpPort::name() const
     return QStringLiteral("127.0.0.1:%1").arg(m_port);
 }
 
+/** One that has left just now has perhaps not been noticed yet. */
+bool TcpPort::hasClient() const
+{
+    if (m_client)
+        m_client->waitForReadyRead(0);
+    return m_client && m_client->state() == QAbstractSocket::ConnectedState;
+}
+
 /** A second client finds the adapter taken. */
 void TcpPort::accept()
 {
     while (QTcpSocket *socket = m_server.nextPendingConnection()) {
         connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
-        if (m_client && m_client->state() == QAbstractSocket::ConnectedState) {
+        if (hasClient()) {
             socket->abort();
             continue;
         }

@@ -24,6 +24,7 @@ public:
 
 private:
     void accept();
+    bool hasClient() const;
 
     QTcpServer m_server;
     QPointer<QTcpSocket> m_client;

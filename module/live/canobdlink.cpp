@@ -68,14 +68,19 @@ void CanObdLink::onError(QCanBusDevice::CanBusError error)
         lose(m_device->errorString());
 }
 
-void CanObdLink::lose(const QString &why)
+void CanObdLink::close()
 {
-    if (!m_isOpen)
-        return;
     m_isOpen = false;
     schedule(-1);
     if (m_device && m_device->state() != QCanBusDevice::UnconnectedState)
         m_device->disconnectDevice();
+}
+
+void CanObdLink::lose(const QString &why)
+{
+    if (!m_isOpen)
+        return;
+    close();
     emit lost(why.simplified());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "live/canportname.h"
 #include "live/cantester.h"
 #include "live/timedlink.h"
 
@@ -8,14 +9,6 @@
 #include <memory>
 
 namespace module {
-
-/** A CAN bus: which plugin of Qt reaches it, and under which name. */
-struct CanPort
-{
-    QString plugin;
-    QString interface;
-    int bitrate = 0; ///< 0 for what the interface is set to
-};
 
 /** Listens to a CAN bus, and asks the car on it. It sends nothing that it is not asked for. */
 class CanObdLink : public TimedLink
@@ -26,8 +19,10 @@ public:
     ~CanObdLink() override;
 
     void open() override;
+    void close() override;
     void ask(const ObdRequest &request) override;
     bool isListening() const override { return true; }
+    int bitrate() const override { return m_port.bitrate; }
     QString description() const override;
 
 protected:

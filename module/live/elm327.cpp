@@ -51,6 +51,7 @@ void Elm327::send(const QByteArray &command, qint64 nowMs)
     m_command = command;
     m_bytes += command + '\r';
     ++m_tries;
+    m_sentMs = nowMs;
     m_dueMs = nowMs + patienceMs();
 }
 
@@ -96,13 +97,19 @@ void Elm327::sendRequest(qint64 nowMs)
     send(command, nowMs);
 }
 
+/** What goes on coming is waited for, but not for ever. */
 void Elm327::receive(const QByteArray &bytes, qint64 nowMs)
 {
+    static constexpr qint64 longestMs = 60000;
     m_reader.add(bytes);
     while (m_reader.hasReply())
         takeReply(m_reader.takeReply(), nowMs);
-    if (m_dueMs >= 0)
-        m_dueMs = std::max(m_dueMs, nowMs + patienceMs());
+    if (m_dueMs < 0)
+        return;
+    if (m_reader.isOverfull())
+        timeOut(nowMs);
+    else
+        m_dueMs = std::min(std::max(m_dueMs, nowMs + patienceMs()), m_sentMs + longestMs);
 }
 
 QVector<ElmLine> Elm327::linesOf(const QList<QByteArray> &reply) const
@@ -231,17 +238,22 @@ void Elm327::advance(qint64 nowMs)
         timeOut(nowMs);
 }
 
-/** A command or its prompt may be lost once; a return alone repeats the last command. */
+/**
+ * A command or its prompt may be lost once; a return alone repeats the last command. Whatever is
+ * sent also stops an adapter that reports all that it sees.
+ */
 void Elm327::timeOut(qint64 nowMs)
 {
     const QByteArray pending = m_reader.pending();
+    const bool isOverfull = m_reader.isOverfull();
     m_reader.clear();
     if (m_phase == Phase::Identifying && m_tries >= mostTries) {
         const QString shown = excerpt(pending.simplified());
         lose(shown.isEmpty() ? QStringLiteral("expected an ELM327 adapter, got no answer")
                              : QStringLiteral("expected an ELM327 adapter, got '%1'").arg(shown));
     } else if (m_tries >= mostTries) {
-        lose(QStringLiteral("the adapter does not answer"));
+        lose(isOverfull ? QStringLiteral("the adapter does not stop sending")
+                        : QStringLiteral("the adapter does not answer"));
     } else if (m_phase == Phase::Asking) {
         sendRequest(nowMs);
     } else {

@@ -52,6 +52,7 @@ private:
     QByteArray m_command; // the last one
     QByteArray m_bytes;
     qint64 m_dueMs = -1; // the end of waiting for the prompt
+    qint64 m_sentMs = 0; // of the command
     qint64 m_askedMs = 0;
     double m_answerMs = 0; // what an answer usually takes
     int m_tries = 0;       // of the command

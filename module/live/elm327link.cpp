@@ -130,16 +130,21 @@ void Elm327Link::passOn()
     }
 }
 
+void Elm327Link::close()
+{
+    m_isOpen = false;
+    schedule(-1);
+    if (!m_device)
+        return;
+    m_device->disconnect(this);
+    m_device->close();
+}
+
 void Elm327Link::lose(const QString &why)
 {
     if (!m_isOpen)
         return;
-    m_isOpen = false;
-    schedule(-1);
-    if (m_device) {
-        m_device->disconnect(this);
-        m_device->close();
-    }
+    close();
     emit lost(why.simplified());
 }
 

@@ -30,6 +30,7 @@ public:
     ~Elm327Link() override;
 
     void open() override;
+    void close() override;
     void ask(const ObdRequest &request) override;
     bool isListening() const override { return false; }
     QString description() const override;

@@ -50,12 +50,14 @@ ElmAnswers elmAnswers(const QByteArray &request, const QVector<ElmLine> &lines);
 class ElmReader
 {
 public:
-    /** Bytes without a prompt beyond these are dropped. */
-    static constexpr int LongestReply = 64 * 1024;
+    /** More than the longest message takes. Of what comes without a prompt, this much is kept. */
+    static constexpr int LongestReply = 16 * 1024;
 
     void add(const QByteArray &bytes);
     /** Whether a whole reply has come. */
     bool hasReply() const;
+    /** Whether more has come than a reply can have. */
+    bool isOverfull() const { return m_bytes.size() >= LongestReply; }
     /** The lines of the next reply, which is taken once. */
     QList<QByteArray> takeReply();
     /** What came without a prompt so far. */

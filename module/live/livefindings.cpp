@@ -8,6 +8,7 @@ namespace module {
 // What a person is told of a live drive.
 
 static constexpr int usualBitrate = 500000;
+static constexpr int bitsPerKbit = 1000;
 
 static QString number(double value)
 {
@@ -42,10 +43,13 @@ QString LiveSource::whyMissing() const
 
 QString LiveSource::busText() const
 {
-    const double load = 100.0 * double(m_bits.rate) / usualBitrate;
-    return QStringLiteral("%1 frames a second, %2 % of a bus of 500 kbit/s")
-        .arg(m_frames.rate)
-        .arg(QString::number(load, 'f', 0));
+    const bool isStated = m_link->bitrate() > 0;
+    const int bitrate = isStated ? m_link->bitrate() : usualBitrate;
+    const double load = 100.0 * double(m_bits.rate) / bitrate;
+    const QString text = QStringLiteral("%1 frames a second, %2 % of a bus of %3 kbit/s")
+                             .arg(QString::number(m_frames.rate), QString::number(load, 'f', 0),
+                                  number(double(bitrate) / bitsPerKbit));
+    return isStated ? text : text + QStringLiteral(", assumed without ?bitrate=N");
 }
 
 QStringList LiveSource::connectionFindings() const

@@ -4,7 +4,9 @@
 #include "live/elm327link.h"
 #include "live/livesource.h"
 
+#include <QCanBus>
 #include <QRegularExpression>
+#include <QSerialPortInfo>
 
 #include <limits>
 
@@ -18,6 +20,19 @@ bool isLiveName(const QString &name)
     return name.startsWith(can) || name.startsWith(elm327);
 }
 
+QStringList livePorts()
+{
+    static const QString socketCan = QStringLiteral("socketcan");
+    QStringList names;
+    const auto interfaces = QCanBus::instance()->availableDevices(socketCan);
+    for (const QCanBusDeviceInfo &interface : interfaces)
+        names.append(can + socketCan + QLatin1Char(':') + interface.name());
+    const auto ports = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo &port : ports)
+        names.append(elm327 + port.systemLocation());
+    return names;
+}
+
 /** A whole number of at least 1; 0 for anything else. */
 static int countOf(const QString &text, int most)
 {
@@ -28,15 +43,8 @@ static int countOf(const QString &text, int most)
 
 static std::unique_ptr<ObdLink> canLink(const QString &name)
 {
-    static constexpr int fastest = 10000000;
-    static const QRegularExpression form(
-        QStringLiteral("^can:([^:]+):([^?]+)(\\?bitrate=([0-9]+))?$"));
-    const QRegularExpressionMatch match = form.match(name);
-    const int bitrate = countOf(match.captured(4), fastest);
-    const bool isSound = match.hasMatch() && (match.captured(3).isEmpty() || bitrate > 0);
-    if (!isSound)
-        return nullptr;
-    return std::make_unique<CanObdLink>(CanPort{match.captured(1), match.captured(2), bitrate});
+    const auto port = canPortOf(name.mid(can.size()));
+    return port ? std::make_unique<CanObdLink>(*port) : nullptr;
 }
 
 static std::unique_ptr<ObdLink> socketLink(const QString &name)

@@ -9,6 +9,9 @@ namespace module {
 /** Whether the name of a source, as on the command line, is one of a car that is connected. */
 bool isLiveName(const QString &name);
 
+/** The names of the CAN interfaces and serial ports of this machine. */
+QStringList livePorts();
+
 /**
  * Connects to a car by "can:PLUGIN:INTERFACE[?bitrate=N]", "elm327:DEVICE[@BAUD]" or
  * "elm327:tcp:HOST:PORT".

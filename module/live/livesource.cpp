@@ -1,6 +1,7 @@
 #include "livesource.h"
 
 #include "dbc/dbc.h"
+#include "live/troublecodes.h"
 #include "obdpids.h"
 
 #include <QDateTime>
@@ -86,18 +87,35 @@ void LiveSource::onReady()
 
 void LiveSource::onLost(const QString &why)
 {
+    noteLoss(why);
+    if (!m_wasConnected)
+        return;
+    ++m_losses;
+    m_reconnectTimer.start(reconnectMs);
+}
+
+void LiveSource::noteLoss(const QString &why)
+{
     m_isConnected = false;
     m_lossReason = why;
     m_poller.disconnected();
     m_pollTimer.stop();
-    if (!m_wasConnected)
-        return;
-    ++m_losses;
     forget(false);
     if (m_decoder)
         m_decoder->reset();
-    showNotice(QLatin1String(noConnection));
-    m_reconnectTimer.start(reconnectMs);
+    if (m_wasConnected)
+        showNotice(QLatin1String(noConnection));
+}
+
+void LiveSource::setReleased(bool isReleased)
+{
+    m_reconnectTimer.stop();
+    if (!isReleased) {
+        m_link->open();
+        return;
+    }
+    m_link->close();
+    noteLoss(QStringLiteral("released for another connection"));
 }
 
 void LiveSource::ask()
@@ -129,7 +147,7 @@ void LiveSource::onAnswered(const QVector<ObdAnswer> &answers)
     add(m_poller.takeSamples(), true);
     if (const auto codes = m_poller.takeCodes()) {
         m_codes = *codes;
-        append({codesText()});
+        append({troubleCodesText(m_codes)});
     }
     schedulePoll();
 }
@@ -230,15 +248,6 @@ void LiveSource::showNotice(const QString &text)
     append(noticeTexts());
 }
 
-Emission LiveSource::codesText() const
-{
-    static constexpr int mostCodes = 6; // that fit
-    const QString title =
-        m_codes.isEmpty() ? QString() : QStringLiteral("Trouble codes: %1").arg(m_codes.size());
-    const QString codes = m_codes.mid(0, mostCodes).join(QStringLiteral(", "));
-    return {0, "vehicleInfoText", {title, codes}};
-}
-
 /** In place of what the top bars show otherwise. */
 QVector<Emission> LiveSource::noticeTexts() const
 {
@@ -300,7 +309,7 @@ Emission LiveSource::take()
 void LiveSource::seek(qint64 ms)
 {
     m_mapper.reset();
-    m_pending = m_mapper.opening() + QVector<Emission>{codesText()};
+    m_pending = m_mapper.opening() + QVector<Emission>{troubleCodesText(m_codes)};
     const QVector<Sample> latest = m_values.latest();
     for (const Sample &sample : latest)
         m_pending += m_mapper.map(sample);

@@ -37,6 +37,7 @@ public:
     qint64 durationMs() const override { return -1; }
     qint64 liveMs() const override { return m_clock.elapsed(); }
     void setWakeUp(const std::function<void()> &wakeUp) override { m_wakeUp = wakeUp; }
+    void setReleased(bool isReleased) override;
     qint64 nextDueMs() const override;
     Emission take() override;
     void seek(qint64 ms) override;
@@ -57,6 +58,7 @@ private:
 
     void onReady();
     void onLost(const QString &why);
+    void noteLoss(const QString &why);
     void onAnswered(const QVector<ObdAnswer> &answers);
     void onFailed(ObdFailure failure, const QString &why);
     void onOtherTester();
@@ -71,7 +73,6 @@ private:
     void forget(bool onlyWatched);
     void choosePages();
     void showNotice(const QString &text);
-    Emission codesText() const;
     QVector<Emission> noticeTexts() const;
     void append(QVector<Emission> emissions);
     QStringList connectionFindings() const;

@@ -54,10 +54,14 @@ public:
 
     /** Begins to connect; ready() or lost() follow. Also after lost(). */
     virtual void open() = 0;
+    /** Frees the bus or the port and drops what was asked; nothing is reported. */
+    virtual void close() = 0;
     /** Asks; answered() or failed() follow, or lost(). Only while it is ready. */
     virtual void ask(const ObdRequest &request) = 0;
     /** Whether it also reports what others send on the bus. */
     virtual bool isListening() const = 0;
+    /** Of the bus, in bits a second; 0 where it is not known. */
+    virtual int bitrate() const { return 0; }
     /** What it is connected to, for a person. */
     virtual QString description() const = 0;
 

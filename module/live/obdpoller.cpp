@@ -1,5 +1,6 @@
 #include "obdpoller.h"
 
+#include "live/troublecodes.h"
 #include "obdpids.h"
 
 #include <algorithm>
@@ -118,9 +119,15 @@ ObdRequest ObdPoller::probe(qint64 nowMs)
     return discover(nowMs);
 }
 
+/** A request may be outstanding when another tester is seen; its end changes nothing. */
+bool ObdPoller::isLeavingTheBus() const
+{
+    return m_phase == Phase::Waiting && !m_isEngineOff;
+}
+
 void ObdPoller::answered(const QVector<ObdAnswer> &answers, qint64 nowMs)
 {
-    if (!std::exchange(m_isOutstanding, false))
+    if (!std::exchange(m_isOutstanding, false) || isLeavingTheBus())
         return;
     static constexpr double share = 0.1; // of the latest one
     m_answerMs += share * (double(nowMs - m_sentMs) - m_answerMs);
@@ -245,7 +252,7 @@ void ObdPoller::noteEngine(double rpm, qint64 nowMs)
 
 void ObdPoller::failed(ObdFailure failure, const QString &why, qint64 nowMs)
 {
-    if (!std::exchange(m_isOutstanding, false))
+    if (!std::exchange(m_isOutstanding, false) || isLeavingTheBus())
         return;
     pace(nowMs);
     ++m_failures;

@@ -71,6 +71,7 @@ private:
     void discovered(const QVector<ObdAnswer> &answers, qint64 nowMs);
     void continueDiscovery(qint64 nowMs);
     void beginPolling(qint64 nowMs);
+    bool isLeavingTheBus() const;
     void takeAnswer(const QVector<ObdAnswer> &answers, qint64 nowMs);
     static std::optional<double> valueOf(const QVector<ObdAnswer> &answers, const PollItem &item);
     void takeValue(double value, qint64 nowMs);

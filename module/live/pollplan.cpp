@@ -9,7 +9,6 @@ namespace module {
 
 static constexpr char storedCodes = 3; // services
 static constexpr char currentData = 1;
-static constexpr quint8 storedCodesAnswer = 0x43;
 static constexpr quint8 currentDataAnswer = 0x41;
 static constexpr int codesMs = 60000;
 
@@ -112,30 +111,6 @@ QVector<PollItem> pollPlan(const SupportedPids &supported)
              Quantity::Count,
              codesMs});
     return plan;
-}
-
-static QString codeText(quint8 high, quint8 low)
-{
-    static constexpr char systems[] = "PCBU";
-    return QStringLiteral("%1%2%3")
-        .arg(QLatin1Char(systems[high >> 6]))
-        .arg(high >> 4 & 3)
-        .arg((high & 0xF) << 8 | low, 3, 16, QLatin1Char('0'))
-        .toUpper();
-}
-
-/** On a CAN bus their number stands in front of them; on an older one there are three at a time. */
-QStringList troubleCodes(const QByteArray &answer)
-{
-    if (byteAt(answer, 0) != storedCodesAnswer)
-        return {};
-    QStringList codes;
-    for (int i = answer.size() % 2 == 0 ? 2 : 1; i + 1 < answer.size(); i += 2) {
-        const bool isCode = answer.at(i) != 0 || answer.at(i + 1) != 0;
-        if (isCode)
-            codes.append(codeText(byteAt(answer, i), byteAt(answer, i + 1)));
-    }
-    return codes;
 }
 
 } // namespace module

@@ -40,7 +40,4 @@ QVector<PollItem> pollPlan(const SupportedPids &supported);
 /** The blocks of parameters that can hold one of them. */
 constexpr int lastPidBlock = 0x40;
 
-/** The trouble codes in an answer to service 03, such as "P0301". */
-QStringList troubleCodes(const QByteArray &answer);
-
 } // namespace module
