@@ -40,6 +40,7 @@ public:
             {"animation/gauge", "animation/bare", 1.0},
             {"animation/gauge", "animation/qwt", 0.6},
             {"burst/page", "burst/labels", 1.5},
+            {"bus/signal", "bus/in_process", 0},
             {"climate/changed", "climate/bare", 1.5},
             {"dbc/frame", "dbc/bare", 2.0},
             {"dbc/values", "dbc/scaled", 2.0},

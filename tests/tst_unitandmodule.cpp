@@ -66,6 +66,10 @@ static constexpr int patienceMs = 60000;
     QTRY_COMPARE_WITH_TIMEOUT(link()->state(), ServiceConnection::wanted, patienceMs)
 
 static constexpr char ambient[] = "Txt_up_left_value";
+/** With a number, and perhaps a unit after it. */
+#define TRY_AMBIENT_KNOWN()                                                                        \
+    QTRY_VERIFY2_WITH_TIMEOUT(text(ambient).contains(QRegularExpression("^[1-9]")),                \
+                              qPrintable(text(ambient)), patienceMs)
 
 /** Touches a key again and again from a thread of its own, and notes how long each answer takes. */
 class Finger
@@ -164,7 +168,7 @@ void tst_UnitAndModule::pagesFollowTheModule()
     startModule();
     startUnit();
     TRY_STATE(Connected);
-    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+    TRY_AMBIENT_KNOWN();
 }
 
 void tst_UnitAndModule::noModuleAtFirst()
@@ -176,7 +180,7 @@ void tst_UnitAndModule::noModuleAtFirst()
     QCOMPARE(text(ambient), atStart);
     startModule();
     TRY_STATE(Connected);
-    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+    TRY_AMBIENT_KNOWN();
 }
 
 void tst_UnitAndModule::touchesReachTheModule()
@@ -197,14 +201,14 @@ void tst_UnitAndModule::numbersGoMissingWithTheModule()
 {
     startModule();
     startUnit();
-    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+    TRY_AMBIENT_KNOWN();
     m_module->signal(SIGKILL);
     TRY_STATE(Waiting);
     QTRY_COMPARE_WITH_TIMEOUT(text(ambient), QStringLiteral("--"), patienceMs);
     m_module.reset();
     startModule();
     TRY_STATE(Connected);
-    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+    TRY_AMBIENT_KNOWN();
 }
 
 void tst_UnitAndModule::moduleIsKilledAgainAndAgain()
@@ -231,14 +235,14 @@ void tst_UnitAndModule::moduleIsKilledAgainAndAgain()
     checkAnswers(finger, times / 2);
     QVERIFY2(residentKb() < settledKb + 2048,
              qPrintable(QString::number(residentKb() - settledKb)));
-    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+    TRY_AMBIENT_KNOWN();
 }
 
 void tst_UnitAndModule::moduleIsFrozen()
 {
     startModule();
     startUnit();
-    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+    TRY_AMBIENT_KNOWN();
     m_module->signal(SIGSTOP);
     {
         Finger finger(m_unit->windows()->currentPage()->findChild<QWidget *>("norda_key_gauge"));
@@ -250,7 +254,7 @@ void tst_UnitAndModule::moduleIsFrozen()
     }
     m_module->signal(SIGCONT);
     TRY_STATE(Connected);
-    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+    TRY_AMBIENT_KNOWN();
 }
 
 void tst_UnitAndModule::moduleFloods()
@@ -287,7 +291,7 @@ void tst_UnitAndModule::busRestarts()
     TRY_STATE(Waiting);
     m_bus->start();
     TRY_STATE(Connected);
-    QTRY_VERIFY_WITH_TIMEOUT(text(ambient).toInt() > 0, patienceMs);
+    TRY_AMBIENT_KNOWN();
 }
 
 void tst_UnitAndModule::inProcessNothingConnects()
@@ -298,7 +302,7 @@ void tst_UnitAndModule::inProcessNothingConnects()
     QTest::qWait(500);
     QCOMPARE(link()->state(), ServiceConnection::InProcess);
     emit norda::VtqAdaptor::instance()->gaugeTLValueDualNotify("41", "F", 41);
-    QCOMPARE(text(ambient), QStringLiteral("41"));
+    QVERIFY2(text(ambient).startsWith(QStringLiteral("41")), qPrintable(text(ambient)));
 }
 
 NORDA_TEST_MAIN(tst_UnitAndModule)

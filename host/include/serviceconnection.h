@@ -26,6 +26,7 @@ class NORDAHOST_EXPORT ServiceConnection : public QObject
     Q_OBJECT
     Q_PROPERTY(State state READ state NOTIFY stateChanged)
 public:
+    /** How the link is. */
     enum State {
         InProcess, ///< no address is set
         Waiting,   ///< no module, or one that does not answer: touches are dropped
