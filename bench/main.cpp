@@ -5,6 +5,7 @@
 #include "mapsuggestion.h"
 #include "options.h"
 #include "palette.h"
+#include "pluginfile.h"
 #include "recordingtools.h"
 #include "results.h"
 #include "runtimefolder.h"
@@ -18,7 +19,6 @@
 #include "window/benchwindow.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QLoggingCategory>
 
 #include <cstdio>
@@ -67,15 +67,6 @@ static int runTool(const Options &options)
     return found == module::Comparison::Identical ? Done : Differs;
 }
 
-/** The plugin of the same build, or the installed one. */
-static QString ownPlugin()
-{
-    const QDir folder(QCoreApplication::applicationDirPath());
-    const QString built = folder.filePath(QStringLiteral("../plugins/libnordaPlugin.so"));
-    const QString installed = folder.filePath(QStringLiteral(NORDA_INSTALLED_PLUGIN));
-    return QDir::cleanPath(QFile::exists(built) ? built : installed);
-}
-
 /** In a window, a log may be opened later. */
 static bool hasLogForCar(const Options &options, QString *error)
 {
@@ -96,7 +87,7 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
     if (!options->parse(QCoreApplication::arguments(), error))
         return false;
     if (options->plugin.isEmpty())
-        options->plugin = ownPlugin();
+        options->plugin = usualPlugin();
     const bool needsScreen =
         options->text.isEmpty() && !options->isTool() && options->scripts.isEmpty();
     if (needsScreen && !options->headless && !platform::isExpected(options->platform)) {
