@@ -74,6 +74,7 @@ void tst_FullScreen::aSmallDisplayIsReported()
     window.showFullScreen();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QVERIFY(window.windowFlags() & Qt::FramelessWindowHint);
+    QCOMPARE(window.size(), display);
     QVERIFY(m_unit.screen()->isVisible());
 }
 

@@ -10,6 +10,7 @@ FullScreen::FullScreen(HeadUnit *unit) : m_unit(unit)
     setWindowFlag(Qt::FramelessWindowHint);
     setAutoFillBackground(true);
     setPalette(QPalette(Qt::black));
+    setGeometry(screen()->geometry()); // nobody else does where there is no window manager
     unit->screen()->setParent(this);
 }
 

@@ -11,7 +11,7 @@ static constexpr size_t longestAddress = sizeof sockaddr_un::sun_path;
 /** A path, or with "@" a name that is in no file system. Empty where there is none to use. */
 static QByteArray managerAddress()
 {
-    const QByteArray address = qgetenv("NOTIFY_SOCKET");
+    QByteArray address = qgetenv("NOTIFY_SOCKET");
     const bool isUsable = size_t(address.size()) < longestAddress &&
                           (address.startsWith('/') || address.startsWith('@'));
     if (isUsable || address.isEmpty())
