@@ -17,11 +17,12 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 root=$work/root
 
-# Everything in the root but what the package manager writes for itself.
+# Everything in the root but what the tools for packages and accounts write for themselves.
 contents() {
     (cd "$root" && find . -xdev \
         \( -path ./var/lib/dpkg -o -path ./var/log -o -path ./var/cache -o -path ./proc \
-        -o -path ./tmp -o -path ./root -o -path ./etc/ld.so.cache \) -prune -o -print | sort)
+        -o -path ./tmp -o -path ./root -o -path ./run -o -path './etc/*-' \
+        -o -path ./etc/ld.so.cache \) -prune -o -print | sort)
 }
 
 # Runs a program in the root, with a /proc of its own.

@@ -214,7 +214,7 @@ void tst_UnitProgram::unreadableConfiguration()
         write("other.conf", QByteArray(100'000, '\n'));
     const ProgramResult result = run({"--config", file});
     QCOMPARE(result.err,
-             QStringLiteral("norda-unit: %1: expected a configuration file that can be read\n")
+             QStringLiteral("norda-unit: --config: expected a file that can be read, got '%1'\n")
                  .arg(file));
     QCOMPARE(result.exitCode, 2);
 }
@@ -431,10 +431,10 @@ void tst_UnitProgram::unusablePlugin_data()
         << name + testpaths::brokenPlugin("WRONG_IID") +
                ": expected a plugin with the interface com.stavel.Qt.nordaPlugin, found "
                "org.example.Another";
-    QTest::newRow("no page") << "NO_ID"
-                             << name + "expected a plugin with the page Gauges (80), found none";
-    QTest::newRow("no content") << "NO_WIDGET"
-                                << name + "expected a plugin with the page Gauges (80), found none";
+    for (const char *plugin : {"NO_ID", "NO_WIDGET"})
+        QTest::newRow(plugin) << plugin
+                              << name + testpaths::brokenPlugin(plugin) +
+                                     ": expected a plugin with the page Gauges (80), found none";
     QTest::newRow("ends the program")
         << "EXIT_IN_ON_CREATE"
         << "The plugin ended the program with exit(); leave that to the head unit";

@@ -176,7 +176,7 @@ static bool readFile(const QString &path, Configuration *configuration, QString 
 {
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly) || file.size() > largestFile) {
-        *error = QStringLiteral("%1: expected a configuration file that can be read").arg(path);
+        *error = QStringLiteral("--config: expected a file that can be read, got '%1'").arg(path);
         return false;
     }
     QSet<QString> seen;
@@ -237,31 +237,38 @@ static void addOptions(QCommandLineParser *parser)
             {QLatin1String(row.key), QLatin1String(row.help), QLatin1String(row.valueName)});
 }
 
-bool Configuration::read(const QStringList &arguments, QString *error)
+/** @return the text to print in place of a run, empty for none */
+static QString parse(QCommandLineParser *parser, const QStringList &arguments, QString *error)
 {
-    QCommandLineParser parser;
-    addOptions(&parser);
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Print all options and exit."));
     const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
                                      QStringLiteral("Print the version and exit."));
-    parser.addOptions({help, version});
-    if (!parser.parse(QStringList(QStringLiteral("norda-unit")) + arguments))
-        *error = parser.errorText().replace(QLatin1Char('\n'), QLatin1Char(' ')) +
+    parser->addOptions({help, version});
+    if (!parser->parse(QStringList(QStringLiteral("norda-unit")) + arguments))
+        *error = parser->errorText().replace(QLatin1Char('\n'), QLatin1Char(' ')) +
                  QStringLiteral(" See --help.");
-    else if (parser.isSet(help))
-        text = parser.helpText() + QLatin1String(examples);
-    else if (parser.isSet(version))
-        text = QStringLiteral("norda-unit " NORDA_VERSION "\n");
-    else if (!parser.positionalArguments().isEmpty())
+    else if (parser->isSet(help))
+        return parser->helpText() + QLatin1String(examples);
+    else if (parser->isSet(version))
+        return QStringLiteral("norda-unit " NORDA_VERSION "\n");
+    else if (!parser->positionalArguments().isEmpty())
         *error = QStringLiteral("%1: expected an option, see --help")
-                     .arg(parser.positionalArguments().constFirst());
+                     .arg(parser->positionalArguments().constFirst());
+    return {};
+}
+
+bool Configuration::read(const QStringList &arguments, QString *error)
+{
+    QCommandLineParser parser;
+    addOptions(&parser);
+    text = parse(&parser, arguments, error);
     if (!error->isEmpty() || !text.isEmpty())
         return error->isEmpty();
     setDefaults(this);
-    const QString config = QStringLiteral("config");
-    const QString file = parser.isSet(config) ? parser.value(config) : usualFile;
-    if ((parser.isSet(config) || QFileInfo::exists(file)) && !readFile(file, this, error))
+    const bool isGiven = parser.isSet(QStringLiteral("config"));
+    const QString file = isGiven ? parser.value(QStringLiteral("config")) : usualFile;
+    if ((isGiven || QFileInfo::exists(file)) && !readFile(file, this, error))
         return false;
     return readOptions(parser, this, error);
 }

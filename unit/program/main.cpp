@@ -58,14 +58,22 @@ static void endOnFatal(QtMsgType type, const QMessageLogContext &context, const 
     std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
 }
 
+/** What Qt has left of its options, or found to draw on; empty where all is well. */
+static QString faultOfStart(const Arguments &arguments)
+{
+    if (arguments.qtCount > 1)
+        return QStringLiteral("%1: expected an option of Qt, or one of the unit with two dashes")
+            .arg(QString::fromLocal8Bit(arguments.qt[1]));
+    if (!QGuiApplication::primaryScreen())
+        return QStringLiteral("-platform: expected a display, found none");
+    return {};
+}
+
 /** Opens the first page. @return whether there is one */
-static bool open(WindowStack *windows, int page, QString *error)
+static bool open(WindowStack *windows, int page)
 {
     windows->openWindow(page);
-    if (windows->currentPage())
-        return true;
-    *error = QStringLiteral("expected a plugin with the page %1, found none").arg(pageText(page));
-    return false;
+    return windows->currentPage();
 }
 
 static QString statusText(const HeadUnit &unit)
@@ -101,8 +109,9 @@ static int run(const Configuration &configuration)
     int page = configuration.page;
     if (configuration.restoresPage)
         page = lastPage.emplace(unit.windows()).pageToOpen(page);
-    if (!open(unit.windows(), page, &error))
-        return fail(error);
+    if (!open(unit.windows(), page))
+        return fail(QStringLiteral("%1: expected a plugin with the page %2, found none")
+                        .arg(configuration.plugin, pageText(page)));
     ServiceManager manager;
     reportTo(&manager, &unit);
     const EndRequest endRequest;
@@ -133,12 +142,9 @@ int main(int argc, char *argv[])
     const QtMessageHandler usual = qInstallMessageHandler(endOnFatal);
     QApplication application(arguments.qtCount, arguments.qt.data());
     qInstallMessageHandler(usual);
-    if (arguments.qtCount > 1)
-        return fail(
-            QStringLiteral("%1: expected an option of Qt, or one of the unit with two dashes")
-                .arg(QString::fromLocal8Bit(arguments.qt[1])));
-    if (!QGuiApplication::primaryScreen())
-        return fail(QStringLiteral("-platform: expected a display, found none"));
+    error = faultOfStart(arguments);
+    if (!error.isEmpty())
+        return fail(error);
     endsignals::install();
     const ExitGuard guard;
     night::apply(&application, configuration.style);
