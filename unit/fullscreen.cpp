@@ -7,6 +7,7 @@
 
 FullScreen::FullScreen(HeadUnit *unit) : m_unit(unit)
 {
+    setWindowTitle(tr("Head unit"));
     setWindowFlag(Qt::FramelessWindowHint);
     setAutoFillBackground(true);
     setPalette(QPalette(Qt::black));
