@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/endsignals.h"
+#include "endsignals.h"
 
 #include <QObject>
 

@@ -1,25 +1,25 @@
+#include "endsignals.h"
+#include "exitguard.h"
 #include "headlessrun.h"
 #include "mapcheck.h"
 #include "mapsuggestion.h"
 #include "options.h"
 #include "palette.h"
+#include "pluginfile.h"
 #include "recordingtools.h"
 #include "results.h"
+#include "runtimefolder.h"
 #include "scenario/scenariosuite.h"
 #include "session/rig.h"
 #include "session/warnings.h"
 #include "soundoutput.h"
+#include "standardstreams.h"
 #include "tools/doctor.h"
-#include "tools/endsignals.h"
-#include "tools/exitguard.h"
 #include "tools/platform.h"
-#include "tools/runtimefolder.h"
-#include "tools/standardstreams.h"
 #include "window/benchwindow.h"
 #include "window/cardialogs.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QLoggingCategory>
 
 #include <cstdio>
@@ -68,15 +68,6 @@ static int runTool(const Options &options)
     return found == module::Comparison::Identical ? Done : Differs;
 }
 
-/** The plugin of the same build, or the installed one. */
-static QString ownPlugin()
-{
-    const QDir folder(QCoreApplication::applicationDirPath());
-    const QString built = folder.filePath(QStringLiteral("../plugins/libnordaPlugin.so"));
-    const QString installed = folder.filePath(QStringLiteral(NORDA_INSTALLED_PLUGIN));
-    return QDir::cleanPath(QFile::exists(built) ? built : installed);
-}
-
 /** In a window, a log may be opened later. */
 static bool hasLogForCar(const Options &options, QString *error)
 {
@@ -97,7 +88,7 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
     if (!options->parse(QCoreApplication::arguments(), error))
         return false;
     if (options->plugin.isEmpty())
-        options->plugin = ownPlugin();
+        options->plugin = usualPlugin();
     const bool needsScreen =
         options->text.isEmpty() && !options->isTool() && options->scripts.isEmpty();
     if (needsScreen && !options->headless && !platform::isExpected(options->platform)) {

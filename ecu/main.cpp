@@ -34,7 +34,9 @@ int main(int argc, char *argv[])
         return Done;
     }
     QLoggingCategory::setFilterRules(QStringLiteral("qt.canbus*=false"));
-    const ecu::EndSignals endSignals;
+    endsignals::install();
+    const EndRequest endRequest;
+    QObject::connect(&endRequest, &EndRequest::requested, &application, &QCoreApplication::quit);
     ecu::Server server(options);
     QObject::connect(&server, &ecu::Server::serving, &application, [](const QString &place) {
         std::printf("%s\n", qPrintable(place));

@@ -27,6 +27,13 @@ if(TARGET norda_api)
         TEXT "Every class, operation and signal that head unit plugins are compiled against,\nas HTML pages in /usr/share/doc/norda-host-doc/html.")
     set(CPACK_DEBIAN_DOC_PACKAGE_ARCHITECTURE all)
 endif()
+norda_package(unit norda-unit
+    SECTION misc
+    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), adduser, fonts-liberation, fonts-dejavu-core"
+    SUMMARY "head unit on the whole display"
+    TEXT "Loads the plugin as a head unit does, shows its pages full screen without a\ndesktop, and connects to the vehicle module over D-Bus. A systemd unit starts\nit and watches over it.")
+set(CPACK_DEBIAN_UNIT_PACKAGE_CONTROL_EXTRA
+    "${CMAKE_CURRENT_LIST_DIR}/unit/conffiles;${CMAKE_CURRENT_LIST_DIR}/unit/postinst;${CMAKE_CURRENT_LIST_DIR}/unit/prerm;${CMAKE_CURRENT_LIST_DIR}/unit/postrm")
 norda_package(bench norda-bench
     SECTION devel
     DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), libqt5network5 (>= 5.15), libqt5serialbus5 (>= 5.15), libqt5serialbus5-plugins (>= 5.15), libqt5serialport5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), fonts-liberation, fonts-dejavu-core"
@@ -39,10 +46,16 @@ install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-mime.xml" DESTINATION share/mime/
     RENAME norda.xml COMPONENT bench)
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.svg"
     DESTINATION share/icons/hicolor/scalable/apps COMPONENT bench)
-foreach(program norda-bench norda-ecu)
+install(FILES "${CMAKE_CURRENT_LIST_DIR}/unit.conf" DESTINATION /etc/norda COMPONENT unit)
+install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-unit.service" DESTINATION lib/systemd/system
+    COMPONENT unit)
+foreach(row "norda-bench bench" "norda-ecu bench" "norda-unit unit")
+    separate_arguments(row)
+    list(GET row 0 program)
+    list(GET row 1 component)
     set(page "${PROJECT_BINARY_DIR}/packaging/${program}.1.gz")
     norda_compress("${CMAKE_CURRENT_LIST_DIR}/${program}.1" "${page}")
-    install(FILES "${page}" DESTINATION share/man/man1 COMPONENT bench)
+    install(FILES "${page}" DESTINATION share/man/man1 COMPONENT ${component})
 endforeach()
 
 set(CPACK_GENERATOR DEB)

@@ -94,8 +94,42 @@ tour() {
     echo "desktop: $name fits on both starts, with every panel"
 }
 
+# opens NAME PAGE: the unit has opened a page, which it keeps.
+opens() {
+    local kept=$NORDA_HOST_ROOT/media/flash/nvm/settings.ini
+    timeout 20 sh -c "until grep -q '^UnitLastPage=$2' '$kept'; do sleep 0.1; done" ||
+        fail "$1: expected page $2, the unit keeps '$(cat "$kept")'"
+}
+
+# unit NAME SIZE: the head unit alone covers the display, and answers a finger and a key.
+unit() {
+    local name=$1 size=$2 width=${2%x*} height=${2#*x}
+    export HOME=$home/$name NORDA_HOST_ROOT=$home/$name/root
+    unset QT_SCALE_FACTOR
+    mkdir -p "$HOME"
+    display "$size"
+    build/release/bin/norda-unit --module none >"$home/$name.log" 2>&1 &
+    bench_pid=$!
+    children+=("$bench_pid")
+    window=$(timeout 30 xdotool search --sync --onlyvisible --name '^Head unit$' | head -n 1) ||
+        fail "$name: no window: $(tail -n 1 "$home/$name.log")"
+    opens "$name" 80
+    [ "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(X|Y|WIDTH|HEIGHT)=' | xargs)" = \
+        "X=0 Y=0 WIDTH=$width HEIGHT=$height" ] || fail "$name: the display is not covered"
+    xdotool mousemove $(((width - 1280) / 2 + 608)) $(((height - 720) / 2 + 660)) click 1
+    opens "$name" 82
+    sleep 0.5
+    picture "$name"
+    key Escape
+    opens "$name" 80
+    stop "$name"
+    echo "desktop: $name covers the display; a finger opens a page, Esc goes back"
+}
+
 tour 1024 1024x768
 tour 1366 1366x768
 tour 1920 1920x1080
 tour 2560 2560x1440
 tour high-dpi 2560x1440 2
+unit unit-1280 1280x720
+unit unit-1920 1920x1080

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "backgroundprogram.h"
 #include "program.h"
+#include "startedprogram.h"
 
 #include <QElapsedTimer>
 
@@ -13,15 +13,16 @@
 #include <utility>
 
 /** norda-ecu in a process of its own. */
-class EcuProgram : public BackgroundProgram
+class EcuProgram : public StartedProgram
 {
 public:
     explicit EcuProgram(const QString &options)
-        : BackgroundProgram(command() + QLatin1Char(' ') + options)
+        : StartedProgram(QStringLiteral("norda-ecu"), options)
     {
     }
+    ~EcuProgram() { end(); }
 
-    static QString command() { return BackgroundProgram::command(QStringLiteral("norda-ecu")); }
+    static QString command() { return StartedProgram::command(QStringLiteral("norda-ecu")); }
 
     /** Waits until it has printed where it serves. @return the place; empty when it never did */
     QString place(const QString &kind, int nth = 0) const

@@ -17,11 +17,12 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 root=$work/root
 
-# Everything in the root but what the package manager writes for itself.
+# Everything in the root but what the tools for packages and accounts write for themselves.
 contents() {
     (cd "$root" && find . -xdev \
         \( -path ./var/lib/dpkg -o -path ./var/log -o -path ./var/cache -o -path ./proc \
-        -o -path ./tmp -o -path ./root -o -path ./etc/ld.so.cache \) -prune -o -print | sort)
+        -o -path ./tmp -o -path ./root -o -path ./run -o -path './etc/*-' \
+        -o -path ./etc/ld.so.cache \) -prune -o -print | sort)
 }
 
 # Runs a program in the root, with a /proc of its own.
@@ -38,7 +39,8 @@ check_native() {
     lintian --fail-on error "$packages"/*.deb || die "lintian found errors"
     say "no errors of lintian in $(find "$packages" -maxdepth 1 -name '*.deb' | wc -l) packages"
     norda_main_archive | mmdebstrap --variant=minbase --include=libqt5widgets5,libqt5multimedia5,libqwt-qt5-6 \
-        --include=fonts-liberation,fonts-dejavu-core,qtbase5-dev,g++,cmake,make "" "$root" - \
+        --include=libqt5serialbus5,libqt5serialbus5-plugins,libqt5serialport5 \
+        --include=adduser,fonts-liberation,fonts-dejavu-core,qtbase5-dev,g++,cmake,make "" "$root" - \
         >"$(norda_log root)" 2>&1 || norda_fail root
     contents >"$work/before"
     mkdir "$root/packages"
@@ -53,6 +55,14 @@ check_native() {
     expect_gallery "$root/tmp/gallery"
     cp -r "$root/tmp/gallery" "$work/gallery"
     say "the installed bench drives"
+
+    # As the service does, by the installed configuration but without a module.
+    inside grep -q '^norda:' /etc/passwd || die "expected the user norda"
+    inside env HOME=/tmp timeout --preserve-status 5 norda-unit -platform offscreen --module none \
+        --page climate 2>"$work/unit.log" || die "$(tail -n 3 "$work/unit.log")"
+    grep -q '^UnitLastPage=82$' "$root/var/lib/norda/media/flash/nvm/settings.ini" ||
+        die "expected the installed unit to keep its last page"
+    say "the installed unit keeps its last page"
 
     cp -r tests/sdk "$root/tmp/sdk"
     inside sh -c 'cd /tmp/sdk && cmake -B build . && cmake --build build' \

@@ -2,7 +2,7 @@
 
 #include "norda/vant_popup.h"
 #include "nordahost.h"
-#include "tools/runtimefolder.h"
+#include "runtimefolder.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backgroundprogram.h"
+#include "startedprogram.h"
 
 #include <memory>
 
@@ -25,7 +25,7 @@ public:
 
     void start()
     {
-        m_daemon = std::make_unique<BackgroundProgram>(
+        m_daemon = std::make_unique<StartedProgram>(
             QStringLiteral("dbus-daemon --nofork --print-address --config-file=") +
             configuration());
         if (m_daemon->lineWith(QStringLiteral("unix:")).isEmpty())
@@ -42,5 +42,5 @@ private:
     QString configuration() const { return m_folder.filePath(QStringLiteral("bus.conf")); }
 
     QTemporaryDir m_folder;
-    std::unique_ptr<BackgroundProgram> m_daemon;
+    std::unique_ptr<StartedProgram> m_daemon;
 };

@@ -30,14 +30,15 @@ struct Folder
 static const QList<Folder> folders = {
     {"host/include", {""},            {}},
     {"output",       {""},            {}},
+    {"process",      {""},            {}},
     {"bus",          {""},            {}},
     {"host/src",     {""},            {"host/include", "bus", "output"}},
     {"plugin",       {"", "include"}, {"host/include"}},
     {"module",       {""},            {"host/include", "bus", "output"}},
-    {"unit",         {""},            {"host/include"}},
-    {"bench",        {""},            {"host/include", "module", "unit", "bus", "output"}},
-    {"ecu",          {""},            {"host/include", "module"}},
-    {"moduled",      {""},            {"host/include", "module"}},
+    {"unit",         {""},            {"host/include", "process"}},
+    {"bench",        {""},            {"host/include", "module", "unit", "bus", "output", "process"}},
+    {"ecu",          {""},            {"host/include", "module", "process"}},
+    {"moduled",      {""},            {"host/include", "module", "process"}},
 };
 // clang-format on
 
@@ -169,8 +170,8 @@ void tst_Architecture::backwardIncludeIsFound_data()
                                      << "plugin/plugin.h"
                                      << "plugin/plugin.h";
     QTest::newRow("ecu to bench") << "ecu/main.cpp"
-                                  << "tools/endsignals.h"
-                                  << "bench/tools/endsignals.h";
+                                  << "tools/childprocess.h"
+                                  << "bench/tools/childprocess.h";
     QTest::newRow("bench to tests") << "bench/main.cpp"
                                     << "../tests/testpaths.h"
                                     << "tests/testpaths.h";

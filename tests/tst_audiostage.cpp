@@ -8,6 +8,7 @@
 #include "session/session.h"
 #include "testmain.h"
 #include "testpaths.h"
+#include "virtualtime.h"
 #include "windowstack.h"
 
 /** The head unit's audio policy around the plugin's voice sources. */
@@ -23,6 +24,7 @@ private slots:
     void aRefusedFocusLetsTheMusicGoOn();
     void mixComesBackAfterADelay();
     void mixComesBackAfterAJump();
+    void mixComesBackWithoutAClock();
     void aNewVoiceKeepsTheMixApart();
     void voicesReplaceEachOther_data();
     void voicesReplaceEachOther();
@@ -169,6 +171,22 @@ void tst_AudioStage::mixComesBackAfterAJump()
     moveTo(1000);
     QCOMPARE(calls.take({"mcu"}), QStringList{"mcu::McuService::setMixChannel(63, 1)"});
     QCOMPARE(m_stage->musicSpeakers(), int(AllSpeakers));
+}
+
+// A unit without a bench has no drive time.
+void tst_AudioStage::mixComesBackWithoutAClock()
+{
+    m_stage->setClock({});
+    notify(4, 3);
+    notify(0);
+    CallSpy calls;
+    QCOMPARE(fireTimers(m_stage.data()), 1);
+    QCOMPARE(calls.take({"mcu"}), QStringList{"mcu::McuService::setMixChannel(63, 1)"});
+    QCOMPARE(m_stage->musicSpeakers(), int(AllSpeakers));
+    QCOMPARE(fireTimers(m_stage.data()), 0);
+    notify(0);
+    notify(4, 3); // before the mix is back
+    QCOMPARE(fireTimers(m_stage.data()), 0);
 }
 
 void tst_AudioStage::aNewVoiceKeepsTheMixApart()

@@ -1,10 +1,10 @@
-#include "backgroundprogram.h"
 #include "calllog.h"
 #include "headunit.h"
 #include "norda/vtqadaptor.h"
 #include "pages.h"
 #include "privatebus.h"
 #include "serviceconnection.h"
+#include "startedprogram.h"
 #include "testmain.h"
 
 #include <QLabel>
@@ -36,9 +36,9 @@ private slots:
 private:
     void startModule(const QString &options = QString())
     {
-        m_module = std::make_unique<BackgroundProgram>(
-            BackgroundProgram::command(QStringLiteral("norda-moduled")) +
-            QStringLiteral(" --bus ") + m_bus->address() + QLatin1Char(' ') + options);
+        m_module = std::make_unique<StartedProgram>(
+            QStringLiteral("norda-moduled"),
+            QStringLiteral("--bus %1 %2").arg(m_bus->address(), options));
     }
     void startUnit()
     {
@@ -57,7 +57,7 @@ private:
     static ServiceConnection *link() { return ServiceConnection::instance(); }
 
     std::unique_ptr<PrivateBus> m_bus;
-    std::unique_ptr<BackgroundProgram> m_module;
+    std::unique_ptr<StartedProgram> m_module;
     std::unique_ptr<HeadUnit> m_unit;
 };
 
@@ -259,10 +259,7 @@ void tst_UnitAndModule::moduleIsFrozen()
 
 void tst_UnitAndModule::moduleFloods()
 {
-    m_module = std::make_unique<BackgroundProgram>(
-        (testpaths::emulator() + QLatin1Char(' ') + testpaths::buildFolder() +
-         QStringLiteral("/tests/floodmodule ") + m_bus->address())
-            .trimmed());
+    m_module = std::make_unique<StartedProgram>(QStringLiteral("floodmodule"), m_bus->address());
     startUnit();
     TRY_STATE(Connected);
     const qint64 beforeKb = residentKb();

@@ -139,6 +139,7 @@ void AudioStage::start(Voice voice)
     m_voice = voice;
     m_ducked = false;
     m_restoreAtMs = -1;
+    m_restoring.stop();
     {
         const QSignalBlocker silent(CallLog::instance()); // the unit's own reading of the mask
         m_voiceSpeakers =
@@ -158,14 +159,23 @@ void AudioStage::stop()
     note(tr("%1 ends").arg(voiceName()));
     m_voice = Silent;
     m_ducked = false;
-    m_restoreAtMs = nowMs() + restoreDelayMs;
+    if (m_clock)
+        m_restoreAtMs = nowMs() + restoreDelayMs;
+    else
+        m_restoring.start(restoreDelayMs, this);
     emit voiceStopped();
     emit changed();
+}
+
+void AudioStage::timerEvent(QTimerEvent *)
+{
+    restoreMix();
 }
 
 void AudioStage::restoreMix()
 {
     m_restoreAtMs = -1;
+    m_restoring.stop();
     sendToPlugin(source(WarningTone), "onDelayRestoreMixTimeOut");
 }
 

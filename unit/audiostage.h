@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QObject>
 #include <QVariant>
 #include <QVector>
@@ -53,7 +54,10 @@ public:
     /** Whether the plugin's next request for the audio focus is granted. */
     void setFocusGranted(bool granted);
 
-    /** The source of the drive time; without a clock it is always 0. */
+    /**
+     * The source of the drive time. Without a clock it is always 0, and the mix is restored in real
+     * time.
+     */
     void setClock(std::function<qint64()> clock) { m_clock = std::move(clock); }
 
 public slots:
@@ -67,6 +71,9 @@ signals:
     void voiceStopped();
     /** The timeline has a new entry. */
     void noted(const QString &text);
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
 
 private:
     void onNotice(unsigned char kind, unsigned char location);
@@ -88,6 +95,7 @@ private:
     bool m_volumeShown = true;
     std::function<qint64()> m_clock;
     qint64 m_restoreAtMs = -1;
+    QBasicTimer m_restoring; // without a clock
     QVector<Entry> m_timeline;
 };
 

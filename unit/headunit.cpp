@@ -7,6 +7,15 @@ HeadUnit::HeadUnit(QObject *parent) : QObject(parent), m_windows(&m_screen), m_a
     StatusColumn *column = m_screen.statusColumn();
     connect(&m_audio, &AudioStage::changed, column,
             [this, column] { column->setVolumeShown(m_audio.isVolumeShown()); });
+    const ServiceConnection *link = ServiceConnection::instance();
+    connect(link, &ServiceConnection::stateChanged, this, &HeadUnit::showLink);
+    showLink(link->state());
+}
+
+void HeadUnit::showLink(ServiceConnection::State state)
+{
+    const bool isMissing = state == ServiceConnection::Waiting;
+    m_screen.statusColumn()->setNotice(isMissing ? tr("No module") : QString());
 }
 
 HeadUnit::~HeadUnit() = default;

@@ -2,6 +2,7 @@
 
 #include "audiostage.h"
 #include "screen.h"
+#include "serviceconnection.h"
 #include "windowstack.h"
 
 #include <QObject>
@@ -26,6 +27,8 @@ public:
     const AudioStage *audio() const { return &m_audio; }
 
 private:
+    void showLink(ServiceConnection::State state);
+
     Screen m_screen;
     WindowStack m_windows;
     AudioStage m_audio;

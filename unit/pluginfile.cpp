@@ -1,7 +1,17 @@
 #include "pluginfile.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QPluginLoader>
+
+QString usualPlugin()
+{
+    const QDir folder(QCoreApplication::applicationDirPath());
+    const QString built = folder.filePath(QStringLiteral("../plugins/libnordaPlugin.so"));
+    const QString installed = folder.filePath(QStringLiteral(NORDA_INSTALLED_PLUGIN));
+    return QDir::cleanPath(QFile::exists(built) ? built : installed);
+}
 
 /** Qt prints what it thinks of a file, which the caller states in a line of its own. */
 class SilentQt

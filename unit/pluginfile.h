@@ -5,6 +5,8 @@
 
 class QPluginLoader;
 
+/** The plugin of the same build as the program, or the installed one. */
+QString usualPlugin();
 /** Why this cannot be a plugin at all, before anything opens it; empty where it can. */
 QString faultOfPluginFile(const QString &file);
 /**

@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+static const QRect foot(0, 640, StatusColumn::Width, 60);
+
 StatusColumn::StatusColumn(QWidget *parent) : QWidget(parent)
 {
     setGeometry(0, 0, Width, 720);
@@ -13,7 +15,15 @@ StatusColumn::StatusColumn(QWidget *parent) : QWidget(parent)
 void StatusColumn::setSource(const QString &text)
 {
     m_source = text;
-    update();
+    update(foot);
+}
+
+void StatusColumn::setNotice(const QString &text)
+{
+    if (text == m_notice)
+        return;
+    m_notice = text;
+    update(foot);
 }
 
 void StatusColumn::setTime(QTime time)
@@ -90,6 +100,22 @@ static void drawVolume(QPainter *painter, QPoint place)
     }
 }
 
+static void drawNotice(QPainter *painter, const QString &text)
+{
+    static constexpr int dot = 10;
+    static constexpr int gap = 7;
+    QFont font(QStringLiteral("Arial"));
+    font.setPixelSize(19);
+    painter->setFont(font);
+    const int width = dot + gap + painter->fontMetrics().horizontalAdvance(text);
+    const int left = foot.center().x() - width / 2;
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(night::amber);
+    painter->drawEllipse(left, foot.center().y() - dot / 2 + 1, dot, dot);
+    painter->setPen(night::text);
+    painter->drawText(foot.adjusted(left + dot + gap, 0, 0, 0), Qt::AlignVCenter, text);
+}
+
 void StatusColumn::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -112,9 +138,13 @@ void StatusColumn::paintEvent(QPaintEvent *)
     if (m_volumeShown)
         drawVolume(&painter, QPoint(38, 232));
 
+    if (!m_notice.isEmpty()) {
+        drawNotice(&painter, m_notice);
+        return;
+    }
     font.setPixelSize(24);
     font.setBold(false);
     painter.setFont(font);
     painter.setPen(night::secondary);
-    painter.drawText(QRect(4, 640, Width - 8, 60), Qt::AlignCenter | Qt::TextWordWrap, m_source);
+    painter.drawText(foot.adjusted(4, 0, -4, 0), Qt::AlignCenter | Qt::TextWordWrap, m_source);
 }

@@ -15,6 +15,9 @@ public:
 
     /** What is being driven, in a word. */
     void setSource(const QString &text);
+    /** What the driver should know, in place of the source; empty for nothing. */
+    void setNotice(const QString &text);
+    const QString &notice() const { return m_notice; }
     /** Shows this time from now on instead of the machine's. */
     void setTime(QTime time);
     /** The volume hides while the module speaks. */
@@ -33,5 +36,6 @@ private:
     QTime m_time;
     QBasicTimer m_minute;
     QString m_source;
+    QString m_notice;
     bool m_volumeShown = true;
 };

@@ -10,6 +10,7 @@
 namespace unitsettings {
 
 static const QString factorySettings = QStringLiteral("/media/flash/nvm/factory/settings.ini");
+static const QString lastPageKey = QStringLiteral("UnitLastPage");
 
 void stateCameraInput()
 {
@@ -30,6 +31,18 @@ bool prefersSplit()
                              .toBool();
     return !ignored && mem::SettingsUtil::instance()->getSaver()->getValue(
                            QStringLiteral("VantiqSplit"), factorySettings, false);
+}
+
+QString lastPage()
+{
+    const QSignalBlocker silent(CallLog::instance());
+    return mem::SettingsFunc::instance()->getValue(lastPageKey, QString()).toString();
+}
+
+void keepLastPage(const QString &text)
+{
+    const QSignalBlocker silent(CallLog::instance());
+    mem::SettingsFunc::instance()->setValue(lastPageKey, QString(), text, true);
 }
 
 } // namespace unitsettings

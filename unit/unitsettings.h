@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 /**
  * The unit's own settings, in the same files that the plugin reads. The call log leaves these reads
  * out, since the plugin did not make them.
@@ -10,5 +12,9 @@ namespace unitsettings {
 void stateCameraInput();
 /** Whether the camera opens beside what matters on the page. */
 bool prefersSplit();
+/** Which page was open last, in the words of who keeps it; empty for none. */
+QString lastPage();
+/** Is on disk when it returns. */
+void keepLastPage(const QString &text);
 
 } // namespace unitsettings

@@ -2,9 +2,9 @@
 
 #include "options.h"
 #include "outputfile.h"
+#include "runtimefolder.h"
 #include "scenario/suitereport.h"
 #include "tools/childprocess.h"
-#include "tools/runtimefolder.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "tools/childprocess.h"
 
-#include "tools/endsignals.h"
+#include "endsignals.h"
 
 #include <QDeadlineTimer>
 #include <QFile>

@@ -3,6 +3,7 @@
 #include "appplugin.h"
 #include "cm/basewindow.h"
 
+#include <QTimer>
 #include <QWidget>
 
 #include <csignal>
@@ -15,13 +16,32 @@
 #define PLUGIN_IID "com.stavel.Qt.nordaPlugin"
 #endif
 
-#if defined(EXIT_IN_ON_CREATE) || defined(EXIT_IN_DESTRUCTOR)
+#if defined(EXIT_IN_ON_CREATE) || defined(EXIT_IN_DESTRUCTOR) || defined(HANG_IN_PAINT) ||         \
+    defined(HANG_AFTER_PAINT)
 #define OFFERED_WINDOW 80 // one that the bench opens
 #else
 #define OFFERED_WINDOW 90
 #endif
 
 void nordaSymbolThatNobodyHas();
+
+/** A page that hangs when it is painted, or two seconds later. */
+class HangingPage : public QWidget
+{
+    void paintEvent(QPaintEvent *) override
+    {
+#ifdef HANG_IN_PAINT
+        hang();
+#else
+        QTimer::singleShot(2000, this, hang);
+#endif
+    }
+    static void hang()
+    {
+        for (;;)
+            ::pause();
+    }
+};
 
 /** A window that never makes its widget. */
 class EmptyWindow : public cm::BaseWindow
@@ -35,6 +55,11 @@ public:
 #endif
 #ifdef EXIT_IN_DESTRUCTOR
         setMainWidget(new QWidget, 80);
+#endif
+#if defined(HANG_IN_PAINT) || defined(HANG_AFTER_PAINT)
+        auto *page = new HangingPage;
+        page->setFixedSize(1280, 720);
+        setMainWidget(page, 80);
 #endif
     }
 };

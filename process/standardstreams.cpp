@@ -1,4 +1,4 @@
-#include "tools/standardstreams.h"
+#include "standardstreams.h"
 
 #include <fcntl.h>
 #include <unistd.h>

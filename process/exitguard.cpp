@@ -1,4 +1,4 @@
-#include "tools/exitguard.h"
+#include "exitguard.h"
 
 #include <cstdio>
 #include <cstdlib>

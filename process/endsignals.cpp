@@ -1,4 +1,4 @@
-#include "tools/endsignals.h"
+#include "endsignals.h"
 
 #include <QSocketNotifier>
 

@@ -11,14 +11,14 @@
 #include <cstdlib>
 
 /** A program in a process of its own, which the test ends. */
-class BackgroundProgram
+class StartedProgram
 {
 public:
     /**
      * Through the shell, since a QProcess has no place under emulation.
      * @param line  program and arguments, as the shell reads them
      */
-    explicit BackgroundProgram(const QString &line)
+    explicit StartedProgram(const QString &line)
     {
         const QString shell =
             QStringLiteral("cd '%1'; (sh -c 'echo $$ >pid; exec %2' >out 2>err </dev/null; "
@@ -26,10 +26,19 @@ public:
                 .arg(m_folder.path(), line);
         m_isStarted = std::system(qPrintable(shell)) == 0;
     }
-    ~BackgroundProgram() { end(); }
-    Q_DISABLE_COPY(BackgroundProgram)
+    /**
+     * A program of this build.
+     * @param settings  of its environment, as for env
+     */
+    StartedProgram(const QString &program, const QString &options, const QString &settings = {})
+        : StartedProgram(QStringLiteral("env %1 %2 %3").arg(settings, command(program), options))
+    {
+    }
+    StartedProgram(const StartedProgram &) = delete;
+    StartedProgram &operator=(const StartedProgram &) = delete;
+    ~StartedProgram() { end(SIGKILL); }
 
-    /** A program of this build as a command: code for another processor comes with its emulator. */
+    /** A program of this build: code for another processor comes with its emulator. */
     static QString command(const QString &program)
     {
         return (testpaths::emulator() + QLatin1Char(' ') + testpaths::buildFolder() +
@@ -37,6 +46,7 @@ public:
             .trimmed();
     }
 
+    bool isStarted() const { return m_isStarted; }
     QString folder() const { return m_folder.path(); }
     QString out() const { return content("out"); }
     QString err() const { return content("err"); }
@@ -58,10 +68,11 @@ public:
         return {};
     }
 
-    /** Sends it a signal. */
+    /** Sends it a signal, while it runs. */
     void signal(int number) const
     {
-        if (const int pid = content("pid").toInt())
+        const int pid = content("pid").toInt();
+        if (pid > 0 && content("code").isEmpty())
             ::kill(pid, number);
     }
     /** Ends it with a signal. @return its exit code, -1 when it does not end */

@@ -1,4 +1,4 @@
-#include "tools/runtimefolder.h"
+#include "runtimefolder.h"
 
 #include <QDir>
 
