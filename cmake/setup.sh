@@ -150,7 +150,7 @@ norda_fuzz_one() {
 
 # norda_check_format: every source as clang-format writes it.
 norda_check_format() {
-    find host plugin output process module unit bench ecu tests benchmarks fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 |
+    find host plugin output process bus module unit bench ecu moduled tests benchmarks fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 |
         xargs -0 clang-format --dry-run --Werror
 }
 
@@ -158,7 +158,7 @@ norda_check_format() {
 norda_lint() {
     local log
     log=$(norda_log lint)
-    run-clang-tidy -quiet -p build/release "$PWD/(host/src|plugin|output|process|module|unit|bench|ecu)/.*\.cpp\$" \
+    run-clang-tidy -quiet -p build/release "$PWD/(host/src|plugin|output|process|bus|module|unit|bench|ecu|moduled)/.*\.cpp\$" \
         >"$log" 2>&1 && return 0
     grep -E "(error|warning):" "$log" | sort -u >&2
     echo "clang-tidy has more in $log." >&2

@@ -1,8 +1,8 @@
 #include "window/cardialogs.h"
 
+#include "endsignals.h"
 #include "live/liveports.h"
 #include "session/rig.h"
-#include "tools/endsignals.h"
 #include "window/benchsettings.h"
 
 #include <QApplication>

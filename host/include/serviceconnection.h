@@ -24,6 +24,7 @@ class Client;
 class NORDAHOST_EXPORT ServiceConnection : public QObject
 {
     Q_OBJECT
+    /** How the link is now. */
     Q_PROPERTY(State state READ state NOTIFY stateChanged)
 public:
     /** How the link is. */
@@ -37,6 +38,7 @@ public:
     /** The one object: made on the first call, never null, never deleted. */
     static ServiceConnection *instance();
 
+    /** How the link is now. */
     State state() const { return m_state; }
 
     /**
@@ -46,12 +48,14 @@ public:
      */
     Q_INVOKABLE
     void setAddress(const QString &address);
+    /** Where the module is, as it was set. */
     QString address() const { return m_address; }
 
     /** Connects; called by `norda::VtqAdaptor::connectService()`. */
     void open();
 
 signals:
+    /** The link has another state. After `Connected` the pages show what the module knows. */
     void stateChanged(ServiceConnection::State state);
 
 private:

@@ -17,10 +17,12 @@ public:
     static VtqService *instance();
     /**
      * What a query answers, without a report to the call log: for what brings the features from one
-     * process to another. @param query  the query's name, such as "getParkingAssistZones"
+     * process to another.
+     * @param query  the query's name, such as "getParkingAssistZones"
+     * @param group  the query's group, 0 for one that has none
      */
     QMap<int, bool> featuresOf(const QByteArray &query, int group) const;
-    /** Sets what a query answers. A name that no query has is ignored. */
+    /** Sets what a query answers, by its name and group. A name that no query has is ignored. */
     void setFeaturesOf(const QByteArray &query, int group, const QMap<int, bool> &features);
     /** Rises whenever the queries begin to answer differently. */
     int featuresRevision() const { return m_featuresRevision; }
