@@ -3,7 +3,8 @@
 norda_packages_base="g++ cmake ninja-build ccache qtbase5-dev qttools5-dev qttools5-dev-tools
     qtmultimedia5-dev libqt5serialbus5-dev libqt5serialbus5-plugins libqt5serialport5-dev
     libqwt-qt5-dev librsvg2-bin fonts-liberation fonts-dejavu-core"
-norda_packages_tests="faketime locales" # clocks that jump, other ways to write a number
+# Clocks that jump, other ways to write a number, buses of their own, a module in another language
+norda_packages_tests="faketime locales dbus-daemon python3-dbus"
 norda_packages_dbc="python3-canmatrix"
 norda_packages_benchmarks="libbenchmark-dev"
 norda_packages_fuzz="clang"
@@ -150,7 +151,7 @@ norda_fuzz_one() {
 
 # norda_check_format: every source as clang-format writes it.
 norda_check_format() {
-    find host plugin output module unit bench ecu tests benchmarks fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 |
+    find host plugin output module unit bench ecu moduled program bus tests benchmarks fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 |
         xargs -0 clang-format --dry-run --Werror
 }
 
@@ -158,7 +159,7 @@ norda_check_format() {
 norda_lint() {
     local log
     log=$(norda_log lint)
-    run-clang-tidy -quiet -p build/release "$PWD/(host/src|plugin|output|module|unit|bench|ecu)/.*\.cpp\$" \
+    run-clang-tidy -quiet -p build/release "$PWD/(host/src|plugin|output|module|unit|bench|ecu|moduled|program|bus)/.*\.cpp\$" \
         >"$log" 2>&1 && return 0
     grep -E "(error|warning):" "$log" | sort -u >&2
     echo "clang-tidy has more in $log." >&2

@@ -2,6 +2,8 @@
 
 set(qt "libqt5widgets5 (>= 5.15), libqt5gui5 (>= 5.15) | libqt5gui5-gles (>= 5.15)")
 set(runtime "libc6 (>= 2.34), libgcc-s1, libstdc++6 (>= 11)")
+# Of the vehicle module, which needs no window
+set(car "libqt5core5a (>= 5.15), libqt5dbus5 (>= 5.15), libqt5network5 (>= 5.15), libqt5serialbus5 (>= 5.15), libqt5serialbus5-plugins (>= 5.15), libqt5serialport5 (>= 5.15)")
 set(same "(= ${PROJECT_VERSION})")
 
 norda_package(plugin norda-plugin
@@ -11,7 +13,7 @@ norda_package(plugin norda-plugin
     TEXT "Gauges, vehicle information, climate, parking assist, the module's\nsettings and an About page as a plugin that a head unit loads, with three\naudio sources for the module's voice. The head unit brings the host library\nthat the plugin runs against.")
 norda_package(host norda-host
     SECTION libs
-    DEPENDS "${runtime}, libqt5core5a (>= 5.15), ${qt}"
+    DEPENDS "${runtime}, libqt5core5a (>= 5.15), libqt5dbus5 (>= 5.15), ${qt}"
     SUMMARY "reference implementation of the head unit's host library"
     TEXT "The host interfaces of an in-car head unit as a library that runs on a desk,\nwith the icon library of its pages. A head unit replaces it with its own.")
 norda_package(dev norda-host-dev
@@ -29,9 +31,15 @@ if(TARGET norda_api)
 endif()
 norda_package(bench norda-bench
     SECTION devel
-    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), libqt5network5 (>= 5.15), libqt5serialbus5 (>= 5.15), libqt5serialbus5-plugins (>= 5.15), libqt5serialport5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), fonts-liberation, fonts-dejavu-core"
+    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, ${car}, ${qt}, libqt5multimedia5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), fonts-liberation, fonts-dejavu-core"
     SUMMARY "drive and observe a head unit plugin on a desk"
     TEXT "Loads the plugin as a head unit does and drives it with a simulated car, a\nconnected one, or recorded drives: OBD-II exports, candump logs and its own\nrecordings. norda-ecu is the other end of the cable of a live car.")
+norda_package(moduled norda-moduled
+    SECTION misc
+    DEPENDS "${runtime}, ${car}, adduser, default-dbus-system-bus | dbus-system-bus"
+    CONTROL "${CMAKE_CURRENT_LIST_DIR}/moduled/postinst" "${CMAKE_CURRENT_LIST_DIR}/moduled/postrm"
+    SUMMARY "vehicle module of a head unit, as a service on D-Bus"
+    TEXT "The module that a head unit shows: a connected car by OBD-II or its own CAN\nframes, a recorded drive, or a simulated car. It needs no display. Only its\nuser may serve on the system bus, only members of its group may talk to it.")
 
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.desktop" DESTINATION share/applications
     COMPONENT bench)
@@ -39,10 +47,12 @@ install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-mime.xml" DESTINATION share/mime/
     RENAME norda.xml COMPONENT bench)
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.svg"
     DESTINATION share/icons/hicolor/scalable/apps COMPONENT bench)
-foreach(program norda-bench norda-ecu)
+foreach(pair "norda-bench bench" "norda-ecu bench" "norda-moduled moduled")
+    separate_arguments(pair)
+    list(POP_FRONT pair program component)
     set(page "${PROJECT_BINARY_DIR}/packaging/${program}.1.gz")
     norda_compress("${CMAKE_CURRENT_LIST_DIR}/${program}.1" "${page}")
-    install(FILES "${page}" DESTINATION share/man/man1 COMPONENT bench)
+    install(FILES "${page}" DESTINATION share/man/man1 COMPONENT ${component})
 endforeach()
 
 set(CPACK_GENERATOR DEB)

@@ -5,8 +5,12 @@
 
 #include <QDateTime>
 #include <QEventLoop>
+#include <QLoggingCategory>
 
 namespace module {
+
+// For programs that run unattended.
+Q_LOGGING_CATEGORY(connectionLog, "norda.connection", QtWarningMsg)
 
 static constexpr qint64 nsPerUs = 1000;
 static constexpr qint64 usPerMs = 1000;
@@ -30,6 +34,7 @@ LiveSource::LiveSource(const QString &name, std::unique_ptr<ObdLink> link,
     , m_present(m_decoder ? m_decoder->present() : QVector<bool>(int(Quantity::Count), false))
     , m_mapper(m_present)
     , m_startUs(QDateTime::currentMSecsSinceEpoch() * usPerMs)
+    , m_reconnects(settings.waitsForCar)
 {
     if (!settings.log.isEmpty())
         m_log = std::make_unique<CanLog>(settings.log, settings.inputs);
@@ -53,11 +58,19 @@ LiveSource::~LiveSource() = default;
 
 bool LiveSource::connectToCar(QString *error)
 {
-    static constexpr int longestMs = 15000;
     if (m_log && !m_log->error().isEmpty()) {
         *error = m_log->error();
         return false;
     }
+    if (!m_reconnects)
+        return waitForCar(error);
+    m_link->open();
+    return true;
+}
+
+bool LiveSource::waitForCar(QString *error)
+{
+    static constexpr int longestMs = 15000;
     QEventLoop loop;
     connect(m_link.get(), &ObdLink::ready, &loop, &QEventLoop::quit);
     connect(m_link.get(), &ObdLink::lost, &loop, &QEventLoop::quit);
@@ -76,8 +89,9 @@ bool LiveSource::connectToCar(QString *error)
 void LiveSource::onReady()
 {
     m_isConnected = true;
-    m_wasConnected = true;
+    m_reconnects = true;
     m_lossReason.clear();
+    qCInfo(connectionLog, "%s: connected", qPrintable(m_name));
     showNotice({});
     m_poller.connected(liveMs());
     m_watchTimer.start(watchMs);
@@ -86,13 +100,15 @@ void LiveSource::onReady()
 
 void LiveSource::onLost(const QString &why)
 {
+    if (why != m_lossReason)
+        qCInfo(connectionLog, "%s: %s; connecting again", qPrintable(m_name), qPrintable(why));
+    m_losses += int(m_isConnected);
     m_isConnected = false;
     m_lossReason = why;
     m_poller.disconnected();
     m_pollTimer.stop();
-    if (!m_wasConnected)
+    if (!m_reconnects)
         return;
-    ++m_losses;
     forget(false);
     if (m_decoder)
         m_decoder->reset();
