@@ -3,6 +3,7 @@
 #include "commandline.h"
 #include "live/liveports.h"
 
+#include <QFileInfo>
 #include <QHash>
 
 #include <limits>
@@ -46,6 +47,14 @@ static QString readAsking(const QString &text, module::Asking *asking)
         {QStringLiteral("always"), module::Asking::Always}};
     *asking = words.value(text);
     return words.contains(text) ? QString() : QStringLiteral("'never', 'auto' or 'always'");
+}
+
+static QString readFile(const QString &text, QString *file)
+{
+    const QFileInfo folder(QFileInfo(text).absolutePath());
+    *file = text;
+    return folder.isDir() && folder.isWritable() ? QString()
+                                                 : QStringLiteral("a file that can be written");
 }
 
 /** Its message has the value as well, which is added to all. */
@@ -110,7 +119,7 @@ static QVector<program::Option> optionRows(Options *options, Given *given)
     {"requests", "N", "The most requests a second to a connected car, 1 to 50; 20 without it.",
         noted("requests", &given->forCars, whole(1, 50, &options->live.requestsPerSecond))},
     {"log-can", "FILE", "Write what a connected car sends and is asked as a candump log, which can be played later.",
-        noted("log-can", &given->forCars, text(&options->live.log))},
+        noted("log-can", &given->forCars, into(readFile, &options->live.log))},
     {"speed", "X", "Factor of real time, 0.1 to 100; not for a connected car.", number(0.1, 100, &options->speed)},
     {"fault", "NAME[:X]",
         "Inject a fault into what the module sends; may be given several times. \"late-start:5\" and \"restart:60\" take "

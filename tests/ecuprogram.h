@@ -1,14 +1,10 @@
 #pragma once
 
+#include "backgroundprogram.h"
 #include "program.h"
-#include "testpaths.h"
 
 #include <QElapsedTimer>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QThread>
 
-#include <csignal>
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <poll.h>
@@ -16,71 +12,22 @@
 #include <unistd.h>
 #include <utility>
 
-/** norda-ecu in a process of its own, which the test ends. */
-class EcuProgram
+/** norda-ecu in a process of its own. */
+class EcuProgram : public BackgroundProgram
 {
 public:
-    /** Through the shell, since a QProcess has no place under emulation. */
     explicit EcuProgram(const QString &options)
+        : BackgroundProgram(command() + QLatin1Char(' ') + options)
     {
-        const QString line =
-            QStringLiteral("cd '%1'; (sh -c 'echo $$ >pid; exec %2 %3' >out 2>err </dev/null; "
-                           "echo $? >code) &")
-                .arg(m_folder.path(), command(), options);
-        m_isStarted = std::system(qPrintable(line)) == 0;
-    }
-    ~EcuProgram() { end(); }
-
-    static QString command()
-    {
-        return (testpaths::emulator() + QLatin1Char(' ') + testpaths::buildFolder() +
-                QStringLiteral("/bin/norda-ecu"))
-            .trimmed();
     }
 
-    QString folder() const { return m_folder.path(); }
-    QString out() const { return content("out"); }
-    QString err() const { return content("err"); }
+    static QString command() { return BackgroundProgram::command(QStringLiteral("norda-ecu")); }
 
     /** Waits until it has printed where it serves. @return the place; empty when it never did */
     QString place(const QString &kind, int nth = 0) const
     {
-        for (int i = 0; m_isStarted && i < 600; ++i) {
-            const QStringList lines = out().split('\n', Qt::SkipEmptyParts).filter(kind + ' ');
-            if (lines.size() > nth)
-                return lines[nth].section(' ', 1);
-            QThread::msleep(50);
-        }
-        return {};
+        return lineWith(kind + QLatin1Char(' '), nth);
     }
-
-    /** Ends it with a signal. @return its exit code, -1 when it does not end */
-    int end(int signal = SIGTERM)
-    {
-        if (const int pid = content("pid").toInt())
-            ::kill(pid, signal);
-        return exitCode();
-    }
-    int exitCode() const
-    {
-        for (int i = 0; m_isStarted && i < 600; ++i) {
-            const QString code = content("code");
-            if (code.endsWith('\n'))
-                return code.toInt();
-            QThread::msleep(50);
-        }
-        return -1;
-    }
-
-private:
-    QString content(const char *name) const
-    {
-        QFile file(m_folder.filePath(QLatin1String(name)));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    }
-
-    QTemporaryDir m_folder;
-    bool m_isStarted = false;
 };
 
 /** A client at the other end of an adapter's line. */
