@@ -1,5 +1,6 @@
 #include "drive.h"
 #include "options.h"
+#include "relay.h"
 #include "service/moduleservice.h"
 
 #include <QCoreApplication>
@@ -42,6 +43,16 @@ static void reportBus(const module::ModuleService *service, const QString &bus)
     });
 }
 
+static void relaySignals(moduled::Relay *relay, const module::ModuleService *service,
+                         const QString &bus)
+{
+    relay->open(bus);
+    QObject::connect(service, &module::ModuleService::lost, relay, [relay, bus](bool isLost) {
+        if (!isLost)
+            relay->open(bus);
+    });
+}
+
 /** A service does not end with the drive that it plays. */
 static void playRounds(module::Drive *drive)
 {
@@ -65,6 +76,9 @@ static int serve(const moduled::Options &options)
     if (!service.open(options.bus, &error))
         return fail(error);
     reportBus(&service, options.bus);
+    moduled::Relay relay;
+    if (options.relays)
+        relaySignals(&relay, &service, options.bus);
     module::Drive drive(std::move(source));
     drive.setSpeed(options.speed);
     drive.faults() = options.faults;

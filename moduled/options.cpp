@@ -132,6 +132,8 @@ static QVector<program::Option> optionRows(Options *options, Given *given)
             options->faults.setSeed(quint32(seed));
             return expected;
         }},
+    {"relay", nullptr, "Send what other programs emit in place of the module, such as \"busctl --user emit\"; for a desk.",
+        flag(&options->relays)},
     {"print-interface", nullptr, "Print the interface on D-Bus as XML, and exit.", flag(&options->printsInterface)},
     };
 }

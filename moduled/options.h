@@ -17,6 +17,7 @@ struct Options
     module::Faults faults;
     double speed = 1;
     QString bus = QStringLiteral("system"); ///< "session", "system", or the address of a bus
+    bool relays = false;                    ///< the signals that other programs send
     bool printsInterface = false;
 
     QString text; ///< what --help or --version prints; everything else is unset then

@@ -30,14 +30,15 @@ struct Folder
 static const QList<Folder> folders = {
     {"host/include", {""},            {}},
     {"output",       {""},            {}},
+    {"program",      {""},            {}},
     {"bus",          {""},            {}},
     {"host/src",     {""},            {"host/include", "bus", "output"}},
     {"plugin",       {"", "include"}, {"host/include"}},
     {"module",       {""},            {"host/include", "bus", "output"}},
     {"unit",         {""},            {"host/include"}},
     {"bench",        {""},            {"host/include", "module", "unit", "bus", "output"}},
-    {"ecu",          {""},            {"host/include", "module"}},
-    {"moduled",      {""},            {"host/include", "module"}},
+    {"ecu",          {""},            {"host/include", "module", "program"}},
+    {"moduled",      {""},            {"host/include", "module", "bus", "program"}},
 };
 // clang-format on
 

@@ -77,9 +77,9 @@ void tst_ExampleModule::opensTheDoors()
         QTRY_COMPARE_WITH_TIMEOUT(openDoors(page), doors + 1, 60000);
     QTRY_COMPARE_WITH_TIMEOUT(openDoors(page), 0, 60000);
 
+    QCOMPARE(module.err(), QString());
     module.end(SIGKILL);
     QTRY_COMPARE_WITH_TIMEOUT(connection->state(), ServiceConnection::Waiting, 60000);
-    QCOMPARE(module.err(), QString());
     connection->setAddress({});
     connection->open();
 }

@@ -27,6 +27,7 @@ private slots:
     void servesSource_data();
     void servesSource();
     void recordedDriveBeginsAgain();
+    void relaysSignals();
     void nameIsTaken();
     void busComesBack();
     void carComesLater();
@@ -229,6 +230,33 @@ void tst_Moduled::recordedDriveBeginsAgain()
     ModuledProgram program("--bus " + bus.address() + " --source " + file);
     QTRY_VERIFY_WITH_TIMEOUT(listener.count("centerGaugeValueNotify") > 9, 60000);
     QCOMPARE(program.err(), QString());
+}
+
+/** What a command line emits comes from the module; what is none of its signals does not. */
+void tst_Moduled::relaysSignals()
+{
+    PrivateBus bus;
+    Listener listener(bus.address());
+    ModuledProgram program("--source none --relay --bus " + bus.address());
+    QVERIFY2(program.serves(), qPrintable(program.err()));
+    const auto emitAs = [&listener](const char *name, const QVariant &argument) {
+        QDBusMessage signal =
+            QDBusMessage::createSignal(bus::objectPath, bus::interfaceName, QLatin1String(name));
+        signal.setArguments({argument});
+        listener.bus().send(signal);
+    };
+    emitAs("doorState", 1);
+    emitAs("doorStatus", QStringLiteral("open"));
+    for (int round = 0; round < 3; ++round) {
+        emitAs("doorStatus", QVariant::fromValue(uchar(3)));
+        QTRY_COMPARE_WITH_TIMEOUT(listener.count("doorStatus"), round + 1, 60000);
+    }
+    QTest::qWait(200);
+    QCOMPARE(listener.count("doorStatus"), 3);
+    QCOMPARE(program.err(),
+             "norda-moduled: doorState: expected a signal of com.stavel.norda.Adaptor1 with its "
+             "arguments\nnorda-moduled: doorStatus: expected a signal of "
+             "com.stavel.norda.Adaptor1 with its arguments\n");
 }
 
 void tst_Moduled::nameIsTaken()
