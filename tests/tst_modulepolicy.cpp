@@ -141,8 +141,9 @@ static std::unique_ptr<module::ModuleService> moduleOf(const SystemBus &bus, con
 
 // ---- Who may ------------------------------------------------------------------------------------
 
-static const char ownRule[] =
-    R"(<policy user="%1"><allow own="com.stavel.norda.Module"/></policy>)";
+/** What a module needs, for somebody who need not be the configured user. */
+static const char moduleRules[] = R"(<policy user="%1"><allow own="com.stavel.norda.Module"/>
+<allow send_interface="com.stavel.norda.Adaptor1" send_type="signal"/></policy>)";
 
 static void addPeople(const char *ofGroup, const char *ofOthers)
 {
@@ -204,7 +205,7 @@ void tst_ModulePolicy::commands()
     QFETCH(Person, person);
     QFETCH(QString, error);
     const Person owner = AsPerson::isPossible() ? configured : Person::self();
-    const SystemBus bus(configured, QByteArray(ownRule).replace("%1", owner.user));
+    const SystemBus bus(configured, QByteArray(moduleRules).replace("%1", owner.user));
     QString message;
     const auto service = moduleOf(bus, owner, &message);
     QVERIFY2(service, qPrintable(message));
@@ -228,21 +229,19 @@ void tst_ModulePolicy::receivers_data()
 /** What the module sends is for the members of the group, too. */
 void tst_ModulePolicy::receivers()
 {
-    if (!AsPerson::isPossible())
-        QSKIP("a module of another user needs root");
     QFETCH(Person, configured);
     QFETCH(Person, person);
     QFETCH(QString, error);
-    const SystemBus bus(configured);
+    const Person owner = AsPerson::isPossible() ? configured : Person::self();
+    const SystemBus bus(configured, QByteArray(moduleRules).replace("%1", owner.user));
     QString message;
-    const auto service = moduleOf(bus, configured, &message);
+    const auto service = moduleOf(bus, owner, &message);
     QVERIFY2(service, qPrintable(message));
     Client client(bus, person);
-    Client user(bus, configured);
     emit VtqAdaptor::instance()->doorStatus(5);
-    QTRY_COMPARE_WITH_TIMEOUT(user.doors().size(), 1, 60000);
-    client.bus().interface()->isServiceRegistered(bus::serviceName); // after what was sent to it
-    QCoreApplication::processEvents();
+    if (error.isEmpty())
+        QTRY_COMPARE_WITH_TIMEOUT(client.doors().size(), 1, 60000);
+    QTest::qWait(200);
     QCOMPARE(client.doors().size(), int(error.isEmpty()));
 }
 
