@@ -21,7 +21,7 @@ root=$work/root
 contents() {
     (cd "$root" && find . -xdev \
         \( -path ./var/lib/dpkg -o -path ./var/log -o -path ./var/cache -o -path ./proc \
-        -o -path ./tmp -o -path ./root -o -path ./etc/ld.so.cache \) -prune -o -print | sort)
+        -o -path ./run -o -path ./tmp -o -path ./root -o -path ./etc/ld.so.cache \) -prune -o -print | sort)
 }
 
 # Runs a program in the root, with a /proc of its own.
