@@ -153,23 +153,51 @@ void ModuleLink::onMissingValues(const QDBusMessage &reply)
     ask(snapshotMethod, SLOT(onSnapshot(QDBusMessage)), answerMs);
 }
 
+static bool isUnknown(const QDBusError &error)
+{
+    return error.type() == QDBusError::UnknownMethod ||
+           error.type() == QDBusError::UnknownInterface ||
+           error.type() == QDBusError::UnknownObject;
+}
+
+/** A module that only sends is accepted with what it sends from now on. */
+void ModuleLink::onUnknownMethod(const QString &method)
+{
+    if (m_stage != Stage::Asking)
+        return;
+    if (method == QLatin1String(missingValuesMethod)) {
+        m_missingAfterMs = 0;
+        m_missing.clear();
+        ask(snapshotMethod, SLOT(onSnapshot(QDBusMessage)), answerMs);
+    } else {
+        start({});
+    }
+}
+
 void ModuleLink::onSnapshot(const QDBusMessage &reply)
 {
-    if (!isExpected(reply))
-        return;
+    if (isExpected(reply))
+        start(recordsOf(reply.arguments().value(0)));
+}
+
+void ModuleLink::start(const QVector<Record> &snapshot)
+{
     m_gone.stop();
-    const QVector<Record> records = recordsOf(reply.arguments().value(0));
-    for (const Record &record : records)
+    for (const Record &record : snapshot)
         putSignal(record.name, record.arguments);
     m_isMissingShown = m_missing.isEmpty();
     setStage(Stage::Connected);
     watchSilence();
 }
 
-void ModuleLink::onNoAnswer(const QDBusError & /*error*/, const QDBusMessage &call)
+void ModuleLink::onNoAnswer(const QDBusError &error, const QDBusMessage &call)
 {
     if (m_owner.isEmpty() || call.service() != m_owner)
         return;
+    if (isUnknown(error)) {
+        onUnknownMethod(call.member());
+        return;
+    }
     setStage(Stage::Silent);
     showMissing();
     m_retry.start(retryInterval);

@@ -51,6 +51,8 @@ private:
     void ask(const char *method, const char *slot, int timeoutMs);
     void requestState();
     bool isExpected(const QDBusMessage &reply) const;
+    void onUnknownMethod(const QString &method);
+    void start(const QVector<Record> &snapshot);
     void startAnew();
     void putState();
     void setStage(Stage stage);

@@ -9,9 +9,11 @@ set(NORDA_PLUGIN_DIR "${NORDA_HOST_DIR}/plugins")
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
-# norda_package(component package DEPENDS text SECTION text SUMMARY text TEXT text)
+# norda_package(component package DEPENDS text SECTION text SUMMARY text TEXT text [CONTROL file...])
+#
+# CONTROL: scripts that run when the package is installed and removed
 function(norda_package component package)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "DEPENDS;SECTION;SUMMARY;TEXT" "")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "DEPENDS;SECTION;SUMMARY;TEXT" "CONTROL")
     string(TOUPPER "${component}" COMPONENT)
     foreach(pair IN ITEMS
             "PACKAGE_NAME=${package}" "FILE_NAME=DEB-DEFAULT" "PACKAGE_DEPENDS=${arg_DEPENDS}"
@@ -19,6 +21,7 @@ function(norda_package component package)
         string(REGEX MATCH "^([^=]+)=(.*)$" _ "${pair}")
         set(CPACK_DEBIAN_${COMPONENT}_${CMAKE_MATCH_1} "${CMAKE_MATCH_2}" PARENT_SCOPE)
     endforeach()
+    set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_CONTROL_EXTRA "${arg_CONTROL}" PARENT_SCOPE)
     set(CPACK_COMPONENT_${COMPONENT}_DESCRIPTION "${arg_SUMMARY}\n${arg_TEXT}" PARENT_SCOPE)
     set(CPACK_DEBIAN_${COMPONENT}_DESCRIPTION "${arg_SUMMARY}\n${arg_TEXT}" PARENT_SCOPE)
 

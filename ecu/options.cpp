@@ -1,8 +1,7 @@
 #include "options.h"
 
+#include "commandline.h"
 #include "services.h"
-
-#include <QCommandLineParser>
 
 #include <limits>
 
@@ -20,58 +19,15 @@ Examples:
 Exit codes: 0 done, 2 unusable input or arguments.
 )";
 
-/** One option. */
-struct OptionRow
-{
-    const char *name;
-    const char *valueName; // null for a switch
-    QString help;
-    /** @return what was expected; empty where the value can be used */
-    QString (*read)(const QString &value, Options &options);
-};
-
-// ---- Values -------------------------------------------------------------------------------------
-
-static QString readNumber(const QString &text, double lowest, double highest, double *number)
-{
-    bool isNumber = false;
-    *number = text.toDouble(&isNumber);
-    if (isNumber && *number >= lowest && *number <= highest)
-        return {};
-    static constexpr int digits = 10;
-    return QStringLiteral("a number from %1 to %2")
-        .arg(QString::number(lowest, 'g', digits), QString::number(highest, 'g', digits));
-}
-
-template <typename Whole>
-static QString readWhole(const QString &text, double lowest, double highest, Whole *number)
-{
-    double value = 0;
-    const QString expected = readNumber(text, lowest, highest, &value);
-    if (!expected.isEmpty() || value != std::floor(value))
-        return QStringLiteral("a whole number from %1 to %2")
-            .arg(QString::number(lowest, 'g', 10), QString::number(highest, 'g', 10));
-    *number = Whole(value);
-    return {};
-}
-
-static QString readSeconds(const QString &text, qint64 *ms)
-{
-    double seconds = 0;
-    QString expected = readNumber(text, 0, 1e5, &seconds);
-    *ms = qRound64(seconds * 1000);
-    return expected;
-}
-
 /** Such as "20:10", from the 20th second for ten seconds. */
-static QString readOutage(const QString &text, Outage *outage)
+static QString readOutage(const QString &text, Outage &outage)
 {
     qint64 lengthMs = 0;
     const QStringList parts = text.split(QLatin1Char(':'));
-    if (parts.size() != 2 || !readSeconds(parts[0], &outage->fromMs).isEmpty() ||
-        !readSeconds(parts[1], &lengthMs).isEmpty() || lengthMs == 0)
+    if (parts.size() != 2 || !commandline::readSeconds(parts[0], &outage.fromMs).isEmpty() ||
+        !commandline::readSeconds(parts[1], &lengthMs).isEmpty() || lengthMs == 0)
         return QStringLiteral("the second it begins and its length, such as 20:10");
-    outage->toMs = outage->fromMs + lengthMs;
+    outage.toMs = outage.fromMs + lengthMs;
     return {};
 }
 
@@ -129,76 +85,49 @@ static QString badAnswerHelp()
 
 // ---- All options --------------------------------------------------------------------------------
 
-// clang-format off
-static QVector<OptionRow> optionRows()
+template <typename Target>
+static commandline::Reader into(QString (*read)(const QString &, Target &), Target &target)
 {
+    return [read, &target](const QString &value) { return read(value, target); };
+}
+
+// clang-format off
+static QVector<commandline::Option> optionRows(Options &options)
+{
+    using namespace commandline;
     return {
     {"source", "simulator|FILE", "What the car does: \"simulator\" (the default), an OBD-II CSV export or a candump log. After its end it begins again.",
-        [](const QString &value, Options &options) { options.source = value; return QString(); }},
+        text(&options.source)},
     {"dbc", "FILE", "The DBC file of the car's own frames, which it sends on --can; with --map.",
-        [](const QString &value, Options &options) { options.files.dbc = value; return QString(); }},
+        text(&options.files.dbc)},
     {"map", "FILE", "The map from the DBC file's signals to quantities, as JSON, which is read backwards; with --dbc.",
-        [](const QString &value, Options &options) { options.files.map = value; return QString(); }},
-    {"speed", "X", "Factor of real time, 0.1 to 100.",
-        [](const QString &value, Options &options) { return readNumber(value, 0.1, 100, &options.speed); }},
-    {"duration", "SECONDS", "End after this much drive time.",
-        [](const QString &value, Options &options) { return readSeconds(value, &options.durationMs); }},
-    {"can", "PLUGIN:INTERFACE[?bitrate=N]", "Be a car on a CAN bus, for instance on \"socketcan:can0\".",
-        [](const QString &value, Options &options) { options.can = value; return QString(); }},
-    {"pty", "[LINK]", "Be an adapter on a pseudo terminal, to which a symbolic link LINK leads.", readTerminal},
+        text(&options.files.map)},
+    {"speed", "X", "Factor of real time, 0.1 to 100.", number(0.1, 100, &options.speed)},
+    {"duration", "SECONDS", "End after this much drive time.", seconds(&options.durationMs)},
+    {"can", "PLUGIN:INTERFACE[?bitrate=N]", "Be a car on a CAN bus, for instance on \"socketcan:can0\".", text(&options.can)},
+    {"pty", "[LINK]", "Be an adapter on a pseudo terminal, to which a symbolic link LINK leads.",
+        into(readTerminal, options)},
     {"tcp", "PORT", "Be an adapter on a TCP port of the loopback interface; 0 for any that is free.",
-        [](const QString &value, Options &options) { return readWhole(value, 0, 65535, &options.tcpPort); }},
-    {"bits", "11|29", "Length of the car's diagnostic identifiers; 11 by default.", readBits},
-    {"units", "N", "Control units that answer, 1 to 8; 1 by default.",
-        [](const QString &value, Options &options) { return readWhole(value, 1, CarBus::MostUnits, &options.bus.units); }},
-    {"codes", "CODE[,CODE...]", "Trouble codes that the car stores. By default P0304 while the drive has the lamp on.", readCodes},
-    {"without", "PID[,PID...]", "Parameters that the car does not know, such as 0C,0D.", readPids},
-    {"delay", "MS", "Time before each of the car's answers, up to 10000.",
-        [](const QString &value, Options &options) { return readWhole(value, 0, 10000, &options.bus.delayMs); }},
-    {"lose", "SHARE", "Share of the car's answers that are lost, 0 to 1.",
-        [](const QString &value, Options &options) { return readNumber(value, 0, 1, &options.bus.lost); }},
-    {"say", "TEXT[:SHARE]", badAnswerHelp(), readBadAnswer},
+        whole(0, 65535, &options.tcpPort)},
+    {"bits", "11|29", "Length of the car's diagnostic identifiers; 11 by default.", into(readBits, options)},
+    {"units", "N", "Control units that answer, 1 to 8; 1 by default.", whole(1, CarBus::MostUnits, &options.bus.units)},
+    {"codes", "CODE[,CODE...]", "Trouble codes that the car stores. By default P0304 while the drive has the lamp on.",
+        into(readCodes, options)},
+    {"without", "PID[,PID...]", "Parameters that the car does not know, such as 0C,0D.", into(readPids, options)},
+    {"delay", "MS", "Time before each of the car's answers, up to 10000.", whole(0, 10000, &options.bus.delayMs)},
+    {"lose", "SHARE", "Share of the car's answers that are lost, 0 to 1.", number(0, 1, &options.bus.lost)},
+    {"say", "TEXT[:SHARE]", badAnswerHelp(), into(readBadAnswer, options)},
     {"tester", "MS", "A second tester on the bus requests the engine speed so often, 1 to 60000.",
-        [](const QString &value, Options &options) { return readWhole(value, 1, 60000, &options.bus.otherTesterMs); }},
+        whole(1, 60000, &options.bus.otherTesterMs)},
     {"silence", "AT:SECONDS", "From this second on nothing is sent or received for so long.",
-        [](const QString &value, Options &options) { return readOutage(value, &options.faults.silence); }},
+        into(readOutage, options.faults.silence)},
     {"pull", "AT:SECONDS", "From this second on the cable is pulled for so long: the terminal or port is gone, the bus silent.",
-        [](const QString &value, Options &options) { return readOutage(value, &options.faults.pulled); }},
+        into(readOutage, options.faults.pulled)},
     {"seed", "N", "Seed of what is lost or bad: the same seed affects the same answers. 1 by default.",
-        [](const QString &value, Options &options) { return readWhole(value, 0, std::numeric_limits<quint32>::max(), &options.bus.seed); }},
+        whole(0, std::numeric_limits<quint32>::max(), &options.bus.seed)},
     };
 }
 // clang-format on
-
-static bool readRows(const QCommandLineParser &parser, Options *options, QString *error)
-{
-    for (const OptionRow &row : optionRows()) {
-        for (const QString &value : parser.values(QLatin1String(row.name))) {
-            const bool mayBeEmpty = row.read == readTerminal;
-            QString expected = QLatin1String(row.valueName);
-            if (!value.isEmpty() || mayBeEmpty)
-                expected = row.read(value, *options);
-            if (expected.isEmpty())
-                continue;
-            *error = QStringLiteral("--%1: expected %2, got '%3'")
-                         .arg(QLatin1String(row.name), expected, value);
-            return false;
-        }
-    }
-    options->faults.answers.setSeed(options->bus.seed);
-    return true;
-}
-
-/** An option whose value may be left out is one with an empty value. */
-static QStringList withEmptyValues(QStringList arguments)
-{
-    for (int i = 1; i < arguments.size(); ++i) {
-        const bool hasValue = i + 1 < arguments.size() && !arguments[i + 1].startsWith('-');
-        if (arguments[i] == QLatin1String("--pty") && !hasValue)
-            arguments[i] += QLatin1Char('=');
-    }
-    return arguments;
-}
 
 /** What makes sense together. */
 static QString contradiction(const Options &options)
@@ -216,30 +145,15 @@ static QString contradiction(const Options &options)
 
 bool Options::parse(const QStringList &arguments, QString *error)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("The other end of the cable: a car that answers OBD-II requests on a CAN "
-                       "bus, or an ELM327 adapter that is plugged into it."));
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
-    for (const OptionRow &row : optionRows())
-        parser.addOption({QLatin1String(row.name), row.help, QLatin1String(row.valueName)});
-    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    if (!parser.parse(withEmptyValues(arguments))) {
-        *error = parser.errorText().replace(QLatin1Char('\n'), QLatin1Char(' ')) +
-                 QStringLiteral(" See --help.");
+    static constexpr commandline::About about = {
+        "norda-ecu",
+        "The other end of the cable: a car that answers OBD-II requests on a CAN bus, or an ELM327 "
+        "adapter that is plugged into it.",
+        examples};
+    if (!commandline::readCommandLine(arguments, about, optionRows(*this), &text, error))
         return false;
-    }
-    if (parser.isSet(help))
-        text = parser.helpText() + QLatin1String(examples);
-    else if (parser.isSet(version))
-        text = QStringLiteral("norda-ecu " NORDA_VERSION "\n");
-    if (!text.isEmpty())
-        return true;
-    if (!parser.positionalArguments().isEmpty())
-        *error = QStringLiteral("%1: expected an option, see --help")
-                     .arg(parser.positionalArguments().constFirst());
-    else if (readRows(parser, this, error))
+    faults.answers.setSeed(bus.seed);
+    if (text.isEmpty())
         *error = contradiction(*this);
     return error->isEmpty();
 }

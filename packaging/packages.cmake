@@ -2,6 +2,8 @@
 
 set(qt "libqt5widgets5 (>= 5.15), libqt5gui5 (>= 5.15) | libqt5gui5-gles (>= 5.15)")
 set(runtime "libc6 (>= 2.34), libgcc-s1, libstdc++6 (>= 11)")
+# Of the vehicle module, which needs no window
+set(car "libqt5core5a (>= 5.15), libqt5dbus5 (>= 5.15), libqt5network5 (>= 5.15), libqt5serialbus5 (>= 5.15), libqt5serialbus5-plugins (>= 5.15), libqt5serialport5 (>= 5.15)")
 set(same "(= ${PROJECT_VERSION})")
 
 norda_package(plugin norda-plugin
@@ -11,7 +13,7 @@ norda_package(plugin norda-plugin
     TEXT "Gauges, vehicle information, climate, parking assist, the module's\nsettings and an About page as a plugin that a head unit loads, with three\naudio sources for the module's voice. The head unit brings the host library\nthat the plugin runs against.")
 norda_package(host norda-host
     SECTION libs
-    DEPENDS "${runtime}, libqt5core5a (>= 5.15), ${qt}"
+    DEPENDS "${runtime}, libqt5core5a (>= 5.15), libqt5dbus5 (>= 5.15), ${qt}"
     SUMMARY "reference implementation of the head unit's host library"
     TEXT "The host interfaces of an in-car head unit as a library that runs on a desk,\nwith the icon library of its pages. A head unit replaces it with its own.")
 norda_package(dev norda-host-dev
@@ -30,15 +32,21 @@ endif()
 norda_package(unit norda-unit
     SECTION misc
     DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), adduser, fonts-liberation, fonts-dejavu-core"
+    CONTROL "${CMAKE_CURRENT_LIST_DIR}/unit/conffiles" "${CMAKE_CURRENT_LIST_DIR}/unit/postinst"
+        "${CMAKE_CURRENT_LIST_DIR}/unit/prerm" "${CMAKE_CURRENT_LIST_DIR}/unit/postrm"
     SUMMARY "head unit on the whole display"
     TEXT "Loads the plugin as a head unit does, shows its pages full screen without a\ndesktop, and connects to the vehicle module over D-Bus. A systemd unit starts\nit and watches over it.")
-set(CPACK_DEBIAN_UNIT_PACKAGE_CONTROL_EXTRA
-    "${CMAKE_CURRENT_LIST_DIR}/unit/conffiles;${CMAKE_CURRENT_LIST_DIR}/unit/postinst;${CMAKE_CURRENT_LIST_DIR}/unit/prerm;${CMAKE_CURRENT_LIST_DIR}/unit/postrm")
 norda_package(bench norda-bench
     SECTION devel
-    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, libqt5core5a (>= 5.15), ${qt}, libqt5multimedia5 (>= 5.15), libqt5network5 (>= 5.15), libqt5serialbus5 (>= 5.15), libqt5serialbus5-plugins (>= 5.15), libqt5serialport5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), fonts-liberation, fonts-dejavu-core"
+    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, ${car}, ${qt}, libqt5multimedia5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), fonts-liberation, fonts-dejavu-core"
     SUMMARY "drive and observe a head unit plugin on a desk"
     TEXT "Loads the plugin as a head unit does and drives it with a simulated car, a\nconnected one, or recorded drives: OBD-II exports, candump logs and its own\nrecordings. norda-ecu is the other end of the cable of a live car.")
+norda_package(moduled norda-moduled
+    SECTION misc
+    DEPENDS "${runtime}, ${car}, adduser, default-dbus-system-bus | dbus-system-bus"
+    CONTROL "${CMAKE_CURRENT_LIST_DIR}/moduled/postinst" "${CMAKE_CURRENT_LIST_DIR}/moduled/postrm"
+    SUMMARY "vehicle module of a head unit, as a service on D-Bus"
+    TEXT "The module that a head unit shows: a connected car by OBD-II or its own CAN\nframes, a recorded drive, or a simulated car. It needs no display. Only its\nuser may serve on the system bus, only members of its group may talk to it.")
 
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.desktop" DESTINATION share/applications
     COMPONENT bench)
@@ -49,10 +57,9 @@ install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.svg"
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/unit.conf" DESTINATION /etc/norda COMPONENT unit)
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-unit.service" DESTINATION lib/systemd/system
     COMPONENT unit)
-foreach(row "norda-bench bench" "norda-ecu bench" "norda-unit unit")
-    separate_arguments(row)
-    list(GET row 0 program)
-    list(GET row 1 component)
+foreach(pair "norda-bench bench" "norda-ecu bench" "norda-moduled moduled" "norda-unit unit")
+    separate_arguments(pair)
+    list(POP_FRONT pair program component)
     set(page "${PROJECT_BINARY_DIR}/packaging/${program}.1.gz")
     norda_compress("${CMAKE_CURRENT_LIST_DIR}/${program}.1" "${page}")
     install(FILES "${page}" DESTINATION share/man/man1 COMPONENT ${component})

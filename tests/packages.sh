@@ -39,8 +39,8 @@ check_native() {
     lintian --fail-on error "$packages"/*.deb || die "lintian found errors"
     say "no errors of lintian in $(find "$packages" -maxdepth 1 -name '*.deb' | wc -l) packages"
     norda_main_archive | mmdebstrap --variant=minbase --include=libqt5widgets5,libqt5multimedia5,libqwt-qt5-6 \
-        --include=libqt5serialbus5,libqt5serialbus5-plugins,libqt5serialport5 \
-        --include=adduser,fonts-liberation,fonts-dejavu-core,qtbase5-dev,g++,cmake,make "" "$root" - \
+        --include=libqt5serialbus5,libqt5serialbus5-plugins,libqt5serialport5,dbus,adduser \
+        --include=fonts-liberation,fonts-dejavu-core,qtbase5-dev,g++,cmake,make "" "$root" - \
         >"$(norda_log root)" 2>&1 || norda_fail root
     contents >"$work/before"
     mkdir "$root/packages"
@@ -63,6 +63,14 @@ check_native() {
     grep -q '^UnitLastPage=82$' "$root/var/lib/norda/media/flash/nvm/settings.ini" ||
         die "expected the installed unit to keep its last page"
     say "the installed unit keeps its last page"
+
+    # The installed policy, with the program as root: only the user norda may own the name.
+    inside sh -c 'mkdir -p /run/dbus && dbus-daemon --system --fork --print-pid >/tmp/bus.pid
+        norda-moduled --system 2>/tmp/refused; test $? -eq 2 || exit 1
+        setpriv --reuid=norda --regid=norda --clear-groups timeout 5 norda-moduled --system >/tmp/served
+        kill "$(cat /tmp/bus.pid)"; rm -rf /run/dbus; grep -q "serving system" /tmp/served' ||
+        die "expected the installed module to serve as its user only: $(cat "$root/tmp/refused")"
+    say "the installed module serves on the system bus, as its user only"
 
     cp -r tests/sdk "$root/tmp/sdk"
     inside sh -c 'cd /tmp/sdk && cmake -B build . && cmake --build build' \

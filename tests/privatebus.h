@@ -8,15 +8,22 @@
 class PrivateBus
 {
 public:
-    /** @param policy  what the configuration allows, as XML */
-    explicit PrivateBus(const QByteArray &policy = R"(<allow send_destination="*"/>
-<allow receive_sender="*"/><allow own="*"/>)")
+    /**
+     * @param policy  what the configuration allows, as XML
+     * @param more    whole policies, which come after it
+     */
+    explicit PrivateBus(
+        const QByteArray &policy =
+            R"(<allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/>)",
+        const QByteArray &more = {})
     {
+        QFile::setPermissions(m_folder.path(), QFile::permissions(m_folder.path()) |
+                                                   QFile::ReadOther | QFile::ExeOther);
         QFile file(configuration());
         file.open(QIODevice::WriteOnly);
         file.write("<busconfig><type>session</type><listen>" + address().toLatin1() +
                    "</listen><auth>EXTERNAL</auth><policy context=\"default\">" + policy +
-                   "</policy></busconfig>\n");
+                   "</policy>" + more + "</busconfig>\n");
         file.close();
         start();
     }

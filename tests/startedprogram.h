@@ -68,12 +68,14 @@ public:
         return {};
     }
 
+    int pid() const { return content("pid").toInt(); }
+
     /** Sends it a signal, while it runs. */
     void signal(int number) const
     {
-        const int pid = content("pid").toInt();
-        if (pid > 0 && content("code").isEmpty())
-            ::kill(pid, number);
+        const int process = pid();
+        if (process > 0 && content("code").isEmpty())
+            ::kill(process, number);
     }
     /** Ends it with a signal. @return its exit code, -1 when it does not end */
     int end(int number = SIGTERM)

@@ -38,7 +38,7 @@ static const QList<Folder> folders = {
     {"unit",         {""},            {"host/include", "process"}},
     {"bench",        {""},            {"host/include", "module", "unit", "bus", "output", "process"}},
     {"ecu",          {""},            {"host/include", "module", "process"}},
-    {"moduled",      {""},            {"host/include", "module", "process"}},
+    {"moduled",      {""},            {"host/include", "module", "bus", "process"}},
 };
 // clang-format on
 

@@ -4,7 +4,7 @@
 
 #include <QDirIterator>
 
-/** The plugin library as it is shipped: what it shows, what it needs, what it carries. */
+/** What is shipped: what the plugin shows, needs and carries, and what the services need. */
 class tst_Library : public QObject
 {
     Q_OBJECT
@@ -17,6 +17,8 @@ private slots:
     void isHardened();
     void isStripped();
     void carriesNoPaths();
+    void servicesNeedNoWindows_data();
+    void servicesNeedNoWindows();
 
 private:
     struct Symbol
@@ -132,18 +134,24 @@ void tst_Library::needsOnlyWhatTheSdkDeclares()
     QVERIFY(needed > 100);
 }
 
-void tst_Library::needsFewLibraries()
+static QStringList neededLibraries(const QString &dynamicSection)
 {
     static const QRegularExpression needed(QStringLiteral("\\(NEEDED\\).*\\[(.+)\\]"));
     QStringList libraries;
-    for (auto it = needed.globalMatch(readelf(m_library, {"-d"})); it.hasNext();)
+    for (auto it = needed.globalMatch(dynamicSection); it.hasNext();)
         libraries.append(it.next().captured(1));
+    return libraries;
+}
+
+void tst_Library::needsFewLibraries()
+{
+    const QStringList libraries = neededLibraries(readelf(m_library, {"-d"}));
     QVERIFY(libraries.contains("libnordahost.so"));
     static const QRegularExpression known(
         QStringLiteral("^(libnordahost\\.so|libQt5(Core|Gui|Widgets)\\.so\\.5|lib(stdc\\+\\+|gcc_s|"
                        "c|m)\\.so\\.6?1?|"
                        "ld-linux.*)$"));
-    for (const QString &library : qAsConst(libraries))
+    for (const QString &library : libraries)
         QVERIFY2(known.match(library).hasMatch(), qPrintable(library));
 }
 
@@ -182,6 +190,27 @@ void tst_Library::carriesNoPaths()
          {testpaths::sourceFolder(), testpaths::buildFolder(), QStringLiteral("/home/"),
           QStringLiteral("/root/"), QStringLiteral("/tmp/")})
         QVERIFY2(!content.contains(path.toUtf8()), qPrintable(path));
+}
+
+void tst_Library::servicesNeedNoWindows_data()
+{
+    QTest::addColumn<QString>("program");
+    for (const char *program : {"norda-ecu", "norda-moduled"})
+        QTest::newRow(program) << QString::fromLatin1(program);
+}
+
+/** They run where no screen is, and where its libraries are not installed. */
+void tst_Library::servicesNeedNoWindows()
+{
+    QFETCH(QString, program);
+    const QStringList libraries =
+        neededLibraries(readelf(testpaths::buildFolder() + "/bin/" + program, {"-d"}));
+    QVERIFY(libraries.contains("libQt5Core.so.5"));
+    static const QRegularExpression known(
+        QStringLiteral("^(libQt5(Core|DBus|Network|SerialBus|SerialPort)\\.so\\.5|"
+                       "lib(stdc\\+\\+|gcc_s|c|m)\\.so\\.6?1?|ld-linux.*)$"));
+    for (const QString &library : libraries)
+        QVERIFY2(known.match(library).hasMatch(), qPrintable(library));
 }
 
 NORDA_TEST_MAIN(tst_Library)

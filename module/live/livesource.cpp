@@ -6,8 +6,12 @@
 
 #include <QDateTime>
 #include <QEventLoop>
+#include <QLoggingCategory>
 
 namespace module {
+
+// For programs that run unattended.
+Q_LOGGING_CATEGORY(connectionLog, "norda.connection", QtWarningMsg)
 
 static constexpr qint64 nsPerUs = 1000;
 static constexpr qint64 usPerMs = 1000;
@@ -31,6 +35,7 @@ LiveSource::LiveSource(const QString &name, std::unique_ptr<ObdLink> link,
     , m_present(m_decoder ? m_decoder->present() : QVector<bool>(int(Quantity::Count), false))
     , m_mapper(m_present)
     , m_startUs(QDateTime::currentMSecsSinceEpoch() * usPerMs)
+    , m_reconnects(settings.waitsForCar)
 {
     if (!settings.log.isEmpty())
         m_log = std::make_unique<CanLog>(settings.log, settings.inputs);
@@ -54,11 +59,19 @@ LiveSource::~LiveSource() = default;
 
 bool LiveSource::connectToCar(QString *error)
 {
-    static constexpr int longestMs = 15000;
     if (m_log && !m_log->error().isEmpty()) {
         *error = m_log->error();
         return false;
     }
+    if (!m_reconnects)
+        return waitForCar(error);
+    m_link->open();
+    return true;
+}
+
+bool LiveSource::waitForCar(QString *error)
+{
+    static constexpr int longestMs = 15000;
     QEventLoop loop;
     connect(m_link.get(), &ObdLink::ready, &loop, &QEventLoop::quit);
     connect(m_link.get(), &ObdLink::lost, &loop, &QEventLoop::quit);
@@ -77,8 +90,9 @@ bool LiveSource::connectToCar(QString *error)
 void LiveSource::onReady()
 {
     m_isConnected = true;
-    m_wasConnected = true;
+    m_reconnects = true;
     m_lossReason.clear();
+    qCInfo(connectionLog, "%s: connected", qPrintable(m_name));
     showNotice({});
     m_poller.connected(liveMs());
     m_watchTimer.start(watchMs);
@@ -87,11 +101,12 @@ void LiveSource::onReady()
 
 void LiveSource::onLost(const QString &why)
 {
+    if (why != m_lossReason)
+        qCInfo(connectionLog, "%s: %s; connecting again", qPrintable(m_name), qPrintable(why));
+    m_losses += int(m_isConnected);
     noteLoss(why);
-    if (!m_wasConnected)
-        return;
-    ++m_losses;
-    m_reconnectTimer.start(reconnectMs);
+    if (m_reconnects)
+        m_reconnectTimer.start(reconnectMs);
 }
 
 void LiveSource::noteLoss(const QString &why)
@@ -103,7 +118,7 @@ void LiveSource::noteLoss(const QString &why)
     forget(false);
     if (m_decoder)
         m_decoder->reset();
-    if (m_wasConnected)
+    if (m_reconnects)
         showNotice(QLatin1String(noConnection));
 }
 

@@ -28,7 +28,8 @@ public:
     ~LiveSource() override;
 
     /**
-     * Connects for the first time, and waits for it; events are handled meanwhile.
+     * Connects for the first time, and waits for it unless the car may come later; events are
+     * handled meanwhile.
      * @param error  one line that names the source
      */
     bool connectToCar(QString *error);
@@ -56,6 +57,7 @@ private:
         void endSecond();
     };
 
+    bool waitForCar(QString *error);
     void onReady();
     void onLost(const QString &why);
     void noteLoss(const QString &why);
@@ -96,7 +98,7 @@ private:
     QTimer m_pollTimer;
     QTimer m_reconnectTimer;
     bool m_isConnected = false;
-    bool m_wasConnected = false; // ever
+    bool m_reconnects; // when the link is lost
     QString m_lossReason;
     QString m_notice; // in the pages' top bars
     QStringList m_codes;
