@@ -6,6 +6,8 @@
 #include "recordingtools.h"
 #include "results.h"
 #include "scenario/scenariosuite.h"
+#include "service/moduleservice.h"
+#include "serviceconnection.h"
 #include "session/rig.h"
 #include "session/warnings.h"
 #include "soundoutput.h"
@@ -181,6 +183,7 @@ int main(int argc, char *argv[])
     if (options.isTool())
         return runTool(options);
     endsignals::install();
+    ServiceConnection::instance()->setAddress({}); // the module is the source, wherever that is
     if (!options.scripts.isEmpty()) {
         const SuiteOutcome outcome = playScenarios(
             options,
@@ -199,5 +202,8 @@ int main(int argc, char *argv[])
     Rig rig(options.setup);
     if (!rig.open(options.plugin, &error))
         return fail(error);
+    module::ModuleService service;
+    if (!options.serve.isEmpty() && !service.open(options.serve, &error))
+        return fail(QStringLiteral("--serve: ") + error);
     return options.headless ? runHeadless(options, &rig) : runWindow(options, &rig);
 }

@@ -26,12 +26,17 @@ BusConnection::~BusConnection()
     QDBusConnection::disconnectFromBus(m_name);
 }
 
-bool BusConnection::open(const QString &address, QObject *receiver, const char *disconnectedSlot)
+bool BusConnection::open(const QString &address)
 {
     QDBusConnection::disconnectFromBus(m_name);
     m_name = newName();
     m_bus = connection(address, m_name);
-    return m_bus.isConnected() &&
+    return m_bus.isConnected();
+}
+
+bool BusConnection::open(const QString &address, QObject *receiver, const char *disconnectedSlot)
+{
+    return open(address) &&
            m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
                          QStringLiteral("org.freedesktop.DBus.Local"),
                          QStringLiteral("Disconnected"), receiver, disconnectedSlot);

@@ -73,6 +73,11 @@ public:
     virtual qint64 liveMs() const { return -1; }
     /** What a drive that happens now calls when an emission has come. */
     virtual void setWakeUp(const std::function<void()> &wakeUp) { Q_UNUSED(wakeUp) }
+    /** What such a drive calls with one line for a person: what happened to its connection. */
+    virtual void setNotify(const std::function<void(const QString &line)> &notify)
+    {
+        Q_UNUSED(notify)
+    }
     /** Drive time of the next emission, -1 when there is none. */
     virtual qint64 nextDueMs() const = 0;
     /** Takes the next emission; only called while `nextDueMs()` is not -1. */
@@ -122,8 +127,8 @@ public:
 
 /**
  * Opens a source by its name on the command line: "simulator", "none" for a module that emits
- * nothing by itself, a car that is connected (see openLive()), or the path of a recorded drive,
- * whose format is detected from its content.
+ * nothing by itself, a car that is connected (see openLive()), the module of another process (see
+ * openRemote()), or the path of a recorded drive, whose format is detected from its content.
  * @param error  one line that names the file, the line and what was expected there
  * @param trim   what the simulated car is equipped with
  * @param car    what explains the frames of a bus; a file must be a raw CAN log then

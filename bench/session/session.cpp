@@ -19,6 +19,10 @@ Session::Session(std::unique_ptr<module::VehicleSource> source, QObject *parent)
     })
 {
     m_wall.start();
+    m_drive.source()->setNotify([this](const QString &line) {
+        addMark(line);
+        emit noticed(line);
+    });
     connect(CallLog::instance(), &CallLog::called, this, &Session::onCall);
     connect(&m_drive, &module::Drive::jumped, this, &Session::onJump);
     connect(&m_drive, &module::Drive::positionChanged, this, &Session::logQuantities);
