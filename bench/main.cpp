@@ -7,10 +7,10 @@
 #include "results.h"
 #include "scenario/scenariosuite.h"
 #include "service/moduleservice.h"
-#include "serviceconnection.h"
 #include "session/rig.h"
 #include "session/warnings.h"
 #include "soundoutput.h"
+#include "stepped/moduleprocess.h"
 #include "tools/doctor.h"
 #include "tools/endsignals.h"
 #include "tools/exitguard.h"
@@ -105,7 +105,7 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
         std::fprintf(stderr, "No display here: running as with --headless.\n");
         options->headless = true;
     }
-    if (options->headless && !options->speedGiven)
+    if (options->headless && !options->speedGiven && options->serve.isEmpty())
         options->setup.speed = module::Drive::Unlimited;
     return hasLogForCar(*options, error);
 }
@@ -136,16 +136,31 @@ static int runWindow(const Options &options, Rig *rig)
     return writeResults(options, rig) ? Done : Unusable;
 }
 
+/** Before there is an application object. @return null for a module in this process, or an error */
+static std::unique_ptr<ModuleProcess> startModule(Setup *setup, QString *error)
+{
+    if (!setup->hasModuleProcess)
+        return nullptr;
+    auto process = ModuleProcess::start(*setup, error);
+    if (process)
+        setup->moduleAddress = process->address();
+    return process;
+}
+
 /** One scenario from its start to its end, with a head unit of its own. */
 static ScenarioResult playScenario(const Options &options, const Scenario &scenario, char *argv[])
 {
+    ScenarioResult result;
+    Setup setup = scenario.setup;
+    const auto process = startModule(&setup, &result.unusable);
+    if (!result.unusable.isEmpty())
+        return result;
     int argc = 1;
     QApplication application(argc, argv);
     const ExitGuard guard;
     const Warnings warnings;
     night::apply(&application, options.style);
-    Rig rig(scenario.setup);
-    ScenarioResult result;
+    Rig rig(setup);
     if (!rig.open(options.plugin, &result.unusable))
         return result;
     rig.unit()->screen()->show();
@@ -183,7 +198,6 @@ int main(int argc, char *argv[])
     if (options.isTool())
         return runTool(options);
     endsignals::install();
-    ServiceConnection::instance()->setAddress({}); // the module is the source, wherever that is
     if (!options.scripts.isEmpty()) {
         const SuiteOutcome outcome = playScenarios(
             options,
@@ -192,6 +206,9 @@ int main(int argc, char *argv[])
         return outcome == SuiteOutcome::Unusable ? fail(error) : int(outcome);
     }
 
+    const auto process = startModule(&options.setup, &error);
+    if (!error.isEmpty())
+        return fail(error);
     argc = 1; // the options decide, Qt reads none of them again
     QApplication application(argc, argv);
     const ExitGuard guard;

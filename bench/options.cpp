@@ -120,6 +120,14 @@ static QString busOf(const QString &address)
                                                : address;
 }
 
+static bool canHaveModuleProcess(const Options &options, QString *error)
+{
+    if (!options.setup.hasModuleProcess || options.headless || !options.scripts.isEmpty())
+        return true;
+    *error = QStringLiteral("--module-process: expected with --script or --headless");
+    return false;
+}
+
 /** A module that followed itself would receive what it emits, and emit it again. */
 static bool canServe(const Options &options, QString *error)
 {
@@ -166,18 +174,30 @@ static output::InputFiles inputsOf(const Options &options)
     return inputs;
 }
 
+/** "drive.jsonl" becomes "drive.module.jsonl". */
+static QString moduleFile(const QString &file)
+{
+    const QFileInfo info(file);
+    return info.dir().filePath(info.completeBaseName() + QStringLiteral(".module.") +
+                               info.suffix());
+}
+
 bool Options::prepareResults(QString *error)
 {
     setup.inputs = inputsOf(*this);
+    if (setup.hasModuleProcess && !setup.record.isEmpty())
+        setup.moduleRecord = moduleFile(setup.record);
     if (!gallery.isEmpty() && !QDir().mkpath(gallery)) {
         *error = notAFolder(gallery);
         return false;
     }
     QHash<QString, QString> options;
-    const std::pair<const char *, const QString &> files[] = {{"record", setup.record},
-                                                              {"log-can", setup.live.log},
-                                                              {"summary", summary},
-                                                              {"junit", junit}};
+    const std::pair<const char *, const QString &> files[] = {
+        {"record", setup.record},
+        {"module-process", setup.moduleRecord},
+        {"log-can", setup.live.log},
+        {"summary", summary},
+        {"junit", junit}};
     for (const auto &[name, file] : files) {
         const QString option = QLatin1String(name);
         if (file.isEmpty())
@@ -199,7 +219,7 @@ bool Options::prepareResults(QString *error)
 output::InputFiles Options::filesInUse() const
 {
     output::InputFiles files = setup.inputs;
-    for (const QString &file : {setup.record, setup.live.log, summary, junit})
+    for (const QString &file : {setup.record, setup.moduleRecord, setup.live.log, summary, junit})
         files.add(file);
     return files;
 }
@@ -251,5 +271,5 @@ bool Options::parse(const QStringList &arguments, QString *error)
         !(hasCompanions(parser, error) && readRows(parser, this, error)))
         return false;
     return readFiles(parser, this, error) && fitsSource(parser, setup.source, error) &&
-           canServe(*this, error);
+           canServe(*this, error) && canHaveModuleProcess(*this, error);
 }

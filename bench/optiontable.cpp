@@ -281,6 +281,10 @@ static const OptionRow rows[] = {
         "Inject a fault into what the module sends; may be given several times. \"late-start:5\" and "
         "\"restart:60\" take seconds; \"silence\", \"flood\", \"duplicate\", \"reorder\", \"range\" and "
         "\"truncate\" take the share of the signals that they affect, as in \"silence:0.2\".", readFaults},
+    {"module-process", nullptr, nullptr,
+        "For developers, with --script or --headless: run the vehicle module in a process of its own, on "
+        "a bus of its own. With --record FILE it records, too, to FILE with \".module\" before its ending.",
+        [](const Given &given) { given.options->setup.hasModuleProcess = true; return true; }},
     {"seed", "N", "1", "Seed of the faults: the same seed affects the same signals.", readSeed},
     {"headless", nullptr, nullptr, "Run without a window, whatever the display.",
         [](const Given &given) { given.options->headless = true; return true; }},

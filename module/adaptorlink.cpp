@@ -42,7 +42,7 @@ QString adaptorCommand(const QString &operation)
     return operation.startsWith(prefix) ? operation.mid(prefix.size()) : QString();
 }
 
-bool AdaptorLink::deliver(const Emission &emission)
+bool AdaptorLink::deliver(const Emission &emission, VehicleSource *source, qint64 nowMs)
 {
     const ModuleSignal signal = moduleSignal(emission.signal);
     QVariantList arguments = emission.arguments;
@@ -52,7 +52,8 @@ bool AdaptorLink::deliver(const Emission &emission)
                      emission.signal.constData());
         return false;
     }
-    bus::invokeMethod(signal.emitter, signal.method, arguments);
+    if (!source || !source->emitSignal(nowMs, emission.signal, arguments))
+        bus::invokeMethod(signal.emitter, signal.method, arguments);
     return true;
 }
 

@@ -99,6 +99,19 @@ public:
         return false;
     }
     static constexpr qint64 LatestAnswerMs = 50;
+    /**
+     * Emits a signal where the module is, when that is another process; it arrives before this
+     * returns. @return false for a module in this process, whose signals the drive emits
+     */
+    virtual bool emitSignal(qint64 nowMs, const QByteArray &signal, const QVariantList &arguments)
+    {
+        Q_UNUSED(nowMs)
+        Q_UNUSED(signal)
+        Q_UNUSED(arguments)
+        return false;
+    }
+    /** The session has ended: what crosses the adaptor later is not part of it. */
+    virtual void finish(qint64 nowMs) { Q_UNUSED(nowMs) }
     /** Whether it begins with the actions that open its first page. */
     virtual bool opensPages() const { return false; }
     /** Whether the next emissions only bring the unit to the moment where a recording begins. */

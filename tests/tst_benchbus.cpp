@@ -119,7 +119,7 @@ void tst_BenchBus::unusable_data()
         "dbus:unix:path=/nowhere/bus: expected a D-Bus, got '");
     row("not an address", {"--source", "dbus:there"}, "dbus:there: expected a D-Bus, got '");
     row("with a DBC file", {"--source", "dbus", "--dbc", "a.dbc", "--map", "a.json"},
-        "--source: expected a candump log with --dbc and --map, got 'dbus'");
+        "dbus: expected a candump log or a CAN bus with --dbc and --map");
     row("serves on no such bus", {"--serve=unix:path=/nowhere/bus"},
         "--serve: unix:path=/nowhere/bus: expected a D-Bus, got '");
     row("serves on no address", {"--serve="}, "--serve: expected ADDRESS, got ''");

@@ -1,5 +1,8 @@
 #include "session/rig.h"
 
+#include "serviceconnection.h"
+#include "stepped/steppedsource.h"
+
 #include <QFileInfo>
 
 #include <utility>
@@ -11,13 +14,21 @@ Rig::Rig(const Setup &setup, QObject *parent)
 
 Rig::~Rig() = default;
 
+std::unique_ptr<module::VehicleSource> Rig::openSource(QString *error) const
+{
+    if (!m_setup.moduleAddress.isEmpty())
+        return SteppedSource::open(error);
+    return module::openSource(m_setup.source, error, m_setup.trim, m_setup.car, m_setup.live);
+}
+
 bool Rig::open(const QString &plugin, QString *error)
 {
+    // The plugin connects to the module when it is loaded; one in this process is the source.
+    ServiceConnection::instance()->setAddress(m_setup.moduleAddress);
     if (!m_unit.load(plugin, error))
         return false;
     m_setup.live.inputs = m_setup.inputs;
-    auto source =
-        module::openSource(m_setup.source, error, m_setup.trim, m_setup.car, m_setup.live);
+    auto source = openSource(error);
     if (!source)
         return false;
     m_session = std::make_unique<Session>(std::move(source));

@@ -53,6 +53,7 @@ signals:
     void noticed(const QString &line);
 
 private:
+    std::unique_ptr<module::VehicleSource> openSource(QString *error) const;
     void bind();
     void replayActions(Replay::Extent extent);
 

@@ -151,6 +151,7 @@ void Session::finish()
     if (m_finished)
         return;
     m_finished = true;
+    m_drive.source()->finish(m_drive.nowMs());
     if (!m_recording)
         return;
     m_recording->finish(nowMs());

@@ -59,6 +59,11 @@ bool ModuleService::takeName(QString *error)
     return false;
 }
 
+bool ModuleService::addObject(const QString &path, QObject *object)
+{
+    return m_connection.bus().registerObject(path, object, QDBusConnection::ExportAllSlots);
+}
+
 void ModuleService::onDisconnected()
 {
     emit lost(true);
