@@ -122,9 +122,11 @@ static QString busOf(const QString &address)
 
 static bool canHaveModuleProcess(const Options &options, QString *error)
 {
-    if (!options.setup.hasModuleProcess || options.headless || !options.scripts.isEmpty())
+    const bool hasRun = options.headless || !options.scripts.isEmpty();
+    if (!options.setup.hasModuleProcess || (hasRun && options.serve.isEmpty()))
         return true;
-    *error = QStringLiteral("--module-process: expected with --script or --headless");
+    *error = QStringLiteral("--module-process: expected with --script or --headless, and without "
+                            "--serve");
     return false;
 }
 

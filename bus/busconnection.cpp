@@ -4,10 +4,13 @@
 
 namespace bus {
 
+/** A program and a library in it each have a copy of this code, and Qt knows all names of both. */
 static QString newName()
 {
     static QAtomicInt count;
-    return QStringLiteral("norda-module-%1").arg(count.fetchAndAddRelaxed(1));
+    return QStringLiteral("norda-module-%1-%2")
+        .arg(quintptr(&count), 0, 16)
+        .arg(count.fetchAndAddRelaxed(1));
 }
 
 static QDBusConnection connection(const QString &address, const QString &name)

@@ -45,15 +45,15 @@ QString adaptorCommand(const QString &operation)
 bool AdaptorLink::deliver(const Emission &emission, VehicleSource *source, qint64 nowMs)
 {
     const ModuleSignal signal = moduleSignal(emission.signal);
-    QVariantList arguments = emission.arguments;
-    if (!bus::convertArguments(signal.method, &arguments)) {
+    Emission typed = emission;
+    if (!bus::convertArguments(signal.method, &typed.arguments)) {
         if (m_refused++ == 0)
             qWarning("%s: expected a signal of the adaptor with its arguments",
                      emission.signal.constData());
         return false;
     }
-    if (!source || !source->emitSignal(nowMs, emission.signal, arguments))
-        bus::invokeMethod(signal.emitter, signal.method, arguments);
+    if (!source || !source->emitSignal(nowMs, typed))
+        bus::invokeMethod(signal.emitter, signal.method, typed.arguments);
     return true;
 }
 

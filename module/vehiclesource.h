@@ -103,11 +103,10 @@ public:
      * Emits a signal where the module is, when that is another process; it arrives before this
      * returns. @return false for a module in this process, whose signals the drive emits
      */
-    virtual bool emitSignal(qint64 nowMs, const QByteArray &signal, const QVariantList &arguments)
+    virtual bool emitSignal(qint64 nowMs, const Emission &emission)
     {
         Q_UNUSED(nowMs)
-        Q_UNUSED(signal)
-        Q_UNUSED(arguments)
+        Q_UNUSED(emission)
         return false;
     }
     /** The session has ended: what crosses the adaptor later is not part of it. */

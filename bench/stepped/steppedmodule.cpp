@@ -109,16 +109,17 @@ void SteppedModule::setControl(int control, int value)
 // ---- The adaptor --------------------------------------------------------------------------------
 
 void SteppedModule::emitSignal(qlonglong nowMs, const QString &signal,
-                               const QVariantList &arguments)
+                               const QVariantList &arguments, bool isRepeat)
 {
     m_nowMs = nowMs;
+    m_isRepeating = isRepeat;
     m_link.deliver(
         {nowMs, signal.toLatin1(), bus::fromWire(arguments, QMetaType::QVariantList).toList()});
 }
 
 void SteppedModule::onSignal(const QByteArray &name, const QVariantList &arguments)
 {
-    if (m_recording)
+    if (m_recording && !m_isRepeating)
         m_recording->writeSignal(m_nowMs, name, arguments);
 }
 

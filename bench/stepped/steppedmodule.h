@@ -45,8 +45,9 @@ public slots: // called over the bus
     /** The next emission, and the position after it. Nothing is emitted. */
     QVariantMap take();
     QVariantMap seek(qlonglong ms);
-    /** Emits a signal; it is sent before the answer. */
-    void emitSignal(qlonglong nowMs, const QString &signal, const QVariantList &arguments);
+    /** Emits a signal; it is sent before the answer. @param isRepeat  it is not recorded then */
+    void emitSignal(qlonglong nowMs, const QString &signal, const QVariantList &arguments,
+                    bool isRepeat);
     /** Hands the command that came last to the source, and whether it answers. */
     QVariantMap command(qlonglong nowMs);
     void setControl(int control, int value);
@@ -69,4 +70,5 @@ private:
     module::ModuleService m_service;
     QQueue<Call> m_calls; // commands whose time is not known yet
     qint64 m_nowMs = 0;   // of what is emitted
+    bool m_isRepeating = false;
 };

@@ -106,10 +106,10 @@ void SteppedSource::seek(qint64 ms)
     setPosition(toMap(call("seek", {ms})));
 }
 
-bool SteppedSource::emitSignal(qint64 nowMs, const QByteArray &signal,
-                               const QVariantList &arguments)
+bool SteppedSource::emitSignal(qint64 nowMs, const Emission &emission)
 {
-    call("emitSignal", {nowMs, QString::fromLatin1(signal), QVariant(arguments)});
+    call("emitSignal", {nowMs, QString::fromLatin1(emission.signal), QVariant(emission.arguments),
+                        emission.isRepeat});
     return true;
 }
 

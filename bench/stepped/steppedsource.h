@@ -27,7 +27,7 @@ public:
     module::Emission take() override;
     void seek(qint64 ms) override;
     bool command(qint64 nowMs, const QString &operation, const QVariantList &arguments) override;
-    bool emitSignal(qint64 nowMs, const QByteArray &signal, const QVariantList &arguments) override;
+    bool emitSignal(qint64 nowMs, const module::Emission &emission) override;
     void finish(qint64 nowMs) override;
     bool opensPages() const override { return m_opensPages; }
     bool isCatchingUp() const override { return m_isCatchingUp; }
