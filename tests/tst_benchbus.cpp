@@ -5,11 +5,12 @@
 #include "testfolder.h"
 
 #include <QJsonDocument>
+#include <QTextBrowser>
 
 #include <csignal>
 
 /** The bench at either end of a bus: it follows a module, and it is one. */
-class tst_BenchBus : public QObject
+class tst_BenchBus : public QObject, protected BenchFixture
 {
     Q_OBJECT
 private slots:
@@ -23,16 +24,18 @@ private slots:
     void moduleGoesAndReturns();
     void laterModule();
     void onlyThePresent();
+    void inTheWindow();
 };
 
 /** The bench as the module, until the test ends it. */
 class ServingBench
 {
 public:
-    ServingBench(const PrivateBus &bus, const QString &options)
+    ServingBench(const PrivateBus &bus, const QString &options,
+                 const QString &display = QStringLiteral("--headless"))
     {
-        start(QStringLiteral("%1 --headless --serve=%2 %3")
-                  .arg(testpaths::benchFile(), bus.address(), options));
+        start(QStringLiteral("%1 %2 --serve=%3 %4")
+                  .arg(testpaths::benchFile(), display, bus.address(), options));
         waitForName(bus);
     }
     ~ServingBench() { end(SIGTERM); }
@@ -326,6 +329,23 @@ void tst_BenchBus::onlyThePresent()
     drive->setSpeed(10);
     QCOMPARE(drive->speed(), 1.0);
     QVERIFY(bench.text("Txt_battery").contains("12."));
+}
+
+/** Both ends have a window. */
+void tst_BenchBus::inTheWindow()
+{
+    const PrivateBus bus;
+    makeBench("dbus:" + bus.address());
+    const auto *findings = find<QTextBrowser>("findings");
+    QTRY_VERIFY_WITH_TIMEOUT(
+        findings->toPlainText().contains("Waiting for com.stavel.norda.Module"), 60000);
+    const ServingBench module(bus, "--source simulator", "--platform offscreen");
+    QVERIFY(module.isServing());
+    QTRY_VERIFY_WITH_TIMEOUT(
+        findings->toPlainText().contains("Connected to com.stavel.norda.Module"), 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(!numbersOn(VehiclePage).isEmpty(), 60000);
+    QVERIFY(!find<QSlider>("seek")->isEnabled());
+    removeBench();
 }
 
 NORDA_TEST_MAIN(tst_BenchBus)

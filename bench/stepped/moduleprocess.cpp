@@ -39,6 +39,8 @@ static pid_t forkFor(const std::function<void(int pipe)> &work, QByteArray *line
     if (process == 0) {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL); // whatever ends the bench, ends this too
         endsignals::restore();
+        for (const int ofTheTerminal : {SIGINT, SIGHUP})
+            ::signal(ofTheTerminal, SIG_IGN); // the bench ends this after its recordings
         ::close(ends[0]);
         work(ends[1]);
         ::_exit(1);

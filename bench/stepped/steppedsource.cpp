@@ -13,7 +13,7 @@
 using module::Controls;
 using module::Emission;
 
-static QVariant call(const char *method, const QVariantList &arguments, QString *error)
+static QVariant ask(const char *method, const QVariantList &arguments, QString *error)
 {
     return ServiceConnection::instance()
         ->call(QLatin1String(driveinterface::path), QLatin1String(driveinterface::name),
@@ -21,12 +21,15 @@ static QVariant call(const char *method, const QVariantList &arguments, QString 
         .value(0);
 }
 
-/** In the middle of a drive, which ends without its module. */
-static QVariant call(const char *method, const QVariantList &arguments = {})
+/** In the middle of a drive. Without its module it has no more emissions. */
+QVariant SteppedSource::call(const char *method, const QVariantList &arguments) const
 {
+    if (m_isLost)
+        return {};
     QString error;
-    const QVariant answer = call(method, arguments, &error);
-    if (!error.isEmpty())
+    const QVariant answer = ask(method, arguments, &error);
+    m_isLost = !error.isEmpty();
+    if (m_isLost)
         qWarning("vehicle module: %s", qPrintable(error));
     return answer;
 }
@@ -69,7 +72,7 @@ SteppedSource::~SteppedSource()
 
 bool SteppedSource::readProperties(QString *error)
 {
-    const QVariantMap all = toMap(call("properties", {}, error));
+    const QVariantMap all = toMap(ask("properties", {}, error));
     setPosition(all);
     m_title = all.value(QStringLiteral("title")).toString();
     m_durationMs = all.value(QStringLiteral("durationMs"), -1).toLongLong();
@@ -122,7 +125,7 @@ bool SteppedSource::command(qint64 nowMs, const QString &operation, const QVaria
     sendControls();
     const QVariantMap answer = toMap(call("command", {nowMs}));
     setPosition(answer);
-    if (!answer.contains(QStringLiteral("answers")))
+    if (!m_isLost && !answer.contains(QStringLiteral("answers")))
         qWarning("vehicle module: %s: expected to arrive, it did not", qPrintable(operation));
     return answer.value(QStringLiteral("answers")).toBool();
 }

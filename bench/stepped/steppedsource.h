@@ -40,6 +40,7 @@ private:
     SteppedSource() = default;
 
     bool readProperties(QString *error);
+    QVariant call(const char *method, const QVariantList &arguments = {}) const;
     void setPosition(const QVariantMap &position);
     void sendControls();
 
@@ -51,4 +52,5 @@ private:
     bool m_hasControls = false;
     module::Controls m_controls;
     module::Controls m_sentControls;
+    mutable bool m_isLost = false; // nothing is asked then
 };
