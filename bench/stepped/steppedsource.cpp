@@ -94,6 +94,8 @@ Emission SteppedSource::take()
     sendControls();
     const QVariantMap answer = toMap(call("take"));
     setPosition(answer);
+    if (m_isLost)
+        return {0, module::beginAction, {}, true}; // which changes nothing
     const QVariantList arguments =
         qdbus_cast<QVariantList>(answer.value(QStringLiteral("arguments")));
     return {answer.value(QStringLiteral("atMs")).toLongLong(),
