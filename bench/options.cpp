@@ -180,8 +180,8 @@ static output::InputFiles inputsOf(const Options &options)
 static QString moduleFile(const QString &file)
 {
     const QFileInfo info(file);
-    return info.dir().filePath(info.completeBaseName() + QStringLiteral(".module.") +
-                               info.suffix());
+    const QString ending = info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix();
+    return info.dir().filePath(info.completeBaseName() + QStringLiteral(".module") + ending);
 }
 
 bool Options::prepareResults(QString *error)

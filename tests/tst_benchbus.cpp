@@ -1,6 +1,7 @@
 #include "benchfixture.h"
 #include "privatebus.h"
 #include "program.h"
+#include "service/moduleservice.h"
 #include "serviceconnection.h"
 #include "testfolder.h"
 
@@ -14,6 +15,7 @@ class tst_BenchBus : public QObject, protected BenchFixture
 {
     Q_OBJECT
 private slots:
+    void twoBuses();
     void unusable_data();
     void unusable();
     void nameIsTaken();
@@ -105,6 +107,23 @@ static QStringList signalsIn(const QString &file, const QString &key = QStringLi
             found.append(QString::fromUtf8(QJsonDocument(line).toJson(QJsonDocument::Compact)));
     }
     return found;
+}
+
+/** The host's library and the program have the same code in them, and connections of their own. */
+void tst_BenchBus::twoBuses()
+{
+    const PrivateBus followed;
+    const PrivateBus served;
+    const ServingBench module(followed, "--source simulator --speed 1");
+    ServiceConnection *connection = ServiceConnection::instance();
+    connection->setAddress(followed.address());
+    connection->open();
+    QTRY_COMPARE_WITH_TIMEOUT(connection->state(), ServiceConnection::Connected, 60000);
+    module::ModuleService service;
+    QString error;
+    QVERIFY2(service.open(served.address(), &error), qPrintable(error));
+    connection->setAddress({});
+    connection->open();
 }
 
 // ---- What cannot be used ------------------------------------------------------------------------
