@@ -20,6 +20,7 @@ private slots:
     void drives();
     void touches_data();
     void touches();
+    void emptyArray();
     void oneScenarioIsRecorded();
     void nothingIsLeft();
 
@@ -150,6 +151,15 @@ void tst_ModuleProcess::touches()
     QVERIFY(QFile::rename(path("two.jsonl"), path("touches.jsonl")));
     compare({"--headless", "--speed", "max", "--source", path("touches.jsonl")});
     QVERIFY(QFile::remove(path("touches.jsonl")));
+}
+
+/** It does not become a null one on the bus. */
+void tst_ModuleProcess::emptyArray()
+{
+    QByteArray lines = "allow-warnings\n0 page 83\n";
+    for (int i = 0; i < 20; ++i)
+        lines += "signal parkingDistanceRear \"\"\nsignal parkingDistanceRear \"0101\"\n";
+    compare({"--script", m_folder.write("empty.scenario", lines + "expect page 83\n")});
 }
 
 void tst_ModuleProcess::oneScenarioIsRecorded()
