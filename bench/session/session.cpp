@@ -14,9 +14,10 @@
 Session::Session(std::unique_ptr<module::VehicleSource> source, QObject *parent)
     : QObject(parent)
     , m_drive(std::move(source))
-    , m_tap(module::moduleEmitters(), [this](const QByteArray &name, const QVariantList &arguments) {
-        onSignal(name, arguments);
-    })
+    , m_tap(module::moduleEmitters(),
+            [this](const QByteArray &name, const QVariantList &arguments) {
+                onSignal(name, arguments);
+            })
 {
     m_wall.start();
     m_drive.source()->setNotify([this](const QString &line) {
