@@ -10,10 +10,12 @@
 #include "results.h"
 #include "runtimefolder.h"
 #include "scenario/scenariosuite.h"
+#include "service/moduleservice.h"
 #include "session/rig.h"
 #include "session/warnings.h"
 #include "soundoutput.h"
 #include "standardstreams.h"
+#include "stepped/moduleprocess.h"
 #include "tools/doctor.h"
 #include "tools/platform.h"
 #include "window/benchwindow.h"
@@ -95,7 +97,7 @@ static bool readOptions(int argc, char *argv[], Options *options, QString *error
         std::fprintf(stderr, "No display here: running as with --headless.\n");
         options->headless = true;
     }
-    if (options->headless && !options->speedGiven)
+    if (options->headless && !options->speedGiven && options->serve.isEmpty())
         options->setup.speed = module::Drive::Unlimited;
     return hasLogForCar(*options, error);
 }
@@ -126,16 +128,31 @@ static int runWindow(const Options &options, Rig *rig)
     return writeResults(options, rig) ? Done : Unusable;
 }
 
+/** Before there is an application object. @return null for a module in this process, or an error */
+static std::unique_ptr<ModuleProcess> startModule(Setup *setup, QString *error)
+{
+    if (!setup->hasModuleProcess)
+        return nullptr;
+    auto process = ModuleProcess::start(*setup, error);
+    if (process)
+        setup->moduleAddress = process->address();
+    return process;
+}
+
 /** One scenario from its start to its end, with a head unit of its own. */
 static ScenarioResult playScenario(const Options &options, const Scenario &scenario, char *argv[])
 {
+    ScenarioResult result;
+    Setup setup = scenario.setup;
+    const auto process = startModule(&setup, &result.unusable);
+    if (!result.unusable.isEmpty())
+        return result;
     int argc = 1;
     QApplication application(argc, argv);
     const ExitGuard guard;
     const Warnings warnings;
     night::apply(&application, options.style);
-    Rig rig(scenario.setup);
-    ScenarioResult result;
+    Rig rig(setup);
     if (!rig.open(options.plugin, &result.unusable))
         return result;
     rig.unit()->screen()->show();
@@ -181,6 +198,9 @@ int main(int argc, char *argv[])
         return outcome == SuiteOutcome::Unusable ? fail(error) : int(outcome);
     }
 
+    const auto process = startModule(&options.setup, &error);
+    if (!error.isEmpty())
+        return fail(error);
     argc = 1; // the options decide, Qt reads none of them again
     QApplication application(argc, argv);
     const ExitGuard guard;
@@ -193,5 +213,8 @@ int main(int argc, char *argv[])
                         (options.headless ? rig.openSource(&error) : openFirst(&rig, &error));
     if (!isOpen)
         return fail(error);
+    module::ModuleService service;
+    if (!options.serve.isEmpty() && !service.open(options.serve, &error))
+        return fail(QStringLiteral("--serve: ") + error);
     return options.headless ? runHeadless(options, &rig) : runWindow(options, &rig);
 }

@@ -3,6 +3,7 @@
 #include "live/liveports.h"
 #include "optiontable.h"
 #include "outputfile.h"
+#include "service/remotesource.h"
 #include "window/commands.h"
 
 #include <QCommandLineParser>
@@ -10,6 +11,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
+#include <QRegularExpression>
 
 static const char examples[] = R"(
 Examples:
@@ -20,6 +22,9 @@ Examples:
   norda-bench --source raw.log --dbc car.dbc --map car.json
                                                a car's own frames
   norda-bench --source elm327:/dev/ttyUSB0     the car that is plugged in
+  norda-bench --source dbus --record session.jsonl
+                                               watch and record a running vehicle module
+  norda-bench --serve                          be the vehicle module of other units
   norda-bench --record session.jsonl           record all that crosses the adaptor
   norda-bench --source session.jsonl           and play it back
   norda-bench --script bench/scenario/library  play all shipped scenarios
@@ -108,6 +113,38 @@ static bool fitsSource(const QCommandLineParser &parser, const QString &source, 
     return true;
 }
 
+/** What a bus is called, whichever name it has on the command line. */
+static QString busOf(const QString &address)
+{
+    return address == QLatin1String("session") ? qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS")
+                                               : address;
+}
+
+static bool canHaveModuleProcess(const Options &options, QString *error)
+{
+    const bool hasRun = options.headless || !options.scripts.isEmpty();
+    if (!options.setup.hasModuleProcess || (hasRun && options.serve.isEmpty()))
+        return true;
+    *error = QStringLiteral("--module-process: expected with --script or --headless, and without "
+                            "--serve");
+    return false;
+}
+
+/** A module that followed itself would receive what it emits, and emit it again. */
+static bool canServe(const Options &options, QString *error)
+{
+    const QString &source = options.setup.source;
+    if (options.serve.isEmpty())
+        return true;
+    if (options.isTool() || !options.scripts.isEmpty())
+        *error = QStringLiteral("--serve: expected with a drive, got it with --script or a tool");
+    else if (module::isRemoteName(source) &&
+             busOf(module::addressIn(source)) == busOf(options.serve))
+        *error = QStringLiteral("--serve: expected another bus than that of --source, got '%1'")
+                     .arg(options.serve);
+    return error->isEmpty();
+}
+
 static bool readRows(const QCommandLineParser &parser, Options *options, QString *error)
 {
     for (const OptionRow &row : optionRows()) {
@@ -139,18 +176,30 @@ static output::InputFiles inputsOf(const Options &options)
     return inputs;
 }
 
+/** "drive.jsonl" becomes "drive.module.jsonl". */
+static QString moduleFile(const QString &file)
+{
+    const QFileInfo info(file);
+    const QString ending = info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix();
+    return info.dir().filePath(info.completeBaseName() + QStringLiteral(".module") + ending);
+}
+
 bool Options::prepareResults(QString *error)
 {
     setup.inputs = inputsOf(*this);
+    if (setup.hasModuleProcess && !setup.record.isEmpty())
+        setup.moduleRecord = moduleFile(setup.record);
     if (!gallery.isEmpty() && !QDir().mkpath(gallery)) {
         *error = notAFolder(gallery);
         return false;
     }
     QHash<QString, QString> options;
-    const std::pair<const char *, const QString &> files[] = {{"record", setup.record},
-                                                              {"log-can", setup.live.log},
-                                                              {"summary", summary},
-                                                              {"junit", junit}};
+    const std::pair<const char *, const QString &> files[] = {
+        {"record", setup.record},
+        {"module-process", setup.moduleRecord},
+        {"log-can", setup.live.log},
+        {"summary", summary},
+        {"junit", junit}};
     for (const auto &[name, file] : files) {
         const QString option = QLatin1String(name);
         if (file.isEmpty())
@@ -172,9 +221,16 @@ bool Options::prepareResults(QString *error)
 output::InputFiles Options::filesInUse() const
 {
     output::InputFiles files = setup.inputs;
-    for (const QString &file : {setup.record, setup.live.log, summary, junit})
+    for (const QString &file : {setup.record, setup.moduleRecord, setup.live.log, summary, junit})
         files.add(file);
     return files;
+}
+
+/** The value of --serve may be left out, which Qt's parser does not know. */
+static QStringList withServedBus(QStringList arguments)
+{
+    return arguments.replaceInStrings(QRegularExpression(QStringLiteral("^--?serve$")),
+                                      QStringLiteral("--serve=session"));
 }
 
 /** Arguments that Qt can split. */
@@ -184,7 +240,7 @@ static bool split(QCommandLineParser *parser, const QStringList &arguments, QStr
         parser->addOption(toOption(row));
     parser->setSingleDashWordOptionMode(
         QCommandLineParser::ParseAsLongOptions); // as Qt has its own
-    if (parser->parse(arguments))
+    if (parser->parse(withServedBus(arguments)))
         return true;
     *error = parser->errorText();
     error->replace(QLatin1Char('\n'), QLatin1Char(' '));
@@ -216,5 +272,6 @@ bool Options::parse(const QStringList &arguments, QString *error)
     if (!parser.isSet(QStringLiteral("diff")) &&
         !(hasCompanions(parser, error) && readRows(parser, this, error)))
         return false;
-    return readFiles(parser, this, error) && fitsSource(parser, setup.source, error);
+    return readFiles(parser, this, error) && fitsSource(parser, setup.source, error) &&
+           canServe(*this, error) && canHaveModuleProcess(*this, error);
 }

@@ -14,6 +14,7 @@ struct Options
 {
     Setup setup;
     bool speedGiven = false;
+    QString serve; ///< the bus on which the module is offered, empty for none
     QString gallery;
     QString summary;
     QString plugin;

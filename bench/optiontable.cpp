@@ -217,13 +217,18 @@ static bool readRequests(const Given &given)
 // Each is read after those above it.
 // clang-format off
 static const OptionRow rows[] = {
-    {"source", "simulator|none|FILE|CAR", "simulator",
+    {"source", "simulator|none|FILE|CAR|MODULE", "simulator",
         "What to drive: \"simulator\", \"none\" for a silent module, an OBD-II CSV export, a candump "
-        "log, a recording of the bench, or a car that is connected: \"can:PLUGIN:INTERFACE\" with "
+        "log, a recording of the bench, a car that is connected: \"can:PLUGIN:INTERFACE\" with "
         "\"?bitrate=N\" where it is to be set, as in \"can:socketcan:can0\"; "
         "\"elm327:DEVICE\" with \"@BAUD\" where it is not 38400, as in \"elm327:/dev/ttyUSB0\"; or "
-        "\"elm327:tcp:HOST:PORT\".",
+        "\"elm327:tcp:HOST:PORT\"; or the vehicle module of another process: \"dbus\" on the session "
+        "bus, \"dbus:system\", or \"dbus:ADDRESS\" on the bus with that address.",
         [](const Given &given) { given.options->setup.source = given.text(); return true; }},
+    {"serve", "ADDRESS", nullptr,
+        "Offer the bench's module on D-Bus, to units in other processes: \"--serve\" on the session bus, "
+        "\"--serve=system\", or \"--serve=ADDRESS\" on the bus with that address.",
+        [](const Given &given) { given.options->serve = given.text(); return true; }},
     {"dbc", "FILE", nullptr, "The DBC file that explains a car's own frames, of a candump log or a CAN bus; with --map.",
         [](const Given &given) { given.options->setup.car.dbc = given.text(); return true; }},
     {"map", "FILE", nullptr, "The map from the DBC file's signals to quantities, as JSON; with --dbc.",
@@ -276,6 +281,10 @@ static const OptionRow rows[] = {
         "Inject a fault into what the module sends; may be given several times. \"late-start:5\" and "
         "\"restart:60\" take seconds; \"silence\", \"flood\", \"duplicate\", \"reorder\", \"range\" and "
         "\"truncate\" take the share of the signals that they affect, as in \"silence:0.2\".", readFaults},
+    {"module-process", nullptr, nullptr,
+        "For developers, with --script or --headless: run the vehicle module in a process of its own, on "
+        "a bus of its own. With --record FILE it records, too, to FILE with \".module\" before its ending.",
+        [](const Given &given) { given.options->setup.hasModuleProcess = true; return true; }},
     {"seed", "N", "1", "Seed of the faults: the same seed affects the same signals.", readSeed},
     {"headless", nullptr, nullptr, "Run without a window, whatever the display.",
         [](const Given &given) { given.options->headless = true; return true; }},

@@ -4,10 +4,13 @@
 
 namespace bus {
 
+/** A program and a library in it each have a copy of this code, and Qt knows all names of both. */
 static QString newName()
 {
     static QAtomicInt count;
-    return QStringLiteral("norda-module-%1").arg(count.fetchAndAddRelaxed(1));
+    return QStringLiteral("norda-module-%1-%2")
+        .arg(quintptr(&count), 0, 16)
+        .arg(count.fetchAndAddRelaxed(1));
 }
 
 static QDBusConnection connection(const QString &address, const QString &name)
@@ -33,12 +36,17 @@ BusConnection::~BusConnection()
     QDBusConnection::disconnectFromBus(m_name);
 }
 
-bool BusConnection::open(const QString &address, QObject *receiver, const char *disconnectedSlot)
+bool BusConnection::open(const QString &address)
 {
     QDBusConnection::disconnectFromBus(m_name);
     m_name = newName();
     m_bus = connection(address, m_name);
-    return m_bus.isConnected() &&
+    return m_bus.isConnected();
+}
+
+bool BusConnection::open(const QString &address, QObject *receiver, const char *disconnectedSlot)
+{
+    return open(address) &&
            m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
                          QStringLiteral("org.freedesktop.DBus.Local"),
                          QStringLiteral("Disconnected"), receiver, disconnectedSlot);

@@ -17,10 +17,11 @@ public:
 
     /**
      * Ends the present connection and makes a new one.
-     * @param address       "session", "system", or the address of a bus
-     * @param receiver      whose slot is invoked when the bus ends the connection
+     * @param address  "session", "system", or the address of a bus
      * @return whether there is a bus; `bus().lastError()` says why not
      */
+    bool open(const QString &address);
+    /** The same. @param receiver  whose slot is invoked when the bus ends the connection */
     bool open(const QString &address, QObject *receiver, const char *disconnectedSlot);
 
     QDBusConnection &bus() { return m_bus; }

@@ -54,21 +54,43 @@ void Client::send(const QString &command, const QVariantList &arguments)
         m_link->send(command, arguments);
 }
 
+QDBusMessage Client::call(const QDBusMessage &method)
+{
+    if (!m_link)
+        return {};
+    const QDBusMessage answer = m_link->call(method);
+    // Its thread has taken what came before the answer once it gets to this.
+    QMetaObject::invokeMethod(
+        m_link, [] {}, Qt::BlockingQueuedConnection);
+    while (deliverNext()) {
+    }
+    return answer;
+}
+
 /** Delivers in turns; what is new meanwhile follows in the next one. */
 void Client::deliver()
 {
     QElapsedTimer turn;
     turn.start();
     while (m_link && turn.elapsed() < turnMs) {
-        if (m_next == m_waiting.size()) {
-            m_next = 0;
-            m_waiting = m_inbox.take();
-            if (m_waiting.isEmpty())
-                return;
-        }
-        deliver(m_waiting.at(m_next++));
+        if (!deliverNext())
+            return;
     }
     m_turn.start();
+}
+
+/** @return false when nothing waits */
+bool Client::deliverNext()
+{
+    if (m_next == m_waiting.size()) {
+        m_next = 0;
+        m_waiting = m_inbox.take();
+        if (m_waiting.isEmpty())
+            return false;
+    }
+    const Record record = m_waiting.at(m_next++); // a receiver that calls the module delivers, too
+    deliver(record);
+    return true;
 }
 
 void Client::deliver(const Record &record)

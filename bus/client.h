@@ -2,6 +2,7 @@
 
 #include "inbox.h"
 
+#include <QDBusMessage>
 #include <QObject>
 #include <QThread>
 #include <QTimer>
@@ -40,6 +41,13 @@ public:
     State state() const { return m_state; }
     /** Sends a command; drops it while there is no module. @param arguments  of its types */
     void send(const QString &command, const QVariantList &arguments);
+    /**
+     * Calls a method of the module's process and waits for the answer. The signals that the module
+     * sent before it have been received when this returns. For a bench whose clock stands still
+     * meanwhile; a unit never waits.
+     * @param method  with its object and interface; where it goes is filled in
+     */
+    QDBusMessage call(const QDBusMessage &method);
 
 signals:
     void stateChanged(bus::Client::State state);
@@ -52,6 +60,7 @@ private:
     friend class ModuleLink;
 
     void deliver();
+    bool deliverNext();
     void deliver(const Record &record);
 
     const Interface &m_interface;

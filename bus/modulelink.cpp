@@ -310,6 +310,18 @@ bool ModuleLink::send(const QString &command, const QVariantList &arguments)
     return bus().send(call);
 }
 
+/** To the same connection as commands: they are handled before it. */
+QDBusMessage ModuleLink::call(const QDBusMessage &method)
+{
+    QMutexLocker lock(&m_mutex);
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(m_owner, method.path(), method.interface(), method.member());
+    const QDBusConnection connection = bus();
+    lock.unlock();
+    call.setArguments(method.arguments());
+    return connection.call(call);
+}
+
 /** A module that is heard is left alone; after its promised period of silence it is asked. */
 void ModuleLink::watchSilence()
 {

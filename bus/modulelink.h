@@ -30,6 +30,8 @@ public:
     void open(const QString &address);
     /** Sends a call that nobody answers; from any thread. @return false without a module */
     bool send(const QString &command, const QVariantList &arguments);
+    /** Sends a call and waits for its answer; from any thread but its own. */
+    QDBusMessage call(const QDBusMessage &method);
 
 private slots: // the bus calls them by name
     void onSignal(const QDBusMessage &message);

@@ -54,9 +54,17 @@ static QVariant demarshalled(const QDBusArgument &argument, int type)
     return QDBusMetaType::demarshall(argument, type, value.data()) ? value : QVariant();
 }
 
+/** The bus has no null array: one without bytes is empty, which pages tell from none at all. */
+static QByteArray bytes(const QByteArray &array)
+{
+    return array.isNull() ? QByteArray("") : array;
+}
+
 /** An element of a list of mixed types says itself what it is. */
 static QVariant element(const QVariant &value)
 {
+    if (value.userType() == QMetaType::QByteArray)
+        return bytes(value.toByteArray());
     if (value.userType() != qMetaTypeId<QDBusArgument>())
         return value;
     const auto argument = value.value<QDBusArgument>();
@@ -87,6 +95,8 @@ QVariant fromWire(const QVariant &value, int type)
         plain = demarshalled(plain.value<QDBusArgument>(), type);
     if (plain.userType() != type)
         return {};
+    if (type == QMetaType::QByteArray)
+        return bytes(plain.toByteArray());
     return type == QMetaType::QVariantList ? mixedList(plain.toList()) : plain;
 }
 

@@ -42,17 +42,18 @@ QString adaptorCommand(const QString &operation)
     return operation.startsWith(prefix) ? operation.mid(prefix.size()) : QString();
 }
 
-bool AdaptorLink::deliver(const Emission &emission)
+bool AdaptorLink::deliver(const Emission &emission, VehicleSource *source, qint64 nowMs)
 {
     const ModuleSignal signal = moduleSignal(emission.signal);
-    QVariantList arguments = emission.arguments;
-    if (!bus::convertArguments(signal.method, &arguments)) {
+    Emission typed = emission;
+    if (!bus::convertArguments(signal.method, &typed.arguments)) {
         if (m_refused++ == 0)
             qWarning("%s: expected a signal of the adaptor with its arguments",
                      emission.signal.constData());
         return false;
     }
-    bus::invokeMethod(signal.emitter, signal.method, arguments);
+    if (!source || !source->emitSignal(nowMs, typed))
+        bus::invokeMethod(signal.emitter, signal.method, typed.arguments);
     return true;
 }
 

@@ -29,8 +29,11 @@ QString adaptorCommand(const QString &operation);
 class AdaptorLink
 {
 public:
-    /** @return false, with one warning, for a signal or arguments that do not exist */
-    bool deliver(const Emission &emission);
+    /**
+     * @param source  emits the signal itself when its module is in another process; may be null
+     * @return false, with one warning, for a signal or arguments that do not exist
+     */
+    bool deliver(const Emission &emission, VehicleSource *source = nullptr, qint64 nowMs = 0);
     /** How many emissions were refused. */
     int refused() const { return m_refused; }
 

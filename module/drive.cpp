@@ -234,7 +234,12 @@ void Drive::deliver(Emission emission, int delivery)
 void Drive::emitSignal(const Emission &emission)
 {
     const QScopedValueRollback<bool> repeating(m_isRepeating, emission.isRepeat);
-    m_link.deliver(emission);
+    m_link.deliver(emission, m_source.get(), nowMs());
+}
+
+void Drive::send(const QByteArray &signal, const QVariantList &arguments)
+{
+    m_link.deliver({nowMs(), signal, arguments}, m_source.get(), nowMs());
 }
 
 void Drive::onCall(const QString &operation, const QVariantList &arguments)

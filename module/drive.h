@@ -41,6 +41,8 @@ public:
     const Faults &faults() const { return m_faults; }
     /** Whether commands of the plugin reach the source; they do at first. */
     void setAnswering(bool on) { m_answering = on; }
+    /** Emits a signal that is not part of the drive, such as one sent by hand. */
+    void send(const QByteArray &signal, const QVariantList &arguments);
     /** Emissions that the adaptor has no signal for. */
     int refused() const { return m_link.refused(); }
     /** Whether the current emission only brings a page of a playback up to date. */

@@ -6,6 +6,7 @@
 #include "recordedmodule.h"
 #include "recording.h"
 #include "samplesource.h"
+#include "service/remotesource.h"
 #include "simulator/simulatedcar.h"
 #include "vehiclesource.h"
 
@@ -113,6 +114,8 @@ std::unique_ptr<VehicleSource> openSource(const QString &name, QString *error, T
     }
     if (isLiveName(name))
         return play(openLive(name, car, live, error));
+    if (isRemoteName(name))
+        return openRemote(name, car, error);
     const bool isFile = name != QLatin1String("simulator") && name != QLatin1String("none");
     if (isFile)
         return openFile(name, car, error);

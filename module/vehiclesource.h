@@ -73,8 +73,14 @@ public:
     virtual qint64 liveMs() const { return -1; }
     /** What a drive that happens now calls when an emission has come. */
     virtual void setWakeUp(const std::function<void()> &wakeUp) { Q_UNUSED(wakeUp) }
-    /** Frees the bus or the port of a car that is connected for another source, or takes it again. */
+    /** Frees the bus or the port of a car that is connected for another source, or takes it again.
+     */
     virtual void setReleased(bool isReleased) { Q_UNUSED(isReleased) }
+    /** What such a drive calls with one line for a person: what happened to its connection. */
+    virtual void setNotify(const std::function<void(const QString &line)> &notify)
+    {
+        Q_UNUSED(notify)
+    }
     /** Drive time of the next emission, -1 when there is none. */
     virtual qint64 nextDueMs() const = 0;
     /** Takes the next emission; only called while `nextDueMs()` is not -1. */
@@ -96,6 +102,18 @@ public:
         return false;
     }
     static constexpr qint64 LatestAnswerMs = 50;
+    /**
+     * Emits a signal where the module is, when that is another process; it arrives before this
+     * returns. @return false for a module in this process, whose signals the drive emits
+     */
+    virtual bool emitSignal(qint64 nowMs, const Emission &emission)
+    {
+        Q_UNUSED(nowMs)
+        Q_UNUSED(emission)
+        return false;
+    }
+    /** The session has ended: what crosses the adaptor later is not part of it. */
+    virtual void finish(qint64 nowMs) { Q_UNUSED(nowMs) }
     /** Whether it begins with the actions that open its first page. */
     virtual bool opensPages() const { return false; }
     /** Whether the next emissions only bring the unit to the moment where a recording begins. */
@@ -124,8 +142,8 @@ public:
 
 /**
  * Opens a source by its name on the command line: "simulator", "none" for a module that emits
- * nothing by itself, a car that is connected (see openLive()), or the path of a recorded drive,
- * whose format is detected from its content.
+ * nothing by itself, a car that is connected (see openLive()), the module of another process (see
+ * openRemote()), or the path of a recorded drive, whose format is detected from its content.
  * @param error  one line that names the file, the line and what was expected there
  * @param trim   what the simulated car is equipped with
  * @param car    what explains the frames of a bus; a file must be a raw CAN log then

@@ -60,10 +60,11 @@ void tst_Bench::helpNamesEveryOption()
     const Result help = run({"--help"});
     QCOMPARE(help.exitCode, 0);
     for (const char *option :
-         {"--source",   "--speed",    "--duration", "--window",   "--gallery", "--record",
-          "--summary",  "--headless", "--scale",    "--plugin",   "--trim",    "--trace",
-          "--platform", "--fault",    "--seed",     "--check",    "--diff",    "--cut",
-          "--from",     "--to",       "--ask",      "--requests", "--log-can", "Exit codes"})
+         {"--source",         "--speed",      "--duration", "--window",   "--gallery", "--record",
+          "--summary",        "--headless",   "--scale",    "--plugin",   "--trim",    "--trace",
+          "--platform",       "--fault",      "--seed",     "--check",    "--diff",    "--cut",
+          "--from",           "--to",         "--ask",      "--requests", "--log-can", "--serve",
+          "--module-process", "dbus:ADDRESS", "Exit codes"})
         QVERIFY2(help.out.contains(QLatin1String(option)), option);
 }
 

@@ -182,8 +182,10 @@ void tst_VtqAdaptor::declaresTheseSignalsAndNoOthers()
     QStringList declared;
     for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
         const QMetaMethod method = meta->method(i);
-        QCOMPARE(method.methodType(), QMetaMethod::Signal);
-        declared.append(QString::fromLatin1(method.methodSignature()));
+        if (method.methodType() == QMetaMethod::Signal)
+            declared.append(QString::fromLatin1(method.methodSignature()));
+        else
+            QCOMPARE(method.methodType(), QMetaMethod::Slot); // a command
     }
     QStringList expected = expectedSignals;
     expected.sort();

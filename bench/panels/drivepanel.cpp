@@ -62,6 +62,7 @@ static QString kindText(const QString &kind)
         {"candump", QT_TRANSLATE_NOOP("DrivePanel", "OBD answers in a CAN log")},
         {"csv", QT_TRANSLATE_NOOP("DrivePanel", "OBD log")},
         {"live", QT_TRANSLATE_NOOP("DrivePanel", "A car that is connected")},
+        {"module", QT_TRANSLATE_NOOP("DrivePanel", "A vehicle module in another process")},
     };
     for (const Kind &row : kinds) {
         if (kind == QLatin1String(row.kind))

@@ -129,8 +129,16 @@ SuiteOutcome playScenarios(const Options &options, const Play &play, QString *er
     if (!readAll(options.scripts, &scenarios, error))
         return SuiteOutcome::Unusable;
     const output::InputFiles inputs = inputsOf(options, scenarios);
-    for (Scenario &scenario : scenarios)
+    for (Scenario &scenario : scenarios) {
         scenario.setup.inputs = inputs;
+        scenario.setup.hasModuleProcess = options.setup.hasModuleProcess;
+        scenario.setup.record = options.setup.record;
+        scenario.setup.recordLimit = options.setup.recordLimit;
+        scenario.setup.moduleRecord = options.setup.moduleRecord;
+    }
+    if (!options.setup.record.isEmpty() && scenarios.size() > 1)
+        *error =
+            QStringLiteral("--record: expected with one scenario, got %1").arg(scenarios.size());
     if (!options.junit.isEmpty())
         *error = output::refusal(options.junit, inputs);
     if (!error->isEmpty())

@@ -210,7 +210,12 @@ static bool invokeBound(const std::optional<BoundCall> &call)
 bool Actions::sendSignal(const QString &name, const QVariantList &arguments, QString *error)
 {
     const QVariantList words = QVariantList{name} + arguments;
-    return begin("signal", words) && invokeBound(bindSignal(words, error));
+    if (!begin("signal", words))
+        return false;
+    const auto signal = bindSignal(words, error);
+    if (signal)
+        m_session->drive()->send(signal->method.name(), signal->arguments);
+    return signal.has_value();
 }
 
 bool Actions::callHost(const QVariantList &arguments, QString *error)

@@ -1,6 +1,8 @@
 #include "session/rig.h"
 
 #include "live/liveports.h"
+#include "serviceconnection.h"
+#include "stepped/steppedsource.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -18,21 +20,29 @@ Rig::Rig(const Setup &setup, QObject *parent)
 
 Rig::~Rig() = default;
 
+std::unique_ptr<module::VehicleSource> Rig::makeSource(QString *error) const
+{
+    if (!m_setup.moduleAddress.isEmpty())
+        return SteppedSource::open(error);
+    return module::openSource(m_setup.source, error, m_setup.trim, m_setup.car, m_setup.live);
+}
+
 bool Rig::open(const QString &plugin, QString *error)
 {
     return load(plugin, error) && openSource(error);
 }
 
+/** The plugin connects to the module when it is loaded; one in this process is the source. */
 bool Rig::load(const QString &plugin, QString *error)
 {
+    ServiceConnection::instance()->setAddress(m_setup.moduleAddress);
     return m_unit.load(plugin, error);
 }
 
 bool Rig::openSource(QString *error)
 {
     m_setup.live.inputs = m_setup.inputs;
-    auto source =
-        module::openSource(m_setup.source, error, m_setup.trim, m_setup.car, m_setup.live);
+    auto source = makeSource(error);
     if (!source)
         return false;
     m_logs = module::isLiveName(m_setup.source) ? 1 : 0;

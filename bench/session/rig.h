@@ -56,6 +56,7 @@ signals:
     void noticed(const QString &line);
 
 private:
+    std::unique_ptr<module::VehicleSource> makeSource(QString *error) const;
     void bind();
     void replayActions(Replay::Extent extent);
     QString nextLog() const;

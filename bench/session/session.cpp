@@ -14,11 +14,16 @@
 Session::Session(std::unique_ptr<module::VehicleSource> source, QObject *parent)
     : QObject(parent)
     , m_drive(std::move(source))
-    , m_tap(module::moduleEmitters(), [this](const QByteArray &name, const QVariantList &arguments) {
-        onSignal(name, arguments);
-    })
+    , m_tap(module::moduleEmitters(),
+            [this](const QByteArray &name, const QVariantList &arguments) {
+                onSignal(name, arguments);
+            })
 {
     m_wall.start();
+    m_drive.source()->setNotify([this](const QString &line) {
+        addMark(line);
+        emit noticed(line);
+    });
     connect(CallLog::instance(), &CallLog::called, this, &Session::onCall);
     connect(&m_drive, &module::Drive::jumped, this, &Session::onJump);
     connect(&m_drive, &module::Drive::positionChanged, this, &Session::logQuantities);
@@ -147,6 +152,7 @@ void Session::finish()
     if (m_finished)
         return;
     m_finished = true;
+    m_drive.source()->finish(m_drive.nowMs());
     if (!m_recording)
         return;
     m_recording->finish(nowMs());

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "signaltap.h"
 #include "drive.h"
 #include "rearview.h"
 #include "recording.h"
 #include "session/journal.h"
 #include "session/quantitylog.h"
+#include "signaltap.h"
 
 #include <QElapsedTimer>
 #include <QObject>

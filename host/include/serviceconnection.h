@@ -51,6 +51,15 @@ public:
     /** Where the module is, as it was set. */
     QString address() const { return m_address; }
 
+    /**
+     * Calls a method in the module's process and waits for the answer; what the module sent before
+     * it has been emitted when this returns. For a bench whose clock stands still meanwhile: a unit
+     * never waits.
+     * @param error  one line, when there is no answer
+     */
+    QVariantList call(const QString &path, const QString &interface, const QString &method,
+                      const QVariantList &arguments, QString *error);
+
     /** Connects; called by `norda::VtqAdaptor::connectService()`. */
     void open();
 

@@ -8,6 +8,7 @@
 #include "norda/vtqservice.h"
 
 #include <QCoreApplication>
+#include <QDBusMessage>
 
 using bus::Client;
 
@@ -86,6 +87,23 @@ void ServiceConnection::repeatRequests()
 {
     for (auto it = m_requests.cbegin(); it != m_requests.cend(); ++it)
         m_client->send(it.key(), it.value());
+}
+
+QVariantList ServiceConnection::call(const QString &path, const QString &interface,
+                                     const QString &method, const QVariantList &arguments,
+                                     QString *error)
+{
+    if (m_state != Connected) {
+        *error = QStringLiteral("%1: expected a vehicle module, there is none").arg(method);
+        return {};
+    }
+    QDBusMessage call = QDBusMessage::createMethodCall({}, path, interface, method);
+    call.setArguments(arguments);
+    const QDBusMessage answer = m_client->call(call);
+    if (answer.type() != QDBusMessage::ReplyMessage)
+        *error =
+            QStringLiteral("%1: expected an answer, got '%2'").arg(method, answer.errorMessage());
+    return answer.arguments();
 }
 
 void ServiceConnection::open()

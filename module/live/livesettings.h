@@ -18,9 +18,9 @@ struct LiveSettings
 {
     Asking asking = Asking::Auto;
     int requestsPerSecond = 20;
-    bool waitsForCar = false;  ///< one that is not there at the start is tried again, too
     QString log;               ///< a candump log to write, empty for none
     output::InputFiles inputs; ///< what the run reads, which the log does not replace
+    bool waitsForCar = false;  ///< one that is not there at the start is tried again, too
 };
 
 } // namespace module

@@ -1,10 +1,9 @@
 #include "service/moduleservice.h"
 
 #include "adaptorlink.h"
-#include "interface.h"
 #include "metacall.h"
-#include "norda/vtqadaptor.h"
 #include "norda/vtqservice.h"
+#include "service/moduleinterface.h"
 #include "silence.h"
 #include "unknownvalues.h"
 #include "wirevalues.h"
@@ -20,13 +19,6 @@ namespace module {
 using namespace std::chrono_literals;
 
 static constexpr auto retryInterval = 500ms; // while there is no bus
-
-static const bus::Interface &interface()
-{
-    static const bus::Interface all(
-        {&norda::VtqAdaptor::staticMetaObject, &norda::VtqService::staticMetaObject});
-    return all;
-}
 
 ModuleService::ModuleService(QObject *parent)
     : QDBusVirtualObject(parent)
@@ -65,6 +57,11 @@ bool ModuleService::takeName(QString *error)
                  ? QStringLiteral("%1: expected a free name, another module has it").arg(name)
                  : QStringLiteral("%1: expected the right to own it, got '%2'").arg(name, reason);
     return false;
+}
+
+bool ModuleService::addObject(const QString &path, QObject *object)
+{
+    return m_connection.bus().registerObject(path, object, QDBusConnection::ExportAllSlots);
 }
 
 void ModuleService::onDisconnected()
@@ -141,12 +138,12 @@ QString ModuleService::introspectionXml()
     return QStringLiteral("<!DOCTYPE node PUBLIC \"-//freedesktop//DTD D-BUS Object Introspection "
                           "1.0//EN\"\n \"http://www.freedesktop.org/standards/dbus/1.0/"
                           "introspect.dtd\">\n<node>\n%1</node>\n")
-        .arg(interface().xml());
+        .arg(moduleInterface().xml());
 }
 
 QString ModuleService::introspect(const QString & /*path*/) const
 {
-    return interface().xml();
+    return moduleInterface().xml();
 }
 
 bool ModuleService::handleMessage(const QDBusMessage &message, const QDBusConnection &bus)
@@ -191,7 +188,7 @@ QDBusMessage ModuleService::answerTo(const QDBusMessage &message)
 
 QDBusMessage ModuleService::call(const QDBusMessage &message)
 {
-    const bus::Interface::Member command = interface().command(message.member());
+    const bus::Interface::Member command = moduleInterface().command(message.member());
     if (!command.isValid())
         return message.createErrorReply(
             QDBusError::UnknownMethod,

@@ -28,6 +28,9 @@ public:
      */
     bool open(const QString &address, QString *error);
 
+    /** Offers the slots of another object beside the module, on the same connection. */
+    bool addObject(const QString &path, QObject *object);
+
     /** The interface as `busctl introspect` and code generators read it: a whole XML document. */
     static QString introspectionXml();
 
