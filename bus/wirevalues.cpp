@@ -70,7 +70,7 @@ static QVariant element(const QVariant &value)
     const auto argument = value.value<QDBusArgument>();
     for (const int type : {qMetaTypeId<QList<int>>(), qMetaTypeId<QMap<int, int>>(),
                            qMetaTypeId<QMap<int, bool>>()}) {
-        const QVariant known = demarshalled(argument, type);
+        QVariant known = demarshalled(argument, type);
         if (known.isValid())
             return known;
     }

@@ -160,10 +160,16 @@ void Drive::schedule()
     m_timer.start(qCeil(qBound(0.0, waitMs, 60000.0)));
 }
 
+/** The same moments in every run: where a turn was used up must not show in what follows. */
+static qint64 endOfSlice(qint64 ms)
+{
+    return (ms / sliceMs + 1) * sliceMs;
+}
+
 void Drive::advance()
 {
     const qint64 end = durationMs();
-    qint64 now = m_speed == Unlimited ? m_positionMs + sliceMs : runningMs();
+    qint64 now = m_speed == Unlimited ? endOfSlice(m_positionMs) : runningMs();
     if (end >= 0)
         now = qMin(now, end);
     const Delivery delivery = deliverUntil(now, turnMs);

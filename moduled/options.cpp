@@ -129,7 +129,7 @@ static QVector<commandline::Option> optionRows(Options *options, Given *given)
     {"seed", "N", "Seed of the faults: the same seed affects the same signals. 1 by default.",
         [options](const QString &value) {
             double seed = 0;
-            const QString expected = readWhole(value, 0, std::numeric_limits<quint32>::max(), &seed);
+            QString expected = readWhole(value, 0, std::numeric_limits<quint32>::max(), &seed);
             options->faults.setSeed(quint32(seed));
             return expected;
         }},

@@ -38,7 +38,7 @@ norda_package(unit norda-unit
     TEXT "Loads the plugin as a head unit does, shows its pages full screen without a\ndesktop, and connects to the vehicle module over D-Bus. A systemd unit starts\nit and watches over it.")
 norda_package(bench norda-bench
     SECTION devel
-    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, ${car}, ${qt}, libqt5multimedia5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), fonts-liberation, fonts-dejavu-core"
+    DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, ${car}, ${qt}, libqt5multimedia5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), dbus-daemon, fonts-liberation, fonts-dejavu-core"
     SUMMARY "drive and observe a head unit plugin on a desk"
     TEXT "Loads the plugin as a head unit does and drives it with a simulated car, a\nconnected one, or recorded drives: OBD-II exports, candump logs and its own\nrecordings. norda-ecu is the other end of the cable of a live car.")
 norda_package(moduled norda-moduled

@@ -63,6 +63,7 @@ private slots:
     void aLimitCountsAtOnce();
     void nothingFollowsAPause_data();
     void nothingFollowsAPause();
+    void slowReceiversDoNotShiftTheClock();
     void aJumpFromWithinIsFollowed_data();
     void aJumpFromWithinIsFollowed();
     void slowScreensStillPaint_data();
@@ -202,6 +203,21 @@ void tst_Drive::nothingFollowsAPause()
     drive.setSpeed(Drive::Unlimited);
     drive.play();
     QTRY_COMPARE(m_texts.size(), 1000);
+}
+
+// What a receiver does at a moment of the clock must not depend on how fast the machine is.
+void tst_Drive::slowReceiversDoNotShiftTheClock()
+{
+    const QVector<qint64> moments = {90, 100, 410, 420, 1234};
+    Drive drive(std::make_unique<ScriptedSource>(moments, 2000));
+    drive.setSpeed(Drive::Unlimited);
+    QSet<qint64> positions;
+    connect(&drive, &Drive::positionChanged, &drive, [&](qint64 ms) { positions.insert(ms); });
+    m_onText = [] { QThread::msleep(50); }; // more than a turn
+    drive.play();
+    QTRY_VERIFY(!drive.isPlaying());
+    for (const qint64 ms : qAsConst(positions))
+        QVERIFY2(ms % 250 == 0 || moments.contains(ms), qPrintable(QString::number(ms)));
 }
 
 void tst_Drive::aJumpFromWithinIsFollowed_data()

@@ -1,8 +1,8 @@
-#include "startedprogram.h"
 #include "pluginfixture.h"
 #include "privatebus.h"
 #include "program.h"
 #include "serviceconnection.h"
+#include "startedprogram.h"
 #include "testmain.h"
 
 #include <QDBusConnection>

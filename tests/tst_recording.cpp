@@ -110,11 +110,12 @@ void tst_Recording::everySignalComesBack()
     {
         RecordingWriter writer(file(), QStringLiteral("test"), &error);
         QVERIFY2(writer.isOpen(), qPrintable(error));
-        bus::SignalTap tap(moduleEmitters(), [&](const QByteArray &seen, const QVariantList &arguments) {
-            QCOMPARE(seen, name);
-            tapped.append(arguments);
-            writer.writeSignal(tapped.size(), seen, arguments);
-        });
+        bus::SignalTap tap(moduleEmitters(),
+                           [&](const QByteArray &seen, const QVariantList &arguments) {
+                               QCOMPARE(seen, name);
+                               tapped.append(arguments);
+                               writer.writeSignal(tapped.size(), seen, arguments);
+                           });
         AdaptorLink link;
         for (const QVariantList &arguments : sent)
             QVERIFY(link.deliver({0, name, arguments}));

@@ -1,3 +1,5 @@
+#include "moduledprogram.h"
+#include "privatebus.h"
 #include "testmain.h"
 #include "unitplace.h"
 
@@ -14,6 +16,7 @@ private slots:
     void unusableManager_data();
     void unusableManager();
     void readyFollowsThePicture();
+    void statusFollowsTheModule();
     void hangingLoopIsNotAlive();
     void noWatchdog_data();
     void noWatchdog();
@@ -96,6 +99,19 @@ void tst_UnitService::readyFollowsThePicture()
     const auto unit = m_place->start("--plugin " + testpaths::brokenPlugin("HANG_IN_PAINT"));
     QCOMPARE(m_place->manager().upTo("STATUS=").size(), 1);
     QCOMPARE(m_place->manager().during(2000), QList<QByteArray>());
+}
+
+void tst_UnitService::statusFollowsTheModule()
+{
+    static const QByteArray without = "STATUS=Gauges (80), no module";
+    static const QByteArray with = "STATUS=Gauges (80), module connected";
+    const PrivateBus bus;
+    const auto unit = m_place->start("--module " + bus.address());
+    QVERIFY(m_place->manager().upTo(without).contains(without));
+    ModuledProgram module("--bus " + bus.address());
+    QVERIFY(m_place->manager().upTo(with).contains(with));
+    module.end(SIGKILL);
+    QVERIFY(m_place->manager().upTo(without).contains(without));
 }
 
 void tst_UnitService::hangingLoopIsNotAlive()

@@ -1,9 +1,9 @@
 #include "stepped/moduleprocess.h"
 
+#include "endsignals.h"
+#include "runtimefolder.h"
 #include "session/setup.h"
 #include "stepped/steppedmodule.h"
-#include "tools/endsignals.h"
-#include "tools/runtimefolder.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -27,7 +27,7 @@ QVariant SteppedSource::call(const char *method, const QVariantList &arguments) 
     if (m_isLost)
         return {};
     QString error;
-    const QVariant answer = ask(method, arguments, &error);
+    QVariant answer = ask(method, arguments, &error);
     m_isLost = !error.isEmpty();
     if (m_isLost)
         qWarning("vehicle module: %s", qPrintable(error));

@@ -55,7 +55,9 @@ public:
      * Calls a method in the module's process and waits for the answer; what the module sent before
      * it has been emitted when this returns. For a bench whose clock stands still meanwhile: a unit
      * never waits.
-     * @param error  one line, when there is no answer
+     * @param path, interface, method  the object's, as D-Bus names them
+     * @param arguments                of types that D-Bus carries
+     * @param error                    one line, when there is no answer
      */
     QVariantList call(const QString &path, const QString &interface, const QString &method,
                       const QVariantList &arguments, QString *error);

@@ -137,7 +137,7 @@ std::optional<ElmLine> parseElmLine(const QByteArray &line)
     if (text.isEmpty())
         return std::nullopt;
     if (isHex(text)) {
-        if (const auto frame = frameOf(text))
+        if (auto frame = frameOf(text))
             return frame;
     }
     const QString shown = excerpt(line.trimmed());

@@ -32,7 +32,7 @@ public:
     /** Opens the link to the vehicle service. The plugin root calls it once, from `create()`. */
     void connectService();
 
-    // Commands are slots, so that whatever carries them to the module finds them in the meta-object.
+    // Commands are slots: what carries them to the module finds them in the meta-object.
 public slots:
     // Lists of the module: the user leaves one or pages through it
 
