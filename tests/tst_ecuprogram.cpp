@@ -1,4 +1,5 @@
 #include "ecuprogram.h"
+#include "manualpage.h"
 #include "testmain.h"
 
 #include <QCanBus>
@@ -67,22 +68,9 @@ void tst_EcuProgram::usage()
 
 void tst_EcuProgram::manualNamesEveryOption()
 {
-    QFile page(testpaths::source("packaging/norda-ecu.1"));
-    QVERIFY(page.open(QIODevice::ReadOnly));
-    const QString manual = QString::fromUtf8(page.readAll()).remove('\\');
-    static const QRegularExpression option(QStringLiteral("^  (?:-\\w, )?(--[a-z]+)"),
-                                           QRegularExpression::MultilineOption);
-    QStringList missing;
-    int options = 0;
-    auto found = option.globalMatch(run("--help").out);
-    for (; found.hasNext(); ++options) {
-        const QString name = found.next().captured(1);
-        if (!manual.contains(
-                QRegularExpression("^\\.B.*" + name + "\\b", QRegularExpression::MultilineOption)))
-            missing.append(name);
-    }
-    QVERIFY(options > 15);
-    QCOMPARE(missing, QStringList());
+    const QStringList options = optionsOf(run("--help").out);
+    QVERIFY(options.size() > 15);
+    QCOMPARE(missingInManual("norda-ecu", options), QStringList());
 }
 
 void tst_EcuProgram::unusable_data()

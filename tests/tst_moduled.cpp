@@ -1,5 +1,6 @@
 #include "ecuprogram.h"
 #include "interface.h"
+#include "manualpage.h"
 #include "moduledprogram.h"
 #include "privatebus.h"
 #include "service/moduleservice.h"
@@ -66,22 +67,9 @@ void tst_Moduled::usage()
 
 void tst_Moduled::manualNamesEveryOption()
 {
-    QFile page(testpaths::source("packaging/norda-moduled.1"));
-    QVERIFY(page.open(QIODevice::ReadOnly));
-    const QString manual = QString::fromUtf8(page.readAll()).remove('\\');
-    static const QRegularExpression option(QStringLiteral("^  (?:-\\w, )?(--(?!help-all)[a-z-]+)"),
-                                           QRegularExpression::MultilineOption);
-    QStringList missing;
-    int options = 0;
-    auto found = option.globalMatch(run("--help").out);
-    for (; found.hasNext(); ++options) {
-        const QString name = found.next().captured(1);
-        if (!manual.contains(
-                QRegularExpression("^\\.B.*" + name + "\\b", QRegularExpression::MultilineOption)))
-            missing.append(name);
-    }
-    QVERIFY(options > 13);
-    QCOMPARE(missing, QStringList());
+    const QStringList options = optionsOf(run("--help").out);
+    QVERIFY(options.size() > 13);
+    QCOMPARE(missingInManual("norda-moduled", options), QStringList());
 }
 
 void tst_Moduled::unusable_data()

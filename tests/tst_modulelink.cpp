@@ -325,12 +325,7 @@ void tst_ModuleLink::snapshotForALateUnit()
 
 void tst_ModuleLink::featuresComeBeforeTheirSignals()
 {
-    const PrivateBus bus;
-    ModuleService service;
-    QString error;
-    QVERIFY2(service.open(bus.address(), &error), qPrintable(error));
-    Unit unit(bus);
-    TRY_CONNECTED(unit);
+    Unit &unit = *m_link->unit;
     unit.all.clear();
 
     const QMap<int, bool> none = {{0, false}, {3, true}};
@@ -366,13 +361,9 @@ static QDBusMessage ask(const PrivateBus &bus, const QString &member,
 
 void tst_ModuleLink::queriesAreAnswered()
 {
-    const PrivateBus bus;
-    ModuleService service;
-    QString error;
-    QVERIFY2(service.open(bus.address(), &error), qPrintable(error));
     const QMap<int, bool> zones = {{1, true}, {8, false}};
     norda::VtqService::instance()->setParkingAssistZones(zones);
-    const QDBusMessage reply = ask(bus, QStringLiteral("getParkingAssistZones"));
+    const QDBusMessage reply = ask(m_link->bus, QStringLiteral("getParkingAssistZones"));
     QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
     QCOMPARE(reply.signature(), QStringLiteral("a{ib}"));
     const QVariant answer =
@@ -655,12 +646,7 @@ void tst_ModuleLink::busRestarts()
 void tst_ModuleLink::burst()
 {
     static constexpr int count = 10000;
-    const PrivateBus bus;
-    QString error;
-    ModuleService service;
-    QVERIFY2(service.open(bus.address(), &error), qPrintable(error));
-    Unit unit(bus);
-    TRY_CONNECTED(unit);
+    Unit &unit = *m_link->unit;
     unit.all.clear();
     for (int i = 0; i < count; ++i)
         emit norda::VtqAdaptor::instance()->batteryVoltage(QString::number(i));
@@ -672,17 +658,11 @@ void tst_ModuleLink::burst()
 void tst_ModuleLink::floodIsDroppedAndTheStateRequested()
 {
     static constexpr int count = 3 * bus::Inbox::Most;
-    const PrivateBus bus;
-    QString error;
-    ModuleService service;
-    QVERIFY2(service.open(bus.address(), &error), qPrintable(error));
-    Unit unit(bus);
-    TRY_CONNECTED(unit);
+    Unit &unit = *m_link->unit;
     unit.all.clear();
     for (int i = 0; i < count; ++i)
         emit norda::VtqAdaptor::instance()->batteryVoltage(QString::number(i));
     // Meanwhile the screens do nothing.
-    QDBusConnection::connectToBus(bus.address(), "flood").interface()->serviceOwner("x.y");
     QThread::sleep(3);
     const QString voltage = QStringLiteral("batteryVoltage");
     const auto isUpToDate = [&] {
@@ -692,7 +672,6 @@ void tst_ModuleLink::floodIsDroppedAndTheStateRequested()
     QTRY_VERIFY_WITH_TIMEOUT(isUpToDate(), patienceMs);
     QVERIFY(unit.all.size() <= 2 * bus::Inbox::Most);
     QCOMPARE(unit.state(), Client::Connected);
-    QDBusConnection::disconnectFromBus("flood");
 }
 
 NORDA_TEST_MAIN(tst_ModuleLink)

@@ -1,3 +1,4 @@
+#include "manualpage.h"
 #include "testmain.h"
 #include "unitplace.h"
 
@@ -19,6 +20,7 @@ private slots:
     void unreadableConfiguration();
     void printsHelp_data();
     void printsHelp();
+    void manualNamesEveryOption();
     void precedence_data();
     void precedence();
     void dataFolder_data();
@@ -150,6 +152,13 @@ void tst_UnitProgram::printsHelp()
     QVERIFY2(result.out.contains(text), qPrintable(result.out));
     QCOMPARE(result.err, QString());
     QCOMPARE(result.exitCode, 0);
+}
+
+void tst_UnitProgram::manualNamesEveryOption()
+{
+    const QStringList options = optionsOf(m_place->run({"--help"}).out);
+    QVERIFY(options.size() > 8);
+    QCOMPARE(missingInManual("norda-unit", options), QStringList());
 }
 
 void tst_UnitProgram::precedence_data()
