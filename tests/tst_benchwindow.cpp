@@ -43,6 +43,7 @@ private slots:
     void fixedScale();
     void framesAreCountedInTheView();
     void fullScreenShowsTheScreenAlone();
+    void fullScreenEndsFromOutside();
 
     void layoutSuitsTheDisplay_data();
     void layoutSuitsTheDisplay();
@@ -315,6 +316,18 @@ void tst_BenchWindow::fullScreenShowsTheScreenAlone()
     QVERIFY(!m_window->isFullScreen());
     QVERIFY(!m_window->menuBar()->isHidden());
     QVERIFY(find<QDockWidget>("signals")->isVisible());
+}
+
+/** The window manager has keys of its own for this. */
+void tst_BenchWindow::fullScreenEndsFromOutside()
+{
+    open("signals");
+    press(Qt::Key_F11);
+    m_window->showNormal();
+    QVERIFY(!m_window->menuBar()->isHidden());
+    QVERIFY(find<QDockWidget>("signals")->isVisible());
+    m_window->showFullScreen();
+    QVERIFY(find<QDockWidget>("signals")->isHidden());
 }
 
 void tst_BenchWindow::layoutSuitsTheDisplay_data()

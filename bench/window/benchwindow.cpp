@@ -224,20 +224,27 @@ void BenchWindow::connectViewCommands()
 
 void BenchWindow::arrange(PanelLayout layout)
 {
-    if (m_isFullScreen)
+    if (isFullScreen())
         toggleFullScreen();
     m_view->setFactor(ScreenView::Fit);
     m_panels->arrange(layout);
 }
 
-/** The unit's screen alone. */
 void BenchWindow::toggleFullScreen()
 {
-    m_isFullScreen = !m_isFullScreen;
-    m_panels->setAllHidden(m_isFullScreen);
-    for (QWidget *part : QList<QWidget *>{menuBar(), statusBar(), m_transport})
-        part->setHidden(m_isFullScreen);
     setWindowState(windowState() ^ Qt::WindowFullScreen);
+}
+
+/** Full screen shows the unit's screen alone; the desktop may begin and end it, too. */
+void BenchWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::WindowStateChange || isFullScreen() == m_isAlone)
+        return;
+    m_isAlone = isFullScreen();
+    m_panels->setAllHidden(m_isAlone);
+    for (QWidget *part : QList<QWidget *>{menuBar(), statusBar(), m_transport})
+        part->setHidden(m_isAlone);
     m_view->setFocus();
 }
 
@@ -248,7 +255,7 @@ void BenchWindow::connectPanelCommands()
         QAction *action = m_commands->action(name);
         action->setCheckable(true);
         connect(action, &QAction::triggered, this, [this, name, action] {
-            if (m_isFullScreen)
+            if (isFullScreen())
                 toggleFullScreen();
             m_panels->toggle(name);
             action->setChecked(m_panels->isInFront(name));
@@ -347,7 +354,7 @@ void BenchWindow::showEvent(QShowEvent *event)
 
 void BenchWindow::closeEvent(QCloseEvent *event)
 {
-    if (m_isFullScreen)
+    if (isFullScreen())
         toggleFullScreen();
     windowplace::save(this);
     QMainWindow::closeEvent(event);

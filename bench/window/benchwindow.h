@@ -43,6 +43,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
@@ -77,6 +78,6 @@ private:
     PanelDocks *m_panels;
     FileCommands *m_files;
     DriveCommands *m_drive;
-    bool m_isFullScreen = false;
+    bool m_isAlone = false; ///< the screen, without panels and bars
     bool m_hasBeenShown = false;
 };
