@@ -8,6 +8,10 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
 /** The bench as a program: what it prints, writes and ends with. */
 class tst_Bench : public QObject
 {
@@ -20,6 +24,7 @@ private slots:
     void unusableSources();
     void unusableCars_data();
     void unusableCars();
+    void portWithoutRights();
     void damagedLogOfTwoHundredMegabytes();
     void dbcOfTwoHundredMegabytes();
     void drivesTheSimulatedCar();
@@ -325,6 +330,27 @@ tst_Bench::Result tst_Bench::runWithHugeFile(const char *name, const QString &ar
                                       "sh", huge, testpaths::benchFile()});
     QFile::remove(huge);
     return result;
+}
+
+/** As root has every right, it starts the bench as somebody else. */
+void tst_Bench::portWithoutRights()
+{
+    const int port = ::posix_openpt(O_RDWR | O_NOCTTY);
+    QVERIFY(port >= 0 && ::grantpt(port) == 0 && ::unlockpt(port) == 0);
+    const QString name = QString::fromLatin1(::ptsname(port));
+    QVERIFY(QFile::setPermissions(name, {}));
+    QStringList command = {testpaths::benchFile(), "--headless", "elm327:" + name};
+    if (::getuid() == 0)
+        command = QStringList{"setpriv",        "--reuid=65534", "--regid=65534",
+                              "--clear-groups", "env",           "HOME=" + m_folder.path()} +
+                  command;
+    const Result result = runProgram(command);
+    ::close(port);
+    if (result.exitCode == 126)
+        QSKIP("the build folder is not readable for others");
+    QCOMPARE(result.exitCode, 2);
+    const QString message = "elm327:" + name + ": no permission to use it; its group '";
+    QVERIFY2(result.err.contains(message), qPrintable(result.err));
 }
 
 void tst_Bench::damagedLogOfTwoHundredMegabytes()
