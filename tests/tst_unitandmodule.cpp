@@ -26,6 +26,7 @@ private slots:
     void pagesFollowTheModule();
     void noModuleAtFirst();
     void touchesReachTheModule();
+    void requestsAreRepeated();
     void numbersGoMissingWithTheModule();
     void moduleIsKilledAgainAndAgain();
     void moduleIsFrozen();
@@ -195,6 +196,22 @@ void tst_UnitAndModule::touchesReachTheModule()
                       &norda::VtqAdaptor::NordaClimateCtrlStatusNotify);
     QTest::mouseClick(key, Qt::LeftButton);
     QTRY_VERIFY_WITH_TIMEOUT(!status.isEmpty(), patienceMs);
+}
+
+/** The menu is sent on request only, and the page has asked before there was a module. */
+void tst_UnitAndModule::requestsAreRepeated()
+{
+    startUnit();
+    m_unit->windows()->openWindow(SettingsPage);
+    QSignalSpy menu(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::NordaConfigMenuTextInfo);
+    startModule();
+    QTRY_VERIFY_WITH_TIMEOUT(menu.size() > 3, patienceMs);
+    m_module->signal(SIGKILL);
+    TRY_STATE(Waiting);
+    m_module.reset();
+    menu.clear();
+    startModule();
+    QTRY_VERIFY_WITH_TIMEOUT(menu.size() > 3, patienceMs);
 }
 
 void tst_UnitAndModule::numbersGoMissingWithTheModule()
