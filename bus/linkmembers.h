@@ -25,7 +25,6 @@ constexpr char snapshotMethod[] = "Snapshot";
 constexpr char missingValuesMethod[] = "MissingValues";
 constexpr char pingMethod[] = "Ping";
 constexpr char featuresSignal[] = "FeaturesChanged";
-constexpr char featuresSignature[] = "sia{ib}";
 
 QDBusArgument &operator<<(QDBusArgument &argument, const Record &record);
 const QDBusArgument &operator>>(const QDBusArgument &argument, Record &record);

@@ -435,13 +435,14 @@ void tst_ModuleLink::briefRestartShowsNothingMissing()
 {
     const PrivateBus bus;
     auto module = std::make_unique<ForeignModule>(bus);
-    module->missingAfterMs = patienceMs;
+    module->missingAfterMs = 3000;
     Unit unit(bus);
     TRY_CONNECTED(unit);
     module.reset();
     TRY_WAITING(unit);
     module = std::make_unique<ForeignModule>(bus);
     TRY_CONNECTED(unit);
+    QTest::qWait(3500);
     QVERIFY(unit.all.isEmpty());
 }
 
@@ -469,12 +470,16 @@ void tst_ModuleLink::silentModule()
     module.isAnswering = false;
     TRY_WAITING(unit);
     QCOMPARE(unit.all.last().arguments, QVariantList{"--"});
+    unit.send(QStringLiteral("triggerACButton"), {true});
 
     module.isAnswering = true;
     module.snapshot = {{QStringLiteral("batteryVoltage"), {QStringLiteral("11.9V")}}};
     module.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(1))});
     TRY_CONNECTED(unit);
     QCOMPARE(unit.all.last().arguments, QVariantList{"11.9V"});
+    unit.send(QStringLiteral("gaugesListBack"), {});
+    QTRY_VERIFY_WITH_TIMEOUT(module.calls.contains("gaugesListBack"), patienceMs);
+    QVERIFY(!module.calls.contains(QStringLiteral("triggerACButton")));
 }
 
 void tst_ModuleLink::quietModuleIsLeftAlone()
