@@ -29,7 +29,7 @@ QString askForCar(QWidget *window)
         "CarDialogs", "A CAN bus or an ELM327 adapter, as can:PLUGIN:INTERFACE[?bitrate=N],\n"
                       "elm327:DEVICE[@BAUD] or elm327:tcp:HOST:PORT:");
     bool isChosen = false;
-    const QString name =
+    QString name =
         QInputDialog::getItem(window, title(), forms, names, 0, true, &isChosen).trimmed();
     if (!isChosen || name.isEmpty())
         return {};
