@@ -77,7 +77,9 @@ norda_sysroot() {
     mkdir -p "$sysroot/var/cache/fontconfig"
     sed -i "s|<cachedir>/var/cache/fontconfig|<cachedir>$sysroot/var/cache/fontconfig|" \
         "$sysroot/etc/fonts/fonts.conf"
-    # Tools that run while building are this machine's own.
+    # Devices are this machine's own: a pseudo terminal needs a mounted file system.
+    rm -rf "$sysroot/dev"
+    # So are tools that run while building.
     for tool in moc rcc uic lrelease lupdate lconvert; do
         ln -sf "/usr/lib/qt5/bin/$tool" "$sysroot/usr/lib/qt5/bin/$tool"
     done

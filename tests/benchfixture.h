@@ -4,6 +4,7 @@
 #include "norda/vtqservice.h"
 #include "options.h"
 #include "session/rig.h"
+#include "statuscolumn.h"
 #include "testmain.h"
 #include "testpaths.h"
 #include "window/benchwindow.h"
@@ -36,6 +37,7 @@ public:
         m_rig.reset(new Rig(m_options.setup));
         QString error;
         QVERIFY2(m_rig->open(testpaths::pluginFile(), &error), qPrintable(error));
+        screen()->statusColumn()->setTime(QTime(21, 40)); // pictures are compared with each other
     }
     void showWindow()
     {

@@ -543,9 +543,12 @@ void tst_Inspector::idlePageWakesNothing()
 {
     select("key_camera");
     session()->drive()->pause();
-    QTest::qWait(800); // animations end
     const auto *timer = panel()->findChild<QTimer *>("inspector-refresh");
-    QVERIFY(!timer->isActive());
+    const auto rests = [timer] {
+        QTest::qWait(800);
+        return !timer->isActive();
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(rests(), 60000); // animations end
     named("key_camera")->update();
     QTRY_VERIFY(timer->isActive());
 }

@@ -102,10 +102,13 @@ void tst_ModuleProcess::unusable()
 
 void tst_ModuleProcess::shippedScenariosPass()
 {
-    const QString library = testpaths::source("bench/scenario/library");
-    const int scenarios = QDir(library).entryList({"*.scenario"}).size();
+    const QDir library(testpaths::source("bench/scenario/library"));
+    const bool isEmulated = !testpaths::emulator().isEmpty(); // all of them take minutes then
+    const QString played =
+        isEmulated ? library.filePath("story-cold-start-to-parked.scenario") : library.path();
+    const int scenarios = isEmulated ? 1 : library.entryList({"*.scenario"}).size();
     const ProgramResult result =
-        runBench({"--script", library, "--module-process", "--gallery", path("pictures")});
+        runBench({"--script", played, "--module-process", "--gallery", path("pictures")});
     QVERIFY2(result.exitCode == 0, qPrintable(result.out + result.err));
     QVERIFY(result.out.contains(QStringLiteral("\n%1 passed, 0 failed\n").arg(scenarios)));
 }

@@ -90,8 +90,10 @@ void tst_ObdLinks::seesAnotherTester()
     QTRY_COMPARE(report.lines, QStringList{"ready"});
     link.ask({QByteArray::fromHex("0100"), 0, 0});
     bus.send(0x7DF, "02010caaaaaaaaaa");
-    QTRY_COMPARE(report.lines.value(1), QStringLiteral("other tester"));
-    QTRY_COMPARE(report.lines.mid(2), QStringList{"no: the car does not answer"});
+    // On a slow machine the patience with the car ends first.
+    QTRY_COMPARE(report.lines.size(), 3);
+    QVERIFY(report.lines.contains("other tester"));
+    QVERIFY(report.lines.contains("no: the car does not answer"));
 }
 
 void tst_ObdLinks::busesThatCannotBeUsed_data()

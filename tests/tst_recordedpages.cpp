@@ -55,7 +55,7 @@ private:
         module::Drive *drive = session()->drive();
         QSignalSpy finished(drive, &module::Drive::finished);
         drive->setSpeed(module::Drive::Unlimited);
-        QVERIFY(finished.size() || finished.wait(5000));
+        QVERIFY(finished.size() || finished.wait(60000));
     }
     /** Until a fault, a soft tire and others beside the car have left their marks on every page. */
     void simulateBefore()

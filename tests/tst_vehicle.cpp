@@ -349,7 +349,7 @@ void tst_Vehicle::longTextScrolls()
     auto *bar = child<ScrollLabel>("Txt_fork");
     emit m_adaptor->vehTopBarText(QString(60, QLatin1Char('W')));
     QVERIFY(bar->overflow() > 0);
-    QTRY_VERIFY_WITH_TIMEOUT(bar->scrollOffset() > 0, 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(bar->scrollOffset() > 0, 60000);
 }
 
 void tst_Vehicle::properties_data()
