@@ -137,6 +137,8 @@ private slots:
     void floodIsDroppedAndTheStateRequested();
 
 private:
+    void forgetEarlierSignals();
+
     /** Both ends, for all that does not restart one of them. */
     struct Link
     {
@@ -323,10 +325,22 @@ void tst_ModuleLink::snapshotForALateUnit()
     QCOMPARE(unit.all.last().arguments, QVariantList{QVariant::fromValue(uchar(4))});
 }
 
+/** What a test before has sent may still be on its way. */
+void tst_ModuleLink::forgetEarlierSignals()
+{
+    static int count = 0;
+    const QString last = QStringLiteral("signal %1").arg(++count);
+    emit norda::VtqAdaptor::instance()->batteryVoltage(last);
+    Unit &unit = *m_link->unit;
+    QTRY_VERIFY_WITH_TIMEOUT(!unit.all.isEmpty() && unit.all.last().arguments == QVariantList{last},
+                             patienceMs);
+    unit.all.clear();
+}
+
 void tst_ModuleLink::featuresComeBeforeTheirSignals()
 {
     Unit &unit = *m_link->unit;
-    unit.all.clear();
+    forgetEarlierSignals();
 
     const QMap<int, bool> none = {{0, false}, {3, true}};
     norda::VtqService::instance()->setRearClimateControlFeatures(1, none);
@@ -652,7 +666,7 @@ void tst_ModuleLink::burst()
 {
     static constexpr int count = 10000;
     Unit &unit = *m_link->unit;
-    unit.all.clear();
+    forgetEarlierSignals();
     for (int i = 0; i < count; ++i)
         emit norda::VtqAdaptor::instance()->batteryVoltage(QString::number(i));
     QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), count, patienceMs);
@@ -664,7 +678,7 @@ void tst_ModuleLink::floodIsDroppedAndTheStateRequested()
 {
     static constexpr int count = 3 * bus::Inbox::Most;
     Unit &unit = *m_link->unit;
-    unit.all.clear();
+    forgetEarlierSignals();
     for (int i = 0; i < count; ++i)
         emit norda::VtqAdaptor::instance()->batteryVoltage(QString::number(i));
     // Meanwhile the screens do nothing.

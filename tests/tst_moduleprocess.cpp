@@ -128,6 +128,8 @@ void tst_ModuleProcess::drives_data()
 void tst_ModuleProcess::drives()
 {
     QFETCH(QStringList, arguments);
+    if (!testpaths::emulator().isEmpty() && !arguments.contains("--duration"))
+        arguments += {"--duration", "120"}; // the whole trip takes minutes then
     compare(QStringList{"--headless", "--speed", "max"} + arguments);
 }
 
