@@ -1,0 +1,100 @@
+#include "report/picturetrail.h"
+
+#include "panels/journaltexts.h"
+#include "scenario/scenarioline.h"
+#include "session/rig.h"
+
+static constexpr int pauseMs = 300; // of real time, in which a page opens and an animation ends
+static constexpr int apartMs = 1000;
+static constexpr int mostKept = 40;
+static constexpr int intervals = 8;
+
+PictureTrail::PictureTrail(Rig *rig, QObject *parent) : QObject(parent), m_rig(rig)
+{
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(pauseMs);
+    connect(&m_pause, &QTimer::timeout, this, &PictureTrail::take);
+    connect(rig, &Rig::sessionBegun, this, &PictureTrail::follow);
+    connect(rig, &Rig::repeated, this, &PictureTrail::noteRepeated);
+}
+
+void PictureTrail::follow(Session *session)
+{
+    m_session = session;
+    m_pictures.clear();
+    m_pending.clear();
+    m_dropped = 0;
+    m_intervalMs = session->drive()->durationMs() / intervals;
+    connect(session->journal(), &Journal::noted, this, &PictureTrail::noteEntry);
+    connect(session->drive(), &module::Drive::positionChanged, this, &PictureTrail::onPosition);
+}
+
+/** The journal also notes what the module and the plugin do, many times a second. */
+void PictureTrail::noteEntry()
+{
+    const Journal *journal = m_session->journal();
+    if (journal->entries().isEmpty())
+        return;
+    const Journal::Entry &entry = journal->entries().constLast();
+    if (entry.kind == Journal::Action)
+        note(entryText(journal, entry));
+    else if (entry.kind == Journal::Page)
+        note(QStringLiteral("opened %1").arg(entryText(journal, entry)));
+}
+
+/** At unlimited speed a pause would be minutes of the drive. */
+void PictureTrail::noteRepeated(const QString &word, const QVariantList &arguments)
+{
+    note(scenarioLine(word, arguments));
+    if (isDue())
+        take();
+}
+
+void PictureTrail::note(const QString &text)
+{
+    static constexpr int mostNamed = 8;
+    if (m_pending.size() < mostNamed)
+        m_pending.append(text);
+    if (!m_pause.isActive())
+        m_pause.start();
+}
+
+bool PictureTrail::isDue() const
+{
+    return m_pictures.isEmpty() || m_session->nowMs() - m_pictures.constLast().ms >= apartMs;
+}
+
+void PictureTrail::onPosition()
+{
+    const qint64 last = m_pictures.isEmpty() ? 0 : m_pictures.constLast().ms;
+    const bool isLong = m_intervalMs >= apartMs && m_session->nowMs() - last >= m_intervalMs;
+    if (isLong && !m_session->isRewound())
+        take();
+}
+
+void PictureTrail::take()
+{
+    m_pause.stop();
+    if (!m_session || m_session->isRewound())
+        return;
+    if (m_pictures.size() == mostKept) {
+        m_pictures.removeFirst();
+        ++m_dropped;
+    }
+    m_pictures.append(grab(m_pending.join(QStringLiteral(", "))));
+    m_pending.clear();
+}
+
+ReportPicture PictureTrail::grab(const QString &caption) const
+{
+    return {pictureForReport(m_rig->unit()->screen()->grab().toImage()), caption,
+            m_session->nowMs()};
+}
+
+QVector<ReportPicture> PictureTrail::pictures() const
+{
+    QVector<ReportPicture> pictures = m_pictures;
+    if (m_session)
+        pictures.append(grab((m_pending + QStringList("the end")).join(QStringLiteral(", "))));
+    return pictures;
+}
