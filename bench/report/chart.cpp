@@ -8,7 +8,6 @@
 static constexpr int mostValueTicks = 5;
 static constexpr int mostTimeTicks = 7;
 static constexpr int plotHeight = 120;
-static constexpr int aboveBaseline = 3; // pixels between a line of the grid and its label
 
 struct Range
 {
@@ -73,7 +72,7 @@ static void writeValueTicks(Html *html, const Range &range)
         html->element("line", {},
                       {{"x1", "0"}, {"x2", "100%"}, {"y1", number(y)}, {"y2", number(y)}});
         html->element("text", tickText(value, ticks.step),
-                      {{"x", "2"}, {"y", number(y - aboveBaseline)}, {"class", "value"}});
+                      {{"x", "-6"}, {"y", number(y)}, {"class", "value"}});
     }
 }
 

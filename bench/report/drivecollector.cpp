@@ -27,22 +27,28 @@ static Facts factsOf(const QJsonObject &summary)
                   {"Frames painted", "framesPainted"},
                   {"Ignored input", "droppedInput"}};
     Facts facts = {{QStringLiteral("Drive time"),
-                    momentText(qRound64(summary.value("driveSeconds").toDouble() * 1000))}};
+                    momentText(qRound64(summary.value("driveSeconds").toDouble() * 1000), 0.1)}};
     for (const auto &[name, key] : counts)
         facts.append(
             {QLatin1String(name), QString::number(summary.value(QLatin1String(key)).toInt())});
     return facts;
 }
 
-/** The faults that are on, and how often each has occurred. */
+/** The faults that are on or have occurred, and how often. */
 static Facts faultsOf(const module::Faults &faults)
 {
+    using module::Faults;
     Facts facts;
-    for (const QString &fault : faults.stated())
-        facts.append({QStringLiteral("Setting"), fault});
     const QJsonObject counts = faults.statistics();
-    for (auto count = counts.begin(); count != counts.end(); ++count)
-        facts.append({count.key(), QString::number(count.value().toInt())});
+    for (int kind = 0; kind < Faults::KindCount; ++kind) {
+        const QString name = QLatin1String(Faults::nameOf(Faults::Kind(kind)));
+        if (!counts.contains(name))
+            continue;
+        facts.append({QStringLiteral("%1 (%2:%3)")
+                          .arg(QLatin1String(Faults::meaningOf(Faults::Kind(kind))), name)
+                          .arg(faults.value(Faults::Kind(kind))),
+                      QString::number(counts.value(name).toInt())});
+    }
     return facts;
 }
 

@@ -3,6 +3,8 @@
 #include "plots/curve.h"
 #include "session/session.h"
 
+#include <QHash>
+
 using module::Quantity;
 
 /** In the order of interest. */
@@ -14,12 +16,18 @@ static constexpr Quantity mainQuantities[] = {
 };
 static constexpr int mostCurves = 8;
 
+static QString shortUnit(const QString &unit)
+{
+    static const QHash<QString, QString> shortUnits = {{"celsius", "°C"}, {"percent", "%"}};
+    return shortUnits.value(unit, unit);
+}
+
 static Chart chartOf(const Curve &curve, const QString &name, const Session *session)
 {
     static constexpr int columns = 400;
     const qint64 beginMs = session->journal()->dropped() > 0 ? session->journal()->beginMs() : 0;
     const qint64 endMs = qMax(session->nowMs(), beginMs + 1);
-    return {name, curve.unit(), double(beginMs) / 1000, double(endMs) / 1000,
+    return {name, shortUnit(curve.unit()), double(beginMs) / 1000, double(endMs) / 1000,
             curve.samples().reduced(beginMs, endMs, columns)};
 }
 

@@ -1,5 +1,6 @@
 #include "report/picturetrail.h"
 
+#include "pages.h"
 #include "panels/journaltexts.h"
 #include "scenario/scenarioline.h"
 #include "session/rig.h"
@@ -25,6 +26,9 @@ void PictureTrail::follow(Session *session)
     m_pending.clear();
     m_dropped = 0;
     m_intervalMs = session->drive()->durationMs() / intervals;
+    const int page = m_rig->unit()->windows()->currentWindow();
+    if (page >= 0)
+        note(QStringLiteral("opened %1").arg(pageText(page)));
     connect(session->journal(), &Journal::noted, this, &PictureTrail::noteEntry);
     connect(session->drive(), &module::Drive::positionChanged, this, &PictureTrail::onPosition);
 }
@@ -64,11 +68,13 @@ bool PictureTrail::isDue() const
     return m_pictures.isEmpty() || m_session->nowMs() - m_pictures.constLast().ms >= apartMs;
 }
 
+/** The end of the drive has a picture of its own. */
 void PictureTrail::onPosition()
 {
-    const qint64 last = m_pictures.isEmpty() ? 0 : m_pictures.constLast().ms;
-    const bool isLong = m_intervalMs >= apartMs && m_session->nowMs() - last >= m_intervalMs;
-    if (isLong && !m_session->isRewound())
+    const qint64 sinceLast =
+        m_pictures.isEmpty() ? m_intervalMs : m_session->nowMs() - m_pictures.constLast().ms;
+    const bool isAtEnd = m_session->drive()->positionMs() == m_session->drive()->durationMs();
+    if (m_intervalMs >= apartMs && sinceLast >= m_intervalMs && !isAtEnd)
         take();
 }
 
@@ -95,6 +101,7 @@ QVector<ReportPicture> PictureTrail::pictures() const
 {
     QVector<ReportPicture> pictures = m_pictures;
     if (m_session)
-        pictures.append(grab((m_pending + QStringList("the end")).join(QStringLiteral(", "))));
+        pictures.append(
+            grab((m_pending + QStringList("the end of the session")).join(QStringLiteral(", "))));
     return pictures;
 }

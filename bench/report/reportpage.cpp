@@ -48,10 +48,9 @@ void writeBadge(Html *html, const char *tag, Badge badge, const QString &text)
     html->element(tag, text, {{"class", QLatin1String(classes[int(badge)])}});
 }
 
-QString momentText(qint64 ms)
+QString momentText(qint64 ms, double step)
 {
-    static constexpr double thousandth = 0.001;
-    return timeTickText(double(ms) / 1000, thousandth);
+    return timeTickText(double(ms) / 1000, step);
 }
 
 QString madeBy()
@@ -60,9 +59,9 @@ QString madeBy()
         .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm")));
 }
 
-void writeMoment(Html *html, qint64 ms)
+void writeMoment(Html *html, qint64 ms, double step)
 {
-    html->element("a", momentText(ms),
+    html->element("a", momentText(ms, step),
                   {{"href", QStringLiteral("#t=%1").arg(double(ms) / 1000, 0, 'f', 3)}});
 }
 
@@ -74,7 +73,7 @@ void writePicture(Html *html, const ReportPicture &picture)
     html->single("img", {{"src", data}, {"alt", picture.caption}, {"loading", "lazy"}});
     html->begin("figcaption");
     if (picture.ms >= 0) {
-        writeMoment(html, picture.ms);
+        writeMoment(html, picture.ms, 0.1);
         html->text(QStringLiteral(" "));
     }
     html->text(picture.caption).end().end();

@@ -26,9 +26,10 @@ QByteArray reportPage(const QString &title, const std::function<void(Html *html)
 
 void writeBadge(Html *html, const char *tag, Badge badge, const QString &text);
 /** A moment as minutes and seconds, which leads to that moment of the curves. */
-void writeMoment(Html *html, qint64 ms);
+void writeMoment(Html *html, qint64 ms, double step = 0.001);
 void writePicture(Html *html, const ReportPicture &picture);
-QString momentText(qint64 ms);
+/** @param step  seconds between moments that differ */
+QString momentText(qint64 ms, double step = 0.001);
 /** The program and the present time. */
 QString madeBy();
 
