@@ -56,9 +56,12 @@ QString tickText(double value, double step)
 QString timeTickText(double seconds, double step)
 {
     const int decimals = decimalsOf(step);
-    const auto minutes = qint64(seconds / 60);
-    const QString rest = QString::number(seconds - double(minutes) * 60, 'f', decimals)
-                             .rightJustified(decimals > 0 ? decimals + 3 : 2, QLatin1Char('0'));
+    const double parts = std::pow(10, decimals); // of a second: 59.9996 s may be a whole minute
+    const auto total = qint64(std::llround(seconds * parts));
+    const qint64 minutes = total / qint64(60 * parts);
+    const QString rest =
+        QString::number(double(total) / parts - double(minutes) * 60, 'f', decimals)
+            .rightJustified(decimals > 0 ? decimals + 3 : 2, QLatin1Char('0'));
     if (minutes < 60)
         return QStringLiteral("%1:%2").arg(minutes).arg(rest);
     return QStringLiteral("%1:%2:%3")

@@ -44,9 +44,10 @@ static Facts faultsOf(const module::Faults &faults)
         const QString name = QLatin1String(Faults::nameOf(Faults::Kind(kind)));
         if (!counts.contains(name))
             continue;
-        facts.append({QStringLiteral("%1 (%2:%3)")
-                          .arg(QLatin1String(Faults::meaningOf(Faults::Kind(kind))), name)
-                          .arg(faults.value(Faults::Kind(kind))),
+        facts.append({QStringLiteral("%1:%2 (%3)")
+                          .arg(name)
+                          .arg(faults.value(Faults::Kind(kind)))
+                          .arg(QLatin1String(Faults::meaningOf(Faults::Kind(kind)))),
                       QString::number(counts.value(name).toInt())});
     }
     return facts;

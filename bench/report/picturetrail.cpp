@@ -16,7 +16,7 @@ PictureTrail::PictureTrail(Rig *rig, QObject *parent) : QObject(parent), m_rig(r
     m_pause.setInterval(pauseMs);
     connect(&m_pause, &QTimer::timeout, this, &PictureTrail::take);
     connect(rig, &Rig::sessionBegun, this, &PictureTrail::follow);
-    connect(rig, &Rig::repeated, this, &PictureTrail::noteRepeated);
+    connect(rig, &Rig::repeated, this, &PictureTrail::noteAction);
 }
 
 void PictureTrail::follow(Session *session)
@@ -30,7 +30,7 @@ void PictureTrail::follow(Session *session)
     if (page >= 0)
         note(QStringLiteral("opened %1").arg(pageText(page)));
     connect(session->journal(), &Journal::noted, this, &PictureTrail::noteEntry);
-    connect(session->drive(), &module::Drive::positionChanged, this, &PictureTrail::onPosition);
+    connect(session->drive(), &module::Drive::reached, this, &PictureTrail::onMoment);
 }
 
 /** The journal also notes what the module and the plugin do, many times a second. */
@@ -41,40 +41,38 @@ void PictureTrail::noteEntry()
         return;
     const Journal::Entry &entry = journal->entries().constLast();
     if (entry.kind == Journal::Action)
-        note(entryText(journal, entry));
+        noteAction(journal->nameOf(entry), entry.arguments);
     else if (entry.kind == Journal::Page)
         note(QStringLiteral("opened %1").arg(entryText(journal, entry)));
 }
 
-/** At unlimited speed a pause would be minutes of the drive. */
-void PictureTrail::noteRepeated(const QString &word, const QVariantList &arguments)
+/** A page is noted when it opens. */
+void PictureTrail::noteAction(const QString &word, const QVariantList &arguments)
 {
-    note(scenarioLine(word, arguments));
-    if (isDue())
-        take();
+    if (word != QLatin1String("page"))
+        note(scenarioLine(word, arguments));
 }
 
+/** At unlimited speed a pause would be minutes of the drive, which has a picture earlier. */
 void PictureTrail::note(const QString &text)
 {
     static constexpr int mostNamed = 8;
     if (m_pending.size() < mostNamed)
         m_pending.append(text);
-    if (!m_pause.isActive())
+    if (m_session->drive()->speed() != module::Drive::Unlimited && !m_pause.isActive())
         m_pause.start();
 }
 
-bool PictureTrail::isDue() const
+/** Before what happens at that moment. The end of the drive has a picture of its own. */
+void PictureTrail::onMoment()
 {
-    return m_pictures.isEmpty() || m_session->nowMs() - m_pictures.constLast().ms >= apartMs;
-}
-
-/** The end of the drive has a picture of its own. */
-void PictureTrail::onPosition()
-{
+    const module::Drive *drive = m_session->drive();
     const qint64 sinceLast =
-        m_pictures.isEmpty() ? m_intervalMs : m_session->nowMs() - m_pictures.constLast().ms;
-    const bool isAtEnd = m_session->drive()->positionMs() == m_session->drive()->durationMs();
-    if (m_intervalMs >= apartMs && sinceLast >= m_intervalMs && !isAtEnd)
+        m_session->nowMs() - (m_pictures.isEmpty() ? 0 : m_pictures.constLast().ms);
+    const bool isLong = m_intervalMs >= apartMs && sinceLast >= m_intervalMs &&
+                        drive->nowMs() != drive->durationMs();
+    const bool hasAction = !m_pending.isEmpty() && sinceLast >= apartMs;
+    if (isLong || hasAction)
         take();
 }
 

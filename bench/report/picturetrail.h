@@ -28,16 +28,15 @@ public:
 private:
     void follow(Session *session);
     void noteEntry();
-    void noteRepeated(const QString &word, const QVariantList &arguments);
+    void noteAction(const QString &word, const QVariantList &arguments);
     void note(const QString &text);
-    void onPosition();
-    bool isDue() const;
+    void onMoment();
     void take();
     ReportPicture grab(const QString &caption) const;
 
     Rig *m_rig;
     QPointer<Session> m_session;
-    QTimer m_pause;
+    QTimer m_pause;        // after an action
     QStringList m_pending; // what was done since the last picture
     QVector<ReportPicture> m_pictures;
     qint64 m_intervalMs = 0;

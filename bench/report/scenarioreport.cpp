@@ -59,7 +59,7 @@ static void writeStep(Html *html, const StepResult &step)
 
 static void writeSteps(Html *html, const QVector<StepResult> &steps)
 {
-    html->begin("table").begin("tr");
+    html->begin("table", {{"class", "steps"}}).begin("tr");
     html->element("th", QStringLiteral("Line"), {{"class", "number"}});
     html->element("th", QStringLiteral("Time"), {{"class", "number"}});
     html->element("th", QStringLiteral("Step")).element("th", QStringLiteral("Seen")).end();
