@@ -4,6 +4,7 @@
 Pictures of the reports on a desktop and a phone, light and dark, are left in FOLDER.
 """
 
+import base64
 import math
 import os
 import pathlib
@@ -54,7 +55,6 @@ def check_page(browser, page):
     browser.value("document.querySelectorAll('details').forEach(d => d.open = true)")
     broken = browser.value("""(async () => {
         const images = [...document.images];
-        images.forEach(image => image.loading = 'eager');
         await Promise.allSettled(images.map(image => image.decode()));
         return images.filter(image => image.naturalWidth === 0).map(image => image.alt); })()""")
     check(broken == [], f"{page}: pictures do not load: {broken}")
@@ -111,6 +111,15 @@ def check_failure(browser, page):
           f"{page}: the pictures are not side by side: {boxes}")
 
 
+def check_print(browser, page):
+    """What is not on the screen yet is printed too."""
+    browser.open(f"file://{page}")
+    pictures = browser.value("new Set([...document.images].map(image => image.src)).size")
+    paper = base64.b64decode(browser.call("Page.printToPDF")["data"])
+    printed = paper.count(b"/Subtype /Image")
+    check(printed >= pictures, f"{page}: {printed} of {pictures} pictures are printed")
+
+
 def main(program, sources):
     pages = make_reports(program, sources)
     browser_program = shutil.which("chromium") or "chromium"
@@ -129,6 +138,8 @@ def main(program, sources):
             check_axis(browser, pages[0])
             browser.picture(FOLDER / "drive-cursor.png")
             check_failure(browser, pages[2])
+            check_print(browser, pages[0])
+            check_print(browser, pages[2])
         finally:
             browser.close()
     print(f"Reports read on {len(SCREENS)} screens, light and dark; pictures in {FOLDER}")

@@ -162,7 +162,8 @@ void tst_Report::textsAreEscaped()
 void tst_Report::scenariosAreTold()
 {
     QDir(m_folder.path()).mkpath("suite");
-    write("suite/a.scenario", "0 page 82\nexpect page 82\n");
+    write("suite/a.scenario", "0 page 82\nexpect page 82\nexpect key_rear visible\n"
+                              "expect no call doBeep\n");
     write("suite/b.scenario", "0 page 82\n1 touch key_rear\nexpect page 81\n+1 page 83\n");
     const QString page = report({"--script", path("suite")}, 1);
     QVERIFY(page.contains("1 passed"));
@@ -170,6 +171,8 @@ void tst_Report::scenariosAreTold()
     QCOMPARE(all(page, "<details ([^>]*)>"),
              (QStringList{"class=\"panel\"", "class=\"panel\" open=\"\""}));
     QVERIFY(page.contains("as expected: Climate (82)"));
+    QVERIFY(!page.contains("it is not"));
+    QCOMPARE(page.count(">as expected</td>"), 2);
     QVERIFY(page.contains("b.scenario:3: expected page 81, seen: Climate (82)"));
     QCOMPARE(captions(page), (QStringList{"Before the last action", "At the failure in line 3"}));
     QCOMPARE(all(page, "<code>(page 83)</code>").size(), 1); // what follows a failure is done

@@ -48,7 +48,7 @@ static Facts faultsOf(const module::Faults &faults)
                           .arg(name)
                           .arg(faults.value(Faults::Kind(kind)))
                           .arg(QLatin1String(Faults::meaningOf(Faults::Kind(kind)))),
-                      QString::number(counts.value(name).toInt())});
+                      QStringLiteral("%1 times").arg(counts.value(name).toInt())});
     }
     return facts;
 }

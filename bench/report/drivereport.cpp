@@ -15,9 +15,9 @@ static void writeBadges(Html *html, const DriveReport &report)
     html->end();
 }
 
-static void writeFacts(Html *html, const QVector<DriveReport::Fact> &facts)
+static void writeFacts(Html *html, const QVector<DriveReport::Fact> &facts, const char *classes)
 {
-    html->begin("dl", {{"class", "facts"}});
+    html->begin("dl", {{"class", QLatin1String(classes)}});
     for (const DriveReport::Fact &fact : facts)
         html->begin("div").element("dt", fact.name).element("dd", fact.value).end();
     html->end();
@@ -28,7 +28,7 @@ static void writeSummary(Html *html, const DriveReport &report)
     html->element("h1", report.title);
     html->element("p", report.about, {{"class", "secondary"}});
     writeBadges(html, report);
-    writeFacts(html, report.facts);
+    writeFacts(html, report.facts, "facts");
     if (report.findings.isEmpty())
         return;
     html->begin("div", {{"class", "panel"}});
@@ -82,18 +82,26 @@ struct Heading
     const char *leftOut;
 };
 
-static void writeEvents(Html *html, const Heading &heading, const Events &events, int leftOut = 0)
+static void writeTable(Html *html, const Heading &heading, const Events &events)
 {
-    if (events.isEmpty())
-        return;
-    html->element("h2", QLatin1String(heading.title));
-    html->begin("div", {{"class", "panel"}}).begin("table").begin("tr");
+    html->begin("table").begin("tr");
     html->element("th", QStringLiteral("Time"), {{"class", "number"}});
     html->element("th", QLatin1String(heading.what));
     html->element("th", QLatin1String(heading.detail), {{"class", "operation"}}).end();
     for (const DriveReport::Event &event : events)
         writeRow(html, event);
     html->end();
+}
+
+/** A long table is closed, so that a reader sees what else there is. */
+static void writeEvents(Html *html, const Heading &heading, const Events &events, int leftOut = 0)
+{
+    static constexpr int mostOpen = 40;
+    if (events.isEmpty())
+        return;
+    beginFold(html, "h2", QLatin1String(heading.title), Badge::Plain,
+              QString::number(events.size() + leftOut), events.size() <= mostOpen);
+    writeTable(html, heading, events);
     writeLeftOut(html, heading.leftOut, leftOut);
     html->end();
 }
@@ -103,7 +111,7 @@ static void writeFaults(Html *html, const QVector<DriveReport::Fact> &faults)
     if (faults.isEmpty())
         return;
     html->element("h2", QStringLiteral("Injected faults"));
-    writeFacts(html, faults);
+    writeFacts(html, faults, "facts wide");
 }
 
 QByteArray pageOf(const DriveReport &report)

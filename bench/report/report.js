@@ -58,7 +58,7 @@ function showCursor(chart, seconds) {
   chart.cursor.setAttribute('x1', x);
   chart.cursor.setAttribute('x2', x);
   const value = valueAt(steps, seconds);
-  const shown = value === null ? 'unknown' : `${Number(value.toFixed(2))} ${unit}`.trim();
+  const shown = value === null ? 'unknown' : `${Number(value.toPrecision(4))} ${unit}`.trim();
   chart.output.textContent = `${shown} at ${timeText(seconds)}`;
 }
 

@@ -48,6 +48,17 @@ void writeBadge(Html *html, const char *tag, Badge badge, const QString &text)
     html->element(tag, text, {{"class", QLatin1String(classes[int(badge)])}});
 }
 
+void beginFold(Html *html, const char *headingTag, const QString &heading, Badge badge,
+               const QString &badgeText, bool isOpen)
+{
+    Html::Attributes attributes = {{"class", "panel"}};
+    if (isOpen)
+        attributes.append(Html::Attribute{"open", {}});
+    html->begin("details", attributes).begin("summary").element(headingTag, heading);
+    writeBadge(html, "span", badge, badgeText);
+    html->end();
+}
+
 QString momentText(qint64 ms, double step)
 {
     return timeTickText(double(ms) / 1000, step);
@@ -70,7 +81,7 @@ void writePicture(Html *html, const ReportPicture &picture)
     const QString data =
         QStringLiteral("data:image/png;base64,") + QString::fromLatin1(picture.png.toBase64());
     html->begin("figure", {{"class", "shot"}});
-    html->single("img", {{"src", data}, {"alt", picture.caption}, {"loading", "lazy"}});
+    html->single("img", {{"src", data}, {"alt", picture.caption}, {"decoding", "async"}});
     html->begin("figcaption");
     if (picture.ms >= 0) {
         writeMoment(html, picture.ms, 0.1);

@@ -25,6 +25,9 @@ QByteArray reportPage(const QString &title, const std::function<void(Html *html)
 // Parts of such a page.
 
 void writeBadge(Html *html, const char *tag, Badge badge, const QString &text);
+/** Begins a panel that can be closed, with a heading and a badge that stay visible. */
+void beginFold(Html *html, const char *headingTag, const QString &heading, Badge badge,
+               const QString &badgeText, bool isOpen);
 /** A moment as minutes and seconds, which leads to that moment of the curves. */
 void writeMoment(Html *html, qint64 ms, double step = 0.001);
 void writePicture(Html *html, const ReportPicture &picture);

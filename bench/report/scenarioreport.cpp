@@ -14,7 +14,9 @@ static void writeSummary(Html *html, const QVector<ScenarioResult> &results)
     html->element("h1", QStringLiteral("Scenarios"));
     html->element("p", madeBy(), {{"class", "secondary"}});
     html->begin("ul", {{"class", "badges"}});
-    writeBadge(html, "li", Badge::Good, QStringLiteral("%1 passed").arg(results.size() - failed));
+    const int passed = results.size() - failed;
+    writeBadge(html, "li", passed > 0 ? Badge::Good : Badge::Plain,
+               QStringLiteral("%1 passed").arg(passed));
     writeBadge(html, "li", failed > 0 ? Badge::Bad : Badge::Plain,
                QStringLiteral("%1 failed").arg(failed));
     writeBadge(html, "li", Badge::Plain, QStringLiteral("%1 s").arg(seconds, 0, 'f', 1));
@@ -50,7 +52,7 @@ static void writeStep(Html *html, const StepResult &step)
     html->element("td", QString::number(step.line), {{"class", "number"}});
     html->element("td", momentText(step.ms), {{"class", "number"}});
     html->begin("td").element("code", step.text).end();
-    html->begin("td");
+    html->begin("td", {{"class", hasFailed ? "" : "secondary"}});
     if (hasFailed)
         writeBadge(html, "span", Badge::Bad, QStringLiteral("failed"));
     html->text((hasFailed ? QStringLiteral(" ") : QString()) + outcomeOf(step)).end().end();
@@ -72,22 +74,17 @@ static void writeSteps(Html *html, const QVector<StepResult> &steps)
 static void writeScenario(Html *html, const ScenarioResult &result)
 {
     const bool hasFailed = !result.failures.isEmpty();
-    Html::Attributes attributes = {{"class", "panel"}};
-    if (hasFailed)
-        attributes.append(Html::Attribute{"open", {}});
-    html->begin("details", attributes).begin("summary");
-    html->element("h3", result.title);
-    writeBadge(html, "span", hasFailed ? Badge::Bad : Badge::Good,
-               hasFailed ? QStringLiteral("failed") : QStringLiteral("passed"));
-    html->end();
+    beginFold(html, "h3", result.title, hasFailed ? Badge::Bad : Badge::Good,
+              hasFailed ? QStringLiteral("failed") : QStringLiteral("passed"), hasFailed);
+    const QString name = QFileInfo(result.file).fileName(); // the page may be read elsewhere
     html->element("p",
                   QStringLiteral("%1, %2 expectations, %3 s")
-                      .arg(QFileInfo(result.file).fileName())
+                      .arg(name)
                       .arg(result.expectations)
                       .arg(result.seconds, 0, 'f', 1),
                   {{"class", "secondary"}});
     for (const QString &failure : result.failures)
-        html->begin("p").element("code", failure).end();
+        html->begin("p").element("code", QString(failure).replace(result.file, name)).end();
     if (!result.steps.isEmpty())
         writeSteps(html, result.steps);
     html->end();
