@@ -1,8 +1,10 @@
 #include "headlessrun.h"
 
 #include "options.h"
+#include "report/picturetrail.h"
 #include "results.h"
 #include "session/rig.h"
+#include "session/warnings.h"
 
 #include <QCoreApplication>
 
@@ -12,6 +14,8 @@
 HeadlessRun::HeadlessRun(const Options &options, Rig *rig)
     : m_options(options), m_rig(rig), m_drive(rig->session()->drive())
 {
+    if (!options.report.isEmpty())
+        prepareReport();
     connect(rig, &Rig::noticed, this,
             [](const QString &line) { std::fprintf(stderr, "%s\n", qPrintable(line)); });
     connect(m_drive, &module::Drive::positionChanged, this, &HeadlessRun::showProgress);
@@ -21,6 +25,12 @@ HeadlessRun::HeadlessRun(const Options &options, Rig *rig)
 }
 
 HeadlessRun::~HeadlessRun() = default;
+
+void HeadlessRun::prepareReport()
+{
+    m_trail = std::make_unique<PictureTrail>(m_rig);
+    Warnings::instance()->beginDrive(m_rig->session(), m_rig->unit()->windows());
+}
 
 void HeadlessRun::start()
 {
@@ -59,5 +69,5 @@ void HeadlessRun::end()
     disconnect(m_rig->session(), nullptr, this, nullptr);
     disconnect(&m_endRequest, nullptr, this, nullptr);
     m_rig->endReplay();
-    QCoreApplication::exit(writeResults(m_options, m_rig) ? 0 : 2);
+    QCoreApplication::exit(writeResults(m_options, m_rig, m_trail.get()) ? 0 : 2);
 }

@@ -4,6 +4,9 @@
 
 #include <QObject>
 
+#include <memory>
+
+class PictureTrail;
 class Rig;
 struct Options;
 
@@ -22,6 +25,7 @@ public:
     void start();
 
 private:
+    void prepareReport();
     void showProgress(qint64 ms);
     void stop();
     void end();
@@ -29,6 +33,7 @@ private:
     const Options &m_options;
     Rig *m_rig;
     module::Drive *m_drive;
+    std::unique_ptr<PictureTrail> m_trail; // for a report
     EndRequest m_endRequest;
     int m_lastPercent = -1;
 };

@@ -125,7 +125,7 @@ static int runWindow(const Options &options, Rig *rig)
     QString error;
     if (!options.gallery.isEmpty() && !window.writePictures(options.gallery, &error))
         return fail(error);
-    return writeResults(options, rig) ? Done : Unusable;
+    return writeResults(options, rig, window.pictureTrail()) ? Done : Unusable;
 }
 
 /** Before there is an application object. @return null for a module in this process, or an error */
@@ -157,7 +157,7 @@ static ScenarioResult playScenario(const Options &options, const Scenario &scena
         return result;
     rig.unit()->screen()->show();
     rig.begin(Replay::Beginning);
-    return ScenarioRun(scenario, options.gallery, &rig).play();
+    return ScenarioRun(scenario, options, &rig).play();
 }
 
 /** What Qt reads when the application object is made. */
@@ -206,7 +206,7 @@ int main(int argc, char *argv[])
     const ExitGuard guard;
     const Warnings warnings;
     night::apply(&application, options.style);
-    if (!options.headless)
+    if (!options.headless || !options.report.isEmpty())
         options.setup.journalLimit = Journal::usualLimit;
     Rig rig(options.setup);
     const bool isOpen = rig.load(options.plugin, &error) &&

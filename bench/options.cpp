@@ -189,17 +189,23 @@ bool Options::prepareResults(QString *error)
     setup.inputs = inputsOf(*this);
     if (setup.hasModuleProcess && !setup.record.isEmpty())
         setup.moduleRecord = moduleFile(setup.record);
-    if (!gallery.isEmpty() && !QDir().mkpath(gallery)) {
-        *error = notAFolder(gallery);
+    const std::pair<const char *, const QString &> folders[] = {{"gallery", gallery},
+                                                                {"report", report}};
+    for (const auto &[name, folder] : folders) {
+        if (folder.isEmpty() || QDir().mkpath(folder))
+            continue;
+        *error = notAFolder(QLatin1String(name), folder);
         return false;
     }
     QHash<QString, QString> options;
+    const QString page = reportFile();
     const std::pair<const char *, const QString &> files[] = {
         {"record", setup.record},
         {"module-process", setup.moduleRecord},
         {"log-can", setup.live.log},
         {"summary", summary},
-        {"junit", junit}};
+        {"junit", junit},
+        {"report", page}};
     for (const auto &[name, file] : files) {
         const QString option = QLatin1String(name);
         if (file.isEmpty())
@@ -221,9 +227,15 @@ bool Options::prepareResults(QString *error)
 output::InputFiles Options::filesInUse() const
 {
     output::InputFiles files = setup.inputs;
-    for (const QString &file : {setup.record, setup.moduleRecord, setup.live.log, summary, junit})
+    for (const QString &file :
+         {setup.record, setup.moduleRecord, setup.live.log, summary, junit, reportFile()})
         files.add(file);
     return files;
+}
+
+QString Options::reportFile() const
+{
+    return report.isEmpty() ? QString() : QDir(report).filePath(QStringLiteral("report.html"));
 }
 
 /** The value of --serve may be left out, which Qt's parser does not know. */

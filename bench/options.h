@@ -17,6 +17,7 @@ struct Options
     QString serve; ///< the bus on which the module is offered, empty for none
     QString gallery;
     QString summary;
+    QString report; ///< a folder for a page about the run
     QString plugin;
     QString platform;                 ///< of Qt, empty for its own choice
     QString style;                    ///< of the bench's own controls
@@ -54,4 +55,6 @@ struct Options
     bool prepareResults(QString *error);
     /** What the run reads, and its results: no picture and no saved scenario replaces them. */
     output::InputFiles filesInUse() const;
+    /** The page in the folder for it; empty for none. */
+    QString reportFile() const;
 };

@@ -36,9 +36,9 @@ QString notAFile(const QString &option, const QString &file)
     return QStringLiteral("--%1: expected a file that can be written, got '%2'").arg(option, file);
 }
 
-QString notAFolder(const QString &folder)
+QString notAFolder(const QString &option, const QString &folder)
 {
-    return QStringLiteral("--gallery: expected a folder that can be made, got '%1'").arg(folder);
+    return QStringLiteral("--%1: expected a folder that can be made, got '%2'").arg(option, folder);
 }
 
 bool Given::fail(const QString &message) const
@@ -88,6 +88,12 @@ bool Given::readFile(QString *file) const
            fail(notAFile(QLatin1String(option), *file));
 }
 
+bool Given::readFolder(QString *folder) const
+{
+    *folder = text();
+    return canBeMade(*folder) || fail(notAFolder(QLatin1String(option), *folder));
+}
+
 static bool readSpeed(const Given &given)
 {
     given.options->speedGiven = true;
@@ -116,13 +122,6 @@ static bool readPage(const Given &given)
     given.options->setup.page = int(page);
     given.options->setup.isPageGiven = true;
     return true;
-}
-
-static bool readGallery(const Given &given)
-{
-    given.options->gallery = given.text();
-    return given.text().isEmpty() || canBeMade(given.text()) ||
-           given.fail(notAFolder(given.text()));
 }
 
 static bool readRecordLimit(const Given &given)
@@ -250,7 +249,8 @@ static const OptionRow rows[] = {
         "Factor of real time, 0.1 to 100, or \"max\" (the default without a display).", readSpeed},
     {"duration", "SECONDS", nullptr, "Stop after this much drive time.", readDuration},
     {"window", "ID", nullptr, pagesInWords(), readPage},
-    {"gallery", "DIR", nullptr, "At the end, write a PNG of every page and notable state.", readGallery},
+    {"gallery", "DIR", nullptr, "At the end, write a PNG of every page and notable state.",
+        [](const Given &given) { return given.readFolder(&given.options->gallery); }},
     {"record", "FILE", nullptr, "Write everything that crosses the adaptor, both ways, as JSON lines.",
         [](const Given &given) { return given.readFile(&given.options->setup.record); }},
     {"record-limit", "MB", "512",
@@ -259,6 +259,10 @@ static const OptionRow rows[] = {
     {"summary", "FILE", nullptr,
         "At the end, write totals as JSON: drive time, signals, calls, frames, warnings.",
         [](const Given &given) { return given.readFile(&given.options->summary); }},
+    {"report", "DIR", nullptr,
+        "At the end, write a page to DIR/report.html: curves, pictures along the way, calls, warnings and "
+        "faults of the drive, or the steps of the scenarios.",
+        [](const Given &given) { return given.readFolder(&given.options->report); }},
     {"script", "FILE|DIR", nullptr,
         "Play a scenario, or all in a folder, and report which expectations fail; may be given several "
         "times. Pictures of failures are written to the folder of --gallery or to scenario-failures.",

@@ -24,6 +24,7 @@ struct Given
     bool readNumber(double lowest, double highest, double *value) const;
     bool readWholeNumber(double lowest, double highest, double *value) const;
     bool readFile(QString *file) const;
+    bool readFolder(QString *folder) const;
 };
 
 struct OptionRow
@@ -40,4 +41,4 @@ QVector<OptionRow> optionRows();
 
 // Messages for results that cannot be written.
 QString notAFile(const QString &option, const QString &file);
-QString notAFolder(const QString &folder);
+QString notAFolder(const QString &option, const QString &folder);

@@ -2,6 +2,7 @@
 
 #include "options.h"
 #include "outputfile.h"
+#include "report/drivecollector.h"
 #include "session/rig.h"
 #include "tools/gallery.h"
 
@@ -39,7 +40,15 @@ static bool writePictures(const Options &options, Rig *rig)
     return printed(error);
 }
 
-bool writeResults(const Options &options, Rig *rig)
+static bool writeReport(const Options &options, Rig *rig, const PictureTrail &trail)
+{
+    QString error;
+    output::writeResult(options.reportFile(), pageOf(reportOn(rig, trail)), options.setup.inputs,
+                        &error);
+    return printed(error);
+}
+
+bool writeResults(const Options &options, Rig *rig, const PictureTrail *trail)
 {
     Session *session = rig->session();
     session->finish();
@@ -51,6 +60,8 @@ bool writeResults(const Options &options, Rig *rig)
         writeSummary(options.summary, summary, options.setup.inputs, &error);
         isComplete = printed(error) && isComplete;
     }
+    if (!options.report.isEmpty()) // before the gallery, which changes what is on the screen
+        isComplete = writeReport(options, rig, *trail) && isComplete;
     if (!options.gallery.isEmpty())
         isComplete = writePictures(options, rig) && isComplete;
     return isComplete;

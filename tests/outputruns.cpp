@@ -1,7 +1,9 @@
 #include "live/canlog.h"
 #include "mem/settingsfunc.h"
+#include "outputfile.h"
 #include "recording.h"
 #include "recordingtools.h"
+#include "report/scenarioreport.h"
 #include "results.h"
 #include "scenario/suitereport.h"
 #include "tools/picturefile.h"
@@ -59,6 +61,13 @@ static QString junit(const QDir &folder)
     return error;
 }
 
+static QString report(const QDir &folder)
+{
+    QString error;
+    output::writeResult(folder.filePath("result"), pageOf(QVector<ScenarioResult>(1)), {}, &error);
+    return error;
+}
+
 static QString picture(const QDir &folder)
 {
     QImage image(16, 16, QImage::Format_RGB32);
@@ -88,7 +97,7 @@ struct Run
 static constexpr Run runs[] = {
     {"recording", record},     {"can-log", canLog}, {"cut", cut},
     {"summary", summary},      {"junit", junit},    {"picture", picture},
-    {"settings", saveSetting},
+    {"settings", saveSetting}, {"report", report},
 };
 
 int main(int argc, char *argv[])

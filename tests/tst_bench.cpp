@@ -112,7 +112,7 @@ void tst_Bench::badArguments_data()
          {"source",  "speed",  "duration", "window",   "gallery",  "record", "record-limit",
           "summary", "script", "junit",    "check",    "diff",     "cut",    "from",
           "to",      "trim",   "fault",    "seed",     "platform", "style",  "theme",
-          "scale",   "plugin", "ask",      "requests", "log-can"})
+          "scale",   "plugin", "ask",      "requests", "log-can",  "report"})
         QTest::addRow("--%s ''", option)
             << QStringList{QStringLiteral("--%1=").arg(option)} << ", got ''";
     for (const char *option : {"--ask=never", "--requests=5", "--log-can=seen.log"})
@@ -161,6 +161,9 @@ void tst_Bench::badArguments_data()
     QTest::newRow("gallery") << QStringList{"--gallery", "/proc/nothing"}
                              << "--gallery: expected a folder that can be made, got "
                                 "'/proc/nothing'";
+    QTest::newRow("report") << QStringList{"--report", "/proc/nothing"}
+                            << "--report: expected a folder that can be made, got "
+                               "'/proc/nothing'";
     QTest::newRow("part without a cut")
         << QStringList{"--from", "5"} << "--from: expected with --cut, got it alone";
     QTest::newRow("end without a cut")

@@ -70,7 +70,8 @@ void tst_Endings::init()
     for (const char *name : {"own.dbc", "own.json"})
         put(name, drive);
     QVERIFY(QFile::link(path("own.jsonl"), path("link.jsonl")));
-    QVERIFY(QFile::copy(path("own.jsonl"), path("r.1.jsonl")));
+    for (const char *name : {"r.1.jsonl", "report.html"})
+        QVERIFY(QFile::copy(path("own.jsonl"), path(name)));
 }
 
 void tst_Endings::resultsReplaceNoInput_data()
@@ -99,6 +100,7 @@ void tst_Endings::resultsReplaceNoInput_data()
                               << "own.dbc" + isRead;
     QTest::newRow("map") << car + "--summary own.json"
                          << "own.json" + isRead;
+    QTest::newRow("report") << "--source report.html --report ." << "report.html" + isRead;
     QTest::newRow("two results") << "--record new --summary new"
                                  << "--summary" + isWritten + "'new'";
     QTest::newRow("two results, one path") << "--record new --summary tmp/../new"

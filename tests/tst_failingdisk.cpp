@@ -66,6 +66,7 @@ void tst_FailingDisk::everyFailure_data()
         {"cut", "result", "old\n", false},
         {"summary", "result", "old\n", false},
         {"junit", "result", "old\n", false},
+        {"report", "result", "old\n", false},
         {"picture", "result", "old\n", false},
         {"settings", "media/flash/nvm/settings.ini", "[General]\nother=1\n", false},
     };

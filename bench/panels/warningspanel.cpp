@@ -41,14 +41,8 @@ WarningsPanel::WarningsPanel(const WindowStack *windows, QWidget *parent)
 
 void WarningsPanel::setSession(Session *session)
 {
-    if (Warnings *warnings = Warnings::instance()) {
-        const QPointer<const Session> current = session;
-        const QPointer<const WindowStack> windows = m_windows;
-        warnings->beginDrive([current, windows] {
-            return Warnings::Moment{current ? current->nowMs() : 0,
-                                    windows ? windows->currentWindow() : -1};
-        });
-    }
+    if (Warnings *warnings = Warnings::instance())
+        warnings->beginDrive(session, m_windows);
     Panel::setSession(session);
 }
 

@@ -228,7 +228,10 @@ bool Expectations::no(const QVariantList &words, QString *seen)
 {
     static const QHash<QString, Journal::Kind> kindOf = {
         {"call", Journal::Call}, {"signal", Journal::Signal}, {"sound", Journal::Sound}};
-    return find(kindOf.value(word(words, 1)), words.mid(1), m_mark, seen) < 0;
+    const bool isAbsent = find(kindOf.value(word(words, 1)), words.mid(1), m_mark, seen) < 0;
+    if (isAbsent)
+        seen->clear(); // others of its kind
+    return isAbsent;
 }
 
 bool Expectations::widget(const QVariantList &words, QString *seen)
@@ -239,8 +242,9 @@ bool Expectations::widget(const QVariantList &words, QString *seen)
         return false;
     }
     if (const WidgetState *state = stateOf(word(words, 1))) {
-        *seen = QStringLiteral("it is not");
-        return state->holds(widget);
+        const bool holds = state->holds(widget);
+        *seen = holds ? QString() : QStringLiteral("it is not");
+        return holds;
     }
     const QString property = word(words, 1);
     const bool contains = words.size() == 4;

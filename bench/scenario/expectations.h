@@ -18,7 +18,7 @@ public:
     void mark();
     /** How many warnings the scenario did not expect. */
     int unexpectedWarnings() const;
-    /** @param seen  the actual state, for a person */
+    /** @param seen  the actual state, for a person; empty where it is as expected without more */
     bool holds(const QVariantList &words, QString *seen);
 
 private:

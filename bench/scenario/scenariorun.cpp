@@ -1,6 +1,8 @@
 #include "scenario/scenariorun.h"
 
+#include "options.h"
 #include "pages.h"
+#include "report/reportpage.h"
 #include "screen.h"
 #include "session/rig.h"
 #include "session/session.h"
@@ -13,39 +15,16 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileInfo>
-#include <QJsonArray>
 #include <QTimer>
 
 static constexpr int patienceMs = 1000;
 static constexpr int pauseMs = 20;
+static constexpr QLatin1String expectWord("expect");
 
-QJsonObject ScenarioResult::toJson() const
-{
-    return {{"file", file},
-            {"title", title},
-            {"expectations", expectations},
-            {"seconds", seconds},
-            {"unusable", unusable},
-            {"failures", QJsonArray::fromStringList(failures)},
-            {"pictures", QJsonArray::fromStringList(pictures)}};
-}
-
-ScenarioResult ScenarioResult::fromJson(const QJsonObject &json)
-{
-    ScenarioResult result;
-    result.file = json.value("file").toString();
-    result.title = json.value("title").toString();
-    result.expectations = json.value("expectations").toInt();
-    result.seconds = json.value("seconds").toDouble();
-    result.unusable = json.value("unusable").toString();
-    result.failures = json.value("failures").toVariant().toStringList();
-    result.pictures = json.value("pictures").toVariant().toStringList();
-    return result;
-}
-
-ScenarioRun::ScenarioRun(const Scenario &scenario, const QString &gallery, Rig *rig)
+ScenarioRun::ScenarioRun(const Scenario &scenario, const Options &options, Rig *rig)
     : m_scenario(scenario)
-    , m_gallery(gallery)
+    , m_gallery(options.gallery)
+    , m_isReported(!options.report.isEmpty())
     , m_screen(rig->unit()->screen())
     , m_session(rig->session())
     , m_actions(rig->actions())
@@ -70,20 +49,29 @@ ScenarioResult ScenarioRun::play()
     clock.start();
     for (const ScenarioStep &step : m_scenario.steps) {
         driveTo(step.ms);
-        if (step.word == QLatin1String("expect"))
-            expect(step);
-        else if (step.word == QLatin1String("wait"))
-            settle(int(step.arguments[0].toDouble() * 1000));
-        else if (step.word == QLatin1String("picture"))
-            takeWantedPicture(step.arguments[0].toString());
-        else
-            perform(step);
+        m_result.steps.append(
+            {step.line, step.ms, step.text, step.word == expectWord, {}, {}, {}, {}});
+        playStep(step);
     }
+    if (!m_isReported)
+        m_result.steps.clear();
     if (!m_scenario.mayWarn && m_expectations.unexpectedWarnings() > 0)
         m_result.failures.append(QStringLiteral("%1: expected no warning, got %2")
                                      .arg(m_scenario.file, Warnings::first().join(", ")));
     m_result.seconds = double(clock.elapsed()) / 1000;
     return m_result;
+}
+
+void ScenarioRun::playStep(const ScenarioStep &step)
+{
+    if (step.word == expectWord)
+        expect(step);
+    else if (step.word == QLatin1String("wait"))
+        settle(int(step.arguments[0].toDouble() * 1000));
+    else if (step.word == QLatin1String("picture"))
+        takeWantedPicture(step.arguments[0].toString());
+    else
+        perform(step);
 }
 
 /** Drives up to a moment of the session at unlimited speed. */
@@ -102,11 +90,18 @@ void ScenarioRun::driveTo(qint64 ms)
     QCoreApplication::processEvents();
 }
 
+void ScenarioRun::beginActions()
+{
+    m_expectations.mark();
+    if (m_isReported)
+        m_before = m_screen->grab();
+}
+
 void ScenarioRun::perform(const ScenarioStep &step)
 {
     // What several actions in a row cause is expected after the last of them.
     if (m_hasExpected)
-        m_expectations.mark();
+        beginActions();
     m_hasExpected = false;
     QString error;
     if (!m_actions->perform(step.word, step.arguments, &error))
@@ -122,6 +117,7 @@ void ScenarioRun::expect(const ScenarioStep &step)
     patience.start();
     while (!m_expectations.holds(step.arguments, &seen)) {
         if (patience.hasExpired(patienceMs)) {
+            m_result.steps.last().seen = seen;
             fail(step,
                  QStringLiteral("%1, seen: %2")
                      .arg(QString(step.text).replace(0, 6, QStringLiteral("expected")), seen));
@@ -129,16 +125,29 @@ void ScenarioRun::expect(const ScenarioStep &step)
         }
         settle(pauseMs);
     }
+    m_result.steps.last().seen = seen;
 }
 
 void ScenarioRun::fail(const ScenarioStep &step, const QString &message)
 {
     m_result.failures.append(
         QStringLiteral("%1:%2: %3").arg(m_scenario.file, QString::number(step.line), message));
+    reportFailure(message);
     takePicture(
         m_gallery.isEmpty() ? QStringLiteral("scenario-failures") : m_gallery,
         QStringLiteral("%1-line-%2")
             .arg(QFileInfo(m_scenario.file).completeBaseName(), QString::number(step.line)));
+}
+
+void ScenarioRun::reportFailure(const QString &message)
+{
+    StepResult &step = m_result.steps.last();
+    step.failure = message;
+    if (!m_isReported)
+        return;
+    step.after = pictureForReport(m_screen->grab().toImage());
+    if (!m_before.isNull())
+        step.before = pictureForReport(m_before.toImage());
 }
 
 void ScenarioRun::takeWantedPicture(const QString &name)

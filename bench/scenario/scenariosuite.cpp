@@ -2,6 +2,7 @@
 
 #include "options.h"
 #include "outputfile.h"
+#include "report/scenarioreport.h"
 #include "runtimefolder.h"
 #include "scenario/suitereport.h"
 #include "tools/childprocess.h"
@@ -139,8 +140,10 @@ SuiteOutcome playScenarios(const Options &options, const Play &play, QString *er
     if (!options.setup.record.isEmpty() && scenarios.size() > 1)
         *error =
             QStringLiteral("--record: expected with one scenario, got %1").arg(scenarios.size());
-    if (!options.junit.isEmpty())
-        *error = output::refusal(options.junit, inputs);
+    for (const QString &file : {options.junit, options.reportFile()}) {
+        if (error->isEmpty() && !file.isEmpty())
+            *error = output::refusal(file, inputs);
+    }
     if (!error->isEmpty())
         return SuiteOutcome::Unusable;
     const QVector<ScenarioResult> results = playAll(scenarios, play, error);
@@ -149,6 +152,9 @@ SuiteOutcome playScenarios(const Options &options, const Play &play, QString *er
     const int failed = failedIn(results);
     std::printf("%d passed, %d failed\n", results.size() - failed, failed);
     if (!options.junit.isEmpty() && !writeJUnit(options.junit, results, inputs, error))
+        return SuiteOutcome::Unusable;
+    if (!options.report.isEmpty() &&
+        !output::writeResult(options.reportFile(), pageOf(results), inputs, error))
         return SuiteOutcome::Unusable;
     return failed > 0 ? SuiteOutcome::Failed : SuiteOutcome::Passed;
 }

@@ -37,7 +37,7 @@ void Replay::perform(const QString &word, const QVariantList &arguments)
     QCoreApplication::sendPostedEvents(); // the layout is as it was when recorded
     const bool isDone = m_actions->repeat(word, arguments, &error);
     QCoreApplication::sendPostedEvents(); // a touch opens a page with a posted event
-    emit performed();
+    emit performed(word, arguments);
     if (!isDone && m_failures++ < mostLines)
         emit failed(QStringLiteral("%1 s: %2: %3")
                         .arg(double(session->drive()->positionMs()) / 1000)

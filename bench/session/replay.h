@@ -19,7 +19,7 @@ public:
     ~Replay() override;
 
 signals:
-    void performed();
+    void performed(const QString &word, const QVariantList &arguments);
     /** An action could not be repeated, in one line. */
     void failed(const QString &line);
 

@@ -81,6 +81,7 @@ void Rig::replayActions(Replay::Extent extent)
 {
     m_replay = new Replay(&m_actions, extent, m_session.get());
     connect(m_replay, &Replay::failed, this, &Rig::noticed);
+    connect(m_replay, &Replay::performed, this, &Rig::repeated);
     if (extent == Replay::Beginning)
         connect(m_replay, &Replay::performed, this,
                 [this] { m_setup.page = m_unit.windows()->currentWindow(); });

@@ -52,6 +52,8 @@ public:
 signals:
     /** A session has begun and replaces the one before. */
     void sessionBegun(Session *session);
+    /** A recorded action was done again. */
+    void repeated(const QString &word, const QVariantList &arguments);
     /** A notice for the user, in one line. */
     void noticed(const QString &line);
 

@@ -1,5 +1,8 @@
 #include "session/warnings.h"
 
+#include "session/session.h"
+#include "windowstack.h"
+
 #include <QHash>
 #include <QPair>
 #include <QThread>
@@ -78,6 +81,14 @@ void Warnings::beginDrive(const std::function<Moment()> &moment)
     const std::lock_guard<std::mutex> lock(mutex);
     m_moment = moment;
     ++collected().drive;
+}
+
+void Warnings::beginDrive(const Session *session, const WindowStack *windows)
+{
+    beginDrive([session = QPointer<const Session>(session),
+                windows = QPointer<const WindowStack>(windows)] {
+        return Moment{session ? session->nowMs() : 0, windows ? windows->currentWindow() : -1};
+    });
 }
 
 int Warnings::drive() const

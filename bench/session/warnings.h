@@ -6,6 +6,9 @@
 
 #include <functional>
 
+class Session;
+class WindowStack;
+
 /**
  * The warnings of the process while it exists; there is one. Messages come from any thread, and
  * all of them are forwarded. Equal texts of a drive share an entry.
@@ -43,6 +46,8 @@ public:
 
     /** Begins a drive. @param moment  called in this object's thread */
     void beginDrive(const std::function<Moment()> &moment);
+    /** The same, at the moments of a session and the pages of a head unit. */
+    void beginDrive(const Session *session, const WindowStack *windows);
     int drive() const;
     QVector<Entry> entries() const;
     /** How many warnings are in no entry, because their texts came after the limit. */

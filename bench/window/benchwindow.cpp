@@ -11,6 +11,7 @@
 #include "panels/timerange.h"
 #include "panels/warningspanel.h"
 #include "plots/plotpanel.h"
+#include "report/picturetrail.h"
 #include "session/rewind.h"
 #include "session/rig.h"
 #include "session/touchrecorder.h"
@@ -60,6 +61,7 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     , m_scale(new QLabel)
     , m_commands(new Commands(this))
     , m_panels(new PanelDocks(this, m_view))
+    , m_trail(new PictureTrail(rig, this))
     , m_files(new FileCommands(options, rig, this))
     , m_drive(new DriveCommands(m_commands, m_actions, m_transport, m_rewind))
 {
@@ -172,6 +174,7 @@ void BenchWindow::connectFileCommands()
         m_files->toggleRecording();
     });
     m_commands->on("save-scenario", m_files, &FileCommands::chooseScenario);
+    m_commands->on("save-report", this, [this] { m_files->chooseReport(*m_trail); });
     m_commands->on("screenshot", m_files, [this] {
         const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
         m_files->savePicture(QDir(pictures).exists() ? pictures : QDir::homePath());

@@ -7,6 +7,7 @@ class Commands;
 class DriveCommands;
 class FileCommands;
 class PanelDocks;
+class PictureTrail;
 class QLabel;
 class QToolButton;
 class RecordingLabel;
@@ -37,6 +38,8 @@ public:
     /** Pictures of the bench with each of its panels. @param error  one line that names the file */
     bool writePictures(const QString &folder, QString *error);
     FileCommands *files() const { return m_files; }
+    /** The pictures for a report. */
+    const PictureTrail *pictureTrail() const { return m_trail; }
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -76,6 +79,7 @@ private:
     QLabel *m_scale;
     Commands *m_commands;
     PanelDocks *m_panels;
+    PictureTrail *m_trail;
     FileCommands *m_files;
     DriveCommands *m_drive;
     bool m_isAlone = false; ///< the screen, without panels and bars

@@ -28,6 +28,7 @@ static constexpr FixedRow fixedRows[] = {
     {"", "&File", "", "", ""},
     {"record", "&File", "Start &recording...", "Ctrl+R", "Start or stop a recording"},
     {"save-scenario", "&File", "&Save session as scenario...", "Ctrl+S", "Save the session as a scenario"},
+    {"save-report", "&File", "Save repor&t...", "Ctrl+T", "Save a report on the session"},
     {"screenshot", "&File", "Save &picture of the screen", "F12", "Save a picture of the unit's screen"},
     {"", "&File", "", "", ""},
     {"quit", "&File", "&Quit", "Ctrl+Q", "Quit"},

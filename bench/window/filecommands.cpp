@@ -3,6 +3,7 @@
 #include "live/liveports.h"
 #include "options.h"
 #include "outputfile.h"
+#include "report/drivecollector.h"
 #include "scenario/scenariowriter.h"
 #include "session/rig.h"
 #include "tools/picturefile.h"
@@ -106,6 +107,20 @@ bool FileCommands::saveScenario(const QString &file, QString *error) const
     const QString text =
         scenarioOf(m_rig->session()->journal(), setup, QFileInfo(file).completeBaseName());
     return output::writeResult(file, text.toUtf8(), filesInUse(), error);
+}
+
+void FileCommands::chooseReport(const PictureTrail &trail)
+{
+    const QString file = QFileDialog::getSaveFileName(
+        m_window, tr("Save a report"), QStringLiteral("report.html"), tr("Web pages (*.html)"));
+    QString error;
+    if (!file.isEmpty() && !saveReport(file, trail, &error))
+        QMessageBox::warning(m_window, tr("Save a report"), error);
+}
+
+bool FileCommands::saveReport(const QString &file, const PictureTrail &trail, QString *error) const
+{
+    return output::writeResult(file, pageOf(reportOn(m_rig, trail)), filesInUse(), error);
 }
 
 void FileCommands::toggleRecording()

@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+class PictureTrail;
 class QWidget;
 class Rig;
 struct Options;
@@ -20,6 +21,7 @@ public:
     void chooseDrive();
     void chooseCar();
     void chooseScenario();
+    void chooseReport(const PictureTrail &trail);
     /** Asks for a file and records to it, or ends the recording. */
     void toggleRecording();
     /**
@@ -32,6 +34,8 @@ public:
 
     /** Writes the session as a scenario. @param error  one line that names the file */
     bool saveScenario(const QString &file, QString *error) const;
+    /** Writes a page about the session so far. @param error  one line that names the file */
+    bool saveReport(const QString &file, const PictureTrail &trail, QString *error) const;
     /** @param error  one line that names the file */
     bool startRecording(const QString &file, QString *error);
     void stopRecording();
