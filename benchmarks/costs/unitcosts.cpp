@@ -57,7 +57,7 @@ static QByteArray pageName(int window)
     return pageWith(&Page::window, window)->name;
 }
 
-/** Once more while the frame of the signal before is still to come, and as the first of a frame. */
+/** As the first of a frame, at rest; and with a frame to come, while what it moves is moving. */
 static void measureSignal(MeasuredUnit *unit, const SignalSample &sample)
 {
     const QByteArray name = pageName(sample.page) + ": " + sample.name;
@@ -72,7 +72,9 @@ static void measureSignal(MeasuredUnit *unit, const SignalSample &sample)
     });
     passTime(settledMs);
     sample.first();
-    measure(name + ", emitted with a frame to come", sample.second);
+    passTime(2 * frameMs);
+    sample.second();
+    measure(name + ", emitted with a frame to come", sample.first);
     passTime(settledMs);
 }
 
