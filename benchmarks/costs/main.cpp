@@ -52,9 +52,10 @@ static QList<QByteArray> packages()
 {
     QProcess query;
     query.start(QStringLiteral("dpkg-query"),
-                {"-W", "-f=${Package} ${Version}\n", "fonts-liberation", "g++-12", "libc6",
-                 "libexpat1", "libfontconfig1", "libfreetype6", "libharfbuzz0b", "libpng16-16",
-                 "libqt5core5a", "libqt5gui5", "libqt5widgets5", "valgrind", "zlib1g"});
+                {"-W", "-f=${Package} ${Version}\n", "fontconfig-config", "fonts-liberation",
+                 "g++-12", "libc6", "libexpat1", "libfontconfig1", "libfreetype6", "libharfbuzz0b",
+                 "libpng16-16", "libqt5core5a", "libqt5gui5", "libqt5widgets5", "valgrind",
+                 "zlib1g"});
     query.waitForFinished(-1);
     return query.readAllStandardOutput().trimmed().split('\n');
 }
