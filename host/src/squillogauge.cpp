@@ -18,8 +18,10 @@ public:
     {
         animation.setDuration(animationMs);
         animation.setEasingCurve(QEasingCurve::OutCubic);
+        animation.setStartValue(0.0);
+        animation.setEndValue(1.0);
         connect(&animation, &QVariantAnimation::valueChanged, q,
-                [this](const QVariant &value) { show(value.toDouble()); });
+                [this](const QVariant &progress) { showOnTheWay(progress.toDouble()); });
     }
 
     double angleOf(double value) const;
@@ -27,6 +29,8 @@ public:
     QRect sectorBounds(double from, double to) const;
     QRegion uncovered(double from, double to) const;
     void show(double value);
+    void showOnTheWay(double progress) { show((1 - progress) * departure + progress * arrival); }
+    void moveTo(double value);
     void load(const QString &path, QString *current, QPixmap *pixmap);
 
     void drawNeedle(QPainter &painter) const;
@@ -45,7 +49,9 @@ public:
     int target = 0;
     bool hasValue = false;
     double shown = 0.0;
-    QVariantAnimation animation;
+    double departure = 0.0;
+    double arrival = 0.0;
+    QVariantAnimation animation; // of the part of the way that is done
 };
 
 double SQuilloGauge::Private::angleOf(double value) const
@@ -107,6 +113,17 @@ void SQuilloGauge::Private::show(double value)
     shown = value;
     if (q->isVisible() && !qFuzzyCompare(1000.0 + angleOf(before), 1000.0 + angleOf(value)))
         q->update(uncovered(before, value));
+}
+
+/** A needle that moves goes on from where it is: stopping and starting it anew costs far more. */
+void SQuilloGauge::Private::moveTo(double value)
+{
+    departure = shown;
+    arrival = value;
+    if (animation.state() == QAbstractAnimation::Running)
+        animation.setCurrentTime(0);
+    else
+        animation.start();
 }
 
 void SQuilloGauge::Private::load(const QString &path, QString *current, QPixmap *pixmap)
@@ -212,15 +229,13 @@ void SQuilloGauge::_setAnimationValue(int value)
     if (unchanged)
         return;
 
-    d->animation.stop();
     const double end = qBound(0, value, qMax(0, mixValue()));
-    if (!isVisible() || qFuzzyCompare(1.0 + end, 1.0 + d->shown)) {
-        d->show(end);
+    if (isVisible() && !qFuzzyCompare(1.0 + end, 1.0 + d->shown)) {
+        d->moveTo(end);
         return;
     }
-    d->animation.setStartValue(d->shown);
-    d->animation.setEndValue(end);
-    d->animation.start();
+    d->animation.stop();
+    d->show(end);
 }
 
 int SQuilloGauge::value() const

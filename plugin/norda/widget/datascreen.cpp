@@ -66,10 +66,12 @@ void DataScreen::connectLastReceiver()
         m_steps.last->connect(adaptor(), this);
 }
 
-void DataScreen::showTextsLiterally()
+void DataScreen::setUpLabels()
 {
-    for (QLabel *label : findChildren<QLabel *>())
+    for (QLabel *label : findChildren<QLabel *>()) {
         label->setTextFormat(Qt::PlainText);
+        label->setFixedSize(label->size());
+    }
 }
 
 QButtonGroup *DataScreen::groupCustomKeys(QAbstractButton *first, QAbstractButton *second)

@@ -97,8 +97,11 @@ protected:
 
     /** Makes the receiver that is to come after all steps. */
     void connectLastReceiver();
-    /** Texts come from the car: the form's labels show them letter for letter, never as markup. */
-    void showTextsLiterally();
+    /**
+     * Texts come from the car: the form's labels show them letter for letter, never as markup.
+     * Their size is the form's, so that a new text does not make the page look for another layout.
+     */
+    void setUpLabels();
     /** Makes a pair of keys the screen's module-defined ones, ids 0 and 1. */
     QButtonGroup *groupCustomKeys(QAbstractButton *first, QAbstractButton *second);
     /** Has texts that are too long scroll through, again and again. */

@@ -1,5 +1,7 @@
 #include "iconkey.h"
 
+#include "lazyicon.h"
+
 #include <QEvent>
 #include <QLabel>
 #include <QPainter>
@@ -30,6 +32,12 @@ static QPixmap faded(const QPixmap &live)
 IconKey::IconKey(QWidget *parent) : QPushButton(parent) {}
 
 IconKey::~IconKey() = default;
+
+void IconKey::setImages(const QStringList &paths)
+{
+    m_images = paths;
+    setIcon(QIcon(new LazyIcon(paths.value(0), paths.value(1))));
+}
 
 void IconKey::setCaption(QLabel *caption)
 {

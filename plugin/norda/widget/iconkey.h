@@ -16,9 +16,14 @@ namespace norda {
 class IconKey : public QPushButton
 {
     Q_OBJECT
+    /** Paths of two images, normal and pressed, which are decoded when they are shown first. */
+    Q_PROPERTY(QStringList images READ images WRITE setImages)
 public:
     explicit IconKey(QWidget *parent = nullptr);
     ~IconKey() override;
+
+    QStringList images() const { return m_images; }
+    void setImages(const QStringList &paths);
 
     /** Makes a label that lies over the key its caption: it lets touches through and fades too. */
     void setCaption(QLabel *caption);
@@ -31,6 +36,7 @@ private:
     void showCaption();
     QIcon fadedIcon();
 
+    QStringList m_images;
     QPointer<QLabel> m_caption;
     QIcon m_fadedIcon;
     qint64 m_fadedFrom = 0; // cache key of the icon that the faded one was made from

@@ -27,7 +27,7 @@ Vantiq_Climate_Widget::Vantiq_Climate_Widget(QWidget *parent)
     , m_form(std::make_unique<Ui_norda_vantiq_climate>())
 {
     m_form->setupUi(this);
-    showTextsLiterally();
+    setUpLabels();
     init_UI();
 
     receive(&VtqAdaptor::secondclimateType, &Screen::onSecondClimateType);

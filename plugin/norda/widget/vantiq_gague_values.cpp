@@ -12,6 +12,8 @@ enum Corner { TopLeft = 1, TopRight, BottomLeft, BottomRight };
 
 static const QString degrees = QStringLiteral(" ℉");
 static const QString percent = QStringLiteral(" %");
+static const QString rpmUnit = QStringLiteral(" RPM");
+static const QString error = QStringLiteral("Error");
 
 void Vantiq_Gaugue_Widget::onGaugeTitles(const QStringList &titles)
 {
@@ -28,9 +30,9 @@ void Vantiq_Gaugue_Widget::onCenterGaugeValue(const QString &value, const QStrin
                                               unsigned char position)
 {
     static constexpr int longest = 10;
-    const QString text = value.left(longest) + QLatin1Char(' ') + unit.left(longest);
-    autoLabelFontSize(m_form->Txt_center_value, text);
-    m_form->Txt_center_value->setText(text);
+    LabelText &text = m_values[centreGauge];
+    text.show(value.leftRef(longest), QLatin1Char(' '), unit.leftRef(longest));
+    autoLabelFontSize(text.label(), text.label()->text());
     m_gauges[centreGauge].gauge->_setAnimationValue(position);
 }
 
@@ -43,59 +45,59 @@ void Vantiq_Gaugue_Widget::onmNordacenterGaugeValue(const QString &value, const 
 
     const int rpm = value.toInt();
     const bool valid = rpm <= highest;
-    m_form->Txt_center_value->setText(valid ? value + QStringLiteral(" RPM")
-                                            : QStringLiteral("Error RPM"));
+    m_values[centreGauge].show(valid ? value : error, rpmUnit);
     m_gauges[centreGauge].gauge->_setAnimationValue(valid ? rpm / rpmPerStep : 0);
 }
 
-void Vantiq_Gaugue_Widget::showCorner(int index, const QString &text, int position)
+template <typename... Parts>
+void Vantiq_Gaugue_Widget::showCorner(int index, int position, const Parts &...text)
 {
-    m_values[index]->setText(text);
+    m_values[size_t(index)].show(text...);
     m_gauges[index].gauge->_setAnimationValue(position);
 }
 
 void Vantiq_Gaugue_Widget::onGaugeTLValue(const QString &value, unsigned char position)
 {
-    showCorner(TopLeft, value, position);
+    showCorner(TopLeft, position, value);
 }
 
 void Vantiq_Gaugue_Widget::onGaugeTRValue(const QString &value, unsigned char position)
 {
-    showCorner(TopRight, value, position);
+    showCorner(TopRight, position, value);
 }
 
 void Vantiq_Gaugue_Widget::onGaugeBLValue(const QString &value, unsigned char position)
 {
-    showCorner(BottomLeft, value, position);
+    showCorner(BottomLeft, position, value);
 }
 
 void Vantiq_Gaugue_Widget::onGaugeBRValue(const QString &value, unsigned char position)
 {
-    showCorner(BottomRight, value, position);
+    showCorner(BottomRight, position, value);
 }
 
 void Vantiq_Gaugue_Widget::onGaugeTLValueDual(const QString &value, const QString &unit,
                                               unsigned char position)
 {
-    showCorner(TopLeft, value + QLatin1Char(' ') + unit, position);
+    showCorner(TopLeft, position, value, QLatin1Char(' '), unit);
 }
 
 void Vantiq_Gaugue_Widget::onGaugeTRValueDual(const QString &value, const QString &unit,
                                               unsigned char position)
 {
-    showCorner(TopRight, value + QLatin1Char(' ') + unit, position);
+    showCorner(TopRight, position, value, QLatin1Char(' '), unit);
 }
 
 void Vantiq_Gaugue_Widget::onGaugeBLValueDual(const QString &value, const QString &unit,
                                               unsigned char position)
 {
-    showCorner(BottomLeft, value + QLatin1Char(' ') + unit, position);
+    showCorner(BottomLeft, position, value, QLatin1Char(' '), unit);
 }
 
 void Vantiq_Gaugue_Widget::onGaugeBRValueDual(const QString &value, const QString &unit,
                                               unsigned char position)
 {
-    showCorner(BottomRight, value + QLatin1Char(' ') + unit, position);
+    showCorner(BottomRight, position, value, QLatin1Char(' '), unit);
 }
 
 void Vantiq_Gaugue_Widget::onProperties_2Status(QList<int> properties)
@@ -109,34 +111,23 @@ void Vantiq_Gaugue_Widget::onProperties_2Status(QList<int> properties)
                       << properties.size();
         return;
     }
-    showProperty(TopLeft, properties[2], hottest, degrees);
-    showProperty(TopRight, properties[3], hottest, degrees);
-    showProperty(BottomLeft, properties[4], hottest, degrees);
-    showProperty(BottomRight, properties[5], fullLoad, percent);
+    showProperty(TopLeft, properties.at(2), hottest, degrees);
+    showProperty(TopRight, properties.at(3), hottest, degrees);
+    showProperty(BottomLeft, properties.at(4), hottest, degrees);
+    showProperty(BottomRight, properties.at(5), fullLoad, percent);
 }
 
 void Vantiq_Gaugue_Widget::showProperty(int index, int value, int maximum, const QString &unit)
 {
     if (value >= 0 && value <= maximum)
-        showCorner(index, QString::number(value) + unit, value);
+        showCorner(index, value, NumberText(unsigned(value)).text(), unit);
     else
-        m_values[index]->setText(QStringLiteral("Error") + unit);
+        m_values[size_t(index)].show(error, unit);
 }
 
 void Vantiq_Gaugue_Widget::autoLabelFontSize(QLabel *label, const QString &text)
 {
-    static constexpr int largest = 30;
-    QFont probe = label->font();
-    int pixels = largest;
-    for (; pixels > 1; --pixels) {
-        probe.setPixelSize(pixels);
-        if (QFontMetrics(probe).horizontalAdvance(text) <= label->width())
-            break;
-    }
-    // A fresh font on purpose: family and weight of the label's previous one are dropped.
-    QFont font;
-    font.setPixelSize(pixels);
-    label->setFont(font);
+    m_fontFit.fit(label, text);
 }
 
 void Vantiq_Gaugue_Widget::onCenterGaugeScale(const QString &first, const QStringList &rest)
@@ -161,8 +152,8 @@ void Vantiq_Gaugue_Widget::updateScale()
         QFont font = label->font();
         font.setPixelSize(layout.pixelSize);
         label->setFont(font);
-        label->setGeometry(layout.positions[i].x, layout.positions[i].y, layout.width,
-                           layout.height);
+        label->move(layout.positions[i].x, layout.positions[i].y);
+        label->setFixedSize(layout.width, layout.height);
     }
 }
 

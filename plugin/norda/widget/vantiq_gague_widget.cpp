@@ -55,7 +55,7 @@ Vantiq_Gaugue_Widget::Vantiq_Gaugue_Widget(QWidget *parent)
     , m_form(std::make_unique<Ui_norda_gauge>())
 {
     m_form->setupUi(this);
-    showTextsLiterally();
+    setUpLabels();
     m_settingsExe = new mem::SettingsExe(this);
     init();
 
@@ -143,7 +143,7 @@ void Vantiq_Gaugue_Widget::InitNordaUi()
 
     for (int index = 0; index < gaugeCount; ++index) {
         if (index != centreGauge)
-            m_values[index]->clear();
+            m_values[size_t(index)].label()->clear();
         m_titles[index]->setText(QString::fromLatin1(gaugeRow(index).title));
     }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "datascreen.h"
+#include "fontfit.h"
 #include "imagestore.h"
+#include "labeltext.h"
 
 #include <QList>
 #include <QRect>
@@ -91,7 +93,8 @@ public slots:
     void onGaugeTouch(bool pressed, int id);
 
 private:
-    void showCorner(int index, const QString &text, int position);
+    template <typename... Parts>
+    void showCorner(int index, int position, const Parts &...text);
     void showProperty(int index, int value, int maximum, const QString &unit);
 
     const std::unique_ptr<Ui_norda_gauge> m_form;
@@ -100,7 +103,8 @@ private:
     QList<SGauge> m_gauges;
     QButtonGroup *m_presetKeys = nullptr;
     QList<QLabel *> m_presetTexts;
-    QList<QLabel *> m_values;
+    std::array<LabelText, 5> m_values;
+    FontFit m_fontFit;
     QList<QLabel *> m_titles;
     QVector<QLabel *> m_scaleLabels;
     std::array<unsigned char, 5> m_styles{};

@@ -71,7 +71,7 @@ void Vantiq_Parking_Widget::init_UI()
     QPalette caution = m_blindStopLabel->palette();
     caution.setColor(QPalette::WindowText, QColor(0xFF, 0xB2, 0x24));
     m_blindStopLabel->setPalette(caution);
-    showTextsLiterally();
+    setUpLabels();
 
     m_customLabels = {m_form->Txt_P1, m_form->Txt_P2};
     scrollLongTexts({m_form->Txt_fork});

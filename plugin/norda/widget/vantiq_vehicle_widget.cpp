@@ -59,7 +59,7 @@ void Vantiq_Vehicle_Widget::init()
 
 void Vantiq_Vehicle_Widget::initUI()
 {
-    showTextsLiterally();
+    setUpLabels();
     m_doorLabels = {
         {0, m_form->icon_hood},
         {1, m_form->icon_trunk},
