@@ -9,7 +9,7 @@ board=build/board
 board_kernel_packages=linux-image-armmp,busybox-static
 board_base_packages=systemd-sysv,udev,dbus,kmod,iproute2,can-utils,adduser,libqt5widgets5,libqt5multimedia5,libqt5serialbus5,libqt5serialbus5-plugins,libqt5serialport5,fonts-liberation,fonts-dejavu-core
 # Those that read files which this board does not have: each is a process at every boot.
-board_without_generators="cryptsetup debug getty gpt-auto hibernate-resume integritysetup rc-local run
+board_without_generators="cryptsetup debug fstab getty gpt-auto hibernate-resume integritysetup rc-local run
     system-update sysv veritysetup"
 
 # board_step NAME INPUT COMMAND...: says and does it unless it was done with this input.
@@ -89,6 +89,8 @@ board_configure_root() {
     tar -C image/root --owner=0 --group=0 --mode=u=rwX,go=rX -c . | tar -C "$root" -x
     cp -r $board/kernel/lib/modules "$root/lib/"
     : >"$root/etc/machine-id"
+    ln -sf /etc/machine-id "$root/var/lib/dbus/machine-id"
+    rm -rf "$root/etc/fstab" "$root/var/log"/*
     mkdir -p "$root/var/lib/norda" "$root/var/log/norda" "$root/var/cache/norda-unit"
     while read -r service; do
         rm -f "$root/etc/systemd/system"/*.wants/"$service"
@@ -100,7 +102,7 @@ board_configure_root() {
     done
     ln -sf /lib/systemd/system/multi-user.target "$root/etc/systemd/system/default.target"
     chroot "$root" systemctl enable vcan0 norda-ecu norda-moduled norda-unit board-report \
-        serial-getty@ttyAMA0
+        board-console
     rm -rf "$root/packages" "$root/var/cache/apt" "$root/var/lib/apt/lists"/*
     touch "$root/etc/.updated" "$root/var/.updated"
 }
@@ -137,7 +139,7 @@ board_build() {
     board_step kernel "$board_kernel_packages" board_unpack_kernel
     board_step base "$board_base_packages" board_install_base
     board_step packages "$(board_hash packaging build/armhf/lib build/armhf/bin)" board_packages
-    board_step root "$(cat $board/base.stamp $board/packages.stamp) $(board_hash image)" board_make_root
+    board_step root "$(cat $board/base.stamp $board/packages.stamp) $(board_hash image/root image/masked image/build.sh)" board_make_root
     board_step first "$(cat $board/kernel.stamp) $(board_hash image/init image/splash.svg)" board_pack_first
     [ -f $board/data.img ] || board_make_data
 }

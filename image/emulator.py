@@ -15,11 +15,14 @@ import tty
 
 WIDTH, HEIGHT = 1280, 720
 FIRST_PAGE = "norda: first page"
-PROMPT = "norda-done"
 
 
 class BoardError(Exception):
     pass
+
+
+def split(mark):
+    return f"{mark[:3]}''{mark[3:]}"
 
 
 def connect(path):
@@ -76,8 +79,11 @@ class Board:
         return {"type": "btn", "data": {"button": "left", "down": down}}
 
     def log(self):
-        with open(self.path("serial.log"), errors="replace") as file:
-            return file.read()
+        try:
+            with open(self.path("serial.log"), errors="replace") as file:
+                return file.read()
+        except FileNotFoundError:  # not yet
+            return ""
 
     def wait(self, seconds):
         """Until the first page is on the display."""
@@ -90,26 +96,25 @@ class Board:
 
     def run(self, command, seconds=60):
         """Runs a command on the board. @return its output and exit code"""
+        begin, end = f"begin-{time.monotonic_ns()}", f"end-{time.monotonic_ns()}"
+        # The console echoes the line: in it the marks are cut in two.
+        line = f"echo {split(begin)}; ( {command}\n) 2>&1; echo {split(end)}:$?\n"
+        pattern = re.compile(begin + r"\n(.*)" + end + r":(\d+)\n", re.DOTALL)
         with connect(self.path("serial.sock")) as connection:
-            marker = f"{PROMPT}-{time.monotonic_ns()}"
-            half = len(marker) // 2  # the line itself, which is echoed, is not its answer
-            line = f"{{ {command}\n}} 2>&1; echo {marker[:half]}''{marker[half:]}:$?\n"
-            connection.sendall(("\n" + line).encode())
-            text = self.read_until(connection, re.compile(marker + r":(\d+)\r?\n"), seconds)
-        code = int(re.search(marker + r":(\d+)", text).group(1))
-        text = text[:text.index(marker + ":")].replace("\r", "")
-        return text[text.rindex(":$?\n") + 4:] if ":$?\n" in text else text, code
+            connection.sendall(line.encode())
+            found = self.read_until(connection, pattern, seconds)
+        return found.group(1), int(found.group(2))
 
     def read_until(self, connection, pattern, seconds):
         text, end = "", time.monotonic() + seconds
-        while not pattern.search(text):
+        while not (found := pattern.search(text)):
             ready, _, _ = select.select([connection], [], [], max(0, end - time.monotonic()))
             data = connection.recv(65536) if ready else b""
             if not data:
                 raise BoardError(f"expected an answer of the board within {seconds} s, got: "
                                  + text[-500:])
-            text += data.decode(errors="replace")
-        return text
+            text += data.decode(errors="replace").replace("\r", "")
+        return found
 
     def shell(self):
         """The serial console, until Ctrl-]."""
@@ -139,7 +144,9 @@ class Board:
                     connection.sendall(data)
 
     def stop(self):
-        self.run("systemctl poweroff --no-block")
+        with connect(self.path("serial.sock")) as connection:
+            connection.sendall(b"\nsystemctl poweroff\n")
+            time.sleep(1)
 
 
 def main(folder, action, *arguments):
