@@ -8,6 +8,7 @@
 #include "program/firstpaint.h"
 #include "program/lastpage.h"
 #include "program/servicemanager.h"
+#include "reversecamera.h"
 #include "runtimefolder.h"
 #include "serviceconnection.h"
 #include "soundoutput.h"
@@ -112,6 +113,7 @@ static int run(const Configuration &configuration)
     if (!open(unit.windows(), page))
         return fail(QStringLiteral("%1: expected a plugin with the page %2, found none")
                         .arg(configuration.plugin, pageText(page)));
+    const ReverseCamera reverseCamera(&unit);
     ServiceManager manager;
     reportTo(&manager, &unit);
     const EndRequest endRequest;
