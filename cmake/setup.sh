@@ -15,6 +15,7 @@ norda_packages_packages="lintian mmdebstrap doxygen"
 norda_packages_desktop="xvfb openbox xdotool x11-utils imagemagick"
 norda_packages_browser="chromium python3"
 norda_packages_armhf="crossbuild-essential-armhf qemu-user mmdebstrap"
+norda_packages_board="qemu-system-arm qemu-user-static binfmt-support arch-test e2fsprogs kmod cpio imagemagick python3"
 
 # What the board has, as far as building and testing need it.
 norda_sysroot_packages=qtbase5-dev,qttools5-dev,qtmultimedia5-dev,libqwt-qt5-dev,libqt5multimedia5-plugins,libqt5serialbus5-dev,libqt5serialbus5-plugins,libqt5serialport5-dev,fonts-liberation,fonts-dejavu-core

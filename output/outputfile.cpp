@@ -36,8 +36,8 @@ bool ResultFile::commit()
 GrowingFile::GrowingFile(const QString &path, const QByteArray &start, const InputFiles &inputs)
     : OutputFile(path, inputs, 0)
 {
-    if (write(start))
-        check(m_part.publish(m_inputs));
+    if (write(start) && check(m_part.sync()) && check(m_part.publish(m_inputs)))
+        m_part.startWriteThrough();
 }
 
 bool GrowingFile::rename(const QString &path)

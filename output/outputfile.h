@@ -66,7 +66,7 @@ public:
 
 /**
  * A file that others can read while it grows: each write is in the file when it returns, and
- * survives whatever ends the program.
+ * survives whatever ends the program. A power cut takes at most its last second.
  */
 class GrowingFile : public OutputFile
 {

@@ -15,31 +15,13 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace output {
 
-Descriptor &Descriptor::operator=(Descriptor &&other) noexcept
-{
-    std::swap(m_number, other.m_number);
-    return *this;
-}
-
-Descriptor::~Descriptor()
-{
-    if (isValid())
-        ::close(m_number);
-}
-
-int Descriptor::release()
-{
-    return std::exchange(m_number, -1);
-}
-
-static QString systemError()
+static QString systemError(int error = errno)
 {
     return QStringLiteral("expected a file that can be written: %1")
-        .arg(QString::fromLocal8Bit(std::strerror(errno)));
+        .arg(QString::fromLocal8Bit(std::strerror(error)));
 }
 
 static QString inUse()
@@ -207,12 +189,38 @@ QString PartFile::write(const QByteArray &content)
         done += count;
     }
     m_size += done;
-    return {};
+    return m_writeThrough ? noteChange() : QString();
 }
 
+/** What could not be written through before is known by now. */
+QString PartFile::noteChange()
+{
+    m_writeThrough->noteChange();
+    return m_writeThrough->error() == 0 ? QString() : systemError(m_writeThrough->error());
+}
+
+void PartFile::startWriteThrough()
+{
+    m_writeThrough = std::make_unique<WriteThrough>(m_file.number());
+}
+
+/** A failure is reported once for each file, so the thread's counts here. */
 QString PartFile::sync()
 {
+    const int error = m_writeThrough ? m_writeThrough->finish() : 0;
+    m_writeThrough.reset();
+    if (error != 0)
+        return systemError(error);
     return fsync(m_file.number()) == 0 ? QString() : systemError();
+}
+
+/** Without this a name that was given may be gone after a power cut. Not every file system can. */
+static QString syncFolderOf(const QByteArray &path)
+{
+    const QByteArray folder = path.left(path.lastIndexOf('/') + 1) + '.';
+    const Descriptor opened = openFile(folder, O_RDONLY | O_DIRECTORY);
+    const bool isSynced = !opened.isValid() || fsync(opened.number()) == 0 || errno == EINVAL;
+    return isSynced ? QString() : systemError();
 }
 
 QString PartFile::publish(const InputFiles &inputs)
@@ -224,7 +232,7 @@ QString PartFile::publish(const InputFiles &inputs)
         return systemError();
     m_current = m_target;
     m_isPublished = true;
-    return {};
+    return syncFolderOf(m_target);
 }
 
 QString PartFile::rename(const QString &path, const InputFiles &inputs)
@@ -236,7 +244,7 @@ QString PartFile::rename(const QString &path, const InputFiles &inputs)
     if (::rename(m_current.constData(), target.constData()) != 0)
         return systemError();
     m_current = target;
-    return {};
+    return syncFolderOf(target);
 }
 
 QString PartFile::close()

@@ -1,28 +1,16 @@
 #pragma once
 
+#include "descriptor.h"
+#include "writethrough.h"
+
 #include <QByteArray>
 #include <QString>
+
+#include <memory>
 
 namespace output {
 
 class InputFiles;
-
-/** A file descriptor that closes itself. */
-class Descriptor
-{
-public:
-    explicit Descriptor(int number = -1) : m_number(number) {}
-    Descriptor(Descriptor &&other) noexcept : m_number(other.release()) {}
-    Descriptor &operator=(Descriptor &&other) noexcept;
-    ~Descriptor();
-
-    int number() const { return m_number; }
-    bool isValid() const { return m_number >= 0; }
-    int release();
-
-private:
-    int m_number;
-};
 
 /**
  * The file that an output is written to before it gets its name, and the system calls for it. Each
@@ -39,7 +27,9 @@ public:
     qint64 size() const { return m_size; }
     QString write(const QByteArray &content);
     QString sync();
-    /** Gives the file its name. */
+    /** From here on, what is written reaches the disk within a second. */
+    void startWriteThrough();
+    /** Gives the file its name, which is on the disk when this returns. */
     QString publish(const InputFiles &inputs);
     /** Gives it another one. */
     QString rename(const QString &path, const InputFiles &inputs);
@@ -51,12 +41,14 @@ private:
     enum class Attempt { Done, Busy, Failed };
     Attempt tryOpen(const InputFiles &inputs, QString *problem);
     Attempt lockTarget(QString *problem);
+    QString noteChange();
 
     QByteArray m_target;  // with links resolved
     QByteArray m_current; // the name that the file has now
     Descriptor m_file;
     qint64 m_size = 0;
     bool m_isPublished = false;
+    std::unique_ptr<WriteThrough> m_writeThrough; // null for a file that is written in one go
 };
 
 } // namespace output

@@ -40,13 +40,21 @@ norda_package(bench norda-bench
     SECTION devel
     DEPENDS "${runtime}, norda-host ${same}, norda-plugin ${same}, ${car}, ${qt}, libqt5multimedia5 (>= 5.15), libqwt-qt5-6 (>= 6.1.4), dbus-daemon, fonts-liberation, fonts-dejavu-core"
     SUMMARY "drive and observe a head unit plugin on a desk"
-    TEXT "Loads the plugin as a head unit does and drives it with a simulated car, a\nconnected one, or recorded drives: OBD-II exports, candump logs and its own\nrecordings. norda-ecu is the other end of the cable of a live car.")
+    TEXT "Loads the plugin as a head unit does and drives it with a simulated car, a\nconnected one, or recorded drives: OBD-II exports, candump logs and its own\nrecordings.")
+norda_package(ecu norda-ecu
+    SECTION devel
+    DEPENDS "${runtime}, ${car}"
+    SUMMARY "a car on a CAN bus, or an ELM327 adapter in one"
+    TEXT "The other end of the cable of a live car, for developing and testing what\nreads it: control units that answer OBD-II requests on a CAN bus, and an\nadapter on a pseudo terminal or a TCP port.")
 norda_package(moduled norda-moduled
     SECTION misc
     DEPENDS "${runtime}, ${car}, adduser, default-dbus-system-bus | dbus-system-bus"
     CONTROL "${CMAKE_CURRENT_LIST_DIR}/moduled/postinst" "${CMAKE_CURRENT_LIST_DIR}/moduled/postrm"
     SUMMARY "vehicle module of a head unit, as a service on D-Bus"
     TEXT "The module that a head unit shows: a connected car by OBD-II or its own CAN\nframes, a recorded drive, or a simulated car. It needs no display. Only its\nuser may serve on the system bus, only members of its group may talk to it.")
+
+# What a board's packages hold
+add_custom_target(norda_board DEPENDS nordaPlugin norda_icons norda-unit norda-moduled norda-ecu)
 
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.desktop" DESTINATION share/applications
     COMPONENT bench)
@@ -57,7 +65,7 @@ install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-bench.svg"
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/unit.conf" DESTINATION /etc/norda COMPONENT unit)
 install(FILES "${CMAKE_CURRENT_LIST_DIR}/norda-unit.service" DESTINATION lib/systemd/system
     COMPONENT unit)
-foreach(pair "norda-bench bench" "norda-ecu bench" "norda-moduled moduled" "norda-unit unit")
+foreach(pair "norda-bench bench" "norda-ecu ecu" "norda-moduled moduled" "norda-unit unit")
     separate_arguments(pair)
     list(POP_FRONT pair program component)
     set(page "${PROJECT_BINARY_DIR}/packaging/${program}.1.gz")

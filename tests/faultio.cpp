@@ -4,10 +4,10 @@
  *   NORDA_FAULTIO=CALL:N:FAULT     what fails
  *   NORDA_FAULTIO_FOLDER=/path     only files below it are concerned
  *
- * CALL is open (for writing), write, fsync, rename or close, and N the call that fails, from 1. As
- * "bytes", N is the room on the disk: what is written beyond it fails. FAULT is ENOSPC or EROFS,
- * which last, EIO, which happens once, "short" (a write that takes half) or "slow". What it did is
- * reported on standard error.
+ * CALL is open (for writing), write, fsync, fdatasync, rename or close, and N the call that fails,
+ * from 1. As "bytes", N is the room on the disk: what is written beyond it fails. FAULT is ENOSPC
+ * or EROFS, which last, EIO, which happens once, "short" (a write that takes half) or "slow". What
+ * it did is reported on standard error.
  */
 #include <algorithm>
 #include <cerrno>
@@ -145,6 +145,12 @@ extern "C" int fsync(int file)
 {
     const Kind *kind = isBelowFolder(file) ? due("fsync") : nullptr;
     return kind ? fail<int>(kind) : original<int(int)>("fsync")(file);
+}
+
+extern "C" int fdatasync(int file)
+{
+    const Kind *kind = isBelowFolder(file) ? due("fdatasync") : nullptr;
+    return kind ? fail<int>(kind) : original<int(int)>("fdatasync")(file);
 }
 
 extern "C" int rename(const char *from, const char *to)

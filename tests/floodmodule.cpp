@@ -1,4 +1,6 @@
 // A module that sends a hundred thousand signals a second for two seconds, and then one last value.
+// In the middle of it reverse gear is selected; it prints when, in milliseconds of the clock that
+// all processes share.
 
 #include "interface.h"
 #include "wirevalues.h"
@@ -7,7 +9,10 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QElapsedTimer>
 #include <QTimer>
+
+#include <cstdio>
 
 class FloodModule : public QDBusVirtualObject
 {
@@ -23,10 +28,8 @@ public:
     /** The flood begins when a unit has the snapshot. */
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
-        const QVariant state = QVariant::fromValue(
-            QVector<bus::Record>{{QStringLiteral("batteryVoltage"), {QString::number(m_sent)}}});
         if (message.member() == QLatin1String(bus::snapshotMethod)) {
-            m_bus.send(message.createReply({m_isOver ? lastState() : state}));
+            m_bus.send(message.createReply({state()}));
             if (!m_isOver)
                 m_timer.start();
         } else if (message.member() == QLatin1String(bus::missingValuesMethod)) {
@@ -38,36 +41,52 @@ public:
     }
 
 private:
-    static QVariant lastState()
+    QString voltage() const { return m_isOver ? QStringLiteral("last") : QString::number(m_sent); }
+
+    QVariant state() const
     {
         return QVariant::fromValue(
-            QVector<bus::Record>{{QStringLiteral("batteryVoltage"), {QStringLiteral("last")}}});
+            QVector<bus::Record>{{QStringLiteral("batteryVoltage"), {voltage()}},
+                                 {QStringLiteral("checkGearPositionStatus"), {m_gear}}});
     }
 
     void flood()
     {
         static constexpr int inATurn = 1000;
         static constexpr int all = 200000;
-        for (int i = 0; i < inATurn; ++i)
-            send(QString::number(m_sent++));
+        for (int i = 0; i < inATurn; ++i, ++m_sent)
+            send("batteryVoltage", voltage());
+        if (m_sent == all / 2)
+            selectReverse();
         if (m_sent < all)
             return;
         m_isOver = true;
         m_timer.stop();
-        send(QStringLiteral("last"));
+        send("batteryVoltage", voltage());
     }
 
-    void send(const QString &voltage)
+    void selectReverse()
+    {
+        QElapsedTimer clock;
+        clock.start();
+        m_gear = QVariant::fromValue(uchar(1));
+        send("checkGearPositionStatus", m_gear);
+        std::printf("reverse %lld\n", static_cast<long long>(clock.msecsSinceReference()));
+        std::fflush(stdout);
+    }
+
+    void send(const char *signal, const QVariant &value)
     {
         QDBusMessage message = QDBusMessage::createSignal(
-            QLatin1String(bus::objectPath), QLatin1String(bus::interfaceName), "batteryVoltage");
-        message << voltage;
+            QLatin1String(bus::objectPath), QLatin1String(bus::interfaceName), signal);
+        message << value;
         m_bus.send(message);
     }
 
     QDBusConnection m_bus;
     QTimer m_timer;
     int m_sent = 0;
+    QVariant m_gear = QVariant::fromValue(uchar(2));
     bool m_isOver = false;
 };
 

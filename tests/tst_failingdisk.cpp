@@ -15,6 +15,8 @@ private slots:
     void everyFailure_data();
     void everyFailure();
     void slowDisk();
+    void diskFailsAfterTheWrite_data();
+    void diskFailsAfterTheWrite();
 
 private:
     QString path(const QString &name) const { return m_folder.filePath(name); }
@@ -128,6 +130,27 @@ void tst_FailingDisk::slowDisk()
     const ProgramResult result = run("recording", "write:2:slow");
     QCOMPARE(result.exitCode, 0);
     QVERIFY(result.err.contains("faultio: injected"));
+}
+
+void tst_FailingDisk::diskFailsAfterTheWrite_data()
+{
+    QTest::addColumn<QString>("kind");
+    for (const char *kind : {"recording", "can-log"})
+        QTest::newRow(kind) << kind;
+}
+
+/** The file seems whole, and is not on the disk. */
+void tst_FailingDisk::diskFailsAfterTheWrite()
+{
+    if (!testpaths::emulator().isEmpty())
+        QSKIP("an emulator would preload the library itself");
+    QFETCH(QString, kind);
+    prepare("result", "old\n");
+    const ProgramResult result = run(kind, "fdatasync:1:EIO");
+    QVERIFY2(result.err.contains("faultio: injected"), qPrintable(result.err));
+    QVERIFY2(result.err.contains(path("result") + ": expected a file that can be written"),
+             qPrintable(result.err));
+    QCOMPARE(result.exitCode, 1);
 }
 
 NORDA_TEST_MAIN(tst_FailingDisk)

@@ -10,17 +10,25 @@
 namespace unitsettings {
 
 static const QString factorySettings = QStringLiteral("/media/flash/nvm/factory/settings.ini");
+static const QString cameraInputKey = QStringLiteral("CameraInput");
 static const QString lastPageKey = QStringLiteral("UnitLastPage");
 
 void stateCameraInput()
 {
     static constexpr int unstated = -1;
     static constexpr int rear = 1;
-    static const QString key = QStringLiteral("CameraInput");
     const QSignalBlocker silent(CallLog::instance());
     mem::SettingsExe *saver = mem::SettingsUtil::instance()->getSaver();
-    if (saver->getValue(key, factorySettings, unstated) == unstated)
-        saver->setOtherPathValue(key, factorySettings, 0, rear, true);
+    if (saver->getValue(cameraInputKey, factorySettings, unstated) == unstated)
+        saver->setOtherPathValue(cameraInputKey, factorySettings, 0, rear, true);
+}
+
+bool hasRearCamera()
+{
+    const QSignalBlocker silent(CallLog::instance());
+    const mem::SettingsExe *saver = mem::SettingsUtil::instance()->getSaver();
+    return saver->getValue(cameraInputKey, factorySettings, 0) != 0 &&
+           saver->getValue(QStringLiteral("RearInput"), factorySettings, true);
 }
 
 bool prefersSplit()

@@ -10,6 +10,8 @@ namespace unitsettings {
 
 /** States that the unit has a rear camera, unless its owner has stated otherwise. */
 void stateCameraInput();
+/** Whether there is a rear camera to show. */
+bool hasRearCamera();
 /** Whether the camera opens beside what matters on the page. */
 bool prefersSplit();
 /** Which page was open last, in the words of who keeps it; empty for none. */

@@ -180,11 +180,18 @@ void WindowStack::toggleSplit()
     invokeIfThere(currentPage(), "onSplitClicked");
 }
 
+void WindowStack::closeCamera()
+{
+    if (!m_screen->isCameraShown())
+        return;
+    m_screen->showCamera(false);
+    invokeIfThere(currentPage(), "resume");
+}
+
 void WindowStack::back()
 {
     if (m_screen->isCameraShown()) {
-        m_screen->showCamera(false);
-        invokeIfThere(currentPage(), "resume");
+        closeCamera();
         return;
     }
     if (m_stack.size() < 2 || window(currentWindow())->backEvent() == 0)

@@ -34,6 +34,10 @@ public slots:
     /** Opens a page as its key on the navigation bar does. */
     void openWindow(int id);
     void back();
+    /** Over the open page, which stays the open one. */
+    void openCamera();
+    /** Where the camera is open, the page below it resumes. */
+    void closeCamera();
     /** A hardware key: the open window may use it. @return whether it did */
     bool pressKey(int key);
     /** The unit's own key for the split view, which the open page may handle. */
@@ -49,7 +53,6 @@ signals:
 private:
     void onTouched(int code);
     void bringToFront(int id);
-    void openCamera();
     void leave(int id);
     void enter(int id);
     void bindPage(QWidget *page, int id);

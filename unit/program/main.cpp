@@ -8,6 +8,7 @@
 #include "program/firstpaint.h"
 #include "program/lastpage.h"
 #include "program/servicemanager.h"
+#include "reversecamera.h"
 #include "runtimefolder.h"
 #include "serviceconnection.h"
 #include "soundoutput.h"
@@ -43,6 +44,9 @@ static void prepareEnvironment(const Configuration &configuration)
 {
     if (!configuration.data.isEmpty())
         qputenv("NORDA_HOST_ROOT", QFile::encodeName(configuration.data));
+    // The pages give their letters' sizes in points, and their places in pixels.
+    if (!qEnvironmentVariableIsSet("QT_FONT_DPI"))
+        qputenv("QT_FONT_DPI", "96");
     qputenv("QT_QPA_NO_SIGNAL_HANDLER", "1"); // Qt's own would end the program at once
     const QByteArray hidesCursor = configuration.showsCursor ? "0" : "1";
     qputenv("QT_QPA_FB_HIDECURSOR", hidesCursor);
@@ -112,6 +116,7 @@ static int run(const Configuration &configuration)
     if (!open(unit.windows(), page))
         return fail(QStringLiteral("%1: expected a plugin with the page %2, found none")
                         .arg(configuration.plugin, pageText(page)));
+    const ReverseCamera reverseCamera(&unit);
     ServiceManager manager;
     reportTo(&manager, &unit);
     const EndRequest endRequest;

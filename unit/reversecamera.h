@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QObject>
+
+class HeadUnit;
+
+/**
+ * Shows the rear camera while the module reports reverse gear, over whatever page is open. The
+ * driver may close it or open another page meanwhile; it then stays closed until reverse gear is
+ * selected again.
+ */
+class ReverseCamera : public QObject
+{
+    Q_OBJECT
+public:
+    explicit ReverseCamera(HeadUnit *unit);
+    ~ReverseCamera() override;
+
+private:
+    void onGear(int gear);
+    void show();
+
+    HeadUnit *m_unit;
+    bool m_isReverse = false;
+    bool m_hasOpened = false; // not the driver
+};
