@@ -1,6 +1,6 @@
-// A module that sends a hundred thousand signals a second for two seconds, and then one last value.
-// In the middle of it reverse gear is selected; it prints when, in milliseconds of the clock that
-// all processes share.
+// A module that floods a unit for two seconds, and then sends one last value. In the middle of it
+// reverse gear is selected; it prints when, in milliseconds of the clock that all processes share.
+//   floodmodule BUS SIGNALS-A-SECOND
 
 #include "interface.h"
 #include "wirevalues.h"
@@ -17,9 +17,10 @@
 class FloodModule : public QDBusVirtualObject
 {
 public:
-    explicit FloodModule(const QDBusConnection &bus) : m_bus(bus)
+    FloodModule(const QDBusConnection &bus, int aSecond)
+        : m_bus(bus), m_inATurn(aSecond / turnsASecond)
     {
-        m_timer.setInterval(10);
+        m_timer.setInterval(1000 / turnsASecond);
         connect(&m_timer, &QTimer::timeout, this, &FloodModule::flood);
     }
 
@@ -52,13 +53,12 @@ private:
 
     void flood()
     {
-        static constexpr int inATurn = 1000;
-        static constexpr int all = 200000;
-        for (int i = 0; i < inATurn; ++i, ++m_sent)
+        for (int i = 0; i < m_inATurn; ++i, ++m_sent)
             send("batteryVoltage", voltage());
-        if (m_sent == all / 2)
+        ++m_turns;
+        if (m_turns == turnsASecond)
             selectReverse();
-        if (m_sent < all)
+        if (m_turns < 2 * turnsASecond)
             return;
         m_isOver = true;
         m_timer.stop();
@@ -83,8 +83,12 @@ private:
         m_bus.send(message);
     }
 
+    static constexpr int turnsASecond = 100;
+
     QDBusConnection m_bus;
+    const int m_inATurn;
     QTimer m_timer;
+    int m_turns = 0;
     int m_sent = 0;
     QVariant m_gear = QVariant::fromValue(uchar(2));
     bool m_isOver = false;
@@ -94,9 +98,10 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     bus::registerWireTypes();
-    QDBusConnection bus = QDBusConnection::connectToBus(QCoreApplication::arguments().value(1),
-                                                        QStringLiteral("flood"));
-    FloodModule module(bus);
+    const QStringList arguments = QCoreApplication::arguments();
+    QDBusConnection bus =
+        QDBusConnection::connectToBus(arguments.value(1), QStringLiteral("flood"));
+    FloodModule module(bus, arguments.value(2).toInt());
     bus.registerVirtualObject(QLatin1String(bus::objectPath), &module);
     return bus.registerService(QLatin1String(bus::serviceName)) ? QCoreApplication::exec() : 2;
 }

@@ -282,7 +282,8 @@ void tst_UnitAndModule::moduleIsFrozen()
 
 void tst_UnitAndModule::moduleFloods()
 {
-    m_module = std::make_unique<StartedProgram>(QStringLiteral("floodmodule"), m_bus->address());
+    m_module = std::make_unique<StartedProgram>(QStringLiteral("floodmodule"),
+                                                m_bus->address() + QStringLiteral(" 100000"));
     startUnit();
     TRY_STATE(Connected);
     const qint64 beforeKb = residentKb();
