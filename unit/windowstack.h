@@ -50,6 +50,7 @@ private:
     void onTouched(int code);
     void bringToFront(int id);
     void openCamera();
+    void passLanguage();
     void leave(int id);
     void enter(int id);
     void bindPage(QWidget *page, int id);

@@ -12,6 +12,7 @@
 #include "serviceconnection.h"
 #include "soundoutput.h"
 #include "standardstreams.h"
+#include "translator.h"
 
 #include <QApplication>
 #include <QFile>
@@ -95,10 +96,19 @@ static void reportTo(ServiceManager *manager, const HeadUnit *unit)
     report();
 }
 
+static void setLanguage(UnitLanguage *language, const Configuration &configuration)
+{
+    if (configuration.language.isEmpty())
+        language->restore();
+    else
+        Translator::instance()->setLanguage(configuration.language);
+}
+
 static int run(const Configuration &configuration)
 {
     ServiceConnection::instance()->setAddress(configuration.module);
     HeadUnit unit;
+    setLanguage(unit.language(), configuration);
     SoundOutput sound(unit.audio());
     QString error;
     if (!unit.load(configuration.plugin, &error))
