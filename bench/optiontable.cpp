@@ -3,6 +3,8 @@
 #include "drive.h"
 #include "options.h"
 #include "recording.h"
+#include "translator.h"
+#include "unitlanguage.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -156,6 +158,13 @@ static bool readTrim(const Given &given)
            given.failExpecting(QStringLiteral("'full', 'no-rear' or 'manual'"));
 }
 
+static bool readLanguage(const Given &given)
+{
+    given.options->setup.language = given.text();
+    return Translator::languages().contains(given.text()) ||
+           given.failExpecting(UnitLanguage::expected());
+}
+
 static bool readFaults(const Given &given)
 {
     for (const QString &fault : given.values) {
@@ -281,6 +290,7 @@ static const OptionRow rows[] = {
         [](const Given &given) { return readMoment(given, given.options->fromMs, &given.options->toMs); }},
     {"trim", "NAME", "full", "Equipment of the simulated car: \"full\", \"no-rear\" or \"manual\" climate.",
         readTrim},
+    {"language", "NAME", nullptr, "Language of the unit: en, de, fr or es; without it the system's.", readLanguage},
     {"fault", "NAME[:X]", nullptr,
         "Inject a fault into what the module sends; may be given several times. \"late-start:5\" and "
         "\"restart:60\" take seconds; \"silence\", \"flood\", \"duplicate\", \"reorder\", \"range\" and "

@@ -59,6 +59,13 @@ public:
             {"scale/two", "scale/direct", 0},
             {"startup/page", "startup/empty_window", 0},
             {"startup/page", "startup/texts", 0},
+            {"widgets/burst", "quick/burst", 0},
+            {"widgets/memory_own", "quick/memory_own", 0},
+            {"widgets/memory_pss", "quick/memory_pss", 0},
+            {"widgets/memory_rss", "quick/memory_rss", 0},
+            {"widgets/start", "quick/start", 0},
+            {"widgets/start_clock", "quick/start_clock", 0},
+            {"widgets/step", "quick/step", 0},
         };
         std::printf("\n");
         for (const auto &ratio : ratios) {

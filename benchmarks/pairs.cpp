@@ -1,9 +1,8 @@
 #include "pairs.h"
 
 #include <algorithm>
-#include <vector>
 
-static double median(std::vector<double> values)
+double median(std::vector<double> values)
 {
     const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());

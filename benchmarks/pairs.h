@@ -3,6 +3,9 @@
 #include <benchmark/benchmark.h>
 
 #include <functional>
+#include <vector>
+
+double median(std::vector<double> values);
 
 /** A round of a loop. @return what a step has taken of the processor, in seconds */
 using Round = std::function<double()>;

@@ -6,7 +6,7 @@ norda_packages_base="g++ cmake ninja-build ccache qtbase5-dev qttools5-dev qttoo
 # Clocks that jump, other ways to write a number, buses of their own, a module in another language
 norda_packages_tests="faketime locales dbus-daemon python3-dbus python3-gi"
 norda_packages_dbc="python3-canmatrix"
-norda_packages_benchmarks="libbenchmark-dev"
+norda_packages_benchmarks="libbenchmark-dev qtdeclarative5-dev qml-module-qtquick2"
 norda_packages_costs="valgrind"
 norda_packages_fuzz="clang"
 norda_packages_format="clang-format"

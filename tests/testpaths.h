@@ -17,7 +17,11 @@ QString sourceFolder();
 QString buildFolder();
 /** A plugin that a head unit must refuse, by its fault. */
 QString brokenPlugin(const QString &fault);
+/** One that prints the unit's language. */
+QString languagePlugin();
 QString cmake();
+/** Finds what a source has to translate. */
+QString lupdate();
 QString readelf();
 
 } // namespace testpaths

@@ -70,7 +70,7 @@ void tst_Bench::helpNamesEveryOption()
           "--summary",        "--headless",   "--scale",    "--plugin",   "--trim",    "--trace",
           "--platform",       "--fault",      "--seed",     "--check",    "--diff",    "--cut",
           "--from",           "--to",         "--ask",      "--requests", "--log-can", "--serve",
-          "--module-process", "dbus:ADDRESS", "Exit codes"})
+          "--module-process", "dbus:ADDRESS", "--language", "Exit codes"})
         QVERIFY2(help.out.contains(QLatin1String(option)), option);
 }
 
@@ -95,6 +95,11 @@ void tst_Bench::badArguments_data()
                            << "--scale: expected a number from 0.25 to 4, got '0'";
     QTest::newRow("trim") << QStringList{"--trim", "sports"}
                           << "--trim: expected 'full', 'no-rear' or 'manual', got 'sports'";
+    QTest::newRow("language") << QStringList{"--language", "xx"}
+                              << "--language: expected 'en', 'de', 'fr' or 'es', got 'xx'";
+    QTest::newRow("language with a country")
+        << QStringList{"--language", "de_DE"}
+        << "--language: expected 'en', 'de', 'fr' or 'es', got 'de_DE'";
     QTest::newRow("fault") << QStringList{"--fault", "silence:2"}
                            << "--fault: expected silence with a number from 0 to 1, got "
                               "'2'";
@@ -109,10 +114,10 @@ void tst_Bench::badArguments_data()
                .arg(firstPage)
                .arg(lastPage);
     for (const char *option :
-         {"source",  "speed",  "duration", "window",   "gallery",  "record", "record-limit",
-          "summary", "script", "junit",    "check",    "diff",     "cut",    "from",
-          "to",      "trim",   "fault",    "seed",     "platform", "style",  "theme",
-          "scale",   "plugin", "ask",      "requests", "log-can",  "report"})
+         {"source",  "speed",    "duration", "window", "gallery",  "record",  "record-limit",
+          "summary", "script",   "junit",    "check",  "diff",     "cut",     "from",
+          "to",      "trim",     "fault",    "seed",   "platform", "style",   "theme",
+          "scale",   "language", "plugin",   "ask",    "requests", "log-can", "report"})
         QTest::addRow("--%s ''", option)
             << QStringList{QStringLiteral("--%1=").arg(option)} << ", got ''";
     for (const char *option : {"--ask=never", "--requests=5", "--log-can=seen.log"})

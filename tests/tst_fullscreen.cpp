@@ -126,24 +126,24 @@ void tst_FullScreen::keys()
 void tst_FullScreen::noticeFollowsTheLink_data()
 {
     QTest::addColumn<ServiceConnection::State>("state");
-    QTest::addColumn<QString>("notice");
-    QTest::newRow("waiting") << ServiceConnection::Waiting << "No module";
-    QTest::newRow("connected") << ServiceConnection::Connected << "";
-    QTest::newRow("in process") << ServiceConnection::InProcess << "";
+    QTest::addColumn<bool>("isMissing");
+    QTest::newRow("waiting") << ServiceConnection::Waiting << true;
+    QTest::newRow("connected") << ServiceConnection::Connected << false;
+    QTest::newRow("in process") << ServiceConnection::InProcess << false;
 }
 
 void tst_FullScreen::noticeFollowsTheLink()
 {
     QFETCH(ServiceConnection::State, state);
-    QFETCH(QString, notice);
+    QFETCH(bool, isMissing);
     StatusColumn *column = m_unit.screen()->statusColumn();
     column->setTime(QTime(12, 0));
-    column->setNotice(QString());
+    column->setModuleMissing(false);
     const QImage without = column->grab().toImage();
     emit ServiceConnection::instance()->stateChanged(state);
-    QCOMPARE(column->notice(), notice);
-    QCOMPARE(column->grab().toImage() == without, notice.isEmpty());
-    column->setNotice(QString());
+    QCOMPARE(column->isModuleMissing(), isMissing);
+    QCOMPARE(column->grab().toImage() != without, isMissing);
+    column->setModuleMissing(false);
 }
 
 /** A link that is reported again changes nothing on the screen. */
@@ -152,14 +152,14 @@ void tst_FullScreen::noticeIsPaintedOnce()
     StatusColumn *column = m_unit.screen()->statusColumn();
     m_unit.screen()->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_unit.screen()));
-    column->setNotice(QStringLiteral("No module"));
+    column->setModuleMissing(true);
     QTest::qWait(50);
     PaintCounter counter(column);
     emit ServiceConnection::instance()->stateChanged(ServiceConnection::Waiting);
     QTest::qWait(50);
     QCOMPARE(counter.paints, 0);
     m_unit.screen()->hide();
-    column->setNotice(QString());
+    column->setModuleMissing(false);
 }
 
 NORDA_TEST_MAIN(tst_FullScreen)

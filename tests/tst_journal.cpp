@@ -266,11 +266,12 @@ void tst_Journal::becomesAScenario()
     Setup setup;
     setup.page = 81;
     setup.trim = module::Trim::NoRear;
+    setup.language = "de";
     QString error;
     QVERIFY(setup.faults.add("silence:0.1", &error));
     QCOMPARE(
         scenarioOf(&journal, setup, "By hand").split('\n'),
-        (QStringList{"scenario \"By hand\"", "source simulator", "trim no-rear",
+        (QStringList{"scenario \"By hand\"", "source simulator", "trim no-rear", "language de",
                      "fault silence:0.1", "", "0        page 81", "1        touch key_settings 4 5",
                      "         expect call vehicleSettings", "3        press bar 4 5",
                      "3.5      move 300 200", "3.9      release", "6        page 82",

@@ -72,19 +72,21 @@ void tst_Scenarios::unusable_data()
     row("empty", "", "expected a scenario that expects something, found none");
     row("expects nothing", "0 page 81\n", "expected a scenario that expects something, found none");
     row("unknown heading", "title X\n",
-        "line 1: expected scenario, source, dbc, map, trim, seed, fault or allow-warnings, got "
-        "'title'");
+        "line 1: expected scenario, source, dbc, map, trim, language, seed, fault or "
+        "allow-warnings, got 'title'");
     row("no DBC file", "dbc nowhere.dbc\n+0 expect page 80\n",
         "line 1: expected a DBC file, found no file 'nowhere.dbc'");
     row("no map", "map nowhere.json\n+0 expect page 80\n",
         "line 1: expected a map, found no file 'nowhere.json'");
     row("heading without a value", "\n# remark\nsource\n",
-        "line 3: expected a time, or scenario, source, dbc, map, trim, seed or fault with a value, "
-        "or "
-        "allow-warnings, got 'source'");
+        "line 3: expected a time, or scenario, source, dbc, map, trim, language, seed or fault "
+        "with a value, or allow-warnings, got 'source'");
     row("no such drive", "source nowhere.jsonl\n",
         "line 1: expected none, simulator or a recorded drive, found no file 'nowhere.jsonl'");
     row("trim", "trim sports\n", "line 1: expected full, no-rear or manual, got 'sports'");
+    row("language", "language xx\n", "line 1: expected 'en', 'de', 'fr' or 'es', got 'xx'");
+    row("changed language", "0 language xx\n",
+        "line 1: expected 'en', 'de', 'fr' or 'es' after 'language'");
     row("seed", "seed x\n", "line 1: expected a seed from 0 to 4294967295, got 'x'");
     row("seed with a fraction", "seed 1.5\n",
         "line 1: expected a seed from 0 to 4294967295, got '1.5'");
@@ -103,7 +105,7 @@ void tst_Scenarios::unusable_data()
         "line 2: expected a time of 2 s or later, up to a day, got +1e12");
     row("unknown action", "0 fly\n",
         "line 1: expected one of expect, wait, picture, page, back, split, key, touch, press, "
-        "move, release, signal, host, invoke, car, fault, focus, seek, got 'fly'");
+        "move, release, signal, host, invoke, car, fault, focus, language, seek, got 'fly'");
     row("page", "0 page gauges\n", "line 1: expected the number of a page after 'page'");
     row("back", "0 back 1\n", "line 1: expected nothing after 'back'");
     row("touch", "0 touch\n",
@@ -267,6 +269,10 @@ void tst_Scenarios::passes_data()
                       "4 expect Txt_fork text contains \"mph\"\n");
     row("fault underway", "source simulator\n1 fault silence:1\n2 expect no signal "
                           "batteryVoltage\n3 fault none\n5 expect signal batteryVoltage\n");
+    row("language", "language fr\n0 page 82\nexpect Txt_rear text \"Arrière\"\n");
+    row("English without it", "0 page 82\nexpect Txt_rear text Rear\n");
+    row("language underway", "0 page 81\nlanguage de\npage 82\nexpect Txt_rear text Hinten\n"
+                             "expect camera hidden\n");
     row("trim", "source simulator\ntrim no-rear\n0 page 82\n1 touch key_rear\n"
                 "invoke page onSecondCliTopBarTextNotify x\n"
                 "expect key_left_seat_heat_2 hidden\n");

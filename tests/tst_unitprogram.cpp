@@ -90,6 +90,8 @@ void tst_UnitProgram::badArguments_data()
     row("no value", {"--page"}, "Missing value after '--page'. See --help.");
     row("empty value", {"--page="}, "--page: expected NAME, got ''");
     row("cursor", {"--cursor", "yes"}, "--cursor: expected 'on' or 'off', got 'yes'");
+    row("language", {"--language", "xx"},
+        "--language: expected 'en', 'de', 'fr' or 'es', got 'xx'");
     row("platform", {"-platform", "glass"}, "-platform: expected a Qt platform that works here");
 }
 

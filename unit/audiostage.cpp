@@ -113,7 +113,7 @@ static void sendToPlugin(SourceInterface *source, const char *slot, QGenericArgu
 void AudioStage::onNotice(unsigned char kind, unsigned char location)
 {
     if (kind != 0 || m_voice != Silent)
-        note(tr("Module notice: kind %1, locations %2").arg(kind).arg(location));
+        note(QStringLiteral("Module notice: kind %1, locations %2").arg(kind).arg(location));
     sendToPlugin(source(Information), "handingVTQAudioInterrupt", Q_ARG(uchar, kind),
                  Q_ARG(uchar, location));
 }
@@ -135,7 +135,7 @@ void AudioStage::start(Voice voice)
     if (!started)
         return;
     if (m_voice != Silent && m_voice != voice)
-        note(tr("%1 is interrupted").arg(voiceName()));
+        note(QStringLiteral("%1 is interrupted").arg(voiceName()));
     m_voice = voice;
     m_ducked = false;
     m_restoreAtMs = -1;
@@ -146,17 +146,17 @@ void AudioStage::start(Voice voice)
             mem::SettingsCache::instance()->getValue(QStringLiteral("QUILLO_VOICE_MIX_VALUE"), 0);
     }
     m_musicSpeakers = AllSpeakers & ~m_voiceSpeakers;
-    note(tr("%1 begins, from %2").arg(voiceName(), speakerNames(m_voiceSpeakers)));
+    note(QStringLiteral("%1 begins, from %2").arg(voiceName(), speakerNames(m_voiceSpeakers)));
     started->start(QByteArray());
     if (!m_ducked)
-        note(tr("Audio focus denied: the music continues"));
+        note(QStringLiteral("Audio focus denied: the music continues"));
     emit voiceStarted(m_voice, m_voiceSpeakers);
 }
 
 void AudioStage::stop()
 {
     source(m_voice)->stop(QByteArray());
-    note(tr("%1 ends").arg(voiceName()));
+    note(QStringLiteral("%1 ends").arg(voiceName()));
     m_voice = Silent;
     m_ducked = false;
     if (m_clock)
@@ -182,17 +182,19 @@ void AudioStage::restoreMix()
 void AudioStage::onCall(const QString &operation, const QVariantList &arguments)
 {
     if (operation == QLatin1String("svaudio::AudioService::setMainAudioStatus")) {
-        note(tr("Audio status %1").arg(arguments.value(0).toInt()));
+        note(QStringLiteral("Audio status %1").arg(arguments.value(0).toInt()));
     } else if (operation == QLatin1String("AudioManager::requestAudioFocus")) {
-        note(tr("%1 requests the audio focus").arg(arguments.value(2).toString()));
+        note(QStringLiteral("%1 requests the audio focus").arg(arguments.value(2).toString()));
     } else if (operation == QLatin1String("svaudio::AudioService::setMainAudioSource")) {
         m_ducked = true;
-        note(tr("Audio source %1: the music ducks").arg(arguments.value(0).toInt()));
+        note(QStringLiteral("Audio source %1: the music ducks").arg(arguments.value(0).toInt()));
     } else if (operation == QLatin1String("mcu::McuService::setMixChannel")) {
         const int channels = arguments.value(0).toInt();
         const bool on = arguments.value(1).toInt() == 1;
         m_musicSpeakers = on ? m_musicSpeakers | channels : m_musicSpeakers & ~channels;
-        note(tr("Mix channels %1 %2").arg(channels).arg(on ? tr("on") : tr("off")));
+        note(QStringLiteral("Mix channels %1 %2")
+                 .arg(channels)
+                 .arg(on ? QStringLiteral("on") : QStringLiteral("off")));
     }
 }
 
@@ -201,5 +203,6 @@ void AudioStage::onSetting(const QString &key, const QVariant &value)
     if (key != QLatin1String("QUILLO_SHOW_VOL") || value.toBool() == m_volumeShown)
         return;
     m_volumeShown = value.toBool();
-    note(m_volumeShown ? tr("Volume display shown") : tr("Volume display hidden"));
+    note(m_volumeShown ? QStringLiteral("Volume display shown")
+                       : QStringLiteral("Volume display hidden"));
 }

@@ -23,9 +23,12 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void drawHeading(QPainter *painter) const;
+    QString distance() const;
+    static QString warning(int width);
 
     RearView m_view;
     QLabel *m_warning;

@@ -41,6 +41,13 @@ void FullScreen::showEvent(QShowEvent *)
                  wanted.width(), wanted.height(), display.width(), display.height());
 }
 
+void FullScreen::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        setWindowTitle(tr("Head unit"));
+}
+
 void FullScreen::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Back || event->key() == Qt::Key_Escape)

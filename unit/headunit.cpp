@@ -14,8 +14,7 @@ HeadUnit::HeadUnit(QObject *parent) : QObject(parent), m_windows(&m_screen), m_a
 
 void HeadUnit::showLink(ServiceConnection::State state)
 {
-    const bool isMissing = state == ServiceConnection::Waiting;
-    m_screen.statusColumn()->setNotice(isMissing ? tr("No module") : QString());
+    m_screen.statusColumn()->setModuleMissing(state == ServiceConnection::Waiting);
 }
 
 HeadUnit::~HeadUnit() = default;

@@ -3,6 +3,7 @@
 #include "audiostage.h"
 #include "screen.h"
 #include "serviceconnection.h"
+#include "unitlanguage.h"
 #include "windowstack.h"
 
 #include <QObject>
@@ -25,10 +26,12 @@ public:
     const WindowStack *windows() const { return &m_windows; }
     AudioStage *audio() { return &m_audio; }
     const AudioStage *audio() const { return &m_audio; }
+    UnitLanguage *language() { return &m_language; }
 
 private:
     void showLink(ServiceConnection::State state);
 
+    UnitLanguage m_language;
     Screen m_screen;
     WindowStack m_windows;
     AudioStage m_audio;

@@ -41,6 +41,14 @@ QPalette night::palette()
     return allSet(colors);
 }
 
+QFont night::letters(int pixels, bool bold)
+{
+    QFont font(QStringLiteral("Arial"));
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    return font;
+}
+
 void night::apply(QApplication *application, const QString &style)
 {
     QApplication::setStyle(QStyleFactory::create(style));

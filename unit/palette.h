@@ -3,10 +3,11 @@
 #include <QColor>
 
 class QApplication;
+class QFont;
 class QPalette;
 class QString;
 
-/** The colours of the head unit at night. */
+/** The colours and letters of the head unit at night. */
 namespace night {
 
 const QColor background(0x0D, 0x13, 0x1A);
@@ -20,6 +21,8 @@ const QColor red(0xFF, 0x4F, 0x4F);
 
 /** All roles in all groups, so that a screen looks the same in any application. */
 QPalette palette();
+/** The unit's font, in pixels of the screen. */
+QFont letters(int pixels, bool bold = false);
 /** Gives them to an application, with a style and the unit's font. */
 void apply(QApplication *application, const QString &style);
 

@@ -2,6 +2,7 @@
 
 #include "palette.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -12,17 +13,17 @@ StatusColumn::StatusColumn(QWidget *parent) : QWidget(parent)
     setGeometry(0, 0, Width, 720);
 }
 
-void StatusColumn::setSource(const QString &text)
+void StatusColumn::setSource(Source source)
 {
-    m_source = text;
+    m_source = source;
     update(foot);
 }
 
-void StatusColumn::setNotice(const QString &text)
+void StatusColumn::setModuleMissing(bool missing)
 {
-    if (text == m_notice)
+    if (missing == m_moduleMissing)
         return;
-    m_notice = text;
+    m_moduleMissing = missing;
     update(foot);
 }
 
@@ -64,6 +65,13 @@ void StatusColumn::hideEvent(QHideEvent *)
     m_minute.stop();
 }
 
+void StatusColumn::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        update(foot);
+}
+
 static void drawSignal(QPainter *painter, QPoint place)
 {
     for (int bar = 0; bar < 4; ++bar) {
@@ -100,20 +108,35 @@ static void drawVolume(QPainter *painter, QPoint place)
     }
 }
 
+/** In one line where it fits, otherwise in two. */
 static void drawNotice(QPainter *painter, const QString &text)
 {
     static constexpr int dot = 10;
     static constexpr int gap = 7;
-    QFont font(QStringLiteral("Arial"));
-    font.setPixelSize(19);
-    painter->setFont(font);
-    const int width = dot + gap + painter->fontMetrics().horizontalAdvance(text);
-    const int left = foot.center().x() - width / 2;
+    static constexpr int margin = 4;
+    static constexpr int flags = Qt::AlignVCenter | Qt::TextWordWrap;
+    painter->setFont(night::letters(19));
+    const QRect room = foot.adjusted(margin + dot + gap, 0, -margin, 0);
+    const int width = painter->fontMetrics().boundingRect(room, flags, text).width();
+    const int left = foot.center().x() - (dot + gap + width) / 2;
     painter->setPen(Qt::NoPen);
     painter->setBrush(night::amber);
     painter->drawEllipse(left, foot.center().y() - dot / 2 + 1, dot, dot);
     painter->setPen(night::text);
-    painter->drawText(foot.adjusted(left + dot + gap, 0, 0, 0), Qt::AlignVCenter, text);
+    painter->drawText(QRect(left + dot + gap, foot.top(), width, foot.height()), flags, text);
+}
+
+void StatusColumn::drawFoot(QPainter *painter) const
+{
+    if (m_moduleMissing) {
+        drawNotice(painter, tr("No module"));
+        return;
+    }
+    const QString sources[] = {QString(), tr("Simulator"), tr("Recorded"), tr("Live")};
+    painter->setFont(night::letters(24));
+    painter->setPen(night::secondary);
+    painter->drawText(foot.adjusted(4, 0, -4, 0), Qt::AlignCenter | Qt::TextWordWrap,
+                      sources[int(m_source)]);
 }
 
 void StatusColumn::paintEvent(QPaintEvent *)
@@ -123,10 +146,7 @@ void StatusColumn::paintEvent(QPaintEvent *)
     painter.fillRect(rect(), night::background.darker(130));
     painter.fillRect(Width - 1, 0, 1, height(), night::hairline);
 
-    QFont font(QStringLiteral("Arial"));
-    font.setPixelSize(34);
-    font.setBold(true);
-    painter.setFont(font);
+    painter.setFont(night::letters(34, true));
     painter.setPen(night::text);
     const QTime time = m_time.isValid() ? m_time : QTime::currentTime();
     painter.drawText(QRect(0, 24, Width, 44), Qt::AlignCenter,
@@ -138,13 +158,5 @@ void StatusColumn::paintEvent(QPaintEvent *)
     if (m_volumeShown)
         drawVolume(&painter, QPoint(38, 232));
 
-    if (!m_notice.isEmpty()) {
-        drawNotice(&painter, m_notice);
-        return;
-    }
-    font.setPixelSize(24);
-    font.setBold(false);
-    painter.setFont(font);
-    painter.setPen(night::secondary);
-    painter.drawText(foot.adjusted(4, 0, -4, 0), Qt::AlignCenter | Qt::TextWordWrap, m_source);
+    drawFoot(&painter);
 }

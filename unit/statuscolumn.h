@@ -13,11 +13,12 @@ public:
 
     explicit StatusColumn(QWidget *parent);
 
-    /** What is being driven, in a word. */
-    void setSource(const QString &text);
-    /** What the driver should know, in place of the source; empty for nothing. */
-    void setNotice(const QString &text);
-    const QString &notice() const { return m_notice; }
+    /** What feeds the pages, shown in a word. */
+    enum class Source { Unstated, Simulator, Recorded, Live };
+    void setSource(Source source);
+    /** A notice takes the place of the source. */
+    void setModuleMissing(bool missing);
+    bool isModuleMissing() const { return m_moduleMissing; }
     /** Shows this time from now on instead of the machine's. */
     void setTime(QTime time);
     /** The volume hides while the module speaks. */
@@ -29,13 +30,15 @@ protected:
     void timerEvent(QTimerEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void waitForNextMinute();
+    void drawFoot(QPainter *painter) const;
 
     QTime m_time;
     QBasicTimer m_minute;
-    QString m_source;
-    QString m_notice;
+    Source m_source = Source::Unstated;
+    bool m_moduleMissing = false;
     bool m_volumeShown = true;
 };

@@ -12,6 +12,20 @@ namespace unitsettings {
 static const QString factorySettings = QStringLiteral("/media/flash/nvm/factory/settings.ini");
 static const QString cameraInputKey = QStringLiteral("CameraInput");
 static const QString lastPageKey = QStringLiteral("UnitLastPage");
+static const QString languageKey = QStringLiteral("UnitLanguage");
+
+/** In the file of general settings. */
+static QString kept(const QString &key)
+{
+    const QSignalBlocker silent(CallLog::instance());
+    return mem::SettingsFunc::instance()->getValue(key, QString()).toString();
+}
+
+static void keep(const QString &key, const QString &text)
+{
+    const QSignalBlocker silent(CallLog::instance());
+    mem::SettingsFunc::instance()->setValue(key, QString(), text, true);
+}
 
 void stateCameraInput()
 {
@@ -43,14 +57,22 @@ bool prefersSplit()
 
 QString lastPage()
 {
-    const QSignalBlocker silent(CallLog::instance());
-    return mem::SettingsFunc::instance()->getValue(lastPageKey, QString()).toString();
+    return kept(lastPageKey);
 }
 
 void keepLastPage(const QString &text)
 {
-    const QSignalBlocker silent(CallLog::instance());
-    mem::SettingsFunc::instance()->setValue(lastPageKey, QString(), text, true);
+    keep(lastPageKey, text);
+}
+
+QString language()
+{
+    return kept(languageKey);
+}
+
+void keepLanguage(const QString &language)
+{
+    keep(languageKey, language);
 }
 
 } // namespace unitsettings

@@ -18,5 +18,9 @@ bool prefersSplit();
 QString lastPage();
 /** Is on disk when it returns. */
 void keepLastPage(const QString &text);
+/** The language that was chosen last; empty for none. */
+QString language();
+/** Is on disk when it returns. */
+void keepLanguage(const QString &language);
 
 } // namespace unitsettings

@@ -12,6 +12,8 @@
 
 #include "screen.h"
 #include "touchevent.h"
+#include "translator.h"
+#include "unitlanguage.h"
 #include "unitsettings.h"
 #include "windowinterface.h"
 
@@ -27,6 +29,7 @@ WindowStack::WindowStack(Screen *screen, QObject *parent) : QObject(parent), m_s
             &Screen::setSplit);
     connect(cm::ReverserVideoInService::getInstance(), &cm::ReverserVideoInService::warningUpdated,
             screen->camera(), &CameraView::updateWarning);
+    connect(Translator::instance(), &Translator::languageChanged, this, &WindowStack::passLanguage);
     unitsettings::stateCameraInput();
 }
 
@@ -100,6 +103,14 @@ void WindowStack::onTouched(int code)
     }
     if (const Page *page = pageWith(&Page::code, Qx::Touch(code)))
         bringToFront(page->window);
+}
+
+void WindowStack::passLanguage()
+{
+    if (!m_plugin)
+        return;
+    for (const int id : windowIds())
+        window(id)->setTranslation(UnitLanguage::locale().name());
 }
 
 void WindowStack::openCamera()

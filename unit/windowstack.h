@@ -53,6 +53,7 @@ signals:
 private:
     void onTouched(int code);
     void bringToFront(int id);
+    void passLanguage();
     void leave(int id);
     void enter(int id);
     void bindPage(QWidget *page, int id);

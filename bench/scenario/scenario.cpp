@@ -6,6 +6,8 @@
 #include "scenario/scenarioline.h"
 #include "session/actions.h"
 #include "session/journal.h"
+#include "translator.h"
+#include "unitlanguage.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -66,9 +68,10 @@ private:
             return true;
         }
         if (words.size() != 2) {
-            *error = QStringLiteral("expected a time, or scenario, source, dbc, map, trim, seed or "
-                                    "fault with a value, or allow-warnings, got '%1'")
-                         .arg(word);
+            *error =
+                QStringLiteral("expected a time, or scenario, source, dbc, map, trim, "
+                               "language, seed or fault with a value, or allow-warnings, got '%1'")
+                    .arg(word);
             return false;
         }
         if (word == QLatin1String("scenario")) {
@@ -85,14 +88,25 @@ private:
             return m_scenario->setup.faults.add(value, error);
         if (word == QLatin1String("seed"))
             return readSeed(words[1], error);
+        if (word == QLatin1String("language"))
+            return readLanguage(value, error);
         if (word == QLatin1String("trim")) {
             if (!module::trimFromName(value, &m_scenario->setup.trim))
                 *error = QStringLiteral("expected full, no-rear or manual, got '%1'").arg(value);
             return error->isEmpty();
         }
-        *error = QStringLiteral("expected scenario, source, dbc, map, trim, seed, fault or "
-                                "allow-warnings, got '%1'")
+        *error = QStringLiteral("expected scenario, source, dbc, map, trim, language, seed, "
+                                "fault or allow-warnings, got '%1'")
                      .arg(word);
+        return false;
+    }
+
+    bool readLanguage(const QString &value, QString *error)
+    {
+        m_scenario->setup.language = value;
+        if (Translator::languages().contains(value))
+            return true;
+        *error = QStringLiteral("expected %1, got '%2'").arg(UnitLanguage::expected(), value);
         return false;
     }
 
@@ -222,6 +236,7 @@ Setup Scenario::ownSetup()
 {
     Setup setup;
     setup.source = QStringLiteral("none");
+    setup.language = QStringLiteral("en");
     setup.isPageGiven = true;
     setup.speed = module::Drive::Unlimited;
     setup.journalLimit = Journal::usualLimit;

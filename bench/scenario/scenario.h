@@ -28,8 +28,6 @@ struct Scenario
     /** @param error  one line that names the file, the line and what was expected there */
     bool read(const QString &path, QString *error);
     int expectations() const;
-
-private:
-    /** Unless the scenario states otherwise: a silent module, unlimited speed, the first page. */
+    /** Unless it states otherwise: a silent module, unlimited speed, the first page, in English. */
     static Setup ownSetup();
 };

@@ -1,5 +1,6 @@
 #include "scenario/scenariowriter.h"
 
+#include "scenario/scenario.h"
 #include "scenario/scenarioline.h"
 #include "session/journal.h"
 #include "session/setup.h"
@@ -102,6 +103,8 @@ QString scenarioOf(const Journal *journal, const Setup &setup, const QString &ti
         lines.append(scenarioLine(QStringLiteral("map"), {setup.car.map}));
     if (setup.trim != module::Trim::Full)
         lines.append(scenarioLine(QStringLiteral("trim"), {module::trimName(setup.trim)}));
+    if (!setup.language.isEmpty() && setup.language != Scenario::ownSetup().language)
+        lines.append(scenarioLine(QStringLiteral("language"), {setup.language}));
     for (const QString &fault : setup.faults.stated())
         lines.append(scenarioLine(QStringLiteral("fault"), {fault}));
     if (setup.faults.seed() != module::Faults().seed())

@@ -4,6 +4,7 @@
 #include "session/argumentchecks.h"
 #include "session/boundcall.h"
 #include "session/session.h"
+#include "translator.h"
 
 #include <QScopedValueRollback>
 
@@ -54,6 +55,8 @@ const Actions::Word Actions::table[] = {
         [](Actions *a, const Arguments &v, QString *error) { return a->setFault(v.value(0).toString(), error); }},
     {"focus",   Where::AtTheUnit, "'granted' or 'refused'", isFocus,
         [](Actions *a, const Arguments &v, QString *) { a->setFocusGranted(v.value(0).toString() == QLatin1String("granted")); return true; }},
+    {"language", Where::AtTheUnit, "'en', 'de', 'fr' or 'es'", isLanguage,
+        [](Actions *a, const Arguments &v, QString *) { a->setLanguage(v.value(0).toString()); return true; }},
     {"seek",    Where::Elsewhere, "a time in seconds", isTime,
         [](Actions *a, const Arguments &v, QString *) { a->seek(qRound64(v.value(0).toDouble() * 1000)); return true; }},
 };
@@ -172,6 +175,12 @@ void Actions::setFocusGranted(bool granted)
 {
     if (begin("focus", {granted ? QStringLiteral("granted") : QStringLiteral("refused")}))
         m_unit->audio()->setFocusGranted(granted);
+}
+
+void Actions::setLanguage(const QString &language)
+{
+    if (begin("language", {language}))
+        Translator::instance()->setLanguage(language);
 }
 
 void Actions::seek(qint64 ms)

@@ -33,6 +33,7 @@ public:
     void toggleSplit();
     void pressKey(int key);
     void setFocusGranted(bool granted);
+    void setLanguage(const QString &language);
     void seek(qint64 ms);
     /** @param arguments  as a scenario has them */
     bool sendSignal(const QString &name, const QVariantList &arguments, QString *error);

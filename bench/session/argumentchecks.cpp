@@ -3,6 +3,7 @@
 #include "faults.h"
 #include "session/boundcall.h"
 #include "simulator/controls.h"
+#include "translator.h"
 
 #include <algorithm>
 
@@ -62,6 +63,11 @@ bool isControl(const Arguments &values, QString *error)
 bool isFocus(const Arguments &values, QString *)
 {
     return values.size() == 1 && QStringList{"granted", "refused"}.contains(values[0].toString());
+}
+
+bool isLanguage(const Arguments &values, QString *)
+{
+    return values.size() == 1 && Translator::languages().contains(values[0].toString());
 }
 
 bool isTime(const Arguments &values, QString *)

@@ -17,6 +17,7 @@ bool isBarePlace(const Arguments &values, QString *error);
 bool isFault(const Arguments &values, QString *error);
 bool isControl(const Arguments &values, QString *error);
 bool isFocus(const Arguments &values, QString *error);
+bool isLanguage(const Arguments &values, QString *error);
 bool isSignal(const Arguments &values, QString *error);
 bool isHostCall(const Arguments &values, QString *error);
 /** A widget and a method of it; whether they exist is known only when it is called. */

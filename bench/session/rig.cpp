@@ -3,6 +3,7 @@
 #include "live/liveports.h"
 #include "serviceconnection.h"
 #include "stepped/steppedsource.h"
+#include "translator.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -16,6 +17,9 @@ Rig::Rig(const Setup &setup, QObject *parent)
     , m_trim(setup.trim)
     , m_actions(&m_unit)
 {
+    if (!m_setup.language.isEmpty())
+        Translator::instance()->setLanguage(m_setup.language);
+    m_setup.language = Translator::instance()->language();
 }
 
 Rig::~Rig() = default;
@@ -141,6 +145,7 @@ bool Rig::openDrive(const QString &name, QString *error)
         m_unit.windows()->rebuildWindow(id);
     m_setup.source = isFile ? QFileInfo(name).absoluteFilePath() : name;
     m_setup.trim = trim;
+    m_setup.language = Translator::instance()->language();
     m_setup.faults = session->drive()->faults();
     m_setup.page = m_unit.windows()->currentWindow();
     const std::unique_ptr<Session> before = std::exchange(m_session, std::move(session));

@@ -20,6 +20,7 @@ struct Setup
     module::CarFiles car;      ///< what explains a car's own frames
     module::LiveSettings live; ///< for a car that is connected
     module::Faults faults;
+    QString language; ///< of the unit, empty for the one that it has
     int page = firstPage;
     bool isPageGiven = false;      ///< otherwise a recording opens its own first page
     double speed = 1.0;            ///< factor of real time, 0 for unlimited

@@ -17,6 +17,7 @@
 #include "session/touchrecorder.h"
 #include "statuscolumn.h"
 #include "tools/picturefile.h"
+#include "translator.h"
 #include "window/bookmarks.h"
 #include "window/commands.h"
 #include "window/drivecommands.h"
@@ -31,6 +32,7 @@
 #include "window/transportbar.h"
 #include "window/windowplace.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QDir>
 #include <QDockWidget>
@@ -218,11 +220,29 @@ void BenchWindow::connectViewCommands()
     m_commands->on("smaller", m_view, [this] { m_view->setFactor(m_view->factor() / step); });
     for (const auto mode : {theme::Mode::Auto, theme::Mode::Light, theme::Mode::Dark})
         m_theme->offer(mode, m_commands->action(QStringLiteral("theme-") + theme::nameOf(mode)));
+    connectLanguages();
     m_commands->on("layout-small", this, [this] { arrange(PanelLayout::Small); });
     m_commands->on("layout-normal", this, [this] { arrange(PanelLayout::Normal); });
     m_commands->on("layout-wide", this, [this] { arrange(PanelLayout::Wide); });
     m_commands->on("layout-reset", this,
                    [this] { arrange(PanelDocks::layoutFor(windowplace::space(this))); });
+}
+
+void BenchWindow::connectLanguages()
+{
+    auto *choices = new QActionGroup(this);
+    const Translator *translator = Translator::instance();
+    for (const QString &language : Translator::languages()) {
+        QAction *choice = m_commands->action(QStringLiteral("language-") + language);
+        choice->setCheckable(true);
+        choice->setChecked(language == translator->language());
+        choices->addAction(choice);
+        connect(choice, &QAction::triggered, m_actions,
+                [this, language] { m_actions->setLanguage(language); });
+        connect(translator, &Translator::languageChanged, choice, [choice, translator, language] {
+            choice->setChecked(language == translator->language());
+        });
+    }
 }
 
 void BenchWindow::arrange(PanelLayout layout)
@@ -290,6 +310,13 @@ void BenchWindow::start()
     m_rig->session()->drive()->play();
 }
 
+static StatusColumn::Source kindOf(const module::VehicleSource *source)
+{
+    if (source->title().startsWith(QLatin1String("Simulated")))
+        return StatusColumn::Source::Simulator;
+    return source->liveMs() >= 0 ? StatusColumn::Source::Live : StatusColumn::Source::Recorded;
+}
+
 /** Switches every part of the window to this session. */
 void BenchWindow::follow(Session *session)
 {
@@ -301,9 +328,7 @@ void BenchWindow::follow(Session *session)
     m_drive->setSession(session);
     for (Panel *panel : findChildren<Panel *>())
         panel->setSession(session);
-    const bool simulated = drive->source()->title().startsWith(QLatin1String("Simulated"));
-    const QString recorded = drive->source()->liveMs() >= 0 ? tr("Live") : tr("Recorded");
-    m_rig->unit()->screen()->statusColumn()->setSource(simulated ? tr("Simulator") : recorded);
+    m_rig->unit()->screen()->statusColumn()->setSource(kindOf(drive->source()));
     m_recording->setSession(session);
     setWindowTitle(tr("%1 - Head unit bench").arg(drive->source()->title()));
 }

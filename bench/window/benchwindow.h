@@ -61,6 +61,7 @@ private:
     void connectDeveloperCommands();
     void follow(Session *session);
     void openPage(int id);
+    void connectLanguages();
     void arrange(PanelLayout layout);
     void toggleFullScreen();
     void notice(const QString &line);

@@ -3,7 +3,7 @@
 #include "nordahost_global.h"
 
 #include <QObject>
-#include <QString>
+#include <QStringList>
 #include <QTranslator>
 
 /** The host's translation tables: texts that plugins show without owning them. */
@@ -30,9 +30,11 @@ public:
     /** The text in the current language; empty for a number that no table has. */
     Q_INVOKABLE
     QString text(int id) const;
+    /** The languages that have a table, by their two letters. */
+    static QStringList languages();
     /**
      * Changes the language and emits `languageChanged()`.
-     * @param language  two letters: "en", "de", "fr" or "es"
+     * @param language  one of `languages()`
      * @return false, and nothing changes, for a language without a table
      */
     Q_INVOKABLE

@@ -21,7 +21,6 @@ static constexpr TextRow texts[] = {
     {Translator::ZoneFront, QT_TRANSLATE_NOOP("Translator", "Front")},
     {Translator::ZoneRear, QT_TRANSLATE_NOOP("Translator", "Rear")},
 };
-static constexpr const char *languages[] = {"en", "de", "fr", "es"};
 
 Translator::Translator()
 {
@@ -47,12 +46,14 @@ QString Translator::text(int id) const
     return QString();
 }
 
+QStringList Translator::languages()
+{
+    return {QStringLiteral("en"), QStringLiteral("de"), QStringLiteral("fr"), QStringLiteral("es")};
+}
+
 bool Translator::setLanguage(const QString &language)
 {
-    const bool known =
-        std::any_of(std::begin(languages), std::end(languages),
-                    [&language](const char *each) { return language == QLatin1String(each); });
-    if (!known)
+    if (!languages().contains(language))
         return false;
     if (language == m_language)
         return true;

@@ -2,6 +2,7 @@
 
 #include "pluginfile.h"
 #include "translator.h"
+#include "unitlanguage.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -70,8 +71,7 @@ static QString readData(const QString &value, Configuration &configuration)
 static QString readLanguage(const QString &value, Configuration &configuration)
 {
     configuration.language = value;
-    return Translator::instance()->setLanguage(value) ? QString()
-                                                      : QStringLiteral("'en', 'de', 'fr' or 'es'");
+    return Translator::languages().contains(value) ? QString() : UnitLanguage::expected();
 }
 
 static QString readStyle(const QString &value, Configuration &configuration)
@@ -109,7 +109,7 @@ static const Row rows[] = {
         "Where the vehicle module is: \"system\" (as usual) or \"session\" for that D-Bus, the address "
         "of a bus, or \"none\".", readModule},
     {"data", "DIR", "NORDA_HOST_ROOT", "Folder of the unit's settings; without it in the user's data folder.", readData},
-    {"language", "NAME", nullptr, "Language of the pages: en, de, fr or es; without it as the system's.", readLanguage},
+    {"language", "NAME", nullptr, "Language of the unit: en, de, fr or es; without it the one that was chosen last, at first the system's.", readLanguage},
     {"page", "NAME", nullptr, "Page to open where none is restored: gauges (as usual), vehicle, climate, "
         "parking, settings or about.", readPage},
     {"restore-page", "on|off", nullptr, "Whether the page that was open last is opened again; on as usual.",

@@ -9,9 +9,9 @@
 struct Configuration
 {
     QString plugin;
-    QString module; ///< as `ServiceConnection::setAddress()` expects it
-    QString data;   ///< where the settings are, empty for the host's own place
-    QString language;
+    QString module;   ///< as `ServiceConnection::setAddress()` expects it
+    QString data;     ///< where the settings are, empty for the host's own place
+    QString language; ///< empty for the one that was chosen last
     QString style = QStringLiteral("Fusion");
     int page = firstPage; ///< opens where no other is restored
     bool restoresPage = true;

@@ -13,6 +13,7 @@
 #include "serviceconnection.h"
 #include "soundoutput.h"
 #include "standardstreams.h"
+#include "translator.h"
 
 #include <QApplication>
 #include <QFile>
@@ -99,10 +100,19 @@ static void reportTo(ServiceManager *manager, const HeadUnit *unit)
     report();
 }
 
+static void setLanguage(UnitLanguage *language, const Configuration &configuration)
+{
+    if (configuration.language.isEmpty())
+        language->restore();
+    else
+        Translator::instance()->setLanguage(configuration.language);
+}
+
 static int run(const Configuration &configuration)
 {
     ServiceConnection::instance()->setAddress(configuration.module);
     HeadUnit unit;
+    setLanguage(unit.language(), configuration);
     SoundOutput sound(unit.audio());
     QString error;
     if (!unit.load(configuration.plugin, &error))
