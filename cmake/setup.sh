@@ -12,6 +12,7 @@ norda_packages_format="clang-format"
 norda_packages_lint="clang-tidy"
 norda_packages_packages="lintian mmdebstrap doxygen"
 norda_packages_desktop="xvfb openbox xdotool x11-utils imagemagick"
+norda_packages_pictures="optipng"
 norda_packages_browser="chromium python3"
 norda_packages_armhf="crossbuild-essential-armhf qemu-user mmdebstrap"
 
