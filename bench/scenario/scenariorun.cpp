@@ -9,6 +9,7 @@
 #include "session/warnings.h"
 #include "statuscolumn.h"
 #include "tools/picturefile.h"
+#include "tools/stillscreen.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -152,8 +153,10 @@ void ScenarioRun::reportFailure(const QString &message)
 
 void ScenarioRun::takeWantedPicture(const QString &name)
 {
-    if (!m_gallery.isEmpty())
-        takePicture(m_gallery, name);
+    if (m_gallery.isEmpty())
+        return;
+    holdStill(m_screen);
+    takePicture(m_gallery, name);
 }
 
 void ScenarioRun::takePicture(const QString &folder, const QString &name)

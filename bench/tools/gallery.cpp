@@ -10,10 +10,9 @@
 #include "session/session.h"
 #include "statuscolumn.h"
 #include "tools/picturefile.h"
+#include "tools/stillscreen.h"
 
-#include <QAbstractAnimation>
 #include <QAbstractButton>
-#include <QCoreApplication>
 #include <QDir>
 
 /** What the states work on. */
@@ -32,16 +31,6 @@ struct State
     void (*prepare)(const Scene &scene); // may be null
     void (*restore)(const Scene &scene); // may be null
 };
-
-/** Waits for answers of the module, then ends the animations. */
-static void settle(const Screen *screen)
-{
-    QCoreApplication::processEvents();
-    for (QAbstractAnimation *animation : screen->findChildren<QAbstractAnimation *>()) {
-        if (animation->state() == QAbstractAnimation::Running)
-            animation->setCurrentTime(animation->totalDuration());
-    }
-}
 
 static void toFastestMoment(const Scene &scene)
 {
@@ -235,7 +224,7 @@ static const State states[] = {
         [](const Scene &) { request(SettingsRequest); }},
     {"84-settings-reset", SettingsPage,
         [](const Scene &scene) {
-            settle(scene.screen);
+            holdStill(scene.screen);
             touchRow(scene, 7);
         },
         [](const Scene &) { request(SettingsRequest); }},
@@ -279,7 +268,7 @@ QStringList writeGallery(const QString &folder, Rig *rig, const output::InputFil
             windows->openWindow(state.window);
         if (state.prepare)
             state.prepare(scene);
-        settle(screen);
+        holdStill(screen);
         if (!write(state.file, screen->grab().toImage()))
             return files;
         if (state.restore)
