@@ -31,7 +31,7 @@ function(norda_read_icon_row place folder row)
 endfunction()
 
 # Renders one image whenever its drawing, its stylesheet or its row has changed. Rows without a filter
-# are no larger with these drawings, and take half as long to decode.
+# are no larger with these drawings, and there is none to undo when they are decoded.
 function(norda_render_icon png drawing style manifest)
     set(options "")
     if(style)

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QString>
-
 #include <vector>
 
 /** Some costs that are measured in a process of their own. */
