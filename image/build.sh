@@ -25,6 +25,10 @@ board_step() {
     echo "board: $name took $((SECONDS - start)) s"
 }
 
+# What the packages are made of. Only what is installed counts of what is built.
+board_built="packaging moduled build/armhf/lib build/armhf/plugins build/armhf/share
+    build/armhf/bin/norda-unit build/armhf/bin/norda-moduled build/armhf/bin/norda-ecu"
+
 board_hash() {
     find "$@" -type f -print0 | sort -z | xargs -0 sha256sum | sha256sum | cut -d' ' -f1
 }
@@ -90,7 +94,7 @@ board_configure_root() {
     cp -r $board/kernel/lib/modules "$root/lib/"
     : >"$root/etc/machine-id"
     ln -sf /etc/machine-id "$root/var/lib/dbus/machine-id"
-    rm -rf "$root/etc/fstab" "$root/var/log"/*
+    rm -rf "$root/etc/fstab" "$root/var/log"/* "$root/etc/fonts/conf.d" "$root/usr/share/fontconfig"
     mkdir -p "$root/var/lib/norda" "$root/var/log/norda" "$root/var/cache/norda-unit"
     while read -r service; do
         rm -f "$root/etc/systemd/system"/*.wants/"$service"
@@ -101,24 +105,35 @@ board_configure_root() {
         ln -s /dev/null "$root/etc/systemd/system-generators/systemd-$service-generator"
     done
     ln -sf /lib/systemd/system/multi-user.target "$root/etc/systemd/system/default.target"
+    # An image has time stamps without fractions, by which fonts are known to be in the cache.
+    find "$root/usr/share/fonts" -type d -exec touch -d @0 {} +
+    chroot "$root" fc-cache
     chroot "$root" systemctl enable vcan0 norda-ecu norda-moduled norda-unit board-report \
         board-console
     rm -rf "$root/packages" "$root/var/cache/apt" "$root/var/lib/apt/lists"/*
     touch "$root/etc/.updated" "$root/var/.updated"
 }
 
+board_remove_root() {
+    umount "$1" 2>/dev/null || true
+    rm -rf "$1"
+}
+
 board_make_root() {
     local root=$board/root
     board_register_interpreter
-    rm -rf $root $board/root.img
-    cp -a $board/base $root
+    board_remove_root $root
+    rm -f $board/root.img
+    mkdir $root
+    mount -t tmpfs -o mode=755 tmpfs $root || true # on the disk it takes a minute longer
+    cp -a $board/base/. $root
     mkdir $root/packages
     cp build/armhf/packages/*.deb $root/packages
     chroot $root sh -c 'dpkg -i /packages/*.deb'
     board_configure_root $root
     chroot $root id -u norda >$board/user
     mke2fs -q -F -t ext4 -O ^has_journal -L norda-root -m 0 -d $root $board/root.img 800M
-    rm -rf $root
+    board_remove_root $root
 }
 
 board_make_data() {
@@ -132,13 +147,19 @@ board_make_data() {
     rm -rf $folder
 }
 
-# board_build: everything up to root.img; takes root, like installing packages.
+# board_build_base: what does not depend on the project; takes root, like installing packages.
+board_build_base() {
+    board_step kernel "$board_kernel_packages" board_unpack_kernel
+    board_step base "$board_base_packages" board_install_base
+}
+
+# board_build: everything up to root.img; takes root, too.
 board_build() {
     norda_sysroot
     norda_build armhf norda_board
-    board_step kernel "$board_kernel_packages" board_unpack_kernel
-    board_step base "$board_base_packages" board_install_base
-    board_step packages "$(board_hash packaging build/armhf/lib build/armhf/bin)" board_packages
+    board_build_base
+    # shellcheck disable=SC2086
+    board_step packages "$(board_hash $board_built)" board_packages
     board_step root "$(cat $board/base.stamp $board/packages.stamp) $(board_hash image/root image/masked image/build.sh)" board_make_root
     board_step first "$(cat $board/kernel.stamp) $(board_hash image/init image/splash.svg)" board_pack_first
     [ -f $board/data.img ] || board_make_data

@@ -61,7 +61,8 @@ class Board:
                 raise BoardError(f"{name}: {answer['error']['desc']}")
 
     def picture(self, file):
-        self.monitor(("screendump", {"filename": os.path.abspath(file), "format": "png"}))
+        kind = "ppm" if file.endswith(".ppm") else "png"
+        self.monitor(("screendump", {"filename": os.path.abspath(file), "format": kind}))
 
     def touch(self, x, y, seconds=0.15):
         """A finger on this pixel of the screen, for so long."""
@@ -73,6 +74,10 @@ class Board:
         self.monitor(("input-send-event", {"events": [self.button(True)]}))
         time.sleep(seconds)
         self.monitor(("input-send-event", {"events": [self.button(False)]}))
+
+    def press_key(self, name):
+        """A key of the unit's housing, by the emulator's name for it: esc goes back."""
+        self.monitor(("send-key", {"keys": [{"type": "qcode", "data": name}]}))
 
     @staticmethod
     def button(down):
@@ -94,13 +99,16 @@ class Board:
                                  + self.path("serial.log"))
             time.sleep(0.1)
 
+    def connect_console(self):
+        return connect(self.path("serial.sock"))
+
     def run(self, command, seconds=60):
         """Runs a command on the board. @return its output and exit code"""
         begin, end = f"begin-{time.monotonic_ns()}", f"end-{time.monotonic_ns()}"
         # The console echoes the line: in it the marks are cut in two.
         line = f"echo {split(begin)}; ( {command}\n) 2>&1; echo {split(end)}:$?\n"
         pattern = re.compile(begin + r"\n(.*)" + end + r":(\d+)\n", re.DOTALL)
-        with connect(self.path("serial.sock")) as connection:
+        with self.connect_console() as connection:
             connection.sendall(line.encode())
             found = self.read_until(connection, pattern, seconds)
         return found.group(1), int(found.group(2))
@@ -128,7 +136,7 @@ class Board:
             print()
 
     def relay(self):
-        with connect(self.path("serial.sock")) as connection:
+        with self.connect_console() as connection:
             connection.sendall(b"\n")
             while True:
                 ready, _, _ = select.select([0, connection], [], [])
@@ -144,7 +152,7 @@ class Board:
                     connection.sendall(data)
 
     def stop(self):
-        with connect(self.path("serial.sock")) as connection:
+        with self.connect_console() as connection:
             connection.sendall(b"\nsystemctl poweroff\n")
             time.sleep(1)
 

@@ -44,7 +44,7 @@ norda_package(bench norda-bench
 norda_package(ecu norda-ecu
     SECTION devel
     DEPENDS "${runtime}, ${car}"
-    SUMMARY "a car on a CAN bus, or an ELM327 adapter in one"
+    SUMMARY "car on a CAN bus, or ELM327 adapter in one"
     TEXT "The other end of the cable of a live car, for developing and testing what\nreads it: control units that answer OBD-II requests on a CAN bus, and an\nadapter on a pseudo terminal or a TCP port.")
 norda_package(moduled norda-moduled
     SECTION misc

@@ -56,6 +56,9 @@ check_native() {
     cp -r "$root/tmp/gallery" "$work/gallery"
     say "the installed bench drives"
 
+    inside norda-ecu --version | grep -q '^norda-ecu ' || die "expected the installed car to start"
+    say "the installed car starts"
+
     # As the service does, by the installed configuration but without a module.
     inside grep -q '^norda:' /etc/passwd || die "expected the user norda"
     inside env HOME=/tmp timeout --preserve-status 5 norda-unit -platform offscreen --module none \

@@ -1,5 +1,5 @@
-// Writes a picture of each page of a unit without a module into a folder, and prints where the key
-// of each page is on the screen: "Climate 640 690".
+// Writes a picture of each page of a unit without a module into a folder, and one of its rear
+// camera. Prints where the key of each is on the screen: "Climate 640 690".
 
 #include "headunit.h"
 #include "pages.h"
@@ -23,25 +23,39 @@ static bool fail(const QString &error)
     return false;
 }
 
-static bool printKey(const Screen *screen, int page)
+static bool printKey(const Screen *screen, const char *name, const char *key)
 {
-    const QWidget *key = screen->widgetNamed(QLatin1String(keys[page]));
-    if (!key || !key->isVisible())
-        return fail(QStringLiteral("%1: expected this key").arg(QLatin1String(keys[page])));
-    const QPoint place = key->mapTo(screen, key->rect().center());
-    std::printf("%s %d %d\n", pages[page].name, place.x(), place.y());
+    const QWidget *widget = screen->widgetNamed(QLatin1String(key));
+    if (!widget || !widget->isVisible())
+        return fail(QStringLiteral("%1: expected this key").arg(QLatin1String(key)));
+    const QPoint place = widget->mapTo(screen, widget->rect().center());
+    std::printf("%s %d %d\n", name, place.x(), place.y());
     return true;
 }
 
-static bool save(HeadUnit *unit, int page, const QDir &folder)
+static bool save(Screen *screen, const char *name, const QDir &folder)
+{
+    QApplication::processEvents();
+    const QString file = folder.filePath(QLatin1String(name) + QStringLiteral(".png")).toLower();
+    return screen->grab().save(file) ||
+           fail(QStringLiteral("%1: expected a file that can be written").arg(file));
+}
+
+static bool savePage(HeadUnit *unit, int page, const QDir &folder)
 {
     unit->windows()->openWindow(pages[page].window);
+    return save(unit->screen(), pages[page].name, folder) &&
+           printKey(unit->screen(), pages[page].name, keys[page]);
+}
+
+static bool saveCamera(HeadUnit *unit, const QDir &folder)
+{
+    unit->windows()->openWindow(ParkingPage);
     QApplication::processEvents();
-    const QString file =
-        folder.filePath(QLatin1String(pages[page].name) + QStringLiteral(".png")).toLower();
-    if (!unit->screen()->grab().save(file))
-        return fail(QStringLiteral("%1: expected a file that can be written").arg(file));
-    return printKey(unit->screen(), page);
+    if (!printKey(unit->screen(), "Camera", "key_camera"))
+        return false;
+    unit->windows()->openCamera();
+    return save(unit->screen(), "Camera", folder);
 }
 
 int main(int argc, char *argv[])
@@ -66,8 +80,8 @@ int main(int argc, char *argv[])
     }
     unit.screen()->show();
     for (int page = 0; page < int(std::size(pages)); ++page) {
-        if (!save(&unit, page, QDir(arguments[1])))
+        if (!savePage(&unit, page, QDir(arguments[1])))
             return 2;
     }
-    return 0;
+    return saveCamera(&unit, QDir(arguments[1])) ? 0 : 2;
 }
