@@ -45,9 +45,10 @@ static void prepareEnvironment(const Configuration &configuration)
 {
     if (!configuration.data.isEmpty())
         qputenv("NORDA_HOST_ROOT", QFile::encodeName(configuration.data));
-    // The pages give their letters' sizes in points, and their places in pixels.
+    // The pages give their letters' sizes in points, and their places in pixels: those of a display
+    // that does not state its size.
     if (!qEnvironmentVariableIsSet("QT_FONT_DPI"))
-        qputenv("QT_FONT_DPI", "96");
+        qputenv("QT_FONT_DPI", "100");
     qputenv("QT_QPA_NO_SIGNAL_HANDLER", "1"); // Qt's own would end the program at once
     const QByteArray hidesCursor = configuration.showsCursor ? "0" : "1";
     qputenv("QT_QPA_FB_HIDECURSOR", hidesCursor);
