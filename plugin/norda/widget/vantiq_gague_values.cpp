@@ -100,7 +100,7 @@ void Vantiq_Gaugue_Widget::onGaugeBRValueDual(const QString &value, const QStrin
     showCorner(BottomRight, position, value, QLatin1Char(' '), unit);
 }
 
-void Vantiq_Gaugue_Widget::onProperties_2Status(QList<int> properties)
+void Vantiq_Gaugue_Widget::onProperties_2Status(const QList<int> &properties)
 {
     static constexpr int needed = 6;
     static constexpr int hottest = 250;

@@ -76,7 +76,7 @@ public slots:
     void onGaugeTRValueDual(const QString &value, const QString &unit, unsigned char position);
     void onGaugeBLValueDual(const QString &value, const QString &unit, unsigned char position);
     void onGaugeBRValueDual(const QString &value, const QString &unit, unsigned char position);
-    void onProperties_2Status(QList<int> properties);
+    void onProperties_2Status(const QList<int> &properties);
     void onCenterGaugeScale(const QString &first, const QStringList &rest);
     void onGaugeGraphicalSetting(const QByteArray &styles, const QByteArray &zeroPositions);
     void onPeakIndicator(unsigned char shown);
