@@ -100,7 +100,8 @@ void tst_Endings::resultsReplaceNoInput_data()
                               << "own.dbc" + isRead;
     QTest::newRow("map") << car + "--summary own.json"
                          << "own.json" + isRead;
-    QTest::newRow("report") << "--source report.html --report ." << "report.html" + isRead;
+    QTest::newRow("report") << "--source report.html --report ."
+                            << "report.html" + isRead;
     QTest::newRow("two results") << "--record new --summary new"
                                  << "--summary" + isWritten + "'new'";
     QTest::newRow("two results, one path") << "--record new --summary tmp/../new"

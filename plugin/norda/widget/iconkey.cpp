@@ -70,6 +70,11 @@ QIcon IconKey::fadedIcon()
     return m_fadedIcon;
 }
 
+QIcon IconKey::shownIcon()
+{
+    return isEnabled() ? icon() : fadedIcon();
+}
+
 void IconKey::changeEvent(QEvent *event)
 {
     QPushButton::changeEvent(event);
@@ -80,9 +85,8 @@ void IconKey::changeEvent(QEvent *event)
 void IconKey::paintEvent(QPaintEvent *)
 {
     const QIcon::State state = isChecked() || isDown() ? QIcon::On : QIcon::Off;
-    const QIcon shown = isEnabled() ? icon() : fadedIcon();
     QPainter painter(this);
-    shown.paint(&painter, rect(), Qt::AlignCenter, QIcon::Normal, state);
+    shownIcon().paint(&painter, rect(), Qt::AlignCenter, QIcon::Normal, state);
 }
 
 } // namespace norda

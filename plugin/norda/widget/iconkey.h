@@ -29,6 +29,8 @@ public:
     void setCaption(QLabel *caption);
 
 protected:
+    /** The faint one while it is disabled. */
+    QIcon shownIcon();
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

@@ -24,8 +24,8 @@ void LitKey::paintEvent(QPaintEvent *)
         painter.setBrush(QColor::fromRgba(light));
         painter.drawRoundedRect(rect(), m_cornerRadius, m_cornerRadius);
     }
-    icon().paint(&painter, rect(), Qt::AlignCenter, QIcon::Normal,
-                 isChecked() ? QIcon::On : QIcon::Off);
+    shownIcon().paint(&painter, rect(), Qt::AlignCenter, QIcon::Normal,
+                      isChecked() ? QIcon::On : QIcon::Off);
 }
 
 } // namespace norda
