@@ -1,5 +1,5 @@
 #include "counters.h"
-#include "norda/vtqadaptor.h"
+#include "gaugesburst.h"
 #include "norda/widget/vantiq_gague_widget.h"
 
 #include <QCoreApplication>
@@ -15,45 +15,18 @@
 
 static constexpr int signalsInBurst = 18;
 
-static void emitBurst(int turn)
-{
-    norda::VtqAdaptor *adaptor = norda::VtqAdaptor::instance();
-    const QString number = QString::number(1000 + turn % 2000);
-    const auto position = static_cast<unsigned char>(turn % 100);
-    const QString unit = QStringLiteral("F");
-    const QString title = QStringLiteral("Title ") + number;
-    emit adaptor->gaugeTitlesNotify({title, title, title, title, title});
-    emit adaptor->centerGaugeValueNotify(number, QStringLiteral("RPM"), position);
-    emit adaptor->gaugeTLValueNotify(number, position);
-    emit adaptor->gaugeTLValueDualNotify(number, unit, position);
-    emit adaptor->gaugeTRValueNotify(number, position);
-    emit adaptor->gaugeTRValueDualNotify(number, unit, position);
-    emit adaptor->gaugeBLValueNotify(number, position);
-    emit adaptor->gaugeBLValueDualNotify(number, unit, position);
-    emit adaptor->gaugeBRValueNotify(number, position);
-    emit adaptor->gaugeBRValueDualNotify(number, unit, position);
-    emit adaptor->peakIndicatorNotify(1);
-    emit adaptor->peakIndicatorTextNotify(number);
-    emit adaptor->gauTopBarTextNotify(title);
-    emit adaptor->shifterArrowIndicatorNotify(static_cast<unsigned char>(turn & 1));
-    emit adaptor->activePresetStatusNotify(position);
-    emit adaptor->centerGaugeRedLinePositionNotify(position);
-    emit adaptor->guiDisplayTypeNotify(0);
-    emit adaptor->Properties2TextInfo({0, 13, turn % 250, turn % 250, turn % 250, turn % 100});
-}
-
 static void pageBurst(benchmark::State &state)
 {
     norda::Vantiq_Gaugue_Widget page;
     page.show();
     settle(100);
-    emitBurst(0);
-    emitBurst(1);
+    emitGaugesBurst(0);
+    emitGaugesBurst(1);
     settle(400);
     const int before = pngDecodes();
     int turn = 0;
     for (auto _ : state) {
-        emitBurst(turn++);
+        emitGaugesBurst(turn++);
         paintNow(&page);
     }
     state.counters["signals"] = signalsInBurst;
