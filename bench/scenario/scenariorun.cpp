@@ -20,7 +20,7 @@
 
 static constexpr int patienceMs = 1000;
 static constexpr int pauseMs = 20;
-static constexpr QLatin1String expectWord("expect");
+static const QLatin1String expectWord("expect");
 
 ScenarioRun::ScenarioRun(const Scenario &scenario, const Options &options, Rig *rig)
     : m_scenario(scenario)
