@@ -46,6 +46,23 @@ struct Report
             });
     }
 
+    /** A frame is lost where the bus has not accepted the link yet: waits until one is seen. */
+    void waitForBus(VirtualBus *bus)
+    {
+        const auto isSeen = [&] {
+            bus->send(0x7FF, "00");
+            QTest::qWait(20);
+            return !frames.isEmpty();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isSeen(), 60000);
+    }
+    QByteArrayList framesSinceThen() const
+    {
+        QByteArrayList others = frames;
+        others.removeAll("< 7ff");
+        return others;
+    }
+
     QObject context;
     QStringList lines;
     QByteArrayList frames;
@@ -74,9 +91,10 @@ void tst_ObdLinks::listensOnly()
     Report report(&link);
     link.open();
     QTRY_COMPARE(report.lines, QStringList{"ready"});
+    report.waitForBus(&bus);
     bus.send(0x7E8, "1014490201314434");
     bus.send(0x123, "00");
-    QTRY_COMPARE(report.frames.size(), 2);
+    QTRY_COMPARE(report.framesSinceThen().size(), 2);
     QTest::qWait(100);
     QCOMPARE(bus.received(), QByteArrayList());
 }
@@ -88,6 +106,7 @@ void tst_ObdLinks::seesAnotherTester()
     Report report(&link);
     link.open();
     QTRY_COMPARE(report.lines, QStringList{"ready"});
+    report.waitForBus(&bus);
     link.ask({QByteArray::fromHex("0100"), 0, 0});
     bus.send(0x7DF, "02010caaaaaaaaaa");
     // On a slow machine the patience with the car ends first.
