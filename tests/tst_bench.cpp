@@ -549,13 +549,17 @@ void tst_Bench::galleryWaitsForNothing()
             qFatal("the bench does not run");
         return double(clock.elapsed()) / 1000 - (processorSeconds() - before);
     };
-    const double without = waited({});
-    const double with = waited({"--gallery", path("quick")});
+    const auto waitedMore = [&] { return waited({"--gallery", path("quick")}) - waited({}); };
+    double more = waitedMore();
     const int pictures = QDir(path("quick")).entryList({"*.png"}).size();
     QVERIFY(pictures > 30);
-    // Waiting for animations would take half a second for each, other work takes a part of it.
+    // Waiting for animations would take half a second for each, other work takes a part of it. On a
+    // busy machine any process waits for the processor: then the shortest run counts.
+    const double most = 0.25 * pictures;
+    for (int again = 0; more >= most && again < 4; ++again)
+        more = qMin(more, waitedMore());
     if (testpaths::emulator().isEmpty())
-        QVERIFY2(with - without < 0.25 * pictures, qPrintable(QString::number(with - without)));
+        QVERIFY2(more < most, qPrintable(QString::number(more)));
 
     // The needles stand where they belong.
     QCOMPARE(run({"--headless", "--duration", "1", "--gallery", path("again")}).exitCode, 0);
