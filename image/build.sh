@@ -8,9 +8,6 @@
 board=build/board
 board_kernel_packages=linux-image-armmp,busybox-static
 board_base_packages=systemd-sysv,udev,dbus,kmod,iproute2,can-utils,adduser,libqt5widgets5,libqt5multimedia5,libqt5serialbus5,libqt5serialbus5-plugins,libqt5serialport5,fonts-liberation,fonts-dejavu-core
-# Those that read files which this board does not have: each is a process at every boot.
-board_without_generators="cryptsetup debug fstab getty gpt-auto hibernate-resume integritysetup rc-local run
-    system-update sysv veritysetup"
 
 # board_step NAME INPUT COMMAND...: says and does it unless it was done with this input.
 board_step() {
@@ -67,7 +64,7 @@ board_first_modules() {
     mkdir -p "$folder/lib/modules/$version"
     cp $board/kernel/lib/modules/"$version"/modules.{order,builtin,builtin.modinfo} \
         "$folder/lib/modules/$version/"
-    for name in virtio_pci virtio-gpu virtio_blk crc32c_generic ext4; do
+    for name in virtio_pci virtio-gpu virtio_blk crc32c_generic ext4 autofs4; do
         modprobe -d "$PWD/$board/kernel" -S "$version" --show-depends "$name"
     done | sed -n 's/^insmod \([^ ]*\).*/\1/p' | sort -u | while read -r name; do
         cp "$name" "$folder/lib/modules/$version/"
@@ -83,7 +80,7 @@ board_pack_first() {
     cp $board/kernel/bin/busybox $folder/bin/
     cp image/init $folder/init
     board_first_modules "$version" $folder
-    rsvg-convert image/splash.svg | convert-im6.q16 png:- -depth 8 bgra:- | gzip -9n >$folder/splash.gz
+    rsvg-convert image/splash.svg | convert-im6.q16 png:- -depth 8 bgra:$folder/splash
     (cd $folder && find . | cpio --quiet -o -H newc -R 0:0) | gzip -9n >$board/first.img
     cp "$board/kernel/boot/vmlinuz-$version" $board/vmlinuz
 }
@@ -95,15 +92,14 @@ board_configure_root() {
     : >"$root/etc/machine-id"
     ln -sf /etc/machine-id "$root/var/lib/dbus/machine-id"
     rm -rf "$root/etc/fstab" "$root/var/log"/* "$root/etc/fonts/conf.d" "$root/usr/share/fontconfig"
+    rm -rf "$root"/usr/lib/*/qt5/plugins/imageformats # all pictures are PNG, which Qt reads by itself
     mkdir -p "$root/var/lib/norda" "$root/var/log/norda" "$root/var/cache/norda-unit"
     while read -r service; do
         rm -f "$root/etc/systemd/system"/*.wants/"$service"
         ln -sf /dev/null "$root/etc/systemd/system/$service"
     done <image/masked
-    mkdir -p "$root/etc/systemd/system-generators"
-    for service in $board_without_generators; do
-        ln -s /dev/null "$root/etc/systemd/system-generators/systemd-$service-generator"
-    done
+    # They read files which this board does not have: without any, systemd starts no process for them.
+    rm -rf "$root"/lib/systemd/system*-generators
     ln -sf /lib/systemd/system/multi-user.target "$root/etc/systemd/system/default.target"
     # An image has time stamps without fractions, by which fonts are known to be in the cache.
     find "$root/usr/share/fonts" -type d -exec touch -d @0 {} +

@@ -15,6 +15,7 @@ import tty
 
 WIDTH, HEIGHT = 1280, 720
 FIRST_PAGE = "norda: first page"
+PROMPT = "root@norda-board:"  # before it, the console loses what is typed
 
 
 class BoardError(Exception):
@@ -90,16 +91,17 @@ class Board:
         except FileNotFoundError:  # not yet
             return ""
 
-    def wait(self, seconds):
-        """Until the first page is on the display."""
+    def wait(self, seconds, text=FIRST_PAGE):
+        """Until the board has written this text: as usual, that its first page is on the display."""
         end = time.monotonic() + seconds
-        while FIRST_PAGE not in self.log():
+        while text not in self.log():
             if time.monotonic() > end:
-                raise BoardError(f"expected the first page within {seconds} s: see "
+                raise BoardError(f"expected '{text}' within {seconds} s: see "
                                  + self.path("serial.log"))
             time.sleep(0.1)
 
     def connect_console(self):
+        self.wait(60, PROMPT)
         return connect(self.path("serial.sock"))
 
     def run(self, command, seconds=60):

@@ -16,7 +16,7 @@ from emulator import Board  # noqa: E402
 
 SEEN = os.path.join(TOP, "build", "board", "pictures")
 MOST_MEMORY_KB = 45 * 1024
-CLOCK = "rectangle 0,0 100,110"  # in the status column: it shows the minute
+CLOCK = "rectangle 0,0 127,110"  # in the status column: it shows the minute
 # What the kernel says of this emulator.
 EMULATOR_WARNINGS = ("Spectre v2: ", "missing clock-frequency property",
                      "drm_plane_enable_fb_damage_clips", "hrtimer: interrupt took")
