@@ -1,10 +1,8 @@
 #include "benchfixture.h"
-#include "dbc/framebuilder.h"
-#include "dbcfiles.h"
-#include "drives.h"
 #include "mapcheck.h"
 #include "mapsuggestion.h"
 #include "rawcan.h"
+#include "rawlines.h"
 #include "scenario/scenario.h"
 #include "testfolder.h"
 
@@ -35,18 +33,10 @@ private slots:
     void unusable();
     void checksTheMap();
     void suggestsAMap();
-    void suggestionIsAMap();
     void opensInTheWindow();
     void holdsAnswersToo();
     void isPlayedAgainByAScenario();
     void needsItsFilesInTheWindow();
-    void realDoors_data();
-    void realDoors();
-    void realTire();
-    void realClimate();
-    void realDrive();
-    void realDriveShowsNoMore_data();
-    void realDriveShowsNoMore();
 
 private:
     /** A car whose frame 100 has eight bytes of one signal each. */
@@ -60,16 +50,6 @@ private:
                        .toLatin1();
         return {m_folder.write("small.dbc", dbc),
                 m_folder.write("small.json", "{\"" + path + "\":{\"dbc2vss\":{" + rule + "}}}")};
-    }
-    static QByteArray line(qint64 ms, quint32 id, const QByteArray &data)
-    {
-        return QStringLiteral("(%1) can0 %2#")
-                   .arg(double(ms) / 1000.0, 0, 'f', 3)
-                   .arg(id, 3, 16, QLatin1Char('0'))
-                   .toLatin1()
-                   .toUpper()
-                   .replace("CAN0", "can0") +
-               data.toHex().toUpper() + '\n';
     }
     static QString textOf(const QVariant &argument)
     {
@@ -105,54 +85,7 @@ private:
         return lines;
     }
 
-    struct Setting
-    {
-        const char *signal;
-        const char *valueName; // null for a number
-        double value;
-    };
-    /** A frame for each message of the settings, at a moment, from the real car's DBC file. */
-    QByteArray frames(int ms, const QVector<Setting> &settings) const
-    {
-        QMap<int, FrameBuilder> builders;
-        for (const Setting &setting : settings) {
-            const DbcPlace place = m_dbc->places(QLatin1String(setting.signal)).value(0);
-            if (place.message < 0)
-                qFatal("no %s", setting.signal);
-            const DbcMessage &message = m_dbc->messages().at(place.message);
-            auto builder = builders.find(place.message);
-            if (builder == builders.end())
-                builder = builders.insert(place.message, FrameBuilder(message));
-            bool isSet = false;
-            for (const DbcValue &named : message.fields.at(place.signal).values)
-                isSet = isSet || (setting.valueName && named.name == setting.valueName &&
-                                  builder->setRaw(place.signal, named.raw));
-            if (!isSet && (setting.valueName || !builder->set(place.signal, setting.value)))
-                qFatal("%s cannot be set", setting.signal);
-        }
-        QByteArray lines;
-        for (auto it = builders.cbegin(); it != builders.cend(); ++it)
-            lines += line(ms, m_dbc->messages().at(it.key()).id, it->data());
-        return lines;
-    }
-    bool readRealCar()
-    {
-        QString error;
-        const QString file = dbcFile("Model3CAN.dbc");
-        if (QFile::exists(file))
-            m_dbc = Dbc::read(file, &error);
-        m_options.setup.car = {file, testpaths::source("tests/cars/model3.json")};
-        return m_dbc.has_value();
-    }
-    bool openRealDrive();
-    void drive(const QByteArray &log, int page)
-    {
-        makeBench(m_folder.write("raw.log", log));
-        windows()->openWindow(page);
-    }
-
     TestFolder m_folder;
-    std::optional<Dbc> m_dbc;
 };
 
 // ---- From frames to signals ---------------------------------------------------------------------
@@ -207,8 +140,8 @@ void tst_CarLog::values()
     QFETCH(int, raw);
     QFETCH(QString, expected);
     const QByteArray data = QByteArray(1, char(raw)) + QByteArray(7, '\0');
-    const QStringList lines =
-        sent(m_folder.write("raw.log", line(0, 0x100, data)), smallCar(path, "\"signal\":\"B0\""));
+    const QStringList lines = sent(m_folder.write("raw.log", rawLine(0, 0x100, data)),
+                                   smallCar(path, "\"signal\":\"B0\""));
     QVERIFY2(lines.contains(QStringLiteral("0 ") + expected), qPrintable(lines.join('\n')));
 }
 
@@ -219,10 +152,10 @@ void tst_CarLog::goesMissingAndComesBack()
     const QByteArray volts(8, char(12));
     QByteArray log;
     for (int ms = 0; ms <= 2000; ms += 200)
-        log += line(ms, 0x100, volts);
+        log += rawLine(ms, 0x100, volts);
     for (int ms = 2010; ms <= 9000; ms += 10)
-        log += line(ms, 0x200, volts); // another frame goes on
-    log += line(9000, 0x100, volts);
+        log += rawLine(ms, 0x200, volts); // another frame goes on
+    log += rawLine(9000, 0x100, volts);
     const QStringList battery = sent(m_folder.write("raw.log", log), car).filter("batteryVoltage");
     QCOMPARE(battery, (QStringList{"0 batteryVoltage 12.0V", "3100 batteryVoltage --",
                                    "9000 batteryVoltage 12.0V"}));
@@ -238,7 +171,7 @@ void tst_CarLog::goesMissingForDays()
     QByteArray log;
     QStringList expected;
     for (qint64 frame = 0; frame < frameCount; ++frame) {
-        log += line(frame * apartMs, 0x100, QByteArray(8, char(12)));
+        log += rawLine(frame * apartMs, 0x100, QByteArray(8, char(12)));
         expected.append(QStringLiteral("%1 batteryVoltage 12.0V").arg(frame * apartMs));
         expected.append(QStringLiteral("%1 batteryVoltage --").arg(frame * apartMs + 1100));
     }
@@ -251,7 +184,7 @@ void tst_CarLog::eventsDoNotGoMissing()
     const CarFiles car =
         smallCar("Vehicle.Body.Hood.IsOpen", "\"signal\":\"B0\",\"on_change\":true");
     const QByteArray log =
-        line(0, 0x100, QByteArray(8, '\1')) + line(600000, 0x200, QByteArray(8, '\0'));
+        rawLine(0, 0x100, QByteArray(8, '\1')) + rawLine(600000, 0x200, QByteArray(8, '\0'));
     const QStringList doors = sent(m_folder.write("raw.log", log), car).filter("doorStatus");
     QCOMPARE(doors, QStringList{"0 doorStatus 1"});
 }
@@ -288,8 +221,8 @@ void tst_CarLog::leavesAndGoesMissing()
     QFETCH(int, off);
     QFETCH(QStringList, expected);
     const QByteArray on = QByteArray(8, '\1');
-    const QByteArray log = line(0, 0x100, on) + line(1000, 0x100, QByteArray(8, char(off))) +
-                           line(2000, 0x100, on) + line(9000, 0x200, on);
+    const QByteArray log = rawLine(0, 0x100, on) + rawLine(1000, 0x100, QByteArray(8, char(off))) +
+                           rawLine(2000, 0x100, on) + rawLine(9000, 0x200, on);
     const QStringList lines =
         sent(m_folder.write("raw.log", log), smallCar(path, "\"signal\":\"B0\""));
     QCOMPARE(lines.filter(expected.constFirst().section(QLatin1Char(' '), 1, 1)), expected);
@@ -412,20 +345,6 @@ void tst_CarLog::suggestsAMap()
         m_folder.write("car.dbc", "BO_ 256 A: 8 X\n SG_ S : 0|8@1+ (1,0) [0|1] \"\" X\n"), &error));
 }
 
-void tst_CarLog::suggestionIsAMap()
-{
-    if (!readRealCar())
-        QSKIP("the real car's DBC file is not here");
-    QString error;
-    const auto lines = suggestMap(m_options.setup.car.dbc, &error);
-    QVERIFY2(lines, qPrintable(error));
-    const auto map = SignalMap::parse(lines->join('\n').toUtf8(), "suggested", &error);
-    QVERIFY2(map, qPrintable(error));
-    QVERIFY(map->remarks().isEmpty());
-    QCOMPARE(bindSignals(*map, *m_dbc).missing, QVector<int>());
-    QVERIFY(lines->join('\n').contains("TPMSFLpressure31F"));
-}
-
 // ---- In the window ------------------------------------------------------------------------------
 
 void tst_CarLog::opensInTheWindow()
@@ -434,7 +353,7 @@ void tst_CarLog::opensInTheWindow()
     makeBench();
     windows()->openWindow(81);
     const QByteArray volts(8, char(12));
-    drop(m_folder.write("raw.log", line(0, 0x100, volts) + line(900, 0x100, volts)));
+    drop(m_folder.write("raw.log", rawLine(0, 0x100, volts) + rawLine(900, 0x100, volts)));
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
     drop(m_folder.write("other.csv", "Time,Voltage\n0,13.5\n1,13.5\n")); // these need no files
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("13.5V"));
@@ -447,14 +366,14 @@ void tst_CarLog::holdsAnswersToo()
 {
     const CarFiles car = smallCar("Vehicle.LowVoltageBattery.CurrentVoltage", "\"signal\":\"B0\"");
     const auto answer = [](int ms, const char *hex) {
-        return line(ms, 0x7E8, QByteArray::fromHex(hex));
+        return rawLine(ms, 0x7E8, QByteArray::fromHex(hex));
     };
-    const QByteArray log = line(0, 0x100, QByteArray(8, char(12))) +
+    const QByteArray log = rawLine(0, 0x100, QByteArray(8, char(12))) +
                            answer(100, "04410C1AF8") +       // engine speed
                            answer(150, "04414236B0") +       // voltage, which the car sends itself
                            answer(200, "1008430303040143") + // three codes in two frames
                            answer(210, "21C0120000000000") + answer(400, "024300") +
-                           line(900, 0x100, QByteArray(8, char(12)));
+                           rawLine(900, 0x100, QByteArray(8, char(12)));
     const QStringList lines = sent(m_folder.write("raw.log", log), car);
     QCOMPARE(lines.filter("centerGaugeValueNotify").last().section(',', 0, 0),
              QStringLiteral("100 centerGaugeValueNotify 1726"));
@@ -471,7 +390,7 @@ void tst_CarLog::isPlayedAgainByAScenario()
     const QByteArray volts(8, char(12));
     m_options.setup.car = smallCar("Vehicle.LowVoltageBattery.CurrentVoltage", "\"signal\":\"B0\"");
     makeBench();
-    drop(m_folder.write("raw.log", line(0, 0x100, volts) + line(900, 0x100, volts)));
+    drop(m_folder.write("raw.log", rawLine(0, 0x100, volts) + rawLine(900, 0x100, volts)));
     windows()->openWindow(81);
     QTRY_COMPARE(text("Txt_battery"), QStringLiteral("12.0V"));
     QString error;
@@ -502,173 +421,11 @@ void tst_CarLog::needsItsFilesInTheWindow()
         message = box->text();
         box->reject();
     });
-    const QString log = m_folder.write("raw.log", line(0, 0x100, QByteArray(8, '\0')));
+    const QString log = m_folder.write("raw.log", rawLine(0, 0x100, QByteArray(8, '\0')));
     drop(log);
     QCOMPARE(message, log + ": line 1: expected OBD-II answers on 7E8 to 7EF, found none in 1 "
                             "frames and 0 damaged lines; a raw log needs --dbc FILE and "
                             "--map FILE at the start");
-}
-
-// ---- A real car on the pages --------------------------------------------------------------------
-
-void tst_CarLog::realDoors_data()
-{
-    QTest::addColumn<QByteArray>("signal");
-    QTest::addColumn<QByteArray>("icon");
-    QTest::newRow("front left") << QByteArray("VCLEFT_frontLatchStatus")
-                                << QByteArray("icon_door_front_left");
-    QTest::newRow("front right") << QByteArray("VCRIGHT_frontLatchStatus")
-                                 << QByteArray("icon_door_front_right");
-    QTest::newRow("rear left") << QByteArray("VCLEFT_rearLatchStatus")
-                               << QByteArray("icon_door_rear_left");
-    QTest::newRow("rear right") << QByteArray("VCRIGHT_rearLatchStatus")
-                                << QByteArray("icon_door_rear_right");
-    QTest::newRow("trunk") << QByteArray("VCRIGHT_trunkLatchStatus") << QByteArray("icon_trunk");
-    QTest::newRow("hood") << QByteArray("VCFRONT_frunkLatchStatus") << QByteArray("icon_hood");
-}
-
-void tst_CarLog::realDoors()
-{
-    if (!readRealCar())
-        QSKIP("the real car's DBC file is not here");
-    QFETCH(QByteArray, signal);
-    QFETCH(QByteArray, icon);
-    QByteArray log;
-    for (int ms = 0; ms < 3000; ms += 100)
-        log += frames(ms, {{signal.constData(), ms < 1000 ? "LATCH_CLOSED" : "LATCH_OPENED", 0}});
-    drive(log, 81);
-    QWidget *door = screen()->widgetNamed(QLatin1String(icon));
-    session()->drive()->seek(500);
-    QTRY_VERIFY(!door->isVisible());
-    session()->drive()->seek(2000);
-    QTRY_VERIFY(door->isVisible());
-    int open = 0;
-    for (const char *other :
-         {"icon_hood", "icon_trunk", "icon_door_front_left", "icon_door_front_right",
-          "icon_door_rear_left", "icon_door_rear_right"})
-        open += screen()->widgetNamed(QLatin1String(other))->isVisible();
-    QCOMPARE(open, 1);
-}
-
-void tst_CarLog::realTire()
-{
-    if (!readRealCar())
-        QSKIP("the real car's DBC file is not here");
-    QByteArray log;
-    for (int ms = 0; ms < 3000; ms += 100)
-        log += frames(ms, {{"TPMSFLpressure31F", nullptr, 2.9},
-                           {"TPMSFRpressure31F", nullptr, ms < 1000 ? 2.9 : 2.0},
-                           {"TPMSRLpressure31F", nullptr, 2.9},
-                           {"TPMSRRpressure31F", nullptr, 2.9},
-                           {"TPMSFLtemp31F", nullptr, 20},
-                           {"TPMSFRtemp31F", nullptr, 20},
-                           {"TPMSRLtemp31F", nullptr, 20},
-                           {"TPMSRRtemp31F", nullptr, 20}});
-    drive(log, 81);
-    const auto style = [this] {
-        return screen()->widgetNamed(QStringLiteral("Txt_temp_front_right"))->styleSheet();
-    };
-    session()->drive()->seek(500);
-    QTRY_COMPARE(text("Txt_psi_front_right"), QStringLiteral("42 psi"));
-    QCOMPARE(text("Txt_temp_front_right"), QStringLiteral("68F"));
-    const QString normal = style();
-    session()->drive()->seek(2000);
-    QTRY_COMPARE(text("Txt_psi_front_right"), QStringLiteral("29 psi"));
-    QCOMPARE(text("Txt_psi_front_left"), QStringLiteral("42 psi"));
-    QTRY_VERIFY(style() != normal); // the warning
-}
-
-void tst_CarLog::realClimate()
-{
-    if (!readRealCar())
-        QSKIP("the real car's DBC file is not here");
-    QByteArray log;
-    for (int ms = 0; ms < 3000; ms += 100) {
-        log += frames(ms, {{"UI_hvacReqTempSetpointLeft", nullptr, ms < 1000 ? 20.0 : 24.0},
-                           {"UI_hvacReqTempSetpointRight", nullptr, 22.0}});
-        log += frames(ms, {{"VCRIGHT_hvacBlowerSegment", "11", 0},
-                           {"VCRIGHT_hvacPowerState", "ON", 0},
-                           {"VCRIGHT_hvacACRunning", nullptr, 1}});
-    }
-    drive(log, 82);
-    session()->drive()->seek(500);
-    QTRY_COMPARE(text("Txt_left_temp"), QStringLiteral("68.00 F"));
-    QCOMPARE(text("Txt_right_temp"), QStringLiteral("72.00 F"));
-    session()->drive()->seek(2000);
-    QTRY_COMPARE(text("Txt_left_temp"), QStringLiteral("75.00 F"));
-}
-
-bool tst_CarLog::openRealDrive()
-{
-    const QString log = recordedDrive("falcon_fg_engine_20210120.candump.log");
-    if (!QFile::exists(log))
-        return false;
-    m_options.setup.car = {testpaths::source("tests/cars/falcon.dbc"),
-                           testpaths::source("tests/cars/falcon.json")};
-    makeBench(log);
-    return true;
-}
-
-void tst_CarLog::realDrive()
-{
-    if (!openRealDrive())
-        QSKIP("the recorded drive is not here");
-    const QJsonObject found = session()->drive()->source()->statistics()["quantities"].toObject();
-    const auto range = [&found](const char *name) {
-        const QJsonObject one = found[QLatin1String(name)].toObject();
-        return qMakePair(one["min"].toDouble(), one["max"].toDouble());
-    };
-    QCOMPARE(found.keys(), (QStringList{"Coolant temperature", "Engine speed", "Voltage"}));
-    QCOMPARE(range("Engine speed"), qMakePair(0.0, 1405.25));
-    QCOMPARE(range("Coolant temperature"), qMakePair(59.0, 125.6)); // 15 and 52 degrees Celsius
-    QCOMPARE(range("Voltage"), qMakePair(10.3, 14.3));
-    const auto showsAt = [this](qint64 ms, const char *label, const char *expected) {
-        session()->drive()->seek(ms);
-        QTRY_COMPARE(text(label), QString::fromUtf8(expected));
-    };
-    session()->drive()->pause();
-    windows()->openWindow(81);
-    showsAt(5000, "Txt_battery", "12.4V");
-    showsAt(119000, "Txt_battery", "--"); // the bus is silent while the module boots
-    QCOMPARE(text("Txt_psi_front_left"), QStringLiteral("--"));
-    QVERIFY(!screen()->widgetNamed("key_engine")->isEnabled());
-    windows()->openWindow(80);
-    showsAt(5000, "Txt_up_right_value", "106 ℉");
-    showsAt(119000, "Txt_up_right_value", "--");
-    showsAt(121650, "Txt_up_right_value", "59 ℉"); // what the car says, for a tenth of a second
-    showsAt(121800, "Txt_up_right_value", "126 ℉");
-    QCOMPARE(text("Txt_down_left_value"), QStringLiteral("--"));
-}
-
-void tst_CarLog::realDriveShowsNoMore_data()
-{
-    QTest::addColumn<int>("page");
-    QTest::addColumn<QStringList>("numbers");
-    QTest::addColumn<QStringList>("unknown");
-    QTest::newRow("gauges") << 80 << QStringList{"108 ℉", "749 RPM"}
-                            << QStringList{"Txt_up_left_value", "Txt_down_left_value",
-                                           "Txt_down_right_value"};
-    QTest::newRow("vehicle") << 81 << QStringList{"14.1V"}
-                             << QStringList{"Txt_psi_front_left",  "Txt_psi_front_right",
-                                            "Txt_psi_rear_left",   "Txt_psi_rear_right",
-                                            "Txt_temp_front_left", "Txt_temp_front_right",
-                                            "Txt_temp_rear_left",  "Txt_temp_rear_right"};
-    QTest::newRow("climate") << 82 << QStringList() << QStringList();
-    QTest::newRow("parking") << 83 << QStringList() << QStringList();
-}
-
-void tst_CarLog::realDriveShowsNoMore()
-{
-    if (!openRealDrive())
-        QSKIP("the recorded drive is not here");
-    QFETCH(int, page);
-    QFETCH(QStringList, numbers);
-    QFETCH(QStringList, unknown);
-    session()->drive()->pause();
-    session()->drive()->seek(20000);
-    QTRY_COMPARE(numbersOn(page), numbers);
-    for (const QString &label : qAsConst(unknown))
-        QCOMPARE(text(label.toLatin1()), QStringLiteral("--"));
 }
 
 NORDA_TEST_MAIN(tst_CarLog)
