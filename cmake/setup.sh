@@ -160,11 +160,15 @@ norda_check_format() {
         xargs -0 clang-format --dry-run --Werror
 }
 
-# norda_lint: clang-tidy over what ships, with the checks of .clang-tidy, after a release build.
+# norda_lint: clang-tidy over what ships, with the checks of .clang-tidy, after a release build. Without the
+# precompiled headers of that build, so each file has to include what it uses.
 norda_lint() {
     local log
     log=$(norda_log lint)
-    run-clang-tidy -quiet -p build/release "$PWD/(host/src|plugin|output|process|bus|module|unit|bench|ecu|moduled)/.*\.cpp\$" \
+    mkdir -p build/lint
+    sed 's| -Winvalid-pch -include [^ ]*cmake_pch.hxx||' build/release/compile_commands.json \
+        >build/lint/compile_commands.json
+    run-clang-tidy -quiet -p build/lint "$PWD/(host/src|plugin|output|process|bus|module|unit|bench|ecu|moduled)/.*\.cpp\$" \
         >"$log" 2>&1 && return 0
     grep -E "(error|warning):" "$log" | sort -u >&2
     echo "clang-tidy has more in $log." >&2
