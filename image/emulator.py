@@ -92,7 +92,7 @@ class Board:
             return ""
 
     def wait(self, seconds, text=FIRST_PAGE):
-        """Until the board has written this text: as usual, that its first page is on the display."""
+        """Until this text is on the serial console; by default the report of the first page."""
         end = time.monotonic() + seconds
         while text not in self.log():
             if time.monotonic() > end:
