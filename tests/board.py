@@ -122,6 +122,8 @@ class BoardTest(unittest.TestCase):
         for (phase, end), (_, start) in zip(ends, [("", 0), *ends]):
             self.assertGreater(end, start, phase)
             print(f"{phase}: {end - start:.1f} s")
+        for service in ("systemd-udevd", "vcan0", "norda-ecu", "norda-moduled"):
+            self.assertGreater(self.monotonic("InactiveExit", service), ends[-1][1], service)
 
     def test_b_log_has_no_warnings(self):
         lines = self.on_board("journalctl -b -q -p warning --no-pager -o cat").splitlines()

@@ -98,6 +98,6 @@ public:
     bool isAnswering = true;
 };
 
-static constexpr int patienceMs = 60000;
+inline constexpr int patienceMs = 60000;
 #define TRY_CONNECTED(unit) QTRY_COMPARE_WITH_TIMEOUT((unit).state(), Client::Connected, patienceMs)
 #define TRY_WAITING(unit) QTRY_COMPARE_WITH_TIMEOUT((unit).state(), Client::Waiting, patienceMs)

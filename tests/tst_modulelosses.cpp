@@ -5,8 +5,7 @@
 
 using module::ModuleService;
 
-/** What a unit makes of a module or a bus that goes, restarts, or does not keep to the interface.
- */
+/** Modules and buses that go, restart, or do not keep to the interface. */
 class tst_ModuleLosses : public QObject
 {
     Q_OBJECT

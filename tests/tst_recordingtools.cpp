@@ -220,7 +220,7 @@ void tst_RecordingTools::cutOfALongOne()
     QElapsedTimer clock;
     clock.start();
     whole->seek(1800 * 1000);
-    QVERIFY2(clock.elapsed() < 5000, "a jump within an hour");
+    QVERIFY2(clock.elapsed() < 1000, "a jump within an hour");
     for (int i = 0; i < 500; ++i) {
         if (i == 1)
             QCOMPARE(part->take().signal, QByteArray(beginAction));
