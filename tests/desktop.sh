@@ -17,6 +17,30 @@ fail() {
     exit 1
 }
 
+# within SECONDS COMMAND...: repeats it until it succeeds.
+within() {
+    local end=$((SECONDS + $1))
+    shift
+    until "$@" 2>/dev/null; do
+        ((SECONDS < end)) || return 1
+        sleep 0.1
+    done
+}
+
+# managed: the display has a window manager.
+managed() {
+    xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'
+}
+
+# found NAME: $window is the visible window of this name. A window that goes away while xdotool walks
+# through them all is an error to xdotool, so callers ask again.
+found() {
+    local windows
+    windows=$(xdotool search --onlyvisible --name "$1")
+    window=${windows%%$'\n'*}
+    [ -n "$window" ]
+}
+
 # display SIZE: an X display of this size with a window manager, as $DISPLAY.
 display() {
     local number
@@ -28,6 +52,7 @@ display() {
     export DISPLAY=:$number
     openbox >/dev/null 2>&1 &
     children+=($!)
+    within 20 managed || fail "no window manager on the display of $1"
 }
 
 # start NAME: the bench on the display, until its window is there.
@@ -35,8 +60,7 @@ start() {
     "$bench" >"$home/$1.log" 2>&1 &
     bench_pid=$!
     children+=("$bench_pid")
-    window=$(timeout 30 xdotool search --sync --onlyvisible --name 'Head unit bench' | head -n 1) ||
-        fail "$1: no window: $(tail -n 1 "$home/$1.log")"
+    within 30 found 'Head unit bench' || fail "$1: no window: $(tail -n 1 "$home/$1.log")"
     xdotool windowactivate --sync "$window"
     sleep 1
 }
@@ -97,7 +121,7 @@ tour() {
 # opens NAME PAGE: the unit has opened a page, which it keeps.
 opens() {
     local kept=$NORDA_HOST_ROOT/media/flash/nvm/settings.ini
-    timeout 20 sh -c "until grep -q '^UnitLastPage=$2' '$kept'; do sleep 0.1; done" ||
+    within 20 grep -q "^UnitLastPage=$2" "$kept" ||
         fail "$1: expected page $2, the unit keeps '$(cat "$kept")'"
 }
 
@@ -111,8 +135,7 @@ unit() {
     build/release/bin/norda-unit --module none >"$home/$name.log" 2>&1 &
     bench_pid=$!
     children+=("$bench_pid")
-    window=$(timeout 30 xdotool search --sync --onlyvisible --name '^Head unit$' | head -n 1) ||
-        fail "$name: no window: $(tail -n 1 "$home/$name.log")"
+    within 30 found '^Head unit$' || fail "$name: no window: $(tail -n 1 "$home/$name.log")"
     opens "$name" 80
     [ "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(X|Y|WIDTH|HEIGHT)=' | xargs)" = \
         "X=0 Y=0 WIDTH=$width HEIGHT=$height" ] || fail "$name: the display is not covered"
