@@ -3,6 +3,7 @@
 import base64
 import json
 import os
+import signal
 import subprocess
 import time
 
@@ -23,7 +24,7 @@ class Browser:
         self._process = subprocess.Popen(
             [program, "--headless", "--no-sandbox", "--disable-gpu", "--remote-debugging-pipe",
              f"--user-data-dir={profile}", "--host-resolver-rules=MAP * ~NOTFOUND", "about:blank"],
-            preexec_fn=connect, close_fds=False,
+            preexec_fn=connect, close_fds=False, start_new_session=True,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(to_browser)
         os.close(from_browser)
@@ -39,8 +40,14 @@ class Browser:
             self.call(f"{domain}.enable")
 
     def close(self):
-        self._process.kill()
-        self._process.wait()
+        """Asks it to end, which ends its helpers too: killed, it leaves them writing to the profile."""
+        self._session = None
+        try:
+            self.call("Browser.close")
+            self._process.wait(PATIENCE)
+        except (OSError, RuntimeError, subprocess.TimeoutExpired):
+            os.killpg(self._process.pid, signal.SIGKILL)
+            self._process.wait()
 
     def call(self, method, **params):
         """A command of the protocol. Returns its result."""

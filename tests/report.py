@@ -123,7 +123,8 @@ def check_print(browser, page):
 def main(program, sources):
     pages = make_reports(program, sources)
     browser_program = shutil.which("chromium") or "chromium"
-    with tempfile.TemporaryDirectory() as profile:
+    # A helper of the browser may outlive it for a moment, and write.
+    with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as profile:
         os.environ["HOME"] = profile
         browser = Browser(browser_program, profile)
         try:
