@@ -1,6 +1,7 @@
 #include "services.h"
 
 #include "obdpids.h"
+#include "obdservices.h"
 
 #include <QRegularExpression>
 #include <QtEndian>
@@ -8,6 +9,8 @@
 #include <algorithm>
 
 namespace ecu {
+
+namespace obd = module::obd;
 
 using module::Pid;
 using module::Quantity;
@@ -156,15 +159,14 @@ struct Service
 };
 
 static constexpr Service services[] = {
-    {0x01, currentData},
-    {0x03, troubleCodes},
-    {0x09, vehicleInformation},
+    {obd::currentData, currentData},
+    {obd::storedCodes, troubleCodes},
+    {obd::vehicleInformation, vehicleInformation},
 };
 
 static QByteArray refusal(char service, char reason, Addressing addressing)
 {
-    static constexpr char negative = 0x7F;
-    return addressing == Addressing::Physical ? QByteArray(1, negative) + service + reason
+    return addressing == Addressing::Physical ? QByteArray(1, obd::refusal) + service + reason
                                               : QByteArray();
 }
 
@@ -172,7 +174,6 @@ QByteArray answer(const Car &car, int unit, const QByteArray &request, Addressin
 {
     static constexpr char serviceNotSupported = 0x11;
     static constexpr char parameterNotSupported = 0x12;
-    static constexpr char isAnswer = 0x40;
     if (request.isEmpty())
         return {};
     const char id = request[0];
@@ -183,7 +184,7 @@ QByteArray answer(const Car &car, int unit, const QByteArray &request, Addressin
         return refusal(id, serviceNotSupported, addressing);
     const QByteArray data = service->data(car, unit, request.mid(1));
     return data.isEmpty() ? refusal(id, parameterNotSupported, addressing)
-                          : QByteArray(1, char(id | isAnswer)) + data;
+                          : QByteArray(1, char(id | obd::answerBit)) + data;
 }
 
 } // namespace ecu

@@ -6,20 +6,14 @@
 #include "live/troublecodes.h"
 #include "missingvalues.h"
 #include "obdpids.h"
+#include "obdservices.h"
 
 #include <QFileInfo>
 #include <QMap>
 
 namespace module {
 
-static constexpr quint8 currentDataAnswer = 0x41;
 static constexpr int standardDigits = 3; // of an identifier of 11 bits
-
-static bool isHex(const QByteArray &text)
-{
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return std::isxdigit(static_cast<unsigned char>(c)); });
-}
 
 /** The time of a word such as "(1725694999.693250)". */
 static std::optional<double> secondsOf(const QByteArray &word)
@@ -41,13 +35,12 @@ static std::optional<QByteArray> bytesOf(const QByteArray &digits, int most)
 /** What follows the first hash: bytes, a remote frame without any, or the flags of a long frame. */
 static std::optional<QByteArray> dataOf(const QByteArray &text)
 {
-    static constexpr int longest = 8;
     static constexpr int longestFd = 64;
     static constexpr int markAndFlags = 2;
     if (text.startsWith('R'))
         return QByteArray();
     if (!text.startsWith('#'))
-        return bytesOf(text, longest);
+        return bytesOf(text, longestFrame);
     return text.size() >= markAndFlags ? bytesOf(text.mid(markAndFlags), longestFd) : std::nullopt;
 }
 
@@ -106,7 +99,7 @@ private:
         const auto *bytes = reinterpret_cast<const quint8 *>(data.constData());
         // A single frame: its length, then the service of the answer.
         const bool isSingle = data.size() >= 3 && bytes[0] >= 2 && bytes[0] <= 7;
-        if (!isSingle || bytes[1] != currentDataAnswer) {
+        if (!isSingle || bytes[1] != obd::currentDataAnswer) {
             ++m_otherAnswers;
             return;
         }

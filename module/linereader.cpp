@@ -2,6 +2,9 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cctype>
+
 namespace module {
 
 LineReader::LineReader(const QString &path, QString *error) : m_file(path)
@@ -34,6 +37,12 @@ bool LineReader::next(QByteArray *line)
     while (line->endsWith('\n') || line->endsWith('\r'))
         line->chop(1);
     return true;
+}
+
+bool isHex(const QByteArray &text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return std::isxdigit(static_cast<unsigned char>(c)); });
 }
 
 QString excerpt(const QByteArray &text)

@@ -31,6 +31,9 @@ private:
     bool m_cutOff = false;
 };
 
+/** @return whether there is nothing but hexadecimal digits */
+bool isHex(const QByteArray &text);
+
 /** The start of a damaged text, printable, for an error message. */
 QString excerpt(const QByteArray &text);
 

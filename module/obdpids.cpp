@@ -1,5 +1,7 @@
 #include "obdpids.h"
 
+#include "obdservices.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -50,11 +52,10 @@ double pidValue(const Pid &pid, const quint8 *data)
 
 std::optional<PidReading> pidReading(const QByteArray &answer)
 {
-    static constexpr quint8 currentDataAnswer = 0x41;
     static constexpr int header = 2;
     static constexpr quint8 lampBit = 0x80;
     const auto *bytes = reinterpret_cast<const quint8 *>(answer.constData());
-    if (answer.size() <= header || bytes[0] != currentDataAnswer)
+    if (answer.size() <= header || bytes[0] != obd::currentDataAnswer)
         return std::nullopt;
     if (bytes[1] == lampPid)
         return PidReading{Quantity::EngineLamp, double((bytes[header] & lampBit) != 0)};

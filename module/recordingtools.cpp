@@ -211,7 +211,7 @@ Comparison compareRecordings(const QString &first, const QString &second, QStrin
     return RecordingComparison(&a, &b, error).run(report);
 }
 
-static QString seconds(qint64 ms)
+static QString exactSeconds(qint64 ms)
 {
     return QString::number(double(ms) / 1000, 'g', 10);
 }
@@ -281,7 +281,7 @@ static bool writePart(output::OutputFile *out, const QString &file, qint64 fromM
         return false;
     if (lines.isAtEnd() || lines.ms() > double(toMs)) {
         *error = QStringLiteral("%1: expected signals or calls from %2 s to %3 s, found none")
-                     .arg(file, seconds(fromMs), seconds(toMs));
+                     .arg(file, exactSeconds(fromMs), exactSeconds(toMs));
         return false;
     }
     writer.copy(&lines, fromMs, toMs, error);

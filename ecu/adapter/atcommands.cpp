@@ -1,12 +1,14 @@
 #include "adapter/atcommands.h"
 
 #include "adapter/protocols.h"
+#include "linereader.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace ecu {
 
+using module::isHex;
 using module::Quantity;
 
 /** What follows the name of a command. */
@@ -177,12 +179,6 @@ static const AtCommand commands[] = {
     {"SS",  Form::Nothing,  14, noFlag, nullptr},
 };
 // clang-format on
-
-static bool isHex(const QByteArray &text)
-{
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return std::isxdigit(static_cast<unsigned char>(c)); });
-}
 
 static bool isHeader(const QByteArray &text)
 {

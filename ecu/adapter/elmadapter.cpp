@@ -3,16 +3,16 @@
 #include "adapter/answerlines.h"
 #include "adapter/atcommands.h"
 #include "adapter/protocols.h"
+#include "linereader.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace ecu {
 
 using Kind = BadAnswers::Kind;
 using module::CanFrame;
-
-static constexpr int longestFrame = 8;
+using module::isHex;
+using module::longestFrame;
 
 ElmAdapter::ElmAdapter(const Car *car, CarBus *bus, const BadAnswers &badAnswers)
     : m_car(car), m_bus(bus), m_badAnswers(badAnswers)
@@ -81,12 +81,6 @@ void ElmAdapter::carryOutLine(QByteArray line, qint64 nowMs)
         return begin(line, nowMs);
     print(carryOut(line.mid(2), *m_car, &m_state));
     prompt();
-}
-
-static bool isHex(const QByteArray &text)
-{
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return std::isxdigit(static_cast<unsigned char>(c)); });
 }
 
 /** An odd digit at the end is the number of frames to wait for. */

@@ -12,10 +12,9 @@ using module::CanFrame;
 using module::Dbc;
 using module::DbcMessage;
 using module::DbcSignal;
+using module::longestFrame;
 using module::Quantity;
 using module::SignalMap;
-
-static constexpr int longestFrame = 8; // longer ones need another kind of bus
 
 Broadcaster::Broadcaster(const SignalMap &map, const Dbc &dbc)
     : m_entries(map.entries()), m_messages(dbc.messages())

@@ -4,6 +4,8 @@
 
 namespace module {
 
+constexpr int longestFrame = 8; ///< in bytes, without CAN FD
+
 /** A data frame on a CAN bus. */
 struct CanFrame
 {

@@ -8,10 +8,9 @@ QByteArray candumpLine(qint64 timeUs, const CanFrame &frame)
 {
     static constexpr int shortDigits = 3;
     static constexpr int longDigits = 8;
-    static constexpr int longest = 8; // of a frame without CAN FD
     const QByteArray id = QByteArray::number(frame.id, 16)
                               .rightJustified(frame.isExtended ? longDigits : shortDigits, '0');
-    const QByteArray mark = frame.data.size() > longest ? "##0" : "#";
+    const QByteArray mark = frame.data.size() > longestFrame ? "##0" : "#";
     const QByteArray micros = QByteArray::number(timeUs % usPerSecond).rightJustified(6, '0');
     return '(' + QByteArray::number(timeUs / usPerSecond) + '.' + micros + ") can0 " +
            (id + mark + frame.data.toHex()).toUpper() + '\n';

@@ -1,9 +1,13 @@
 #include "cantester.h"
 
+#include "obdservices.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace module {
+
+using namespace obd;
 
 static constexpr quint32 toAll = 0x7DF;
 static constexpr quint32 toAllExtended = 0x18DB33F1;
@@ -11,9 +15,6 @@ static constexpr quint32 answerOffset = 8; // of 11 bits, from a request to its 
 static constexpr quint32 addressMask = 0xFF;
 static constexpr quint32 toOneExtended = 0x18DA00F1;
 
-static constexpr quint8 refusal = 0x7F;
-static constexpr quint8 answerPending = 0x78;
-static constexpr quint8 answerBit = 0x40; // set in a request's service for its answer
 static constexpr qint64 pendingMs = 5000; // for a unit that has asked for time
 static constexpr qint64 allMs = 500;      // for all units, of which each may come late
 
@@ -21,11 +22,6 @@ static constexpr qint64 allMs = 500;      // for all units, of which each may co
 static quint32 requestId(quint32 ecu, bool isExtended)
 {
     return isExtended ? toOneExtended | (ecu & addressMask) << 8 : ecu - answerOffset;
-}
-
-static quint8 byteAt(const QByteArray &data, int index)
-{
-    return index < data.size() ? static_cast<quint8>(data.at(index)) : quint8(0);
 }
 
 void CanTester::ask(const ObdRequest &request, qint64 nowMs)
@@ -119,7 +115,6 @@ void CanTester::takeFrom(IsoTp *unit, quint32 ecu, qint64 nowMs)
 void CanTester::takeAnswer(const ObdAnswer &answer, qint64 nowMs)
 {
     static constexpr int pidAt = 1;
-    static constexpr quint8 currentData = 1;
     const bool isPending =
         byteAt(answer.message, 0) == refusal && byteAt(answer.message, 2) == answerPending;
     if (isPending) {

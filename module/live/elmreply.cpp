@@ -2,6 +2,7 @@
 
 #include "linereader.h"
 #include "live/isotp.h"
+#include "obdservices.h"
 
 #include <algorithm>
 #include <cctype>
@@ -77,13 +78,6 @@ static QByteArray withoutProgress(QByteArray text)
     return text;
 }
 
-static bool isHex(const QByteArray &text)
-{
-    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](char c) {
-        return std::isxdigit(static_cast<unsigned char>(c)) != 0;
-    });
-}
-
 /** Of 11 bits the identifier has three digits, so that their number is odd. */
 static std::optional<ElmLine> frameOf(const QByteArray &digits)
 {
@@ -155,11 +149,7 @@ bool isElmEcho(const QByteArray &line, const QByteArray &command)
 
 static bool isAnswerTo(const QByteArray &request, const QByteArray &answer)
 {
-    static constexpr quint8 refusal = 0x7F;
-    static constexpr quint8 answerBit = 0x40; // set in a request's service for its answer
-    const auto byteAt = [](const QByteArray &data, int index) {
-        return index < data.size() ? static_cast<quint8>(data.at(index)) : quint8(0);
-    };
+    using namespace obd;
     if (byteAt(answer, 0) == refusal)
         return byteAt(answer, 1) == byteAt(request, 0);
     const bool isSamePid = request.size() < 2 || byteAt(answer, 1) == byteAt(request, 1);

@@ -1,23 +1,21 @@
 #include "isotp.h"
 
+#include "obdservices.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace module {
 
+using obd::byteAt;
+
 enum class FrameKind : quint8 { Single, First, Consecutive, FlowControl };
 enum class FlowStatus : quint8 { Continue, Wait, Overflow };
 
-static constexpr int frameSize = 8;
 static constexpr int singleSize = 7;      // most bytes of a single frame, also of a consecutive one
 static constexpr int firstSize = 6;       // bytes of a first frame
 static constexpr int flowControlSize = 3; // kind and status, block size, separation time
 static constexpr int mostWaits = 10;      // frames in a row that only ask for patience
-
-static quint8 byteAt(const QByteArray &data, int index)
-{
-    return static_cast<quint8>(data.at(index));
-}
 
 static char header(FrameKind kind, int low)
 {
@@ -67,7 +65,7 @@ void IsoTp::send(const QByteArray &message, qint64 nowMs)
 void IsoTp::receive(const CanFrame &frame, qint64 nowMs)
 {
     if (frame.id != m_addresses.receive || frame.isExtended != m_addresses.isExtended ||
-        frame.data.isEmpty() || frame.data.size() > frameSize)
+        frame.data.isEmpty() || frame.data.size() > longestFrame)
         return;
     switch (FrameKind(byteAt(frame.data, 0) >> 4)) {
     case FrameKind::Single:
@@ -101,7 +99,7 @@ void IsoTp::receiveSingle(const QByteArray &data)
 
 void IsoTp::receiveFirst(const QByteArray &data, qint64 nowMs)
 {
-    if (data.size() < frameSize)
+    if (data.size() < longestFrame)
         return;
     const int length = (byteAt(data, 0) & 0xF) << 8 | byteAt(data, 1);
     if (length == 0) { // a longer message, whose length follows
@@ -251,7 +249,7 @@ qint64 IsoTp::nextDueMs() const
 void IsoTp::sendFrame(QByteArray data)
 {
     if (m_timing.padding >= 0)
-        data.append(frameSize - data.size(), char(m_timing.padding));
+        data.append(longestFrame - data.size(), char(m_timing.padding));
     m_frames.append({m_addresses.send, m_addresses.isExtended, data});
 }
 

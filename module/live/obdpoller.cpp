@@ -2,6 +2,7 @@
 
 #include "live/troublecodes.h"
 #include "obdpids.h"
+#include "obdservices.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,7 +12,6 @@ namespace module {
 static constexpr qint64 secondMs = 1000;
 static constexpr int mostFailures = 5; // in a row, of whatever is asked
 static constexpr int mostTries = 3;    // of one request
-static constexpr char currentData = 1;
 
 ObdPoller::ObdPoller(const Settings &settings) : m_settings(settings)
 {
@@ -95,7 +95,7 @@ ObdRequest ObdPoller::discover(qint64 nowMs)
 {
     m_entry = -1;
     const int units = m_block == 0 ? 0 : m_supported.unitsWith(m_block).size();
-    return send({QByteArray(1, currentData) + char(m_block), 0, units}, nowMs);
+    return send({QByteArray(1, obd::currentData) + char(m_block), 0, units}, nowMs);
 }
 
 int ObdPoller::entryOf(Quantity quantity) const

@@ -1,21 +1,16 @@
 #include "pollplan.h"
 
 #include "obdpids.h"
+#include "obdservices.h"
 #include "pagesignals.h"
 
 #include <algorithm>
 
 namespace module {
 
-static constexpr char storedCodes = 3; // services
-static constexpr char currentData = 1;
-static constexpr quint8 currentDataAnswer = 0x41;
-static constexpr int codesMs = 60000;
+using namespace obd;
 
-static quint8 byteAt(const QByteArray &data, int index)
-{
-    return index < data.size() ? static_cast<quint8>(data.at(index)) : quint8(0);
-}
+static constexpr int codesMs = 60000;
 
 bool SupportedPids::add(int block, const ObdAnswer &answer)
 {

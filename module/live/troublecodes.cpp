@@ -1,13 +1,10 @@
 #include "troublecodes.h"
 
+#include "obdservices.h"
+
 namespace module {
 
-static constexpr quint8 storedCodesAnswer = 0x43;
-
-static quint8 byteAt(const QByteArray &data, int index)
-{
-    return index < data.size() ? static_cast<quint8>(data.at(index)) : quint8(0);
-}
+using namespace obd;
 
 static QString codeText(quint8 high, quint8 low)
 {

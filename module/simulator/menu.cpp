@@ -6,7 +6,7 @@
 
 namespace module {
 
-enum EntryKind { Page, Value, Reset, Up };
+enum EntryKind { Submenu, Value, Reset, Up };
 
 struct Entry
 {
@@ -20,63 +20,63 @@ enum PageNumber { Main, Units, Tires, Lights, Ambient, Locks, Parking, Gauges, R
 
 // clang-format off
 static constexpr Entry entries[] = {
-    /* Main */      {-1,        Page,  "Vehicle settings",          nullptr},
-    /* Units */     {Main,      Page,  "Units",                     nullptr},
-    /* Tires */     {Main,      Page,  "Tires",                     nullptr},
-    /* Lights */    {Main,      Page,  "Lights",                    nullptr},
-    /* Ambient */   {Lights,    Page,  "Ambient light",             nullptr},
-    /* Locks */     {Main,      Page,  "Doors and locks",           nullptr},
-    /* Parking */   {Main,      Page,  "Parking assist",            nullptr},
-    /* Gauges */    {Main,      Page,  "Gauges and alerts",         nullptr},
-    /* ResetPage */ {Main,      Page,  "Reset all settings?",       nullptr},
+    /* Main */      {-1,        Submenu, "Vehicle settings",          nullptr},
+    /* Units */     {Main,      Submenu, "Units",                     nullptr},
+    /* Tires */     {Main,      Submenu, "Tires",                     nullptr},
+    /* Lights */    {Main,      Submenu, "Lights",                    nullptr},
+    /* Ambient */   {Lights,    Submenu, "Ambient light",             nullptr},
+    /* Locks */     {Main,      Submenu, "Doors and locks",           nullptr},
+    /* Parking */   {Main,      Submenu, "Parking assist",            nullptr},
+    /* Gauges */    {Main,      Submenu, "Gauges and alerts",         nullptr},
+    /* ResetPage */ {Main,      Submenu, "Reset all settings?",       nullptr},
 
     // A page has no more lines than its parent: the head unit does not clear its rows when it
     // requests the menu from another page.
-    {Main,      Value, "Voice prompts",       "On|Off"},
-    {Main,      Value, "Alert tone",          "On|Off"},
-    {Main,      Value, "Speed alert",         "Off|On"},
-    {Main,      Value, "Ice warning",         "On|Off"},
-    {Main,      Value, "Low fuel at",         "2 gallons|3 gallons|1 gallon"},
-    {Main,      Value, "Service alert every", "3000 miles|5000 miles|7500 miles"},
-    {Main,      Value, "Start-up sweep",      "On|Off"},
-    {Main,      Value, "Clock",               "12 hours|24 hours"},
+    {Main,      Value,   "Voice prompts",       "On|Off"},
+    {Main,      Value,   "Alert tone",          "On|Off"},
+    {Main,      Value,   "Speed alert",         "Off|On"},
+    {Main,      Value,   "Ice warning",         "On|Off"},
+    {Main,      Value,   "Low fuel at",         "2 gallons|3 gallons|1 gallon"},
+    {Main,      Value,   "Service alert every", "3000 miles|5000 miles|7500 miles"},
+    {Main,      Value,   "Start-up sweep",      "On|Off"},
+    {Main,      Value,   "Clock",               "12 hours|24 hours"},
 
-    {Units,     Value, "Speed",               "mph|km/h"},
-    {Units,     Value, "Temperature",         "\u00B0F|\u00B0C"},
-    {Units,     Value, "Pressure",            "psi|bar|kPa"},
-    {Units,     Value, "Fuel economy",        "mpg|l/100 km"},
+    {Units,     Value,   "Speed",               "mph|km/h"},
+    {Units,     Value,   "Temperature",         "\u00B0F|\u00B0C"},
+    {Units,     Value,   "Pressure",            "psi|bar|kPa"},
+    {Units,     Value,   "Fuel economy",        "mpg|l/100 km"},
 
-    {Tires,     Value, "Low front threshold", "28 psi|29 psi|30 psi|26 psi|27 psi"},
-    {Tires,     Value, "Low rear threshold",  "28 psi|29 psi|30 psi|26 psi|27 psi"},
-    {Tires,     Value, "Pressure warning",    "On|Off"},
+    {Tires,     Value,   "Low front threshold", "28 psi|29 psi|30 psi|26 psi|27 psi"},
+    {Tires,     Value,   "Low rear threshold",  "28 psi|29 psi|30 psi|26 psi|27 psi"},
+    {Tires,     Value,   "Pressure warning",    "On|Off"},
 
-    {Lights,    Value, "Headlights off after","30 s|60 s|90 s|0 s"},
-    {Lights,    Value, "Daytime lights",      "On|Off"},
-    {Lights,    Value, "Greeting lights",     "Off|On"},
-    {Ambient,   Value, "Colour",              "Ice blue|White|Amber|Red|Green"},
-    {Ambient,   Value, "Brightness",          "3|4|5|1|2"},
-    {Ambient,   Value, "Footwell",            "On|Off"},
+    {Lights,    Value,   "Headlights off after","30 s|60 s|90 s|0 s"},
+    {Lights,    Value,   "Daytime lights",      "On|Off"},
+    {Lights,    Value,   "Greeting lights",     "Off|On"},
+    {Ambient,   Value,   "Colour",              "Ice blue|White|Amber|Red|Green"},
+    {Ambient,   Value,   "Brightness",          "3|4|5|1|2"},
+    {Ambient,   Value,   "Footwell",            "On|Off"},
 
-    {Locks,     Value, "Lock while driving",  "On|Off"},
-    {Locks,     Value, "Unlock on exit",      "All doors|Driver door"},
-    {Locks,     Value, "Horn on locking",     "Off|On"},
+    {Locks,     Value,   "Lock while driving",  "On|Off"},
+    {Locks,     Value,   "Unlock on exit",      "All doors|Driver door"},
+    {Locks,     Value,   "Horn on locking",     "Off|On"},
 
-    {Parking,   Value, "Tone volume",         "Medium|High|Low"},
-    {Parking,   Value, "Front sensors",       "On|Off"},
-    {Parking,   Value, "Rear sensors",        "On|Off"},
-    {Parking,   Value, "Blind spot warning",  "On|Off"},
+    {Parking,   Value,   "Tone volume",         "Medium|High|Low"},
+    {Parking,   Value,   "Front sensors",       "On|Off"},
+    {Parking,   Value,   "Rear sensors",        "On|Off"},
+    {Parking,   Value,   "Blind spot warning",  "On|Off"},
 
-    {Gauges,    Value, "Engine hot at",       "240 \u00B0F|250 \u00B0F|230 \u00B0F"},
-    {Gauges,    Value, "Oil hot at",          "260 \u00B0F|270 \u00B0F|250 \u00B0F"},
-    {Gauges,    Value, "Low voltage at",      "11.8 V|12.0 V|11.5 V"},
-    {Gauges,    Value, "Shift lamp at",       "5600 rpm|6000 rpm|5200 rpm"},
-    {Gauges,    Value, "Shift lamp",          "On|Off"},
-    {Gauges,    Value, "Peak hold",           "On|Off"},
-    {Gauges,    Value, "Needle speed",        "Normal|Fast|Slow"},
-    {Gauges,    Value, "Top left gauge",      "Transmission|Oil|Ambient"},
+    {Gauges,    Value,   "Engine hot at",       "240 \u00B0F|250 \u00B0F|230 \u00B0F"},
+    {Gauges,    Value,   "Oil hot at",          "260 \u00B0F|270 \u00B0F|250 \u00B0F"},
+    {Gauges,    Value,   "Low voltage at",      "11.8 V|12.0 V|11.5 V"},
+    {Gauges,    Value,   "Shift lamp at",       "5600 rpm|6000 rpm|5200 rpm"},
+    {Gauges,    Value,   "Shift lamp",          "On|Off"},
+    {Gauges,    Value,   "Peak hold",           "On|Off"},
+    {Gauges,    Value,   "Needle speed",        "Normal|Fast|Slow"},
+    {Gauges,    Value,   "Top left gauge",      "Transmission|Oil|Ambient"},
 
-    {ResetPage, Reset, "Yes, restore the factory settings", nullptr},
-    {ResetPage, Up,    "No",                                nullptr},
+    {ResetPage, Reset,   "Yes, restore the factory settings", nullptr},
+    {ResetPage, Up,      "No",                                nullptr},
 };
 // clang-format on
 static constexpr int mostLines = 15;
@@ -120,7 +120,7 @@ void Menu::select(EmissionQueue *out, qint64 atMs, int line)
     static constexpr int firstLine = wire::titleNumber + 1;
     const QVector<int> lines = children(m_page);
     const int entry = line >= firstLine ? lines.value(line - firstLine, -1) : -1;
-    if (entry >= 0 && entries[entry].kind == Page) {
+    if (entry >= 0 && entries[entry].kind == Submenu) {
         m_page = entry;
     } else if (entry >= 0 && entries[entry].kind == Value) {
         const int values = QByteArray(entries[entry].values).count('|') + 1;
