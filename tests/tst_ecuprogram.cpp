@@ -28,6 +28,7 @@ private slots:
     void faults_data();
     void faults();
     void secondClientFindsItTaken();
+    void nextClientComesAtOnce();
     void listensOnThisMachineOnly();
     void silence();
     void pulledOut_data();
@@ -302,6 +303,23 @@ void tst_EcuProgram::secondClientFindsItTaken()
         QCOMPARE(first.send("ATE0"), QByteArray("ATE0\rOK\r\r>"));
     }
     QVERIFY(answersAgain([&place] { return LineClient::port(place); }));
+}
+
+/** The one before has asked for something and left before the answer. */
+void tst_EcuProgram::nextClientComesAtOnce()
+{
+    EcuProgram program(QStringLiteral("--tcp 0"));
+    const QString place = program.place("tcp");
+    auto client = std::make_unique<LineClient>(LineClient::port(place));
+    QVERIFY(client->send("ATI").endsWith('>'));
+    for (int i = 0; i < 20; ++i) {
+        program.signal(SIGSTOP); // so that it finds all at the same time
+        client->send("010C", 0);
+        client.reset();
+        client = std::make_unique<LineClient>(LineClient::port(place));
+        program.signal(SIGCONT);
+        QVERIFY(client->send("ATI").endsWith('>'));
+    }
 }
 
 /** As the kernel sees it: 127.0.0.1, and no other address. */

@@ -37,10 +37,11 @@ QString TcpPort::name() const
     return QStringLiteral("127.0.0.1:%1").arg(m_port);
 }
 
-/** One that has left just now has perhaps not been noticed yet. */
+/** One that left just now may not be noticed yet. */
 bool TcpPort::hasClient() const
 {
-    if (m_client)
+    static constexpr int reads = 2; // what it sent, and then its end
+    for (int i = 0; i < reads && m_client; ++i)
         m_client->waitForReadyRead(0);
     return m_client && m_client->state() == QAbstractSocket::ConnectedState;
 }
