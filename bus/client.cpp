@@ -43,6 +43,7 @@ void Client::close()
     m_thread.quit();
     m_thread.wait();
     m_turn.stop();
+    m_urgent.clear();
     m_inbox.clear();
     m_waiting.clear();
     m_next = 0;
@@ -103,6 +104,14 @@ void Client::deliver(const Record &record)
     } else {
         emit received(record.name, record.arguments);
     }
+}
+
+/** Of several, the last one counts. */
+void Client::deliverUrgent()
+{
+    const QVector<Record> arrived = m_urgent.take();
+    if (!arrived.isEmpty())
+        emit urgentReceived(arrived.last().arguments);
 }
 
 } // namespace bus

@@ -37,6 +37,8 @@ public:
      */
     void open(const QString &address);
     void close();
+    /** The signal that `urgentReceived()` reports. To be set before opening. */
+    void setUrgent(const QString &signal) { m_urgentSignal = signal; }
 
     State state() const { return m_state; }
     /** Sends a command; drops it while there is no module. @param arguments  of its types */
@@ -53,6 +55,8 @@ signals:
     void stateChanged(bus::Client::State state);
     /** A signal of the module, or one of those that show its values as missing. */
     void received(const QString &signal, const QVariantList &arguments);
+    /** The urgent signal has arrived: ahead of `received()`, where it follows in its turn. */
+    void urgentReceived(const QVariantList &arguments);
     /** What a query answers from now on. */
     void featuresReceived(const QString &query, const QVariantList &arguments);
 
@@ -62,8 +66,11 @@ private:
     void deliver();
     bool deliverNext();
     void deliver(const Record &record);
+    void deliverUrgent();
 
     const Interface &m_interface;
+    QString m_urgentSignal;
+    Inbox m_urgent;
     Inbox m_inbox;
     QVector<Record> m_waiting; // taken from the inbox
     int m_next = 0;            // of these

@@ -249,6 +249,9 @@ void ModuleLink::refuse(const QString &name, const QString &signature)
 void ModuleLink::put(const Record &record)
 {
     bool isFirst = false;
+    if (record.name == m_client->m_urgentSignal && m_client->m_urgent.add(record, &isFirst) &&
+        isFirst)
+        QMetaObject::invokeMethod(m_client, &Client::deliverUrgent, Qt::QueuedConnection);
     if (!m_client->m_inbox.add(record, &isFirst)) {
         startAnew();
         return;

@@ -21,6 +21,7 @@ CLOCK = "rectangle 0,0 127,110"  # in the status column: it shows the minute
 EMULATOR_WARNINGS = ("Spectre v2: ", "missing clock-frequency property",
                      "drm_plane_enable_fb_damage_clips", "hrtimer: interrupt took")
 PATIENCE = 10  # seconds: an emulator on a busy machine is slower than a board
+PROMISED = 2  # seconds, from reverse gear to the picture
 REVERSE, FORWARD = "1F0#FF", "1F0#03"
 
 
@@ -173,21 +174,37 @@ class BoardTest(unittest.TestCase):
         self.until_camera()
         return time.monotonic() - start
 
-    def until_camera(self):
+    def camera(self):
         wanted = os.path.join(SEEN, "camera.ppm")
         subprocess.run(["convert-im6.q16", os.path.join(expected_pictures(), "camera.png"), wanted],
                        check=True)
-        camera, start = Picture(wanted), time.monotonic()
-        while not self.display().is_like(camera):
-            self.assertLess(time.monotonic() - start, PATIENCE, "expected the camera's picture")
+        return Picture(wanted)
+
+    def until_display(self, condition, expected):
+        end = time.monotonic() + PATIENCE
+        while not condition(self.display()):
+            self.assertLess(time.monotonic(), end, f"expected {expected}")
             time.sleep(0.05)
 
-    def until_page(self, page):
-        """The display shows what it showed before."""
-        end = time.monotonic() + PATIENCE
-        while not self.display().is_like(page):
-            self.assertLess(time.monotonic(), end, "expected the page below the camera")
-            time.sleep(0.1)
+    def until_camera(self):
+        camera = self.camera()
+        self.until_display(lambda shown: shown.is_like(camera), "the camera's picture")
+
+    def select_forward(self):
+        camera = self.camera()
+        self.on_board(f"cansend vcan0 {FORWARD}")
+        self.until_display(lambda shown: not shown.is_like(camera), "the page below the camera")
+
+    def check_reverse(self, when, prepare=lambda: None):
+        """The emulator itself may be held up, so one of three is enough."""
+        for _ in range(3):
+            prepare()
+            took = self.select_reverse()
+            self.select_forward()
+            print(f"reverse{when}: {took:.1f} s")
+            if took <= PROMISED:
+                return
+        self.fail(f"expected the camera's picture within {PROMISED} s")
 
     def test_f_reverse(self):
         name, x, y = next(place for place in key_places() if place[0] == "About")
@@ -195,22 +212,18 @@ class BoardTest(unittest.TestCase):
         self.until_status(f"{name} (")
         time.sleep(1)
         page = self.display()
-        print(f"reverse: {self.select_reverse():.1f} s")
-        self.on_board(f"cansend vcan0 {FORWARD}")
-        self.until_page(page)
+        self.check_reverse("")
+        self.until_display(lambda shown: shown.is_like(page), "the page as it was")
 
     def test_f_reverse_during_a_page_change(self):
         for name, x, y in key_places():
-            self.board.touch(x, y, 0.05)
-            print(f"reverse after {name} was touched: {self.select_reverse():.1f} s")
-            self.on_board(f"cansend vcan0 {FORWARD}")
+            self.check_reverse(f" after {name} was touched", lambda: self.board.touch(x, y, 0.05))
 
     def test_f_reverse_on_a_full_bus(self):
         """As many frames as 500 kbit/s carry."""
         self.start_service("full", "cangen vcan0 -g 0.25 -I 7FF -L 8")
         time.sleep(3)
-        print(f"reverse on a full bus: {self.select_reverse():.1f} s")
-        self.on_board(f"cansend vcan0 {FORWARD}")
+        self.check_reverse(" on a full bus")
 
     def test_g_module_is_killed(self):
         self.on_board("systemctl kill -s KILL norda-moduled")

@@ -1,14 +1,12 @@
 #include "callspy.h"
 #include "cameraview.h"
 #include "headunit.h"
+#include "linkends.h"
 #include "mem/settingsexe.h"
 #include "mem/settingsutil.h"
-#include "norda/vtqadaptor.h"
 #include "pages.h"
-#include "privatebus.h"
 #include "reversecamera.h"
 #include "serviceconnection.h"
-#include "testmain.h"
 
 #include <QElapsedTimer>
 
@@ -30,7 +28,10 @@ private slots:
     void driverOpensAnotherPage();
     void driverHasOpenedIt();
     void pageChangesAtOnce();
+    void keyWasTouchedBefore_data();
+    void keyWasTouchedBefore();
     void moduleFloods();
+    void menuIsBeingSent();
     void reverseBeforeTheUnitStarts();
 
 private:
@@ -177,6 +178,7 @@ void tst_ReverseCamera::driverOpensAnotherPage()
 {
     select(Reverse);
     QVERIFY(isSeen());
+    QTest::qWait(1100); // sooner, it would be taken for a key touched before
     windows()->openWindow(ClimatePage);
     select(Reverse);
     QVERIFY(!screen()->isCameraShown());
@@ -206,10 +208,45 @@ void tst_ReverseCamera::pageChangesAtOnce()
     }
 }
 
+void tst_ReverseCamera::keyWasTouchedBefore_data()
+{
+    QTest::addColumn<bool>("isSplit");
+    QTest::addColumn<bool>("isReleased"); // before reverse gear
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<int>("window");
+    QTest::newRow("another page") << false << true << "norda_key_about" << int(AboutPage);
+    QTest::newRow("the same page") << false << true << "norda_key_gauge" << int(GaugesPage);
+    QTest::newRow("still touched") << false << false << "norda_key_about" << int(AboutPage);
+    QTest::newRow("split view") << true << true << "norda_key_vehicle" << int(VehiclePage);
+}
+
+/** The page comes after the camera, and opens below it. */
+void tst_ReverseCamera::keyWasTouchedBefore()
+{
+    QFETCH(bool, isSplit);
+    QFETCH(bool, isReleased);
+    QFETCH(QString, key);
+    QFETCH(int, window);
+    setFactory("VantiqSplit", isSplit);
+    auto *button = windows()->currentPage()->findChild<QAbstractButton *>(key);
+    QVERIFY(button);
+    QTest::mousePress(button, Qt::LeftButton);
+    if (!isReleased)
+        select(Reverse);
+    QTest::mouseRelease(button, Qt::LeftButton);
+    if (isReleased)
+        select(Reverse);
+    QTRY_COMPARE(windows()->currentWindow(), window);
+    QTest::qWait(100);
+    QVERIFY(isSeen());
+    select(Drive);
+    QVERIFY(!screen()->isCameraShown());
+    QCOMPARE(windows()->currentWindow(), window);
+}
+
 // More than that and the bus itself is late: its daemon passes some fifty thousand a second.
 static const QString flood = QStringLiteral(" 20000"); // signals a second
-static constexpr int patienceMs = 60000;
-static constexpr qint64 promisedMs = 2000; // from reverse gear to the picture
+static constexpr qint64 promisedMs = 2000;             // from reverse gear to the picture
 
 /** A process gets its turn when the machine lets it. */
 static bool isMeasurable()
@@ -232,6 +269,34 @@ void tst_ReverseCamera::moduleFloods()
     qInfo("seen after %lld ms", static_cast<long long>(tookMs));
     QVERIFY(selectedMs > 0);
     QVERIFY(tookMs < promisedMs || !isMeasurable());
+}
+
+/** Each line of the menu keeps the screens busy, and the gear does not wait for them. */
+void tst_ReverseCamera::menuIsBeingSent()
+{
+    static constexpr int lines = 200;
+    ForeignModule module(*m_bus);
+    connectToBus();
+    QTRY_COMPARE_WITH_TIMEOUT(ServiceConnection::instance()->state(), ServiceConnection::Connected,
+                              patienceMs);
+    windows()->openWindow(SettingsPage);
+    QSignalSpy shown(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::NordaConfigMenuTextInfo);
+    QSignalSpy gears(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::checkGearPositionStatus);
+    for (int line = 0; line < lines; ++line)
+        module.send(
+            QStringLiteral("NordaConfigMenuTextInfo"),
+            {QVariant::fromValue(QList<int>{2, 0, 2}), QStringList{"Units"}, QStringList()});
+    module.send(QStringLiteral("checkGearPositionStatus"), {QVariant::fromValue(uchar(Reverse))});
+    QTRY_VERIFY_WITH_TIMEOUT(isSeen(), patienceMs);
+    module.send(QStringLiteral("checkGearPositionStatus"), {QVariant::fromValue(uchar(Drive))});
+    QTRY_VERIFY_WITH_TIMEOUT(!screen()->isCameraShown(), patienceMs);
+    QVERIFY(shown.size() < lines);
+    QVERIFY(gears.isEmpty());
+    // What both gears say in their turn is old by then.
+    connect(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::checkGearPositionStatus,
+            m_unit.get(), [this] { QVERIFY(!screen()->isCameraShown()); });
+    QTRY_COMPARE_WITH_TIMEOUT(gears.size(), 2, patienceMs);
+    QCOMPARE(shown.size(), lines);
 }
 
 /** The module runs already when the unit starts, or starts again. */

@@ -2,16 +2,24 @@
 
 #include "headunit.h"
 #include "norda/vtqadaptor.h"
+#include "serviceconnection.h"
 #include "unitsettings.h"
 
 #include <utility>
 
-static constexpr int reverseGear = 1; // of the module's codes
+static constexpr int reverseGear = 1;   // of the module's codes
+static constexpr qint64 touchMs = 1000; // from a finger's touch to the page, on a busy unit
 
 ReverseCamera::ReverseCamera(HeadUnit *unit) : m_unit(unit)
 {
+    connect(unit->windows(), &WindowStack::cameraLeft, this, &ReverseCamera::onLeft);
+    const ServiceConnection *link = ServiceConnection::instance();
+    connect(link, &ServiceConnection::gearAnnounced, this, &ReverseCamera::onGear);
     connect(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::checkGearPositionStatus, this,
-            &ReverseCamera::onGear);
+            [this, link](int gear) {
+                if (link->state() == ServiceConnection::InProcess)
+                    onGear(gear);
+            });
 }
 
 ReverseCamera::~ReverseCamera() = default;
@@ -29,6 +37,15 @@ void ReverseCamera::onGear(int gear)
 void ReverseCamera::show()
 {
     m_hasOpened = unitsettings::hasRearCamera() && !m_unit->screen()->isCameraShown();
-    if (m_hasOpened)
+    if (!m_hasOpened)
+        return;
+    m_unit->windows()->openCamera();
+    m_shown.start();
+}
+
+/** A page whose key was touched before the picture came opens below it. */
+void ReverseCamera::onLeft()
+{
+    if (m_hasOpened && m_shown.elapsed() < touchMs)
         m_unit->windows()->openCamera();
 }

@@ -169,9 +169,16 @@ void WindowStack::bringToFront(int id)
 {
     if (!windowIds().contains(id))
         return;
+    const bool leavesCamera = m_screen->isCameraShown();
     m_screen->showCamera(false);
-    if (id == currentWindow())
-        return;
+    if (id != currentWindow())
+        changeTo(id);
+    if (leavesCamera)
+        emit cameraLeft();
+}
+
+void WindowStack::changeTo(int id)
+{
     if (!m_stack.isEmpty())
         leave(currentWindow());
     m_stack.removeAll(id);

@@ -49,10 +49,13 @@ public slots:
 
 signals:
     void windowOpened(int id);
+    /** A page has closed the camera, which was over it or over another page. */
+    void cameraLeft();
 
 private:
     void onTouched(int code);
     void bringToFront(int id);
+    void changeTo(int id);
     void passLanguage();
     void leave(int id);
     void enter(int id);

@@ -68,6 +68,12 @@ public:
 signals:
     /** The link has another state. After `Connected` the pages show what the module knows. */
     void stateChanged(ServiceConnection::State state);
+    /**
+     * The module of another process has sent `checkGearPositionStatus`. The adaptor emits it once
+     * it has emitted what was sent before; this is for a camera that cannot wait so long.
+     * @param gear  the module's code
+     */
+    void gearAnnounced(int gear);
 
 private:
     ServiceConnection();

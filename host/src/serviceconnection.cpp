@@ -115,6 +115,10 @@ void ServiceConnection::open()
         return;
     }
     m_client = new Client(interface(), this);
+    m_client->setUrgent(QStringLiteral("checkGearPositionStatus"));
+    connect(m_client, &Client::urgentReceived, this, [this](const QVariantList &arguments) {
+        emit gearAnnounced(arguments.value(0).toInt());
+    });
     connect(m_client, &Client::received, this, emitSignal);
     connect(m_client, &Client::featuresReceived, this, setFeatures);
     connect(m_client, &Client::stateChanged, this, [this](Client::State state) {
