@@ -7,9 +7,26 @@
 
 namespace cm {
 
+/**
+ * Set once the process ends. The platform's part of every window goes before a loader deletes the
+ * plugins' roots, so content has to be left to the process then.
+ */
+static bool processEnds = false;
+
+struct EndOfProcess
+{
+    ~EndOfProcess() { processEnds = true; }
+};
+static EndOfProcess endOfProcess;
+
 BaseWindow::BaseWindow(QObject *parent) : QObject(parent) {}
 
-BaseWindow::~BaseWindow() = default;
+// A head unit may unload a plugin with a page open, which would be without its code then.
+BaseWindow::~BaseWindow()
+{
+    if (!processEnds && QCoreApplication::instance())
+        delete m_mainWidget;
+}
 
 QString BaseWindow::name()
 {

@@ -69,7 +69,7 @@ public:
 protected:
     /**
      * Installs a widget as the window's content.
-     * The window does not own it: it is deleted through `deleteDelay()`, or by its new parent.
+     * It is deleted through `deleteDelay()`, by its new parent, or at last with the window.
      * @param widget  the content; a null pointer empties the window
      * @param id      the screen id
      */

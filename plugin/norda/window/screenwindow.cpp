@@ -5,21 +5,7 @@
 #include "keyevent.h"
 #include "norda/widget/datascreen.h"
 
-#include <QCoreApplication>
-
 namespace norda {
-
-/**
- * Set once the process ends. The platform's part of every window goes before the host's loader
- * destroys the root, so pages have to be left to the process then.
- */
-static bool processEnds = false;
-
-struct EndOfProcess
-{
-    ~EndOfProcess() { processEnds = true; }
-};
-static EndOfProcess endOfProcess;
 
 ScreenWindow::ScreenWindow(const Shell &shell, QObject *parent)
     : cm::BaseWindow(parent), m_shell(shell)
@@ -27,11 +13,11 @@ ScreenWindow::ScreenWindow(const Shell &shell, QObject *parent)
     setWindowAttribute(4, QVariant(false), true);
 }
 
-// A head unit may unload the library with a page open, which would be without its code then.
+// The base class may still delete the page, and then there is nobody here to be told.
 ScreenWindow::~ScreenWindow()
 {
-    if (!processEnds && QCoreApplication::instance())
-        delete m_screen;
+    if (m_screen)
+        m_screen->disconnect(this);
 }
 
 QString ScreenWindow::name()
