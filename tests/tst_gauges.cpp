@@ -39,6 +39,7 @@ private slots:
     void scaleLayouts();
     void styles_data();
     void styles();
+    void partOfTheStylesKeepsTheRest();
 };
 
 void tst_Gauges::startsAsAgreed()
@@ -215,7 +216,7 @@ void tst_Gauges::fontIsTheLargestForAnyText()
         QString unit(random.bounded(1, 11), QLatin1Char(' '));
         for (QString *text : {&value, &unit}) {
             for (QChar &letter : *text)
-                letter = QChar(random.bounded(32, 127));
+                letter = turn % 10 ? QChar(random.bounded(32, 127)) : QChar('\t');
         }
         const QFont before = centre->font();
         QMetaObject::invokeMethod(m_screen, "onCenterGaugeValue", Q_ARG(QString, value),
@@ -493,6 +494,16 @@ void tst_Gauges::styles()
         QCOMPARE(gauge(i)->zeroImageDir(), QString());
         QCOMPARE(imageKeys()[i] == needleFaces[i], needles[i]);
         QVERIFY(gauge(i)->autoFillBackground());
+    }
+}
+
+void tst_Gauges::partOfTheStylesKeepsTheRest()
+{
+    emit adaptor()->gaugeGraphicalSettingNotify(QByteArray(5, '\1'), QByteArray("\1\2\3\4\5"));
+    emit adaptor()->gaugeGraphicalSettingNotify(QByteArray(5, '\0'), QByteArray("\6\7\10"));
+    for (int i = 0; i < GaugeCount; ++i) {
+        QCOMPARE(gauge(i)->getNeedle(), i >= 3);
+        QCOMPARE(gauge(i)->zeroPosition(), QList<double>({6, 7, 8, 4, 5})[i]);
     }
 }
 

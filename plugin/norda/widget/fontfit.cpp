@@ -46,8 +46,8 @@ bool FontFit::surelyFits(const QString &text, const QFont &font, int width)
     }
     int sum = 0;
     for (const QChar letter : text) {
-        if (letter.unicode() >= asciiCount)
-            return false;
+        if (letter < QLatin1Char(' ') || letter.unicode() >= asciiCount)
+            return false; // a tab is as wide as its place makes it
         sum += m_widths[letter.unicode()];
     }
     return sum <= width;
