@@ -1,5 +1,4 @@
 #include "ecuprogram.h"
-#include "manualpage.h"
 #include "testmain.h"
 
 #include <QCanBus>
@@ -9,17 +8,11 @@
 #include <functional>
 #include <memory>
 
-/** norda-ecu as a program: its arguments, and what clients of its lines and its bus get. */
+/** norda-ecu as a program: what clients of its lines and its bus get. */
 class tst_EcuProgram : public QObject
 {
     Q_OBJECT
 private slots:
-    void usage_data();
-    void usage();
-    void manualNamesEveryOption();
-    void unusable_data();
-    void unusable();
-    void portInUse();
     void lines_data();
     void lines();
     void linkIsMadeAndRemoved();
@@ -39,115 +32,6 @@ private slots:
     void busOutage();
     void busWithItsOwnFrames();
 };
-
-static ProgramResult run(const QString &options)
-{
-    return runProgram({"sh", "-c", "exec " + EcuProgram::command() + ' ' + options}, 60);
-}
-
-void tst_EcuProgram::usage_data()
-{
-    QTest::addColumn<QString>("option");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("help") << "--help"
-                          << "--say <TEXT[:SHARE]>";
-    QTest::newRow("short help") << "-h"
-                                << "Exit codes: 0 done";
-    QTest::newRow("version") << "--version"
-                             << "norda-ecu 0.";
-}
-
-void tst_EcuProgram::usage()
-{
-    QFETCH(QString, option);
-    QFETCH(QString, text);
-    const ProgramResult result = run(option);
-    QCOMPARE(result.exitCode, 0);
-    QVERIFY2(result.out.contains(text), qPrintable(result.out));
-    QCOMPARE(result.err, QString());
-}
-
-void tst_EcuProgram::manualNamesEveryOption()
-{
-    const QStringList options = optionsOf(run("--help").out);
-    QVERIFY(options.size() > 15);
-    QCOMPARE(missingInManual("norda-ecu", options), QStringList());
-}
-
-void tst_EcuProgram::unusable_data()
-{
-    QTest::addColumn<QString>("options");
-    QTest::addColumn<QString>("message");
-    const auto row = [](const char *options, const char *message) {
-        QTest::newRow(*options ? options : "nothing")
-            << QString::fromLatin1(options) << QString::fromLatin1(message);
-    };
-    row("", "expected --can, --pty or --tcp, see --help");
-    row("--source simulator", "expected --can, --pty or --tcp, see --help");
-    row("--tcp 65536", "--tcp: expected a whole number from 0 to 65535, got '65536'");
-    row("--tcp 1.5", "--tcp: expected a whole number from 0 to 65535, got '1.5'");
-    row("--tcp=", "--tcp: expected PORT, got ''");
-    row("--tcp 0 --speed 0", "--speed: expected a number from 0.1 to 100, got '0'");
-    row("--tcp 0 --speed fast", "--speed: expected a number from 0.1 to 100, got 'fast'");
-    row("--tcp 0 --duration -1", "--duration: expected a number from 0 to 100000, got '-1'");
-    row("--tcp 0 --bits 12", "--bits: expected 11 or 29, got '12'");
-    row("--tcp 0 --units 9", "--units: expected a whole number from 1 to 8, got '9'");
-    row("--tcp 0 --codes P0304,X1",
-        "--codes: expected at most 127 trouble codes, such as P0304,U0100, got 'P0304,X1'");
-    row("--tcp 0 --without 0C,XY",
-        "--without: expected parameters from 01 to FF, such as 0C,0D, got '0C,XY'");
-    row("--tcp 0 --without 00",
-        "--without: expected parameters from 01 to FF, such as 0C,0D, got '00'");
-    row("--tcp 0 --delay 10001", "--delay: expected a whole number from 0 to 10000, got '10001'");
-    row("--tcp 0 --lose 1.1", "--lose: expected a number from 0 to 1, got '1.1'");
-    row("--tcp 0 --say HELLO", "--say: expected one of 'NO DATA', ");
-    row("--tcp 0 --say echo:2", "--say: expected a share from 0 to 1 after 'echo:', got 'echo:2'");
-    row("--tcp 0 --tester 0", "--tester: expected a whole number from 1 to 60000, got '0'");
-    row("--tcp 0 --silence 5",
-        "--silence: expected the second it begins and its length, such as 20:10, got '5'");
-    row("--tcp 0 --pull 5:0",
-        "--pull: expected the second it begins and its length, such as 20:10, got '5:0'");
-    row("--tcp 0 --seed -1", "--seed: expected a whole number from 0 to 4294967295, got '-1'");
-    row("--can virtualcan:can0 --dbc car.dbc", "--dbc: expected with --map, got one of them alone");
-    row("--tcp 0 --dbc car.dbc --map car.json",
-        "--dbc: expected with --can or a candump log, got neither");
-    row("--can virtualcan:can0 --dbc gone.dbc --map gone.json", "gone.dbc: expected a ");
-    row("--tcp 0 --source gone.csv", "gone.csv: expected a readable file");
-    row("--tcp 0 car.csv", "car.csv: expected an option, see --help");
-    row("--tcp 0 --loud", "Unknown option 'loud'. See --help.");
-    row("--pty /nowhere/obd",
-        "--pty: expected a name for a link that can be made, got '/nowhere/obd'");
-    row("--pty /dev", "--pty: expected a name for a link that can be made, got '/dev'");
-    row("--can virtualcan", "--can: expected PLUGIN:INTERFACE[?bitrate=N] with a plugin of ");
-    row("--can nothing:can0", "--can: expected PLUGIN:INTERFACE[?bitrate=N] with a plugin of ");
-    row("--can virtualcan:can0?bitrate=0",
-        "--can: expected PLUGIN:INTERFACE[?bitrate=N] with a plugin of ");
-    row("--can socketcan:nocan0", "--can: socketcan:nocan0: ");
-}
-
-void tst_EcuProgram::unusable()
-{
-    QFETCH(QString, options);
-    QFETCH(QString, message);
-    const ProgramResult result = run(options);
-    QCOMPARE(result.exitCode, 2);
-    QVERIFY2(result.err.startsWith("norda-ecu: " + message), qPrintable(result.err));
-    QCOMPARE(result.err.count('\n'), 1);
-    QCOMPARE(result.out, QString());
-}
-
-void tst_EcuProgram::portInUse()
-{
-    QTcpServer other;
-    QVERIFY(other.listen(QHostAddress::LocalHost));
-    const ProgramResult result = run(QStringLiteral("--tcp %1").arg(other.serverPort()));
-    QCOMPARE(result.exitCode, 2);
-    QVERIFY2(result.err.startsWith(QStringLiteral("norda-ecu: --tcp: expected a port that is free, "
-                                                  "got %1: ")
-                                       .arg(other.serverPort())),
-             qPrintable(result.err));
-    QCOMPARE(result.err.count('\n'), 1);
-}
 
 /** Opens the one line that a program serves. */
 static LineClient clientOf(const EcuProgram &program, const QString &kind, int nth = 0)

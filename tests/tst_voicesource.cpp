@@ -1,6 +1,8 @@
 #include "callspy.h"
+#include "keyevent.h"
 #include "mem/settingscache.h"
 #include "messagecapture.h"
+#include "norda/btvoicesource.h"
 #include "nordahost.h"
 #include "pluginfixture.h"
 #include "testmain.h"
@@ -18,8 +20,11 @@ private slots:
     void cleanup();
 
     void castsToItsInterface();
+    void otherTypesAreInformation_data();
+    void otherTypesAreInformation();
     void startAndStopFollowTheSettings_data();
     void startAndStopFollowTheSettings();
+    void settingsAreWrittenInOrder();
     void refusedFocus();
     void notices_data();
     void notices();
@@ -30,6 +35,7 @@ private slots:
     void everyOrder_data();
     void everyOrder();
     void logLines();
+    void timedLines();
 
 private:
     SourceInterface *source(int id) { return m_host->plugin()->requestSourceInterface(id); }
@@ -59,6 +65,25 @@ void tst_VoiceSource::castsToItsInterface()
     for (int id : {51, 52, 53}) {
         QCOMPARE(object(id)->qt_metacast("com.stavel.Plugin.SourceInterface/1.0"),
                  static_cast<void *>(source(id)));
+    }
+}
+
+void tst_VoiceSource::otherTypesAreInformation_data()
+{
+    QTest::addColumn<int>("type");
+    for (const int type : {0, 3, -1, INT_MAX, INT_MIN})
+        QTest::addRow("%d", type) << type;
+}
+
+void tst_VoiceSource::otherTypesAreInformation()
+{
+    QFETCH(int, type);
+    norda::BTVoiceSource source(type, nullptr);
+    QCOMPARE(source.name(), QStringLiteral("vtq_info_voice"));
+    QCOMPARE(source.clientId(), QStringLiteral("vtq_info_voice"));
+    for (const int kind : {-1, 2, 3, 4}) {
+        cache()->setValue(typeKey, -1, kind);
+        QCOMPARE(source.attribute(), kind == 2 ? 7 : 3);
     }
 }
 
@@ -99,6 +124,29 @@ void tst_VoiceSource::startAndStopFollowTheSettings()
         QCOMPARE(cache()->getValue(typeKey, 0), -1);
         QCOMPARE(cache()->getValue(showKey, false), true);
     }
+}
+
+/** Each with its default; the mix of a warning tone is also read. */
+void tst_VoiceSource::settingsAreWrittenInOrder()
+{
+    const auto set = [](const char *values) {
+        return QStringLiteral("mem::SettingsCache::setValue(%1)").arg(values);
+    };
+    const QStringList writes = {"mem::SettingsCache::setValue"};
+    CallSpy calls;
+    QMetaObject::invokeMethod(object(53), "handingVTQAudioInterrupt", Q_ARG(uchar, 4),
+                              Q_ARG(uchar, 6));
+    QCOMPARE(calls.take(writes),
+             (QStringList{set("QUILLO_VOICE_TYPE, -1, 4"), set("QUILLO_SHOW_VOL, true, false"),
+                          set("QUILLO_VOICE_MIX_VALUE, 0, 0"), set("QUILLO_VOICE_MIX_VALUE, 0, 2"),
+                          set("QUILLO_VOICE_MIX_VALUE, 0, 10")}));
+    source(53)->start(QByteArray());
+    const QStringList started = calls.take({"mem::SettingsCache"});
+    QCOMPARE(started, (QStringList{"mem::SettingsCache::getValue(QUILLO_VOICE_TYPE, -1)",
+                                   "mem::SettingsCache::getValue(QUILLO_VOICE_MIX_VALUE, 0)"}));
+    source(53)->stop(QByteArray());
+    QCOMPARE(calls.take(writes),
+             (QStringList{set("QUILLO_VOICE_TYPE, -1, -1"), set("QUILLO_SHOW_VOL, true, true")}));
 }
 
 void tst_VoiceSource::refusedFocus()
@@ -267,6 +315,38 @@ void tst_VoiceSource::logLines()
     }
     QMetaObject::invokeMethod(object(53), "onDelayRestoreMixTimeOut");
     QVERIFY(logged("timer out"));
+
+    // A notice is logged with the display, even where that blocks it.
+    for (const int display : {0, 4}) {
+        QMetaObject::invokeMethod(nordaHostObject("SrcDsplCtrl"), "setCurrentDspl",
+                                  Q_ARG(int, display));
+        QMetaObject::invokeMethod(object(51), "handingVTQAudioInterrupt", Q_ARG(uchar, 1),
+                                  Q_ARG(uchar, 12));
+        QVERIFY(logged(qPrintable(QStringLiteral("-- 1 12 %1").arg(display))));
+    }
+    KeyEvent event(QEvent::KeyRelease, 42);
+    QCOMPARE(source(51)->keyEvent(&event), 0);
+    QVERIFY(logged("-- 42 7"));
+}
+
+/** Entry and exit, each with a line number of its own. */
+void tst_VoiceSource::timedLines()
+{
+    const QRegularExpression timedLine("::(\\w+)\\(.* \"(\\d+)\" \"?\\[--(IN|OUT)--\\]");
+    const auto timed = [&timedLine](const QStringList &lines) {
+        QStringList found;
+        for (const QString &line : lines) {
+            const auto parts = timedLine.match(line);
+            if (parts.hasMatch())
+                found.append(parts.captured(1) + ' ' + parts.captured(2) + ' ' + parts.captured(3));
+        }
+        return found;
+    };
+    MessageCapture capture;
+    source(52)->start(QByteArray());
+    source(52)->stop(QByteArray());
+    QCOMPARE(timed(capture.takeTexts()),
+             (QStringList{"start 61 IN", "start 61 OUT", "stop 72 IN", "stop 72 OUT"}));
 }
 
 NORDA_TEST_MAIN(tst_VoiceSource)
