@@ -30,6 +30,7 @@
 #include "window/screenview.h"
 #include "window/theme.h"
 #include "window/transportbar.h"
+#include "window/viewcommands.h"
 #include "window/windowplace.h"
 
 #include <QActionGroup>
@@ -71,11 +72,11 @@ BenchWindow::BenchWindow(const Options &options, Rig *rig)
     setAcceptDrops(true);
     layOut();
     makePanels();
+    m_viewCommands = new ViewCommands(m_commands, m_view, m_panels, m_theme, this);
     connectFileCommands();
     connectBookmarks();
     connectPageCommands();
-    connectViewCommands();
-    connectPanelCommands();
+    connectLanguages();
     connectDeveloperCommands();
     m_commands->on("keys", this, [this] { showKeys(this); });
     m_commands->on("about", this, [this] { showAbout(this); });
@@ -211,23 +212,6 @@ void BenchWindow::openPage(int id)
         notice(error);
 }
 
-void BenchWindow::connectViewCommands()
-{
-    static constexpr double step = 1.25;
-    m_commands->on("fullscreen", this, &BenchWindow::toggleFullScreen);
-    m_commands->on("fit", m_view, [this] { m_view->setFactor(ScreenView::Fit); });
-    m_commands->on("larger", m_view, [this] { m_view->setFactor(m_view->factor() * step); });
-    m_commands->on("smaller", m_view, [this] { m_view->setFactor(m_view->factor() / step); });
-    for (const auto mode : {theme::Mode::Auto, theme::Mode::Light, theme::Mode::Dark})
-        m_theme->offer(mode, m_commands->action(QStringLiteral("theme-") + theme::nameOf(mode)));
-    connectLanguages();
-    m_commands->on("layout-small", this, [this] { arrange(PanelLayout::Small); });
-    m_commands->on("layout-normal", this, [this] { arrange(PanelLayout::Normal); });
-    m_commands->on("layout-wide", this, [this] { arrange(PanelLayout::Wide); });
-    m_commands->on("layout-reset", this,
-                   [this] { arrange(PanelDocks::layoutFor(windowplace::space(this))); });
-}
-
 void BenchWindow::connectLanguages()
 {
     auto *choices = new QActionGroup(this);
@@ -245,19 +229,6 @@ void BenchWindow::connectLanguages()
     }
 }
 
-void BenchWindow::arrange(PanelLayout layout)
-{
-    if (isFullScreen())
-        toggleFullScreen();
-    m_view->setFactor(ScreenView::Fit);
-    m_panels->arrange(layout);
-}
-
-void BenchWindow::toggleFullScreen()
-{
-    setWindowState(windowState() ^ Qt::WindowFullScreen);
-}
-
 /** Full screen shows the unit's screen alone; the desktop may begin and end it, too. */
 void BenchWindow::changeEvent(QEvent *event)
 {
@@ -269,24 +240,6 @@ void BenchWindow::changeEvent(QEvent *event)
     for (QWidget *part : QList<QWidget *>{menuBar(), statusBar(), m_transport})
         part->setHidden(m_isAlone);
     m_view->setFocus();
-}
-
-void BenchWindow::connectPanelCommands()
-{
-    for (const QDockWidget *dock : m_panels->docks()) {
-        const QString name = dock->objectName();
-        QAction *action = m_commands->action(name);
-        action->setCheckable(true);
-        connect(action, &QAction::triggered, this, [this, name, action] {
-            if (isFullScreen())
-                toggleFullScreen();
-            m_panels->toggle(name);
-            action->setChecked(m_panels->isInFront(name));
-        });
-    }
-    connect(m_panels, &PanelDocks::changed, this, [this](const QString &name) {
-        m_commands->action(name)->setChecked(m_panels->isInFront(name));
-    });
 }
 
 void BenchWindow::connectDeveloperCommands()
@@ -382,8 +335,7 @@ void BenchWindow::showEvent(QShowEvent *event)
 
 void BenchWindow::closeEvent(QCloseEvent *event)
 {
-    if (isFullScreen())
-        toggleFullScreen();
+    m_viewCommands->leaveFullScreen();
     windowplace::save(this);
     QMainWindow::closeEvent(event);
 }

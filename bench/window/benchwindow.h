@@ -18,7 +18,7 @@ class Session;
 class Theme;
 class TouchRecorder;
 class TransportBar;
-enum class PanelLayout;
+class ViewCommands;
 struct Options;
 
 /** The bench on a desktop: the head unit's screen, the transport bar and the panels. */
@@ -56,14 +56,10 @@ private:
     void connectFileCommands();
     void connectBookmarks();
     void connectPageCommands();
-    void connectViewCommands();
-    void connectPanelCommands();
+    void connectLanguages();
     void connectDeveloperCommands();
     void follow(Session *session);
     void openPage(int id);
-    void connectLanguages();
-    void arrange(PanelLayout layout);
-    void toggleFullScreen();
     void notice(const QString &line);
     void onFinished();
 
@@ -83,6 +79,7 @@ private:
     PictureTrail *m_trail;
     FileCommands *m_files;
     DriveCommands *m_drive;
+    ViewCommands *m_viewCommands = nullptr;
     bool m_isAlone = false; ///< the screen, without panels and bars
     bool m_hasBeenShown = false;
 };
