@@ -81,7 +81,8 @@ void tst_KilledRuns::recordingAndSaving()
         const auto source = RecordingSource::open(recording(), &error);
         QVERIFY2(source, qPrintable(error));
         QCOMPARE(source->durationMs(), round);
-        QCOMPARE(source->statistics().value("badLines").toInt(), 0);
+        // A kill may end a write between two pages of memory, within the line being written.
+        QVERIFY(source->statistics().value("badLines").toInt() <= 1);
         QVERIFY(source->statistics().value("signals").toInt() >= progress->recorded);
     }
     QVERIFY(recorded > rounds && progress->saved > 0);
