@@ -7,7 +7,8 @@ inline QStringList displaySteps(const QStringList &lines)
 {
     QStringList found;
     for (const QString &line : lines) {
-        for (const char *step : {"createPopup", "createListview"}) {
+        for (const char *step :
+             {"createPopup", "createListview", "createSecondPopup", "createSecondListview"}) {
             if (line.contains(QLatin1String(step)))
                 found.append(QLatin1String(step) + line.mid(line.lastIndexOf(QLatin1Char(' '))));
         }

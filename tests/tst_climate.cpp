@@ -127,6 +127,7 @@ void tst_Climate::autoDualStatus_data()
         row(button.position, 2, button.key, "hidden");
     }
     row(1, 0, "key_auto", "unchecked");
+    row(1, 0, "key_dual", "unchecked");
     row(1, 3, "key_auto", "checked");
     row(1, 3, "key_dual", "checked");
     row(1, 1, "key_dual", "unchecked");
@@ -164,6 +165,8 @@ void tst_Climate::autoDualStatus()
     QFETCH(int, value);
     QFETCH(QByteArray, target);
     QFETCH(QString, expected);
+    if (expected == QStringLiteral("unchecked"))
+        key(target)->setChecked(true);
     report(listWith({{position, value}}));
     if (target.startsWith("Txt")) {
         QCOMPARE(label(target)->text(), expected);
@@ -433,6 +436,8 @@ void tst_Climate::features()
 
 void tst_Climate::secondStatus()
 {
+    key("key_auto")->setChecked(true);
+    key("key_max_AC")->setChecked(true);
     invoke("onSecondClimateCtrlStatusNotify", Q_ARG(int, 1), Q_ARG(int, 9), Q_ARG(int, 1),
            Q_ARG(int, 1), Q_ARG(int, 0), Q_ARG(int, 3), Q_ARG(int, 0), Q_ARG(int, 2));
     QVERIFY(key("key_AC")->isChecked());

@@ -33,6 +33,8 @@ private slots:
     void roundTrips();
     void keysWithoutARow_data();
     void keysWithoutARow();
+    void customKeyTouches_data();
+    void customKeyTouches();
     void seatDirections();
     void ventCycle();
 
@@ -175,6 +177,31 @@ void tst_ClimateTouch::keysWithoutARow()
     invoke(slot, Q_ARG(int, id));
     QCOMPARE(bytes.sent, QList<Bytes>{zeros});
     QCOMPARE(calls.take().size(), 2);
+}
+
+/** Custom keys as somebody touches them once a host shows them: their captions let touches pass. */
+void tst_ClimateTouch::customKeyTouches_data()
+{
+    QTest::addColumn<QByteArray>("widget");
+    QTest::addColumn<QByteArray>("name");
+    for (const char *suffix : {"", "_2"}) {
+        for (const char *key : {"key_P1", "key_P2"})
+            QTest::addRow("%s%s", key, suffix)
+                << QByteArray("button_widget") + suffix << QByteArray(key) + suffix;
+    }
+}
+
+void tst_ClimateTouch::customKeyTouches()
+{
+    QFETCH(QByteArray, widget);
+    QFETCH(QByteArray, name);
+    if (widget.endsWith("_2"))
+        toManual();
+    find<QWidget>(m_screen, widget)->show();
+    const QPoint centre = key(name)->mapTo(m_screen, key(name)->rect().center());
+    ByteSpy bytes;
+    QTest::mouseClick(m_screen->windowHandle(), Qt::LeftButton, {}, centre);
+    QCOMPARE(bytes.sent, QList<Bytes>{zeros});
 }
 
 void tst_ClimateTouch::seatDirections()
@@ -352,6 +379,7 @@ void tst_ClimateTouch::fanDrag_data()
         if (level < 7)
             QTest::addRow("%d", last[level] + 1) << last[level] + 1 << level + 1 << raw[level + 1];
     }
+    QTest::newRow("100") << 100 << 2 << 36;
     QTest::newRow("before the start") << -20 << 0 << 0;
     QTest::newRow("beyond the end") << 401 << 0 << 144;
 }

@@ -3,6 +3,7 @@
 #include "elision.h"
 #include "messagecapture.h"
 #include "norda/vtqadaptor.h"
+#include "norda/widget/vantiq_parking_widget.h"
 #include "nordahost.h"
 #include "pluginfixture.h"
 #include "testmain.h"
@@ -34,11 +35,16 @@ private slots:
 
     void commandsOfSlots_data();
     void commandsOfSlots();
+    void tracesOfSlots_data();
+    void tracesOfSlots();
     void customKeys_data();
     void customKeys();
     void customKeyTouch_data();
     void customKeyTouch();
     void otherCustomKeysSendNothing();
+    void labelsAreOnlyLogged_data();
+    void labelsAreOnlyLogged();
+    void parkingsOwnLabelRoutine();
     void longCaptionsAreElided_data();
     void longCaptionsAreElided();
 
@@ -148,13 +154,16 @@ void tst_DataScreen::commandsOfSlots_data()
     row("second zone", 82, "onSecondListBackClicked", "secoundclimateListBack");
     row("second zone", 82, "onSecondListUpClicked", "secoundclimateListPrevious");
     row("second zone", 82, "onSecondListDnClicked", "secoundclimateListNext");
+    const auto quietRow = [](const char *screen, int id, const char *slot, bool sounds) {
+        QTest::addRow("%s %s", screen, slot)
+            << id << QByteArray(slot) << (sounds ? QStringList{beep} : QStringList());
+    };
 
     // Beeps without a command, and what makes no sound at all.
     for (const auto &screen : screens) {
         const bool vehicle = screen.id == 81;
-        const auto quiet = [&screen](const char *slot, bool sounds) {
-            QTest::addRow("%s %s", screen.screen, slot)
-                << screen.id << QByteArray(slot) << (sounds ? QStringList{beep} : QStringList());
+        const auto quiet = [&](const char *slot, bool sounds) {
+            quietRow(screen.screen, screen.id, slot, sounds);
         };
         quiet("onPopupKeyClicked", true);
         quiet("onListItemClicked", true);
@@ -164,6 +173,12 @@ void tst_DataScreen::commandsOfSlots_data()
         quiet("onShowListview", false);
         quiet("soundClickedBeep", true);
     }
+    quietRow("second zone", 82, "onSecondPopupKeyClicked", true);
+    quietRow("second zone", 82, "onSecondListItemClicked", true);
+    quietRow("second zone", 82, "onSecondListCustomItemPressed", false);
+    quietRow("second zone", 82, "onSecondListCustomItemReleased", false);
+    quietRow("second zone", 82, "onSecondListCustomItemClicked", true);
+    quietRow("second zone", 82, "onShowSecendListview", false);
 }
 
 void tst_DataScreen::commandsOfSlots()
@@ -179,6 +194,39 @@ void tst_DataScreen::commandsOfSlots()
     else
         invoke(screen, slot);
     QCOMPARE(spy.take(), calls);
+}
+
+void tst_DataScreen::tracesOfSlots_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QByteArray>("slot");
+    QTest::addColumn<QString>("trace"); // the function and its message, empty for none
+    for (const int id : {80, 81, 82, 83}) {
+        QTest::addRow("%d popup key", id) << id << QByteArray("onPopupKeyClicked")
+                                          << (id == 81 ? "createPopup(bool) -- false" : "");
+        QTest::addRow("%d list", id)
+            << id << QByteArray("onShowListview") << (id == 81 ? "" : "onShowListview() --");
+    }
+    QTest::newRow("second zone's popup key") << 82 << QByteArray("onSecondPopupKeyClicked") << "";
+    QTest::newRow("second zone's list")
+        << 82 << QByteArray("onShowSecendListview") << "onShowSecendListview() --";
+}
+
+void tst_DataScreen::tracesOfSlots()
+{
+    QFETCH(int, id);
+    QFETCH(QByteArray, slot);
+    QFETCH(QString, trace);
+    QWidget *screen = m_host->open(id);
+    MessageCapture capture;
+    if (slot.contains("Key"))
+        invoke(screen, slot, Q_ARG(int, 1));
+    else
+        invoke(screen, slot);
+    QStringList traces = capture.takeTexts();
+    // "... function line -- message"
+    traces.replaceInStrings(QRegularExpression(".*::(\\w+\\(.*\\)) \\d+ --"), "\\1 --");
+    QCOMPARE(traces, trace.isEmpty() ? QStringList() : QStringList{trace});
 }
 
 void tst_DataScreen::customKeys_data()
@@ -254,6 +302,54 @@ void tst_DataScreen::otherCustomKeysSendNothing()
     QCOMPARE(spy.take(), QStringList());
 }
 
+void tst_DataScreen::labelsAreOnlyLogged_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QByteArray>("signal");
+    QTest::newRow("vehicle") << 81 << QByteArray("vehCustomeCtrlLabels");
+    QTest::newRow("parking") << 83 << QByteArray("parkCustomControlLabels");
+}
+
+void tst_DataScreen::labelsAreOnlyLogged()
+{
+    QFETCH(int, id);
+    QFETCH(QByteArray, signal);
+    QWidget *screen = m_host->open(id);
+    find<QWidget>(screen, "button_widget")->show();
+    if (id == 83)
+        invoke(screen, "connectVtqAdaptor");
+    const QImage before = screen->grab().toImage();
+    const QStringList captions = {"Fog lamps", "Wipers"};
+    for (const QByteArray &states : {QByteArray("\2\0", 2), QByteArray("\1"), QByteArray()}) {
+        MessageCapture capture;
+        invoke(VtqAdaptor::instance(), signal, Q_ARG(QStringList, captions),
+               Q_ARG(QByteArray, states));
+        const QStringList lines = capture.takeTexts();
+        QCOMPARE(lines.size(), 1);
+        QVERIFY2(lines[0].contains("Fog lamps"), qPrintable(lines[0]));
+        QCOMPARE(screen->grab().toImage(), before);
+    }
+}
+
+/** Nothing calls it, but a screen that offers labels has it. */
+void tst_DataScreen::parkingsOwnLabelRoutine()
+{
+    norda::Vantiq_Parking_Widget screen(nullptr);
+    find<QWidget>(&screen, "button_widget")->show();
+    screen.show();
+    auto *first = find<QAbstractButton>(&screen, "key_P1");
+    auto *second = find<QAbstractButton>(&screen, "key_P2");
+    screen.updateCustomControlLabels({"Fog lamps", "Wipers"}, QByteArray("\2\0", 2));
+    QVERIFY(first->isChecked() && first->isEnabled());
+    QVERIFY(second->isVisible() && !second->isEnabled());
+    QCOMPARE(find<QLabel>(&screen, "Txt_P1")->text(), QStringLiteral("Fog lamps"));
+    screen.updateCustomControlLabels({"Horn"}, QByteArray("\1"));
+    QVERIFY(first->isVisible() && !first->isChecked());
+    QVERIFY(!second->isVisible());
+    screen.updateCustomControlLabels({}, QByteArray());
+    QVERIFY(!first->isVisible());
+}
+
 void tst_DataScreen::longCaptionsAreElided_data()
 {
     QTest::addColumn<int>("id");
@@ -325,6 +421,11 @@ void tst_DataScreen::payloadsCloseAndAreLogged_data()
                              << QByteArray("vehListInfo") << true;
     QTest::newRow("parking") << 83 << QByteArray("parkPopUpNotify") << false
                              << QByteArray("parkListInfo") << false;
+    // No signal of the module leads there, but a host may.
+    QTest::newRow("climate") << 82 << QByteArray("onPopup") << false << QByteArray("onListInfo")
+                             << false;
+    QTest::newRow("second zone") << 82 << QByteArray("onSecondPopup") << false
+                                 << QByteArray("onSecondListInfo") << false;
 }
 
 void tst_DataScreen::payloadsCloseAndAreLogged()
@@ -337,21 +438,25 @@ void tst_DataScreen::payloadsCloseAndAreLogged()
     QWidget *screen = m_host->open(id);
     if (id == 83)
         invoke(screen, "connectVtqAdaptor");
+    QObject *receiver = id == 82 ? static_cast<QObject *>(screen) : VtqAdaptor::instance();
+    const bool isSecond = popupSignal.contains("Second");
     {
         MessageCapture capture;
-        invoke(VtqAdaptor::instance(), popupSignal, Q_ARG(QString, QStringLiteral("Heading")),
+        invoke(receiver, popupSignal, Q_ARG(QString, QStringLiteral("Heading")),
                Q_ARG(QStringList, {}), Q_ARG(QStringList, {}), Q_ARG(QByteArray, {}));
         const QStringList lines = capture.takeTexts();
-        QCOMPARE(displaySteps(lines), QStringList{QStringLiteral("createPopup false")});
+        QCOMPARE(displaySteps(lines),
+                 QStringList{isSecond ? "createSecondPopup false" : "createPopup false"});
         QCOMPARE(lines.join(QLatin1Char('\n')).contains(QStringLiteral("Heading")), logsPopup);
     }
     {
         MessageCapture capture;
-        invoke(VtqAdaptor::instance(), listSignal, Q_ARG(QString, QStringLiteral("Heading")),
+        invoke(receiver, listSignal, Q_ARG(QString, QStringLiteral("Heading")),
                Q_ARG(QByteArray, {}), Q_ARG(QStringList, {}), Q_ARG(QList<QVariant>, {}),
                Q_ARG(QByteArray, {}));
         const QStringList lines = capture.takeTexts();
-        QCOMPARE(displaySteps(lines), QStringList{QStringLiteral("createListview false")});
+        QCOMPARE(displaySteps(lines),
+                 QStringList{isSecond ? "createSecondListview false" : "createListview false"});
         QCOMPARE(lines.join(QLatin1Char('\n')).contains(QStringLiteral("Heading")), logsList);
     }
 }

@@ -16,6 +16,8 @@ private slots:
 
     void displayTypes_data();
     void displayTypes();
+    void unknownTypes_data();
+    void unknownTypes();
 
 private:
     QScopedPointer<PluginFixture> m_host;
@@ -60,6 +62,36 @@ void tst_DisplayTypes::displayTypes()
              (QStringList{QStringLiteral("createPopup %1").arg(popup ? "true" : "false"),
                           QStringLiteral("createListview %1").arg(list ? "true" : "false")}));
     QCOMPARE(warnings, known ? 0 : 1);
+}
+
+void tst_DisplayTypes::unknownTypes_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QByteArray>("slot");
+    QTest::newRow("gauges") << 80 << QByteArray("onGuiDisplayTypeChanged");
+    QTest::newRow("vehicle") << 81 << QByteArray("onVehGuiDisplayType");
+    QTest::newRow("climate") << 82 << QByteArray("onGuiDisplayTypeChanged");
+    QTest::newRow("second zone") << 82 << QByteArray("onSecondGuiDisplayTypeChanged");
+    QTest::newRow("parking") << 83 << QByteArray("onGuiDisplayTypeChanged");
+}
+
+void tst_DisplayTypes::unknownTypes()
+{
+    QFETCH(int, id);
+    QFETCH(QByteArray, slot);
+    QWidget *screen = m_host->open(id);
+    for (const int type : {3, 15, 19, 255}) {
+        MessageCapture capture;
+        invoke(screen, slot, Q_ARG(uchar, uchar(type)));
+        int warnings = 0;
+        for (const MessageCapture::Message &message : capture.take()) {
+            if (message.type != QtWarningMsg)
+                continue;
+            ++warnings;
+            QVERIFY(message.text.endsWith(QStringLiteral(" unknown display type %1").arg(type)));
+        }
+        QCOMPARE(warnings, 1);
+    }
 }
 
 NORDA_TEST_MAIN(tst_DisplayTypes)

@@ -1,6 +1,7 @@
 #include "disabledlook.h"
 #include "gaugesfixture.h"
 #include "messagecapture.h"
+#include "scrolllabel.h"
 
 #include <QPushButton>
 
@@ -126,6 +127,9 @@ void tst_GaugesPage::topBarText()
     const QString tooLong(200, QLatin1Char('W'));
     emit adaptor()->gauTopBarTextNotify(tooLong);
     QCOMPARE(text("Txt_fork"), tooLong);
+    const auto *bar = find<ScrollLabel>(m_screen, "Txt_fork");
+    QVERIFY(bar->overflow() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(bar->scrollOffset() > 0, 60000);
 }
 
 void tst_GaugesPage::logOnlySignals_data()
@@ -263,6 +267,11 @@ void tst_GaugesPage::presetLabels()
         QCOMPARE(label(row.caption)->isVisible(), row.look.shown);
         QCOMPARE(key->isEnabled(), row.look.enabled);
         QCOMPARE(key->isChecked(), row.look.checked);
+        const QIcon::State state = key->isChecked() ? QIcon::On : QIcon::Off;
+        const QString image = QStringLiteral(":/icon/gaugesicon/gagus_button_%1.png")
+                                  .arg(key->isChecked() ? 'p' : 'n');
+        QCOMPARE(key->icon().pixmap(key->iconSize(), QIcon::Normal, state).toImage(),
+                 QPixmap(image).toImage());
         QCOMPARE(text(row.caption), row.look.caption);
     }
 }

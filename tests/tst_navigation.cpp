@@ -1,4 +1,5 @@
 #include "callspy.h"
+#include "messagecapture.h"
 #include "norda/widget/norda_bar_widget.h"
 #include "norda/widget/vantiq_top_bar_widget.h"
 #include "pluginfixture.h"
@@ -75,9 +76,13 @@ void tst_Navigation::touchOfAPageKey()
     QWidget *screen = host.open(80);
     QCoreApplication::processEvents();
     CallSpy spy;
+    MessageCapture capture;
     QTest::mouseClick(find<QPushButton>(screen, keyNames[page]), Qt::LeftButton);
     QCoreApplication::processEvents();
     QCOMPARE(spy.takeTouches(), calls);
+    const QStringList lines = capture.takeTexts().filter("::onPageButGroupClicked(int)");
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines[0].endsWith(QStringLiteral("-- %1").arg(page)), qPrintable(lines[0]));
 }
 
 void tst_Navigation::otherIdsBeepOnly_data()
@@ -189,7 +194,11 @@ void tst_Navigation::slotsThatDoNothing()
     Vantiq_Bar_Widget bar;
     bar.updateBtnChecked(1);
     CallSpy spy;
+    MessageCapture capture;
     QVERIFY(QMetaObject::invokeMethod(&bar, "onVantiqDsplChange", Q_ARG(int, 5)));
+    const QStringList lines = capture.takeTexts();
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines[0].endsWith("-- 5"), qPrintable(lines[0]));
     bar.update_barbtn_status(true, true, true, true);
     bar.resumeItemChecked();
     QCOMPARE(checkedPages(&bar), QList<int>{1});

@@ -174,9 +174,13 @@ struct Trace
 };
 Q_DECLARE_METATYPE(QList<Trace>)
 
+enum Request { Create, Window, Source };
+using Requests = QList<QPair<Request, int>>;
+Q_DECLARE_METATYPE(Requests)
+
 void tst_Plugin::traceLines_data()
 {
-    QTest::addColumn<int>("request"); // a window or source id, 0 for create(), -1 for nothing
+    QTest::addColumn<Requests>("requests"); // the last one's lines are looked at
     QTest::addColumn<QList<Trace>>("expected");
 
     const QString create = QStringLiteral("virtual void norda::Plugin::create()");
@@ -188,32 +192,40 @@ void tst_Plugin::traceLines_data()
     };
     const Trace mark = {request, QString()};
 
-    QTest::newRow("create") << 0
-                            << QList<Trace>{{create, " norda"},
-                                            {start, " startNordaSevice"},
-                                            {start, " startNordaSevice123321"}};
-    QTest::newRow("unknown window") << 79 << QList<Trace>{asked(79)};
-    QTest::newRow("gauges window") << 80 << QList<Trace>{asked(80)};
-    QTest::newRow("settings window, marked twice") << 84 << QList<Trace>{asked(84), mark, mark};
-    QTest::newRow("about window, marked twice") << 85 << QList<Trace>{asked(85), mark, mark};
-    QTest::newRow("first voice source") << 51 << QList<Trace>{};
-    QTest::newRow("unknown source") << 50 << QList<Trace>{asked(50)};
+    const auto row = [](const char *name, const Requests &requests, const QList<Trace> &lines) {
+        QTest::newRow(name) << requests << lines;
+    };
+    row("create", {{Create, 0}},
+        {{create, " norda"}, {start, " startNordaSevice"}, {start, " startNordaSevice123321"}});
+    row("unknown window", {{Window, 79}}, {asked(79)});
+    row("gauges window", {{Window, 80}}, {asked(80)});
+    row("gauges window, again", {{Window, 80}, {Window, 80}}, {asked(80)});
+    // One mark for the request, and one for the construction.
+    row("settings window", {{Window, 84}}, {asked(84), mark, mark});
+    row("settings window, again", {{Window, 84}, {Window, 84}}, {asked(84), mark});
+    row("about window", {{Window, 85}}, {asked(85), mark, mark});
+    row("about window, again", {{Window, 85}, {Window, 85}}, {asked(85), mark});
+    row("first voice source", {{Source, 51}}, {});
+    row("unknown source", {{Source, 50}}, {});
 }
 
 void tst_Plugin::traceLines()
 {
-    QFETCH(int, request);
+    QFETCH(Requests, requests);
     QFETCH(QList<Trace>, expected);
     PluginFixture host;
 
     MessageCapture capture;
-    if (request == 0)
-        host.plugin()->create();
-    else if (request == 51)
-        host.plugin()->requestSourceInterface(request);
-    else
-        host.window(request);
-    const QList<MessageCapture::Message> messages = capture.take();
+    QList<MessageCapture::Message> messages;
+    for (const auto &[request, id] : requests) {
+        if (request == Create)
+            host.plugin()->create();
+        else if (request == Window)
+            host.window(id);
+        else
+            host.plugin()->requestSourceInterface(id);
+        messages = capture.take();
+    }
 
     QCOMPARE(messages.size(), expected.size());
     for (int i = 0; i < expected.size(); ++i) {

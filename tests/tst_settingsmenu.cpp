@@ -43,6 +43,7 @@ private slots:
     void linesWithoutARow();
     void rowsLieAsTheyArrive();
     void valuesAloneLieInRowOrder();
+    void titledValuesAreKept();
     void emptyValueIsNotKept();
     void whatSurvives_data();
     void whatSurvives();
@@ -50,6 +51,7 @@ private slots:
     void rowTouches();
     void captionLeavesTheTouchToTheRow();
     void backKey();
+    void backKeyEmptiesTheTexts();
     void secondBackKeyDoesNothing();
     void touchScrollsToTheTop();
     void otherLineTypes_data();
@@ -255,6 +257,19 @@ void tst_SettingsMenu::valuesAloneLieInRowOrder()
     QCOMPARE(child<QWidget>("scrollAreaWidgetContents")->height(), rowHeight * 4 + 50);
 }
 
+// A title's values lie as they arrive, too; as rows of the page they are kept beyond the touch.
+void tst_SettingsMenu::titledValuesAreKept()
+{
+    line(Title, 1, "T");
+    line(Value, 5, "d: ", "4");
+    line(Value, 3, "b: ", "2");
+    QCOMPARE(rows(), (QList<int>{4, 2}));
+    QTest::mouseClick(child<QPushButton>("key_item_#", 4), Qt::LeftButton);
+    QCOMPARE(rows(), QList<int>());
+    line(Value, 6, "e: ", "5"); // without a title: the page's rows, in their order
+    QCOMPARE(rows(), (QList<int>{2, 4, 5}));
+}
+
 void tst_SettingsMenu::emptyValueIsNotKept()
 {
     line(Value, 3, "b: ", "2");
@@ -343,6 +358,21 @@ void tst_SettingsMenu::backKey()
                       Qt::LeftButton);
     QCOMPARE(calls.take(), (QStringList{beep, "norda::VtqAdaptor::NordaData_Request(13)"}));
     QCOMPARE(rows(), QList<int>());
+}
+
+/** Values alone are a page again. */
+void tst_SettingsMenu::backKeyEmptiesTheTexts()
+{
+    line(Title, 1, "T");
+    line(Item, 4, "x");
+    MessageCapture capture;
+    QTest::mouseClick(child<QPushButton>("key_back"), Qt::LeftButton);
+    const QStringList lines = capture.takeTexts().filter("::onBackClicked() ");
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines[0].endsWith(" -- -1"), qPrintable(lines[0])); // no page
+    line(Value, 2, "A: ", "1");
+    line(Value, 4, "no value");
+    QCOMPARE(rows(), QList<int>{1});
 }
 
 void tst_SettingsMenu::secondBackKeyDoesNothing()

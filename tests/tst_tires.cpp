@@ -42,6 +42,8 @@ private slots:
     void numbers_data();
     void numbers();
     void errorKeepsTheLook();
+    void payloadsAreLogged_data();
+    void payloadsAreLogged();
     void examples();
 
 private:
@@ -330,6 +332,26 @@ void tst_Tires::examples()
     QCOMPARE(texts(pressures), (QStringList{"30", "31", "33", "32"}));
     QCOMPARE(warningStyles(pressures), 0);
     QVERIFY(find<QPushButton>(m_screen, "key_engine")->isChecked());
+}
+
+void tst_Tires::payloadsAreLogged_data()
+{
+    QTest::addColumn<QByteArray>("slot");
+    for (const char *slot :
+         {"onTirePressureStatus", "onNordaTirePressureStatus", "onTireTemperatureStatus"})
+        QTest::newRow(slot) << QByteArray(slot);
+}
+
+void tst_Tires::payloadsAreLogged()
+{
+    QFETCH(QByteArray, slot);
+    MessageCapture capture;
+    invoke(m_screen, slot, Q_ARG(uchar, 33), Q_ARG(uchar, 77),
+           Q_ARG(QStringList, (QStringList{"34 psi", "b", "c", "d", "0"})));
+    const QStringList lines = capture.takeTexts();
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines[0].contains(slot + "(") && lines[0].contains("-- 33 77 (\"34 psi\", \"b\""),
+             qPrintable(lines[0]));
 }
 
 NORDA_TEST_MAIN(tst_Tires)

@@ -47,6 +47,7 @@ private slots:
     void checkEngineSlotSends();
     void texts_data();
     void texts();
+    void longTextScrolls_data();
     void longTextScrolls();
     void properties_data();
     void properties();
@@ -344,12 +345,24 @@ void tst_Vehicle::texts()
     QCOMPARE(seen, shown);
 }
 
+void tst_Vehicle::longTextScrolls_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    for (const char *name : {"Txt_fork", "Txt_carInfo", "Txt_carInfo_2"})
+        QTest::newRow(name) << QByteArray(name);
+}
+
 void tst_Vehicle::longTextScrolls()
 {
-    auto *bar = child<ScrollLabel>("Txt_fork");
-    emit m_adaptor->vehTopBarText(QString(60, QLatin1Char('W')));
-    QVERIFY(bar->overflow() > 0);
-    QTRY_VERIFY_WITH_TIMEOUT(bar->scrollOffset() > 0, 60000);
+    QFETCH(QByteArray, name);
+    auto *line = child<ScrollLabel>(name);
+    const QString text(60, QLatin1Char('W'));
+    if (name == "Txt_fork")
+        emit m_adaptor->vehTopBarText(text);
+    else
+        emit m_adaptor->vehicleInfoText(text, text);
+    QVERIFY(line->overflow() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(line->scrollOffset() > 0, 60000);
 }
 
 void tst_Vehicle::properties_data()
@@ -457,6 +470,8 @@ void tst_Vehicle::hiddenScreenFollows()
     m_screen->hide();
     emit m_adaptor->doorStatus(0x02);
     emit m_adaptor->batteryVoltage("11.9V");
+    QCOMPARE(shownOverlays(), 2);
+    QCOMPARE(text("Txt_battery"), QStringLiteral("11.9V"));
     emit m_adaptor->Properties2TextInfo({4, 12, 0, 0, 0, 0, 70, 71, 72, 73});
     QCOMPARE(shownOverlays(), 4);
     QCOMPARE(text("Txt_battery"), QStringLiteral("12V"));
