@@ -1,6 +1,5 @@
 #include "ecuprogram.h"
 #include "interface.h"
-#include "manualpage.h"
 #include "moduledprogram.h"
 #include "privatebus.h"
 #include "service/moduleservice.h"
@@ -10,18 +9,12 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QRegularExpression>
 
-/** norda-moduled as a program: its arguments, what it serves, and when bus or car are missing. */
+/** norda-moduled: what is installed, what it serves, and when bus or car are missing. */
 class tst_Moduled : public QObject
 {
     Q_OBJECT
 private slots:
-    void usage_data();
-    void usage();
-    void manualNamesEveryOption();
-    void unusable_data();
-    void unusable();
     void interfaceIsCommitted();
     void interfaceIsPrinted();
     void sandboxIsTight();
@@ -37,85 +30,6 @@ private slots:
 static ProgramResult run(const QString &options)
 {
     return runProgram({"sh", "-c", "exec " + ModuledProgram::command() + ' ' + options}, 60);
-}
-
-// ---- Arguments ----------------------------------------------------------------------------------
-
-void tst_Moduled::usage_data()
-{
-    QTest::addColumn<QString>("option");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("help") << "--help"
-                          << "--source <simulator|none|FILE|CAR>";
-    QTest::newRow("help on the end of a drive") << "--help"
-                                                << "a recorded drive begins";
-    QTest::newRow("short help") << "-h"
-                                << "Exit codes: 0 done";
-    QTest::newRow("version") << "--version"
-                             << "norda-moduled 0.";
-}
-
-void tst_Moduled::usage()
-{
-    QFETCH(QString, option);
-    QFETCH(QString, text);
-    const ProgramResult result = run(option);
-    QCOMPARE(result.exitCode, 0);
-    QVERIFY2(result.out.contains(text), qPrintable(result.out));
-    QCOMPARE(result.err, QString());
-}
-
-void tst_Moduled::manualNamesEveryOption()
-{
-    const QStringList options = optionsOf(run("--help").out);
-    QVERIFY(options.size() > 13);
-    QCOMPARE(missingInManual("norda-moduled", options), QStringList());
-}
-
-void tst_Moduled::unusable_data()
-{
-    QTest::addColumn<QString>("options");
-    QTest::addColumn<QString>("message");
-    const auto row = [](const char *options, const char *message) {
-        QTest::newRow(options) << QString::fromLatin1(options) << QString::fromLatin1(message);
-    };
-    row("--loud", "Unknown option 'loud'. See --help.");
-    row("drive.csv", "drive.csv: expected an option, see --help");
-    row("--session --system", "--system: expected one bus, got --session as well");
-    row("--session --bus unix:path=/x", "--bus: expected one bus, got --session as well");
-    row("--bus=", "--bus: expected ADDRESS, got ''");
-    row("--bus unix:path=/nowhere", "unix:path=/nowhere: expected a D-Bus, got '");
-    row("--bus nonsense", "nonsense: expected a D-Bus, got '");
-    row("--source=", "--source: expected simulator|none|FILE|CAR, got ''");
-    row("--source gone.csv", "gone.csv: expected a readable file");
-    row("--source elm327:", "elm327:: expected can:PLUGIN:INTERFACE[?bitrate=N], elm327:DEVICE");
-    row("--trim fast", "--trim: expected 'full', 'no-rear' or 'manual', got 'fast'");
-    row("--speed 0", "--speed: expected a number from 0.1 to 100, got '0'");
-    row("--ask maybe", "--ask: expected 'never', 'auto' or 'always', got 'maybe'");
-    row("--ask never", "--ask: expected with a car that is connected, got 'simulator'");
-    row("--requests 51", "--requests: expected a whole number from 1 to 50, got '51'");
-    row("--requests 5", "--requests: expected with a car that is connected, got 'simulator'");
-    row("--source none --log-can x",
-        "--log-can: expected with a car that is connected, got 'none'");
-    row("--source elm327:/dev/null --log-can /nowhere/log",
-        "--log-can: expected a file that can be written, got '/nowhere/log'");
-    row("--dbc car.dbc", "--dbc: expected with a candump log or a CAN bus, got 'simulator'");
-    row("--source can:socketcan:can0 --dbc car.dbc", "--dbc: expected with --map, got it alone");
-    row("--fault mischief", "--fault: expected ");
-    row("--fault silence:2", "--fault: expected ");
-    row("--seed -1", "--seed: expected a whole number from 0 to 4294967295, got '-1'");
-}
-
-void tst_Moduled::unusable()
-{
-    QFETCH(QString, options);
-    QFETCH(QString, message);
-    const ProgramResult result = run(options);
-    QCOMPARE(result.exitCode, 2);
-    QVERIFY2(result.err.startsWith("norda-moduled: " + message), qPrintable(result.err));
-    QCOMPARE(result.err.count('\n'), 1);
-    QCOMPARE(result.err.count(", got '"), int(result.err.contains(", got '")));
-    QCOMPARE(result.out, QString());
 }
 
 // ---- What is installed --------------------------------------------------------------------------
