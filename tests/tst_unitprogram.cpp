@@ -25,6 +25,8 @@ private slots:
     void precedence();
     void dataFolder_data();
     void dataFolder();
+    void onlyWhatHoldsIsChecked_data();
+    void onlyWhatHoldsIsChecked();
 
 private:
     std::unique_ptr<UnitPlace> m_place;
@@ -55,8 +57,6 @@ void tst_UnitProgram::badConfiguration_data()
         "1: plugin: expected a plugin file that can be read, got '/nowhere/lib.so'");
     row("plugin that is a folder", "plugin = /",
         "1: plugin: expected a plugin file that can be read, got '/'");
-    row("data", "data = /dev/null/data",
-        "1: data: expected a folder that can be written, got '/dev/null/data'");
     row("module", "module = can0",
         "1: module: expected 'session', 'system', 'none' or the address of a bus such as "
         "unix:path=/run/bus, got 'can0'");
@@ -215,6 +215,42 @@ void tst_UnitProgram::dataFolder()
     m_place->manager().upTo("WATCHDOG=1");
     QCOMPARE(unit->end(), 0);
     QCOMPARE(m_place->settings(folder), QStringLiteral("[General]\nUnitLastPage=80\n"));
+}
+
+void tst_UnitProgram::onlyWhatHoldsIsChecked_data()
+{
+    QTest::addColumn<QString>("bus");
+    QTest::addColumn<QString>("options");
+    QTest::addColumn<QString>("message"); // empty where the unit starts
+    const auto row = [](const char *name, const char *bus, const char *options,
+                        const char *message) { QTest::newRow(name) << bus << options << message; };
+    row("file", "", "--module none",
+        "%1:1: data: expected a folder that can be written, got '/proc/data'");
+    row("option over the file", "", "--module none --data own", "");
+    row("bad variable", "sesion", "--data own",
+        "NORDA_MODULE_BUS: expected 'session', 'system', 'none' or the address of a bus such as "
+        "unix:path=/run/bus, got 'sesion'");
+    row("variable for none", "none", "--data own", "");
+    row("option over a bad variable", "sesion", "--module none --data own", "");
+}
+
+/** As an installed file does not suit a user who states something else. */
+void tst_UnitProgram::onlyWhatHoldsIsChecked()
+{
+    QFETCH(QString, bus);
+    QFETCH(QString, options);
+    QFETCH(QString, message);
+    const QString file = m_place->write("unit.conf", "data = /proc/data\n");
+    options.replace("own", m_place->path("own"));
+    const std::unique_ptr<StartedProgram> unit =
+        m_place->start(options, "NORDA_HOST_ROOT= NORDA_MODULE_BUS=" + bus);
+    if (message.isEmpty()) {
+        m_place->manager().upTo("WATCHDOG=1");
+        QCOMPARE(unit->end(), 0);
+        return;
+    }
+    message.replace("%1", file);
+    QTRY_COMPARE_WITH_TIMEOUT(unit->err(), "norda-unit: " + message + '\n', 60000);
 }
 
 NORDA_TEST_MAIN(tst_UnitProgram)

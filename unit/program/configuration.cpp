@@ -7,8 +7,8 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QRegularExpression>
-#include <QSet>
 #include <QStyleFactory>
 
 static const QString usualFile = QStringLiteral("/etc/norda/unit.conf");
@@ -120,11 +120,18 @@ static const Row rows[] = {
 };
 // clang-format on
 
-static const Row *rowOf(const QString &key)
+/** A value, and where it comes from: a line and key of the file, a variable or an option. */
+struct Value
 {
-    const auto *const found = std::find_if(std::begin(rows), std::end(rows),
-                                           [&key](const Row &row) { return key == row.key; });
-    return found == std::end(rows) ? nullptr : found;
+    QString text;
+    QString place;
+};
+using Values = QHash<QString, Value>; // by key
+
+static bool isKey(const QString &key)
+{
+    return std::any_of(std::begin(rows), std::end(rows),
+                       [&key](const Row &row) { return key == QLatin1String(row.key); });
 }
 
 static QString fault(const QString &expected, const QString &value)
@@ -143,27 +150,19 @@ static QString keysInWords()
     return keys.join(QStringLiteral(", "));
 }
 
-/** @return what is wrong with "key = value", empty for nothing */
-static QString readEntry(const QString &line, QSet<QString> *seen, Configuration *configuration)
+/** Takes the value of "key = value". @return what is wrong with the line, empty for nothing */
+static QString readEntry(const QString &line, const QString &place, Values *values)
 {
     const int equals = line.indexOf(QLatin1Char('='));
     if (equals < 0)
         return fault(QStringLiteral("key = value"), line);
     const QString key = line.left(equals).trimmed();
-    const QString value = line.mid(equals + 1).trimmed();
-    const Row *row = rowOf(key);
-    if (!row)
+    if (!isKey(key))
         return QStringLiteral("%1: expected one of the keys %2").arg(key, keysInWords());
-    if (seen->contains(key))
+    if (values->contains(key))
         return QStringLiteral("%1: expected once, got it again").arg(key);
-    seen->insert(key);
-    Configuration overridden;
-    const bool isOverridden = row->variable && !qEnvironmentVariableIsEmpty(row->variable);
-    const QString problem =
-        fault(value.isEmpty() ? QString::fromLatin1(row->valueName)
-                              : row->read(value, isOverridden ? overridden : *configuration),
-              value);
-    return problem.isEmpty() ? problem : QStringLiteral("%1: %2").arg(key, problem);
+    values->insert(key, {line.mid(equals + 1).trimmed(), place + QLatin1Char(' ') + key});
+    return {};
 }
 
 static bool isLeftOut(const QString &line)
@@ -172,52 +171,54 @@ static bool isLeftOut(const QString &line)
            line.startsWith(QLatin1Char(';')) || line == QLatin1String("[unit]");
 }
 
-static bool readFile(const QString &path, Configuration *configuration, QString *error)
+static bool readFile(const QString &path, Values *values, QString *error)
 {
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly) || file.size() > largestFile) {
         *error = QStringLiteral("--config: expected a file that can be read, got '%1'").arg(path);
         return false;
     }
-    QSet<QString> seen;
     int number = 0;
     for (const QString &text : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'))) {
-        ++number;
+        const QString place = QStringLiteral("%1:%2:").arg(path).arg(++number);
         const QString line = text.trimmed();
-        const QString problem = isLeftOut(line) ? QString() : readEntry(line, &seen, configuration);
+        const QString problem = isLeftOut(line) ? QString() : readEntry(line, place, values);
         if (problem.isEmpty())
             continue;
-        *error = QStringLiteral("%1:%2: %3").arg(path).arg(number).arg(problem);
+        *error = place + QLatin1Char(' ') + problem;
         return false;
     }
     return true;
 }
 
-// ---- What overrides it --------------------------------------------------------------------------
+// ---- What holds ---------------------------------------------------------------------------------
 
-/** What holds where the file states nothing. */
-static void setDefaults(Configuration *configuration)
-{
-    configuration->module = qEnvironmentVariableIsEmpty("NORDA_MODULE_BUS")
-                                ? QStringLiteral("system")
-                                : qEnvironmentVariable("NORDA_MODULE_BUS");
-    configuration->plugin = usualPlugin();
-}
-
-static bool readOptions(const QCommandLineParser &parser, Configuration *configuration,
-                        QString *error)
+/** The environment overrides the file, and an option overrides both. */
+static void applyOverrides(const QCommandLineParser &parser, Values *values)
 {
     for (const Row &row : rows) {
         const QString key = QLatin1String(row.key);
-        for (const QString &value : parser.values(key)) {
-            const QString problem = fault(value.isEmpty() ? QString::fromLatin1(row.valueName)
-                                                          : row.read(value, *configuration),
-                                          value);
-            if (problem.isEmpty())
-                continue;
-            *error = QStringLiteral("--%1: %2").arg(key, problem);
-            return false;
-        }
+        if (row.variable && !qEnvironmentVariableIsEmpty(row.variable))
+            values->insert(key, {qEnvironmentVariable(row.variable), QLatin1String(row.variable)});
+        if (parser.isSet(key))
+            values->insert(key, {parser.value(key), QStringLiteral("--") + key});
+    }
+}
+
+/** Only what holds has to be usable: a user may have no right to what the file states. */
+static bool use(const Values &values, Configuration *configuration, QString *error)
+{
+    for (const Row &row : rows) {
+        const auto value = values.constFind(QLatin1String(row.key));
+        if (value == values.cend())
+            continue;
+        const QString problem = fault(value->text.isEmpty() ? QString::fromLatin1(row.valueName)
+                                                            : row.read(value->text, *configuration),
+                                      value->text);
+        if (problem.isEmpty())
+            continue;
+        *error = QStringLiteral("%1: %2").arg(value->place, problem);
+        return false;
     }
     return true;
 }
@@ -265,10 +266,13 @@ bool Configuration::read(const QStringList &arguments, QString *error)
     text = parse(&parser, arguments, error);
     if (!error->isEmpty() || !text.isEmpty())
         return error->isEmpty();
-    setDefaults(this);
+    module = QStringLiteral("system");
+    plugin = usualPlugin();
+    Values values;
     const bool isGiven = parser.isSet(QStringLiteral("config"));
     const QString file = isGiven ? parser.value(QStringLiteral("config")) : usualFile;
-    if ((isGiven || QFileInfo::exists(file)) && !readFile(file, this, error))
+    if ((isGiven || QFileInfo::exists(file)) && !readFile(file, &values, error))
         return false;
-    return readOptions(parser, this, error);
+    applyOverrides(parser, &values);
+    return use(values, this, error);
 }
