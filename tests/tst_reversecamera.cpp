@@ -30,6 +30,7 @@ private slots:
     void pageChangesAtOnce();
     void keyWasTouchedBefore_data();
     void keyWasTouchedBefore();
+    void keyWasTouchedBelowTheDriversCamera();
     void moduleFloods();
     void menuIsBeingSent();
     void reverseBeforeTheUnitStarts();
@@ -242,6 +243,19 @@ void tst_ReverseCamera::keyWasTouchedBefore()
     select(Drive);
     QVERIFY(!screen()->isCameraShown());
     QCOMPARE(windows()->currentWindow(), window);
+}
+
+void tst_ReverseCamera::keyWasTouchedBelowTheDriversCamera()
+{
+    setFactory("VantiqSplit", true);
+    windows()->openCamera();
+    auto *button = windows()->currentPage()->findChild<QAbstractButton *>("norda_key_vehicle");
+    QTest::mouseClick(button, Qt::LeftButton);
+    select(Reverse);
+    QTRY_COMPARE(windows()->currentWindow(), int(VehiclePage));
+    QVERIFY(isSeen());
+    select(Drive);
+    QVERIFY(screen()->isCameraShown()); // it is the driver's
 }
 
 // More than that and the bus itself is late: its daemon passes some fifty thousand a second.

@@ -36,16 +36,18 @@ void ReverseCamera::onGear(int gear)
 
 void ReverseCamera::show()
 {
-    m_hasOpened = unitsettings::hasRearCamera() && !m_unit->screen()->isCameraShown();
-    if (!m_hasOpened)
+    m_shown.invalidate();
+    if (!unitsettings::hasRearCamera())
         return;
-    m_unit->windows()->openCamera();
+    m_hasOpened = !m_unit->screen()->isCameraShown();
+    if (m_hasOpened)
+        m_unit->windows()->openCamera();
     m_shown.start();
 }
 
 /** A page whose key was touched before the picture came opens below it. */
 void ReverseCamera::onLeft()
 {
-    if (m_hasOpened && m_shown.elapsed() < touchMs)
+    if (m_isReverse && m_shown.isValid() && m_shown.elapsed() < touchMs)
         m_unit->windows()->openCamera();
 }
