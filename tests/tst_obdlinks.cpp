@@ -194,16 +194,23 @@ void tst_ObdLinks::portsThatCannotBeUsed_data()
     QTest::newRow("no serial port")
         << "/dev/null"
         << "lost: expected a serial port: Inappropriate ioctl for device";
-    QTest::newRow("refusing host") << QString() << "lost: Connection refused";
+    QTest::newRow("refusing host") << "tcp 127.0.0.1"
+                                   << "lost: Connection refused";
+    // Known before connecting returns.
+    QTest::newRow("no way to the host") << "tcp 255.255.255.255"
+                                        << "lost: Network unreachable";
 }
 
 void tst_ObdLinks::portsThatCannotBeUsed()
 {
     QFETCH(QString, device);
     ElmPort port;
-    port.device = device;
-    port.host = QStringLiteral("127.0.0.1");
-    port.port = freePort();
+    if (device.startsWith(QLatin1String("tcp "))) {
+        port.host = device.mid(4);
+        port.port = freePort();
+    } else {
+        port.device = device;
+    }
     Elm327Link link(port);
     Report report(&link);
     link.open();

@@ -74,8 +74,9 @@ void Elm327Link::openSocket()
     connect(socket.get(), &QTcpSocket::readyRead, this, &Elm327Link::readBytes);
     connect(socket.get(), &QAbstractSocket::errorOccurred, this, &Elm327Link::onSocketError);
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    socket->connectToHost(m_port.host, m_port.port);
+    QTcpSocket *const connecting = socket.get();
     m_device = std::move(socket);
+    connecting->connectToHost(m_port.host, m_port.port); // which may fail at once
 }
 
 void Elm327Link::onSocketError()
