@@ -40,6 +40,7 @@ void Client::close()
     if (!m_link)
         return;
     m_link = nullptr;
+    m_state = Waiting;
     m_thread.quit();
     m_thread.wait();
     m_turn.stop();

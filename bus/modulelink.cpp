@@ -231,6 +231,8 @@ void ModuleLink::putFeatures(const QVariantList &arguments)
     const QVariant features = fromWire(arguments.value(2), qMetaTypeId<QMap<int, bool>>());
     if (features.isValid())
         put({QLatin1String(featuresSignal), {arguments[0], arguments[1], features}});
+    else
+        refuse(QLatin1String(featuresSignal), QStringLiteral("sia{ib}"));
 }
 
 /** One warning for each name, however many of them come. */
@@ -239,7 +241,7 @@ void ModuleLink::refuse(const QString &name, const QString &signature)
     if (m_refused.contains(name) || m_refused.size() >= mostWarnings)
         return;
     m_refused.insert(name);
-    if (m_client->m_interface.signal(name).isValid())
+    if (name == QLatin1String(featuresSignal) || m_client->m_interface.signal(name).isValid())
         qWarning("vehicle module: %s: expected arguments of type '%s'", qPrintable(name),
                  qPrintable(signature));
     else
@@ -303,6 +305,7 @@ bool ModuleLink::send(const QString &command, const QVariantList &arguments)
     QDBusMessage call = QDBusMessage::createMethodCall(m_owner, QLatin1String(objectPath),
                                                        QLatin1String(interfaceName), command);
     call.setArguments(arguments);
+    QMetaObject::invokeMethod(this, &ModuleLink::watchSilence, Qt::QueuedConnection);
     return bus().send(call);
 }
 
@@ -318,11 +321,14 @@ QDBusMessage ModuleLink::call(const QDBusMessage &method)
     return connection.call(call);
 }
 
-/** A module that is heard is left alone; after its promised period of silence it is asked. */
+/**
+ * A module that is heard is left alone; after its promised period of silence it is asked, and again
+ * that long after a command.
+ */
 void ModuleLink::watchSilence()
 {
     m_heard.start();
-    if (m_missingAfterMs > 0 && !m_silence.isActive())
+    if (m_missingAfterMs > 0 && m_stage == Stage::Connected && !m_silence.isActive())
         m_silence.start(m_missingAfterMs);
 }
 

@@ -39,7 +39,7 @@ QMap<int, bool> VtqService::featuresOf(const QByteArray &query, int group) const
 void VtqService::setFeaturesOf(const QByteArray &query, int group, const QMap<int, bool> &features)
 {
     const auto groups = m_features.find(query);
-    if (groups == m_features.end() || groups->value(group) == features)
+    if (groups == m_features.end() || !groups->contains(group) || groups->value(group) == features)
         return;
     groups->insert(group, features);
     ++m_featuresRevision;
