@@ -49,7 +49,8 @@ norda_package(ecu norda-ecu
 norda_package(moduled norda-moduled
     SECTION misc
     DEPENDS "${runtime}, ${car}, adduser, default-dbus-system-bus | dbus-system-bus"
-    CONTROL "${CMAKE_CURRENT_LIST_DIR}/moduled/postinst" "${CMAKE_CURRENT_LIST_DIR}/moduled/postrm"
+    CONTROL "${CMAKE_CURRENT_LIST_DIR}/moduled/postinst" "${CMAKE_CURRENT_LIST_DIR}/moduled/prerm"
+        "${CMAKE_CURRENT_LIST_DIR}/moduled/postrm"
     SUMMARY "vehicle module of a head unit, as a service on D-Bus"
     TEXT "The module that a head unit shows: a connected car by OBD-II or its own CAN\nframes, a recorded drive, or a simulated car. It needs no display. Only its\nuser may serve on the system bus, only members of its group may talk to it.")
 
