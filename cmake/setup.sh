@@ -15,6 +15,7 @@ norda_packages_packages="lintian mmdebstrap doxygen"
 norda_packages_desktop="xvfb openbox xdotool x11-utils imagemagick"
 norda_packages_browser="chromium python3"
 norda_packages_armhf="crossbuild-essential-armhf qemu-user mmdebstrap"
+norda_packages_boarddisplay="qemu-system-gui"
 norda_packages_board="qemu-system-arm qemu-user-static binfmt-support arch-test e2fsprogs kmod cpio imagemagick python3"
 
 # What the board has, as far as building and testing need it.

@@ -157,6 +157,6 @@ board_build() {
     # shellcheck disable=SC2086
     board_step packages "$(board_hash $board_built)" board_packages
     board_step root "$(cat $board/base.stamp $board/packages.stamp) $(board_hash image/root image/masked image/build.sh)" board_make_root
-    board_step first "$(cat $board/kernel.stamp) $(board_hash image/init image/splash.svg)" board_pack_first
+    board_step first "$(cat $board/kernel.stamp) $(board_hash image/init image/splash.svg image/build.sh)" board_pack_first
     [ -f $board/data.img ] || board_make_data
 }
