@@ -231,20 +231,32 @@ void tst_Endings::brokenPipeIsNoEnd()
     QVERIFY(!content("s.json").isEmpty());
 }
 
+/** Neither a process nor a folder; but what was played is reported. */
 void tst_Endings::interruptedScenarioLeavesNothing()
 {
+    put("first.scenario", "0 expect page 80\n");
     put("long.scenario", "0 picture begun\nwait 10\nexpect page 80\n");
-    const ProgramResult result = shell(
-        "env --default-signal XDG_RUNTIME_DIR=$PWD/run $B --script long.scenario --gallery g & "
-        "for i in $(seq 300); do ls g/*.png >l 2>&1 && break; sleep 0.05; done; "
-        "kill -TERM $!; wait $!; code=$?; sleep 0.2; ls tmp; "
-        "for p in /proc/[0-9]*; do [ \"$(readlink $p/cwd)\" = \"$PWD\" ] && "
-        "[ \"$(readlink $p/exe)\" = \"$(readlink -f $B)\" ] && echo $p; done; "
-        "exit $code");
+    const ProgramResult result =
+        shell("env --default-signal XDG_RUNTIME_DIR=$PWD/run $B --script first.scenario --script "
+              "long.scenario "
+              "--junit j.xml --report r --gallery g & "
+              "for i in $(seq 300); do ls g/*.png >l 2>&1 && break; sleep 0.05; done; "
+              "kill -TERM $!; wait $!; code=$?; sleep 0.2; ls tmp; "
+              "for p in /proc/[0-9]*; do [ \"$(readlink $p/cwd)\" = \"$PWD\" ] && "
+              "[ \"$(readlink $p/exe)\" = \"$(readlink -f $B)\" ] && echo $p; done; "
+              "exit $code");
     QCOMPARE(result.exitCode, 2);
     QCOMPARE(result.err, QStringLiteral("long.scenario: expected an end of its own, it was "
                                         "interrupted\n"));
-    QCOMPARE(result.out, QString()); // neither a process nor a folder
+    const QStringList lines = result.out.split('\n');
+    QCOMPARE(lines.size(), 3);
+    QVERIFY2(lines[0].contains("first.scenario"), qPrintable(lines[0]));
+    QCOMPARE(lines[1], QStringLiteral("1 passed, 1 failed"));
+    for (const char *file : {"j.xml", "r/report.html"}) {
+        const QByteArray report = content(file);
+        QVERIFY(report.contains("first"));
+        QVERIFY(report.contains("it was interrupted"));
+    }
 }
 
 void tst_Endings::closedStandardStreams_data()

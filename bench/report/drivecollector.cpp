@@ -93,16 +93,18 @@ static void addEvents(DriveReport *report, const Journal *journal)
     }
 }
 
-/** Those of the present drive; a scenario or a headless run has one drive only. */
+/** Those of the present drive, and of the time before the first one, such as a plugin's at start.
+ */
 static void addWarnings(DriveReport *report)
 {
     const Warnings *warnings = Warnings::instance();
-    report->warningCount = Warnings::count();
     if (!warnings)
         return;
+    report->warningCount = warnings->notKept();
     for (const Warnings::Entry &entry : warnings->entries()) {
-        if (entry.drive != warnings->drive())
+        if (entry.drive >= 0 && entry.drive != warnings->drive())
             continue;
+        report->warningCount += entry.count;
         const QString page = entry.first.page < 0 ? QString() : pageText(entry.first.page);
         report->warnings.append({qMax<qint64>(0, entry.first.ms), entry.text, page, entry.count});
     }

@@ -77,8 +77,11 @@ static ScenarioResult playInProcess(const Scenario &scenario, const Play &play)
     // What the plugin keeps goes to a folder of its own, never to the user's.
     const QTemporaryDir scratch(temporaryPlace() + QStringLiteral("/norda-bench-XXXXXX"));
     if (!scratch.isValid()) {
+        result.file = scenario.file;
+        result.title = scenario.title;
         result.unusable = QStringLiteral("%1: expected a place for a temporary folder: %2")
                               .arg(temporaryPlace(), scratch.errorString());
+        result.failures.append(result.unusable);
         return result;
     }
     qputenv("NORDA_HOST_ROOT", scratch.path().toLocal8Bit());
@@ -95,6 +98,8 @@ static ScenarioResult playInProcess(const Scenario &scenario, const Play &play)
         result.failures.append(QStringLiteral("%1: %2").arg(scenario.file, failure));
     if (child.end() == ChildProcess::Interrupted)
         result.unusable = result.failures.constLast();
+    else if (!result.unusable.isEmpty())
+        result.failures.append(result.unusable);
     return result;
 }
 
@@ -146,15 +151,18 @@ SuiteOutcome playScenarios(const Options &options, const Play &play, QString *er
     }
     if (!error->isEmpty())
         return SuiteOutcome::Unusable;
-    const QVector<ScenarioResult> results = playAll(scenarios, play, error);
-    if (!error->isEmpty())
-        return SuiteOutcome::Unusable;
+    // What was played before a scenario that cannot be is reported, too.
+    QString unusable;
+    const QVector<ScenarioResult> results = playAll(scenarios, play, &unusable);
     const int failed = failedIn(results);
     std::printf("%d passed, %d failed\n", results.size() - failed, failed);
     if (!options.junit.isEmpty() && !writeJUnit(options.junit, results, inputs, error))
         return SuiteOutcome::Unusable;
     if (!options.report.isEmpty() &&
         !output::writeResult(options.reportFile(), pageOf(results), inputs, error))
+        return SuiteOutcome::Unusable;
+    *error = unusable;
+    if (!unusable.isEmpty())
         return SuiteOutcome::Unusable;
     return failed > 0 ? SuiteOutcome::Failed : SuiteOutcome::Passed;
 }

@@ -177,7 +177,10 @@ void BenchWindow::connectFileCommands()
         m_files->toggleRecording();
     });
     m_commands->on("save-scenario", m_files, &FileCommands::chooseScenario);
-    m_commands->on("save-report", this, [this] { m_files->chooseReport(*m_trail); });
+    m_commands->on("save-report", this, [this] {
+        m_rewind->end(); // the report's last picture is of the present
+        m_files->chooseReport(*m_trail);
+    });
     m_commands->on("screenshot", m_files, [this] {
         const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
         m_files->savePicture(QDir(pictures).exists() ? pictures : QDir::homePath());
@@ -335,6 +338,7 @@ void BenchWindow::showEvent(QShowEvent *event)
 
 void BenchWindow::closeEvent(QCloseEvent *event)
 {
+    m_rewind->end();
     m_viewCommands->leaveFullScreen();
     windowplace::save(this);
     QMainWindow::closeEvent(event);
