@@ -10,9 +10,11 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QQueue>
 
 #include <algorithm>
 #include <atomic>
+#include <mutex>
 #include <thread>
 
 /** A unit in this process, the vehicle module in another one, a bus between them. */
@@ -81,7 +83,7 @@ public:
         QObject::connect(CallLog::instance(), &CallLog::called, &m_receiver,
                          [this](const QString &operation) {
                              if (operation == QLatin1String("svaudio::AudioService::doBeep"))
-                                 m_answersMs.append(m_clock.elapsed() - m_touchedAtMs);
+                                 answer();
                          });
         m_clock.start();
         m_thread = std::thread([this] { touch(); });
@@ -106,10 +108,21 @@ public:
     qint64 medianMs() const { return answersMs().value(m_answersMs.size() / 2, patienceMs); }
 
 private:
+    /** Answers come in the order of the touches. */
+    void answer()
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (!m_touchedAtMs.isEmpty())
+            m_answersMs.append(m_clock.elapsed() - m_touchedAtMs.dequeue());
+    }
+
     void touch()
     {
         while (!m_isLifted) {
-            m_touchedAtMs = m_clock.elapsed();
+            {
+                const std::lock_guard<std::mutex> lock(m_mutex);
+                m_touchedAtMs.enqueue(m_clock.elapsed());
+            }
             const QPointF middle(m_key->width() / 2.0, m_key->height() / 2.0);
             for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
                 QCoreApplication::postEvent(m_key, new QMouseEvent(type, middle, Qt::LeftButton,
@@ -124,21 +137,30 @@ private:
     QWidget *m_key;
     QObject m_receiver;
     QElapsedTimer m_clock;
-    std::atomic<qint64> m_touchedAtMs{0};
+    std::mutex m_mutex;
+    QQueue<qint64> m_touchedAtMs; // those without an answer
     QVector<qint64> m_answersMs;
     std::atomic<bool> m_isLifted{false};
     std::thread m_thread;
 };
 
-/** A touch is answered within a tenth of a second; an emulator answers when it can. */
+/**
+ * A touch is answered within a tenth of a second. On a busy machine some take longer, but nine of
+ * ten less than a second; an emulator answers when it can.
+ */
 static void checkAnswers(const Finger &finger, int least)
 {
     static constexpr qint64 promptMs = 100;
+    static constexpr qint64 latestMs = 1000;
     const QVector<qint64> answers = finger.answersMs();
     QVERIFY2(answers.size() >= least, qPrintable(QString::number(answers.size())));
     qInfo("touches: %d, median %lld ms, longest %lld ms", answers.size(),
           static_cast<long long>(finger.medianMs()), static_cast<long long>(answers.last()));
-    QVERIFY(finger.medianMs() <= promptMs || !testpaths::emulator().isEmpty());
+    if (!testpaths::emulator().isEmpty())
+        return;
+    QVERIFY(finger.medianMs() <= promptMs);
+    QVERIFY2(answers[answers.size() * 9 / 10] <= latestMs,
+             qPrintable(QString::number(answers[answers.size() * 9 / 10])));
 }
 
 /** What the process holds; 0 where a sanitizer keeps what is freed, or an emulator adds its own. */
