@@ -9,6 +9,7 @@ using namespace module;
 struct Car
 {
     QMap<QByteArray, QByteArray> answers; // by the request, both from the service on
+    QMap<QByteArray, QByteArray> gearbox; // those of a second unit
     int answerMs = 10;
     int losesEvery = 0; // of its answers
     bool isSilent = false;
@@ -17,6 +18,7 @@ struct Car
 };
 
 static constexpr quint32 engineUnit = 0x7E8;
+static constexpr quint32 gearboxUnit = 0x7E9;
 
 /** Lives with a poller for a time, and keeps when it was asked for what. */
 class Life
@@ -76,6 +78,14 @@ public:
     qint64 nowMs = 0;
 
 private:
+    QVector<ObdAnswer> answersTo(const ObdRequest &request) const
+    {
+        QVector<ObdAnswer> answers = {{engineUnit, car.answers.value(request.message)}};
+        if (request.ecu == 0 && car.gearbox.contains(request.message))
+            answers.append({gearboxUnit, car.gearbox.value(request.message)});
+        return answers;
+    }
+
     void answer(const ObdRequest &request)
     {
         nowMs += car.answerMs;
@@ -83,7 +93,7 @@ private:
         if (car.isSilent || isLost || !car.answers.contains(request.message))
             poller.failed(ObdFailure::NoAnswer, QStringLiteral("the car does not answer"), nowMs);
         else
-            poller.answered({{engineUnit, car.answers.value(request.message)}}, nowMs);
+            poller.answered(answersTo(request), nowMs);
     }
 };
 
@@ -116,6 +126,7 @@ private slots:
     void pausesWhatIsNotAnswered();
     void goesOnWithAPartOfTheCar();
     void readsCodesWithTheLamp();
+    void readsLampAndCodesOfAllUnits();
     void startsAnewWhenConnected();
 };
 
@@ -460,6 +471,42 @@ void tst_ObdPoller::readsCodesWithTheLamp()
     life.car.answers["\x03"] = QByteArray::fromHex("4300");
     life.live(61000);
     QCOMPARE(life.poller.takeCodes(), std::optional<QStringList>(QStringList()));
+}
+
+void tst_ObdPoller::readsLampAndCodesOfAllUnits()
+{
+    Life life;
+    life.car.gearbox[QByteArray::fromHex("0100")] = QByteArray::fromHex("410080000000");
+    life.car.gearbox[QByteArray::fromHex("0101")] = QByteArray::fromHex("410181000000");
+    life.car.gearbox["\x03"] = QByteArray::fromHex("43010700");
+    life.poller.connected(0);
+    life.live(10000);
+    const auto isLampOn = [&life] {
+        std::optional<bool> isOn;
+        for (const Sample &sample : life.poller.takeSamples()) {
+            if (sample.quantity == Quantity::EngineLamp)
+                isOn = sample.value > 0;
+        }
+        return isOn;
+    };
+    QCOMPARE(isLampOn(), std::optional<bool>(true));
+    QCOMPARE(life.poller.takeCodes().value_or(QStringList()), QStringList{"P0700"});
+
+    life.car.answers["\x03"] = QByteArray::fromHex("43010301");
+    life.live(61000);
+    QCOMPARE(life.poller.takeCodes().value_or(QStringList()), (QStringList{"P0301", "P0700"}));
+    // Refused, and lost: what was known stays.
+    for (const char *answer : {"7f0322", ""}) {
+        life.car.gearbox["\x03"] = QByteArray::fromHex(answer);
+        life.live(61000);
+        QVERIFY(!life.poller.takeCodes());
+    }
+    life.car.gearbox["\x03"] = QByteArray::fromHex("4300");
+    life.live(61000);
+    QCOMPARE(life.poller.takeCodes().value_or(QStringList()), QStringList{"P0301"});
+    life.car.gearbox[QByteArray::fromHex("0101")] = QByteArray::fromHex("410100000000");
+    life.live(6000);
+    QCOMPARE(isLampOn(), std::optional<bool>(false));
 }
 
 void tst_ObdPoller::startsAnewWhenConnected()

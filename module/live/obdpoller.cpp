@@ -36,6 +36,7 @@ void ObdPoller::connected(qint64 nowMs)
     m_state = QStringLiteral("Asking the car what it has");
     m_supported = SupportedPids();
     m_block = 0;
+    m_codesOf.clear();
     m_failures = 0;
     m_waits = 0;
     m_isEngineOff = false;
@@ -190,15 +191,17 @@ void ObdPoller::takeAnswer(const QVector<ObdAnswer> &answers, qint64 nowMs)
         noteFailure(nowMs);
 }
 
-/** The value of the unit that was asked, also where others answer too. */
+/** The value of the unit that was asked, also where others answer too; of all, the highest. */
 std::optional<double> ObdPoller::valueOf(const QVector<ObdAnswer> &answers, const PollItem &item)
 {
+    std::optional<double> highest;
     for (const ObdAnswer &answer : answers) {
         const auto reading = pidReading(answer.message);
-        if (answer.ecu == item.request.ecu && reading && reading->quantity == item.quantity)
-            return reading->value;
+        const bool isAsked = item.request.ecu == 0 || answer.ecu == item.request.ecu;
+        if (isAsked && reading && reading->quantity == item.quantity)
+            highest = std::max(highest.value_or(reading->value), reading->value);
     }
-    return std::nullopt;
+    return highest;
 }
 
 void ObdPoller::takeValue(double value, qint64 nowMs)
@@ -221,11 +224,16 @@ void ObdPoller::noteLamp(bool isOn, qint64 nowMs)
     m_isLampOn = isOn;
 }
 
+/** A unit that refuses, or whose answer is lost, keeps those that it had. */
 void ObdPoller::takeTroubleCodes(const QVector<ObdAnswer> &answers)
 {
+    for (const ObdAnswer &answer : answers) {
+        if (obd::byteAt(answer.message, 0) == obd::storedCodesAnswer)
+            m_codesOf[answer.ecu] = troubleCodes(answer.message);
+    }
     QStringList codes;
-    for (const ObdAnswer &answer : answers)
-        codes += troubleCodes(answer.message);
+    for (const QStringList &ofUnit : qAsConst(m_codesOf))
+        codes += ofUnit;
     codes.removeDuplicates();
     m_hasNewCodes |= codes != m_codes;
     m_codes = codes;

@@ -3,6 +3,8 @@
 #include "live/livesettings.h"
 #include "live/pollplan.h"
 
+#include <QMap>
+
 #include <optional>
 
 namespace module {
@@ -99,6 +101,7 @@ private:
     bool m_isCarSilent = false;
     bool m_isLampOn = false;
     QVector<Sample> m_samples;
+    QMap<quint32, QStringList> m_codesOf; // the units
     QStringList m_codes;
     bool m_hasNewCodes = false;
     QString m_state;

@@ -58,6 +58,21 @@ static int intervalOf(Quantity quantity)
     return found == std::end(paces) ? slowMs : found->intervalMs;
 }
 
+/** A request to all units that answer it, or to the only one. */
+static ObdRequest toAll(const QByteArray &message, const QVector<quint32> &units)
+{
+    return {message, units.size() == 1 ? units.first() : 0, units.size()};
+}
+
+/** Each unit commands the lamp for what it watches. */
+static void addLamp(const SupportedPids &supported, QVector<PollItem> *plan)
+{
+    const QVector<quint32> units = supported.unitsWith(lampPid);
+    if (!units.isEmpty())
+        plan->append({toAll(QByteArray(1, currentData) + char(lampPid), units),
+                      Quantity::EngineLamp, intervalOf(Quantity::EngineLamp)});
+}
+
 /** The first unit that has it is asked; a link that cannot choose one knows how many answer. */
 static void addPid(int pid, Quantity quantity, const SupportedPids &supported,
                    QVector<PollItem> *plan)
@@ -98,13 +113,10 @@ QVector<PollItem> pollPlan(const SupportedPids &supported)
             addPid(pid, known->quantity, supported, &plan);
     }
     keepBestTemperature(&plan);
-    addPid(lampPid, Quantity::EngineLamp, supported, &plan);
+    addLamp(supported, &plan);
     const QVector<quint32> units = supported.units();
     if (!units.isEmpty())
-        plan.append(
-            {{QByteArray(1, storedCodes), units.size() == 1 ? units.first() : 0, units.size()},
-             Quantity::Count,
-             codesMs});
+        plan.append({toAll(QByteArray(1, storedCodes), units), Quantity::Count, codesMs});
     return plan;
 }
 
