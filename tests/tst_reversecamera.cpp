@@ -60,6 +60,11 @@ private:
     void startUnit();
     void stopUnit();
     void connectToBus();
+    static void disconnectFromBus()
+    {
+        ServiceConnection::instance()->setAddress({});
+        ServiceConnection::instance()->open();
+    }
 
     std::unique_ptr<PrivateBus> m_bus;
     std::unique_ptr<HeadUnit> m_unit;
@@ -101,8 +106,7 @@ void tst_ReverseCamera::connectToBus()
 void tst_ReverseCamera::cleanup()
 {
     stopUnit();
-    ServiceConnection::instance()->setAddress({});
-    ServiceConnection::instance()->open();
+    disconnectFromBus();
     m_bus.reset();
 }
 
@@ -316,10 +320,13 @@ void tst_ReverseCamera::menuIsBeingSent()
 /** The module runs already when the unit starts, or starts again. */
 void tst_ReverseCamera::reverseBeforeTheUnitStarts()
 {
-    const StartedProgram module(QStringLiteral("floodmodule"), m_bus->address() + flood);
+    // No flood: Qt does not always survive it when a connection is closed in the middle of one.
+    const StartedProgram module(QStringLiteral("floodmodule"),
+                                m_bus->address() + QStringLiteral(" 100"));
     connectToBus();
     QVERIFY(!module.lineWith(QStringLiteral("reverse ")).isNull());
     stopUnit();
+    disconnectFromBus();
     startUnit();
     QVERIFY(!screen()->isCameraShown());
     connectToBus();
