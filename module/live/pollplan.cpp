@@ -59,7 +59,7 @@ static int intervalOf(Quantity quantity)
 }
 
 /** A request to all units that answer it, or to the only one. */
-static ObdRequest toAll(const QByteArray &message, const QVector<quint32> &units)
+static ObdRequest requestOfAll(const QByteArray &message, const QVector<quint32> &units)
 {
     return {message, units.size() == 1 ? units.first() : 0, units.size()};
 }
@@ -69,7 +69,7 @@ static void addLamp(const SupportedPids &supported, QVector<PollItem> *plan)
 {
     const QVector<quint32> units = supported.unitsWith(lampPid);
     if (!units.isEmpty())
-        plan->append({toAll(QByteArray(1, currentData) + char(lampPid), units),
+        plan->append({requestOfAll(QByteArray(1, currentData) + char(lampPid), units),
                       Quantity::EngineLamp, intervalOf(Quantity::EngineLamp)});
 }
 
@@ -116,7 +116,7 @@ QVector<PollItem> pollPlan(const SupportedPids &supported)
     addLamp(supported, &plan);
     const QVector<quint32> units = supported.units();
     if (!units.isEmpty())
-        plan.append({toAll(QByteArray(1, storedCodes), units), Quantity::Count, codesMs});
+        plan.append({requestOfAll(QByteArray(1, storedCodes), units), Quantity::Count, codesMs});
     return plan;
 }
 
