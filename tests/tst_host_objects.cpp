@@ -102,11 +102,13 @@ void tst_HostObjects::featureMaps()
     CallSpy calls;
     invoke("norda::VtqService", "setFrontClimateControlFeatures", Q_ARG(int, 0), features);
     invoke("norda::VtqService", "setRearClimateControlFeatures", Q_ARG(int, 1), features);
+    invoke("norda::VtqService", "setRearClimateControlFeatures", Q_ARG(int, 2), features);
     invoke("norda::VtqService", "setParkingAssistZones", features);
     QCOMPARE(calls.take(), QStringList()); // the host's own doing, not the plugin's
     QCOMPARE(service->getFrontClimateControlFeatures(0), some);
     QCOMPARE(service->getRearClimateControlFeatures(1), some);
     QCOMPARE(service->getRearClimateControlFeatures(0).size(), 8);
+    QCOMPARE(service->getRearClimateControlFeatures(2), Features()); // there are two
     QCOMPARE(service->getParkingAssistZones(), some);
 }
 

@@ -26,6 +26,7 @@ private slots:
     void callsThatDoNotFit();
     void burst();
     void floodIsDroppedAndTheStateRequested();
+    void closedLinkCarriesNothing();
 
 private:
     void forgetEarlierSignals();
@@ -336,6 +337,25 @@ void tst_ModuleLink::floodIsDroppedAndTheStateRequested()
     QTRY_VERIFY_WITH_TIMEOUT(isUpToDate(), patienceMs);
     QVERIFY(unit.all.size() <= 2 * bus::Inbox::Most);
     QCOMPARE(unit.state(), Client::Connected);
+}
+
+void tst_ModuleLink::closedLinkCarriesNothing()
+{
+    Unit unit(m_link->bus);
+    TRY_CONNECTED(unit);
+    QSignalSpy calls(CallLog::instance(), &CallLog::called);
+    unit.send(QStringLiteral("gaugesListNext"), {});
+    QTRY_COMPARE_WITH_TIMEOUT(calls.size(), 1, patienceMs);
+    unit.close();
+    QCOMPARE(unit.state(), Client::Waiting);
+    unit.all.clear();
+    unit.send(QStringLiteral("gaugesListNext"), {});
+    // Once another unit has received a signal, this one would have, too.
+    forgetEarlierSignals();
+    emit norda::VtqAdaptor::instance()->doorStatus(2);
+    QTRY_COMPARE_WITH_TIMEOUT(m_link->unit->of(QStringLiteral("doorStatus")).size(), 1, patienceMs);
+    QVERIFY(unit.all.isEmpty());
+    QCOMPARE(calls.size(), 1);
 }
 
 NORDA_TEST_MAIN(tst_ModuleLink)

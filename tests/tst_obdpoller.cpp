@@ -1,6 +1,4 @@
 #include "live/obdpoller.h"
-#include "live/troublecodes.h"
-#include "obdpids.h"
 #include "testmain.h"
 
 using namespace module;
@@ -102,12 +100,6 @@ class tst_ObdPoller : public QObject
 {
     Q_OBJECT
 private slots:
-    void plans_data();
-    void plans();
-    void codes_data();
-    void codes();
-    void readings_data();
-    void readings();
     void asksWhatTheCarHasFirst();
     void asksFastValuesOften_data();
     void asksFastValuesOften();
@@ -129,78 +121,6 @@ private slots:
     void readsLampAndCodesOfAllUnits();
     void startsAnewWhenConnected();
 };
-
-void tst_ObdPoller::plans_data()
-{
-    QTest::addColumn<QByteArrayList>("masks"); // by block, and of which unit
-    QTest::addColumn<QByteArrayList>("messages");
-    QTest::newRow("engine speed alone")
-        << QByteArrayList{"410000100000"} << QByteArrayList{"010c", "03"};
-    QTest::newRow("lamp") << QByteArrayList{"410080000000"} << QByteArrayList{"0101", "03"};
-    QTest::newRow("what no page shows") << QByteArrayList{"410000208000"} << QByteArrayList{"03"};
-    QTest::newRow("ambient temperature")
-        << QByteArrayList{"414004000000"} << QByteArrayList{"0146", "03"};
-    QTest::newRow("oil before ambient temperature")
-        << QByteArrayList{"414004000010"} << QByteArrayList{"015c", "03"};
-}
-
-void tst_ObdPoller::plans()
-{
-    QFETCH(QByteArrayList, masks);
-    SupportedPids supported;
-    for (const QByteArray &mask : qAsConst(masks)) {
-        const QByteArray answer = QByteArray::fromHex(mask);
-        QVERIFY(supported.add(answer.at(1), {engineUnit, answer}));
-    }
-    QByteArrayList messages;
-    for (const PollItem &item : pollPlan(supported))
-        messages.append(item.request.message.toHex());
-    QTEST(messages, "messages");
-}
-
-void tst_ObdPoller::codes_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<QStringList>("codes");
-    QTest::newRow("none") << QByteArray("4300") << QStringList();
-    QTest::newRow("one") << QByteArray("43010301") << QStringList{"P0301"};
-    QTest::newRow("of every system")
-        << QByteArray("43040143519a92abf00f") << QStringList{"P0143", "C119A", "B12AB", "U300F"};
-    QTest::newRow("older bus") << QByteArray("43030101430000") << QStringList{"P0301", "P0143"};
-    QTest::newRow("half a code") << QByteArray("4302030101") << QStringList{"P0203", "P0101"};
-    QTest::newRow("another service") << QByteArray("47010301") << QStringList();
-    QTest::newRow("nothing") << QByteArray() << QStringList();
-}
-
-void tst_ObdPoller::codes()
-{
-    QFETCH(QByteArray, answer);
-    QTEST(troubleCodes(QByteArray::fromHex(answer)), "codes");
-}
-
-void tst_ObdPoller::readings_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<int>("quantity");
-    QTest::addColumn<double>("value");
-    QTest::newRow("engine speed") << QByteArray("410c1af8") << int(Quantity::EngineSpeed) << 1726.0;
-    QTest::newRow("lamp on") << QByteArray("410183000000") << int(Quantity::EngineLamp) << 1.0;
-    QTest::newRow("lamp off, with a code")
-        << QByteArray("410103000000") << int(Quantity::EngineLamp) << 0.0;
-    QTest::newRow("too short") << QByteArray("410c1a") << -1 << 0.0;
-    QTest::newRow("no bytes") << QByteArray("410c") << -1 << 0.0;
-    QTest::newRow("another service") << QByteArray("430c1af8") << -1 << 0.0;
-    QTest::newRow("not used") << QByteArray("41100000") << -1 << 0.0;
-    QTest::newRow("not known") << QByteArray("41fe0000") << -1 << 0.0;
-}
-
-void tst_ObdPoller::readings()
-{
-    QFETCH(QByteArray, answer);
-    const auto reading = pidReading(QByteArray::fromHex(answer));
-    QTEST(reading ? int(reading->quantity) : -1, "quantity");
-    QTEST(reading ? reading->value : 0.0, "value");
-}
 
 void tst_ObdPoller::asksWhatTheCarHasFirst()
 {
@@ -496,10 +416,14 @@ void tst_ObdPoller::readsLampAndCodesOfAllUnits()
     life.live(61000);
     QCOMPARE(life.poller.takeCodes().value_or(QStringList()), (QStringList{"P0301", "P0700"}));
     // Refused, and lost: what was known stays.
-    for (const char *answer : {"7f0322", ""}) {
-        life.car.gearbox["\x03"] = QByteArray::fromHex(answer);
+    for (const bool isLost : {false, true}) {
+        for (const char *request : {"0101", "03"}) {
+            const QByteArray asked = QByteArray::fromHex(request);
+            life.car.gearbox[asked] = isLost ? QByteArray() : '\x7f' + asked.left(1) + '\x22';
+        }
         life.live(61000);
         QVERIFY(!life.poller.takeCodes());
+        QCOMPARE(isLampOn(), std::optional<bool>(true));
     }
     life.car.gearbox["\x03"] = QByteArray::fromHex("4300");
     life.live(61000);

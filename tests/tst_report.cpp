@@ -2,10 +2,14 @@
 #include "program.h"
 #include "report/axis.h"
 #include "report/chart.h"
+#include "report/drivecollector.h"
 #include "report/html.h"
 #include "report/picturetrail.h"
 #include "session/warnings.h"
 #include "window/filecommands.h"
+
+#include <QAction>
+#include <QFileDialog>
 
 #include <cmath>
 
@@ -23,6 +27,8 @@ private slots:
     void scenariosAreTold();
     void crashedScenarioIsTold();
     void windowSavesOne();
+    void warningsAreOfThisDrive();
+    void savingEndsARewind();
     void oldPageStaysWhereNoneCanBeWritten();
     void ticks_data();
     void ticks();
@@ -206,6 +212,56 @@ void tst_Report::windowSavesOne()
     QVERIFY(!m_window->files()->saveReport(path("none/window.html"), *m_window->pictureTrail(),
                                            &error));
     QVERIFY2(error.startsWith(path("none/window.html") + ": "), qPrintable(error));
+    removeBench();
+}
+
+/** And from before the first one, such as a plugin's at start. */
+void tst_Report::warningsAreOfThisDrive()
+{
+    const auto warn = [](const char *text) {
+        QTest::ignoreMessage(QtWarningMsg, text);
+        qWarning("%s", text);
+    };
+    const Warnings warnings;
+    warn("at start");
+    makeBench();
+    warn("of the first drive");
+    m_window->openDrive(QStringLiteral("simulator"));
+    warn("of the second drive");
+    warn("of the second drive");
+    const DriveReport report = reportOn(m_rig.data(), *m_window->pictureTrail());
+    QMap<QString, int> listed;
+    int all = 0; // with those of the platform's plugin
+    for (const DriveReport::Event &warning : report.warnings) {
+        listed.insert(warning.text, warning.count);
+        all += warning.count;
+    }
+    QCOMPARE(listed.value("at start"), 1);
+    QCOMPARE(listed.value("of the first drive"), 0);
+    QCOMPARE(listed.value("of the second drive"), 2);
+    QCOMPARE(report.warningCount, all);
+    removeBench();
+}
+
+/** Its last picture is of the present. */
+void tst_Report::savingEndsARewind()
+{
+    makeBench(QStringLiteral("simulator"));
+    QTRY_VERIFY(session()->drive()->positionMs() > 500);
+    find<QAction>("previous")->trigger();
+    QVERIFY(session()->isRewound());
+    QTimer::singleShot(0, m_window.data(), [this] {
+        auto *dialog = m_window->findChild<QFileDialog *>();
+        QVERIFY(dialog);
+        dialog->reject();
+    });
+    find<QAction>("save-report")->trigger();
+    QVERIFY(!session()->isRewound());
+
+    find<QAction>("previous")->trigger();
+    QVERIFY(session()->isRewound());
+    m_window->close(); // --report writes it now
+    QVERIFY(!session()->isRewound());
     removeBench();
 }
 

@@ -93,8 +93,7 @@ static void addEvents(DriveReport *report, const Journal *journal)
     }
 }
 
-/** Those of the present drive, and of the time before the first one, such as a plugin's at start.
- */
+/** Those of the present drive, and those from before the first one. */
 static void addWarnings(DriveReport *report)
 {
     const Warnings *warnings = Warnings::instance();

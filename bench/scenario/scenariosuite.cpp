@@ -73,15 +73,12 @@ using Play = std::function<ScenarioResult(const Scenario &)>;
 
 static ScenarioResult playInProcess(const Scenario &scenario, const Play &play)
 {
-    ScenarioResult result;
     // What the plugin keeps goes to a folder of its own, never to the user's.
     const QTemporaryDir scratch(temporaryPlace() + QStringLiteral("/norda-bench-XXXXXX"));
     if (!scratch.isValid()) {
-        result.file = scenario.file;
-        result.title = scenario.title;
+        ScenarioResult result;
         result.unusable = QStringLiteral("%1: expected a place for a temporary folder: %2")
                               .arg(temporaryPlace(), scratch.errorString());
-        result.failures.append(result.unusable);
         return result;
     }
     qputenv("NORDA_HOST_ROOT", scratch.path().toLocal8Bit());
@@ -90,16 +87,12 @@ static ScenarioResult playInProcess(const Scenario &scenario, const Play &play)
             results->write(QJsonDocument(play(scenario).toJson()).toJson(QJsonDocument::Compact));
         },
         longestMs);
-    result = ScenarioResult::fromJson(QJsonDocument::fromJson(child.results()).object());
-    result.file = scenario.file;
-    result.title = scenario.title;
+    auto result = ScenarioResult::fromJson(QJsonDocument::fromJson(child.results()).object());
     const QString failure = failureOf(child);
-    if (!failure.isEmpty())
-        result.failures.append(QStringLiteral("%1: %2").arg(scenario.file, failure));
     if (child.end() == ChildProcess::Interrupted)
-        result.unusable = result.failures.constLast();
-    else if (!result.unusable.isEmpty())
-        result.failures.append(result.unusable);
+        result.unusable = QStringLiteral("%1: %2").arg(scenario.file, failure);
+    else if (!failure.isEmpty())
+        result.failures.append(QStringLiteral("%1: %2").arg(scenario.file, failure));
     return result;
 }
 
@@ -109,11 +102,16 @@ static QVector<ScenarioResult> playAll(const QVector<Scenario> &scenarios, const
 {
     QVector<ScenarioResult> results;
     for (const Scenario &scenario : scenarios) {
-        results.append(playInProcess(scenario, play));
-        *error = results.constLast().unusable;
+        ScenarioResult result = playInProcess(scenario, play);
+        result.file = scenario.file;
+        result.title = scenario.title;
+        *error = result.unusable;
+        if (!error->isEmpty())
+            result.failures.append(*error);
+        results.append(result);
         if (!error->isEmpty())
             break;
-        printResult(results.constLast());
+        printResult(result);
     }
     return results;
 }

@@ -36,6 +36,7 @@ void ObdPoller::connected(qint64 nowMs)
     m_state = QStringLiteral("Asking the car what it has");
     m_supported = SupportedPids();
     m_block = 0;
+    m_lampOf.clear();
     m_codesOf.clear();
     m_failures = 0;
     m_waits = 0;
@@ -182,26 +183,26 @@ void ObdPoller::beginPolling(qint64 nowMs)
 
 void ObdPoller::takeAnswer(const QVector<ObdAnswer> &answers, qint64 nowMs)
 {
-    Entry &entry = m_plan[m_entry];
-    if (entry.item.quantity == Quantity::Count)
+    const PollItem &item = m_plan.at(m_entry).item;
+    if (item.quantity == Quantity::Count)
         takeTroubleCodes(answers);
-    else if (const auto value = valueOf(answers, entry.item))
+    else if (item.quantity == Quantity::EngineLamp)
+        takeLamp(answers, nowMs);
+    else if (const auto value = valueOf(answers, item))
         takeValue(*value, nowMs);
     else
         noteFailure(nowMs);
 }
 
-/** The value of the unit that was asked, also where others answer too; of all, the highest. */
+/** The value of the unit that was asked, also where others answer too. */
 std::optional<double> ObdPoller::valueOf(const QVector<ObdAnswer> &answers, const PollItem &item)
 {
-    std::optional<double> highest;
     for (const ObdAnswer &answer : answers) {
         const auto reading = pidReading(answer.message);
-        const bool isAsked = item.request.ecu == 0 || answer.ecu == item.request.ecu;
-        if (isAsked && reading && reading->quantity == item.quantity)
-            highest = std::max(highest.value_or(reading->value), reading->value);
+        if (answer.ecu == item.request.ecu && reading && reading->quantity == item.quantity)
+            return reading->value;
     }
-    return highest;
+    return std::nullopt;
 }
 
 void ObdPoller::takeValue(double value, qint64 nowMs)
@@ -209,13 +210,31 @@ void ObdPoller::takeValue(double value, qint64 nowMs)
     m_plan[m_entry].failures = 0;
     const Quantity quantity = m_plan.at(m_entry).item.quantity;
     m_samples.append({nowMs, float(value), quantity});
-    if (quantity == Quantity::EngineLamp)
-        noteLamp(value > 0, nowMs);
     if (quantity == Quantity::EngineSpeed)
         noteEngine(value, nowMs);
 }
 
-/** Its codes come with it. */
+/** On while any unit wants it on; one whose answer is lost has not changed its mind. */
+void ObdPoller::takeLamp(const QVector<ObdAnswer> &answers, qint64 nowMs)
+{
+    bool isAnswered = false;
+    for (const ObdAnswer &answer : answers) {
+        const auto reading = pidReading(answer.message);
+        if (!reading || reading->quantity != Quantity::EngineLamp)
+            continue;
+        m_lampOf[answer.ecu] = reading->value > 0;
+        isAnswered = true;
+    }
+    if (!isAnswered) {
+        noteFailure(nowMs);
+        return;
+    }
+    const bool isOn = std::find(m_lampOf.cbegin(), m_lampOf.cend(), true) != m_lampOf.cend();
+    takeValue(isOn ? 1 : 0, nowMs);
+    noteLamp(isOn, nowMs);
+}
+
+/** The codes come with the lamp. */
 void ObdPoller::noteLamp(bool isOn, qint64 nowMs)
 {
     const int codes = entryOf(Quantity::Count);

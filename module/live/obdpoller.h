@@ -77,6 +77,7 @@ private:
     void takeAnswer(const QVector<ObdAnswer> &answers, qint64 nowMs);
     static std::optional<double> valueOf(const QVector<ObdAnswer> &answers, const PollItem &item);
     void takeValue(double value, qint64 nowMs);
+    void takeLamp(const QVector<ObdAnswer> &answers, qint64 nowMs);
     void noteLamp(bool isOn, qint64 nowMs);
     void takeTroubleCodes(const QVector<ObdAnswer> &answers);
     void noteEngine(double rpm, qint64 nowMs);
@@ -101,7 +102,8 @@ private:
     bool m_isCarSilent = false;
     bool m_isLampOn = false;
     QVector<Sample> m_samples;
-    QMap<quint32, QStringList> m_codesOf; // the units
+    QMap<quint32, bool> m_lampOf;         // by unit
+    QMap<quint32, QStringList> m_codesOf; // by unit
     QStringList m_codes;
     bool m_hasNewCodes = false;
     QString m_state;
