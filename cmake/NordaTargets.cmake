@@ -43,9 +43,8 @@ endif()
 
 # norda_precompile(target [WIDGETS])
 #
-# Reading Qt's headers is most of compiling a small file, which is also why the presets `asan`, `armhf`
-# and `fuzz` compile several files as one. Each file still includes what it uses: clang-tidy reads it
-# alone and without them.
+# Reading Qt's headers is most of compiling a small file, which is also why the presets compile several
+# files as one.
 function(norda_precompile target)
     cmake_parse_arguments(PARSE_ARGV 1 arg "WIDGETS" "" "")
     target_precompile_headers(${target} PRIVATE

@@ -6,7 +6,7 @@
 
 # A test runs for moments: building it is what takes time.
 function(norda_compile_as_test target)
-    target_compile_options(${target} PRIVATE -O0 -g1 -U_FORTIFY_SOURCE)
+    target_compile_options(${target} PRIVATE -O0 -g0 -U_FORTIFY_SOURCE)
 endfunction()
 
 function(norda_add_tests program)

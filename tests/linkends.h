@@ -98,6 +98,5 @@ public:
     bool isAnswering = true;
 };
 
-inline constexpr int patienceMs = 60000;
-#define TRY_CONNECTED(unit) QTRY_COMPARE_WITH_TIMEOUT((unit).state(), Client::Connected, patienceMs)
-#define TRY_WAITING(unit) QTRY_COMPARE_WITH_TIMEOUT((unit).state(), Client::Waiting, patienceMs)
+#define TRY_CONNECTED(unit) QTRY_COMPARE((unit).state(), Client::Connected)
+#define TRY_WAITING(unit) QTRY_COMPARE((unit).state(), Client::Waiting)

@@ -50,7 +50,7 @@ public:
             return;
         m_hasEnded = true;
         ::kill(pid.toInt(), signal);
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_folder.filePath("code")), 60000);
+        QTRY_VERIFY(QFile::exists(m_folder.filePath("code")));
     }
     bool isServing() const { return m_isServing; }
     QString file(const char *name) const { return m_folder.filePath(name); }
@@ -118,7 +118,7 @@ void tst_BenchBus::twoBuses()
     ServiceConnection *connection = ServiceConnection::instance();
     connection->setAddress(followed.address());
     connection->open();
-    QTRY_COMPARE_WITH_TIMEOUT(connection->state(), ServiceConnection::Connected, 60000);
+    QTRY_COMPARE(connection->state(), ServiceConnection::Connected);
     module::ModuleService service;
     QString error;
     QVERIFY2(service.open(served.address(), &error), qPrintable(error));
@@ -266,11 +266,11 @@ void tst_BenchBus::touchReachesTheModule()
     const auto *key =
         qobject_cast<QAbstractButton *>(bench.rig.unit()->screen()->widgetNamed("key_power"));
     QVERIFY(key);
-    QTRY_VERIFY_WITH_TIMEOUT(key->isChecked(), 60000);
+    QTRY_VERIFY(key->isChecked());
     const ClimateStates answers;
     QString error;
     QVERIFY2(bench.rig.actions()->perform("touch", {"key_power"}, &error), qPrintable(error));
-    QTRY_VERIFY_WITH_TIMEOUT(answers.isOff(), 60000);
+    QTRY_VERIFY(answers.isOff());
     QVERIFY(!key->isChecked());
     module.end(SIGTERM);
     const QStringList calls = signalsIn(module.file("module.jsonl"), "call");
@@ -290,10 +290,10 @@ void tst_BenchBus::touchOfAUnit()
     unit.windows()->openWindow(ClimatePage);
     auto *key = qobject_cast<QAbstractButton *>(unit.screen()->widgetNamed("key_power"));
     QVERIFY(key);
-    QTRY_VERIFY_WITH_TIMEOUT(key->isChecked(), 60000);
+    QTRY_VERIFY(key->isChecked());
     const ClimateStates answers;
     QTest::mouseClick(key, Qt::LeftButton);
-    QTRY_VERIFY_WITH_TIMEOUT(answers.isOff(), 60000);
+    QTRY_VERIFY(answers.isOff());
     QVERIFY(!key->isChecked());
     ServiceConnection::instance()->setAddress({});
     ServiceConnection::instance()->open();
@@ -309,16 +309,16 @@ void tst_BenchBus::moduleGoesAndReturns()
     {
         ServingBench module(bus, "--source simulator --speed 1");
         bench.start(VehiclePage);
-        QTRY_VERIFY_WITH_TIMEOUT(bench.text("Txt_battery").contains("12."), 60000);
+        QTRY_VERIFY(bench.text("Txt_battery").contains("12."));
         module.end(SIGKILL);
     }
-    QTRY_VERIFY_WITH_TIMEOUT(bench.notices.contains("The vehicle module has gone"), 60000);
-    QTRY_VERIFY_WITH_TIMEOUT(bench.text("Txt_battery").startsWith("--"), 60000);
+    QTRY_VERIFY(bench.notices.contains("The vehicle module has gone"));
+    QTRY_VERIFY(bench.text("Txt_battery").startsWith("--"));
     const QStringList gone = bench.rig.session()->drive()->source()->findings();
     QVERIFY2(gone.contains("com.stavel.norda.Module has gone"), qPrintable(gone.join('\n')));
     const ServingBench next(bus, "--source simulator --speed 1");
-    QTRY_VERIFY_WITH_TIMEOUT(bench.notices.contains("The vehicle module is back"), 60000);
-    QTRY_VERIFY_WITH_TIMEOUT(bench.text("Txt_battery").contains("1"), 60000);
+    QTRY_VERIFY(bench.notices.contains("The vehicle module is back"));
+    QTRY_VERIFY(bench.text("Txt_battery").contains("1"));
 }
 
 void tst_BenchBus::laterModule()
@@ -329,8 +329,8 @@ void tst_BenchBus::laterModule()
     const QStringList waiting = bench.rig.session()->drive()->source()->findings();
     QVERIFY2(waiting.contains("Waiting for com.stavel.norda.Module"), qPrintable(waiting.join("")));
     const ServingBench module(bus, "--source simulator --speed 1");
-    QTRY_VERIFY_WITH_TIMEOUT(bench.notices.contains("The vehicle module is there"), 60000);
-    QTRY_VERIFY_WITH_TIMEOUT(bench.text("Txt_battery").contains("12."), 60000);
+    QTRY_VERIFY(bench.notices.contains("The vehicle module is there"));
+    QTRY_VERIFY(bench.text("Txt_battery").contains("12."));
 }
 
 void tst_BenchBus::onlyThePresent()
@@ -339,7 +339,7 @@ void tst_BenchBus::onlyThePresent()
     const ServingBench module(bus, "--source simulator --speed 1");
     Follower bench(bus);
     bench.start(VehiclePage);
-    QTRY_VERIFY_WITH_TIMEOUT(bench.text("Txt_battery").contains("12."), 60000);
+    QTRY_VERIFY(bench.text("Txt_battery").contains("12."));
     module::Drive *drive = bench.rig.session()->drive();
     QCOMPARE(drive->durationMs(), -1);
     static constexpr qint64 anHour = 3600000;
@@ -356,13 +356,11 @@ void tst_BenchBus::inTheWindow()
     const PrivateBus bus;
     makeBench("dbus:" + bus.address());
     const auto *findings = find<QTextBrowser>("findings");
-    QTRY_VERIFY_WITH_TIMEOUT(
-        findings->toPlainText().contains("Waiting for com.stavel.norda.Module"), 60000);
+    QTRY_VERIFY(findings->toPlainText().contains("Waiting for com.stavel.norda.Module"));
     const ServingBench module(bus, "--source simulator", "--platform offscreen");
     QVERIFY(module.isServing());
-    QTRY_VERIFY_WITH_TIMEOUT(
-        findings->toPlainText().contains("Connected to com.stavel.norda.Module"), 60000);
-    QTRY_VERIFY_WITH_TIMEOUT(!numbersOn(VehiclePage).isEmpty(), 60000);
+    QTRY_VERIFY(findings->toPlainText().contains("Connected to com.stavel.norda.Module"));
+    QTRY_VERIFY(!numbersOn(VehiclePage).isEmpty());
     QVERIFY(!find<QSlider>("seek")->isEnabled());
     removeBench();
 }

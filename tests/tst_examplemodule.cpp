@@ -71,15 +71,15 @@ void tst_ExampleModule::opensTheDoors()
     QCOMPARE(openDoors(page), 0);
 
     StartedProgram module(command(bus));
-    QTRY_COMPARE_WITH_TIMEOUT(connection->state(), ServiceConnection::Connected, 60000);
-    QTRY_VERIFY_WITH_TIMEOUT(openDoors(page) > 0, 60000);
+    QTRY_COMPARE(connection->state(), ServiceConnection::Connected);
+    QTRY_VERIFY(openDoors(page) > 0);
     for (int doors = openDoors(page); doors < 6; ++doors)
-        QTRY_COMPARE_WITH_TIMEOUT(openDoors(page), doors + 1, 60000);
-    QTRY_COMPARE_WITH_TIMEOUT(openDoors(page), 0, 60000);
+        QTRY_COMPARE(openDoors(page), doors + 1);
+    QTRY_COMPARE(openDoors(page), 0);
 
     QCOMPARE(module.err(), QString());
     module.end(SIGKILL);
-    QTRY_COMPARE_WITH_TIMEOUT(connection->state(), ServiceConnection::Waiting, 60000);
+    QTRY_COMPARE(connection->state(), ServiceConnection::Waiting);
     connection->setAddress({});
     connection->open();
 }
@@ -92,7 +92,7 @@ void tst_ExampleModule::secondOneEnds()
     const auto isOwned = [&client] {
         return client.interface()->isServiceRegistered("com.stavel.norda.Module").value();
     };
-    QTRY_VERIFY_WITH_TIMEOUT(isOwned(), 60000);
+    QTRY_VERIFY(isOwned());
     StartedProgram second(command(bus));
     QCOMPARE(second.exitCode(), 1);
     QCOMPARE(second.err(),

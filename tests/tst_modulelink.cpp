@@ -146,7 +146,7 @@ void tst_ModuleLink::everySignalArrives()
     const int before = unit.of(name).size();
     for (const QVariantList &arguments : sent)
         QVERIFY(adaptor.deliver({0, name.toLatin1(), arguments}));
-    QTRY_COMPARE_WITH_TIMEOUT(unit.of(name).size(), before + sent.size(), patienceMs);
+    QTRY_COMPARE(unit.of(name).size(), before + sent.size());
     const QVector<QVariantList> arrived = unit.of(name).mid(before);
     for (int i = 0; i < sent.size(); ++i)
         QVERIFY2(sameArguments(arrived[i], sent[i]), qPrintable(QString::number(i)));
@@ -175,7 +175,7 @@ void tst_ModuleLink::everyCommandArrives()
     const QVector<QVariantList> sent = argumentsOf(method);
     for (const QVariantList &arguments : sent)
         m_link->unit->send(name, arguments);
-    QTRY_COMPARE_WITH_TIMEOUT(arrived.size(), sent.size(), patienceMs);
+    QTRY_COMPARE(arrived.size(), sent.size());
     for (int i = 0; i < sent.size(); ++i) {
         for (int j = 0; j < method.parameterCount(); ++j) {
             // The call log holds bytes as numbers.
@@ -220,8 +220,7 @@ void tst_ModuleLink::forgetEarlierSignals()
     const QString last = QStringLiteral("signal %1").arg(++count);
     emit norda::VtqAdaptor::instance()->batteryVoltage(last);
     Unit &unit = *m_link->unit;
-    QTRY_VERIFY_WITH_TIMEOUT(!unit.all.isEmpty() && unit.all.last().arguments == QVariantList{last},
-                             patienceMs);
+    QTRY_VERIFY(!unit.all.isEmpty() && unit.all.last().arguments == QVariantList{last});
     unit.all.clear();
 }
 
@@ -233,7 +232,7 @@ void tst_ModuleLink::featuresComeBeforeTheirSignals()
     const QMap<int, bool> none = {{0, false}, {3, true}};
     norda::VtqService::instance()->setRearClimateControlFeatures(1, none);
     emit norda::VtqAdaptor::instance()->doorStatus(2);
-    QTRY_COMPARE_WITH_TIMEOUT(unit.of(QStringLiteral("doorStatus")).size(), 1, patienceMs);
+    QTRY_COMPARE(unit.of(QStringLiteral("doorStatus")).size(), 1);
     QCOMPARE(unit.all.size(), 6);
     const auto rear = unit.of(QStringLiteral("getRearClimateControlFeatures"));
     const auto features = rear.at(1).value(1).value<QMap<int, bool>>();
@@ -241,7 +240,7 @@ void tst_ModuleLink::featuresComeBeforeTheirSignals()
     QCOMPARE(unit.all.last().name, QStringLiteral("doorStatus"));
 
     emit norda::VtqAdaptor::instance()->doorStatus(3);
-    QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), 7, patienceMs); // not repeated
+    QTRY_COMPARE(unit.all.size(), 7); // not repeated
 }
 
 /** A client of its own, as a tool on the command line would be. */
@@ -315,7 +314,7 @@ void tst_ModuleLink::burst()
     forgetEarlierSignals();
     for (int i = 0; i < count; ++i)
         emit norda::VtqAdaptor::instance()->batteryVoltage(QString::number(i));
-    QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), count, patienceMs);
+    QTRY_COMPARE(unit.all.size(), count);
     for (int i = 0; i < count; ++i)
         QCOMPARE(unit.all[i].arguments.value(0).toInt(), i);
 }
@@ -334,7 +333,7 @@ void tst_ModuleLink::floodIsDroppedAndTheStateRequested()
         return !unit.of(voltage).isEmpty() &&
                unit.of(voltage).last() == QVariantList{QString::number(count - 1)};
     };
-    QTRY_VERIFY_WITH_TIMEOUT(isUpToDate(), patienceMs);
+    QTRY_VERIFY(isUpToDate());
     QVERIFY(unit.all.size() <= 2 * bus::Inbox::Most);
     QCOMPARE(unit.state(), Client::Connected);
 }
@@ -345,7 +344,7 @@ void tst_ModuleLink::closedLinkCarriesNothing()
     TRY_CONNECTED(unit);
     QSignalSpy calls(CallLog::instance(), &CallLog::called);
     unit.send(QStringLiteral("gaugesListNext"), {});
-    QTRY_COMPARE_WITH_TIMEOUT(calls.size(), 1, patienceMs);
+    QTRY_COMPARE(calls.size(), 1);
     unit.close();
     QCOMPARE(unit.state(), Client::Waiting);
     unit.all.clear();
@@ -353,7 +352,7 @@ void tst_ModuleLink::closedLinkCarriesNothing()
     // Once another unit has received a signal, this one would have, too.
     forgetEarlierSignals();
     emit norda::VtqAdaptor::instance()->doorStatus(2);
-    QTRY_COMPARE_WITH_TIMEOUT(m_link->unit->of(QStringLiteral("doorStatus")).size(), 1, patienceMs);
+    QTRY_COMPARE(m_link->unit->of(QStringLiteral("doorStatus")).size(), 1);
     QVERIFY(unit.all.isEmpty());
     QCOMPARE(calls.size(), 1);
 }

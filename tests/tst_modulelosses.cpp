@@ -44,14 +44,14 @@ void tst_ModuleLosses::moduleGoesAndComesBack()
     service.reset();
     TRY_WAITING(unit);
     QCOMPARE(unit.of(voltage).last(), QVariantList{"12.1V"}); // for the promised period
-    QTRY_COMPARE_WITH_TIMEOUT(unit.of(voltage).last(), QVariantList{"--"}, patienceMs);
+    QTRY_COMPARE(unit.of(voltage).last(), QVariantList{"--"});
     QVERIFY(!unit.of(QStringLiteral("audioInterruptNotify")).isEmpty());
 
     service = std::make_unique<ModuleService>();
     QVERIFY2(service->open(bus.address(), &error), qPrintable(error));
     emit norda::VtqAdaptor::instance()->batteryVoltage(QStringLiteral("12.3V"));
     TRY_CONNECTED(unit);
-    QTRY_COMPARE_WITH_TIMEOUT(unit.of(voltage).last(), QVariantList{"12.3V"}, patienceMs);
+    QTRY_COMPARE(unit.of(voltage).last(), QVariantList{"12.3V"});
 }
 
 void tst_ModuleLosses::briefRestartShowsNothingMissing()
@@ -77,7 +77,7 @@ void tst_ModuleLosses::touchesAreNotQueued()
     ForeignModule module(bus);
     TRY_CONNECTED(unit);
     unit.send(QStringLiteral("gaugesListBack"), {});
-    QTRY_VERIFY_WITH_TIMEOUT(module.calls.contains("gaugesListBack"), patienceMs);
+    QTRY_VERIFY(module.calls.contains("gaugesListBack"));
     QVERIFY(!module.calls.contains(QStringLiteral("triggerACButton")));
 }
 
@@ -88,7 +88,7 @@ void tst_ModuleLosses::silentModule()
     Unit unit(bus);
     TRY_CONNECTED(unit);
     module.send(QStringLiteral("batteryVoltage"), {QStringLiteral("12.0V")});
-    QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), 1, patienceMs);
+    QTRY_COMPARE(unit.all.size(), 1);
 
     module.isAnswering = false;
     TRY_WAITING(unit);
@@ -101,7 +101,7 @@ void tst_ModuleLosses::silentModule()
     TRY_CONNECTED(unit);
     QCOMPARE(unit.all.last().arguments, QVariantList{"11.9V"});
     unit.send(QStringLiteral("gaugesListBack"), {});
-    QTRY_VERIFY_WITH_TIMEOUT(module.calls.contains("gaugesListBack"), patienceMs);
+    QTRY_VERIFY(module.calls.contains("gaugesListBack"));
     QVERIFY(!module.calls.contains(QStringLiteral("triggerACButton")));
 }
 
@@ -113,7 +113,7 @@ void tst_ModuleLosses::quietModuleIsLeftAlone()
     Unit unit(bus);
     TRY_CONNECTED(unit);
     module.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(1))});
-    QTRY_COMPARE_WITH_TIMEOUT(module.calls.count("Ping"), 1, patienceMs);
+    QTRY_COMPARE(module.calls.count("Ping"), 1);
     module.calls.clear();
     QTest::qWait(10 * module.missingAfterMs);
     // One may be under way for the signal that came while the first was answered.
@@ -129,7 +129,7 @@ void tst_ModuleLosses::quietModuleFreezes()
     module.missingAfterMs = 50;
     Unit unit(bus);
     TRY_CONNECTED(unit);
-    QTRY_VERIFY_WITH_TIMEOUT(module.calls.contains("Ping"), patienceMs);
+    QTRY_VERIFY(module.calls.contains("Ping"));
     QTest::qWait(2 * module.missingAfterMs);
     QCOMPARE(unit.state(), Client::Connected);
     module.isAnswering = false;
@@ -178,7 +178,7 @@ void tst_ModuleLosses::signalsThatDoNotFit()
     for (int i = 0; i < 3; ++i)
         module.send(name, arguments);
     module.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(4))});
-    QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), 1, patienceMs);
+    QTRY_COMPARE(unit.all.size(), 1);
     QCOMPARE(unit.all.first().arguments, QVariantList{QVariant::fromValue(uchar(4))});
 }
 
@@ -192,7 +192,7 @@ void tst_ModuleLosses::signalsOfOthersAreIgnored()
     other.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(255))});
     other.connection.interface()->serviceOwner(QLatin1String(bus::serviceName)); // it was sent
     module.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(1))});
-    QTRY_COMPARE_WITH_TIMEOUT(unit.all.size(), 1, patienceMs);
+    QTRY_COMPARE(unit.all.size(), 1);
     QCOMPARE(unit.all.first().arguments, QVariantList{QVariant::fromValue(uchar(1))});
 }
 
@@ -283,13 +283,13 @@ void tst_ModuleLosses::busRestarts()
     TRY_CONNECTED(unit);
     bus.stop();
     TRY_WAITING(unit);
-    QTRY_COMPARE_WITH_TIMEOUT(losses.size(), 1, patienceMs);
+    QTRY_COMPARE(losses.size(), 1);
     bus.start();
-    QTRY_COMPARE_WITH_TIMEOUT(losses.size(), 2, patienceMs);
+    QTRY_COMPARE(losses.size(), 2);
     TRY_CONNECTED(unit);
     unit.all.clear();
     emit norda::VtqAdaptor::instance()->doorStatus(7);
-    QTRY_COMPARE_WITH_TIMEOUT(unit.of(QStringLiteral("doorStatus")).size(), 1, patienceMs);
+    QTRY_COMPARE(unit.of(QStringLiteral("doorStatus")).size(), 1);
 }
 
 NORDA_TEST_MAIN(tst_ModuleLosses)

@@ -54,7 +54,7 @@ struct Report
             QTest::qWait(20);
             return !frames.isEmpty();
         };
-        QTRY_VERIFY_WITH_TIMEOUT(isSeen(), 60000);
+        QTRY_VERIFY(isSeen());
     }
     QByteArrayList framesSinceThen() const
     {

@@ -53,8 +53,7 @@ private:
     {
         module::Drive *drive = session()->drive();
         drive->setSpeed(module::Drive::Unlimited);
-        QTRY_VERIFY_WITH_TIMEOUT(!drive->isPlaying() && drive->positionMs() >= drive->durationMs(),
-                                 60000);
+        QTRY_VERIFY(!drive->isPlaying() && drive->positionMs() >= drive->durationMs());
     }
     /** Until a fault, a soft tire and others beside the car have left their marks on every page. */
     void simulateBefore()

@@ -279,7 +279,7 @@ void tst_ReverseCamera::moduleFloods()
 {
     const StartedProgram module(QStringLiteral("floodmodule"), m_bus->address() + flood);
     connectToBus();
-    QTRY_VERIFY_WITH_TIMEOUT(isSeen(), patienceMs);
+    QTRY_VERIFY(isSeen());
     QElapsedTimer clock;
     clock.start();
     const qint64 selectedMs = module.lineWith(QStringLiteral("reverse ")).toLongLong();
@@ -295,8 +295,7 @@ void tst_ReverseCamera::menuIsBeingSent()
     static constexpr int lines = 200;
     ForeignModule module(*m_bus);
     connectToBus();
-    QTRY_COMPARE_WITH_TIMEOUT(ServiceConnection::instance()->state(), ServiceConnection::Connected,
-                              patienceMs);
+    QTRY_COMPARE(ServiceConnection::instance()->state(), ServiceConnection::Connected);
     windows()->openWindow(SettingsPage);
     QSignalSpy shown(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::NordaConfigMenuTextInfo);
     QSignalSpy gears(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::checkGearPositionStatus);
@@ -305,15 +304,15 @@ void tst_ReverseCamera::menuIsBeingSent()
             QStringLiteral("NordaConfigMenuTextInfo"),
             {QVariant::fromValue(QList<int>{2, 0, 2}), QStringList{"Units"}, QStringList()});
     module.send(QStringLiteral("checkGearPositionStatus"), {QVariant::fromValue(uchar(Reverse))});
-    QTRY_VERIFY_WITH_TIMEOUT(isSeen(), patienceMs);
+    QTRY_VERIFY(isSeen());
     module.send(QStringLiteral("checkGearPositionStatus"), {QVariant::fromValue(uchar(Drive))});
-    QTRY_VERIFY_WITH_TIMEOUT(!screen()->isCameraShown(), patienceMs);
+    QTRY_VERIFY(!screen()->isCameraShown());
     QVERIFY(shown.size() < lines);
     QVERIFY(gears.isEmpty());
     // What both gears say in their turn is old by then.
     connect(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::checkGearPositionStatus,
             m_unit.get(), [this] { QVERIFY(!screen()->isCameraShown()); });
-    QTRY_COMPARE_WITH_TIMEOUT(gears.size(), 2, patienceMs);
+    QTRY_COMPARE(gears.size(), 2);
     QCOMPARE(shown.size(), lines);
 }
 
@@ -330,7 +329,7 @@ void tst_ReverseCamera::reverseBeforeTheUnitStarts()
     startUnit();
     QVERIFY(!screen()->isCameraShown());
     connectToBus();
-    QTRY_VERIFY_WITH_TIMEOUT(isSeen(), patienceMs);
+    QTRY_VERIFY(isSeen());
 }
 
 NORDA_TEST_MAIN(tst_ReverseCamera)

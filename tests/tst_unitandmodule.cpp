@@ -64,15 +64,12 @@ private:
     std::unique_ptr<HeadUnit> m_unit;
 };
 
-static constexpr int patienceMs = 60000;
-#define TRY_STATE(wanted)                                                                          \
-    QTRY_COMPARE_WITH_TIMEOUT(link()->state(), ServiceConnection::wanted, patienceMs)
+#define TRY_STATE(wanted) QTRY_COMPARE(link()->state(), ServiceConnection::wanted)
 
 static constexpr char ambient[] = "Txt_up_left_value";
 /** With a number, and perhaps a unit after it. */
 #define TRY_AMBIENT_KNOWN()                                                                        \
-    QTRY_VERIFY2_WITH_TIMEOUT(text(ambient).contains(QRegularExpression("^[1-9]")),                \
-                              qPrintable(text(ambient)), patienceMs)
+    QTRY_VERIFY2(text(ambient).contains(QRegularExpression("^[1-9]")), qPrintable(text(ambient)))
 
 /** Touches a key again and again from a thread of its own, and notes how long each answer takes. */
 class Finger
@@ -223,7 +220,7 @@ void tst_UnitAndModule::touchesReachTheModule()
     QSignalSpy status(norda::VtqAdaptor::instance(),
                       &norda::VtqAdaptor::NordaClimateCtrlStatusNotify);
     QTest::mouseClick(key, Qt::LeftButton);
-    QTRY_VERIFY_WITH_TIMEOUT(!status.isEmpty(), patienceMs);
+    QTRY_VERIFY(!status.isEmpty());
 }
 
 /** The menu is sent on request only, and the page has asked before there was a module. */
@@ -233,13 +230,13 @@ void tst_UnitAndModule::requestsAreRepeated()
     m_unit->windows()->openWindow(SettingsPage);
     QSignalSpy menu(norda::VtqAdaptor::instance(), &norda::VtqAdaptor::NordaConfigMenuTextInfo);
     startModule();
-    QTRY_VERIFY_WITH_TIMEOUT(menu.size() > 3, patienceMs);
+    QTRY_VERIFY(menu.size() > 3);
     m_module->signal(SIGKILL);
     TRY_STATE(Waiting);
     m_module.reset();
     menu.clear();
     startModule();
-    QTRY_VERIFY_WITH_TIMEOUT(menu.size() > 3, patienceMs);
+    QTRY_VERIFY(menu.size() > 3);
 }
 
 void tst_UnitAndModule::numbersGoMissingWithTheModule()
@@ -249,7 +246,7 @@ void tst_UnitAndModule::numbersGoMissingWithTheModule()
     TRY_AMBIENT_KNOWN();
     m_module->signal(SIGKILL);
     TRY_STATE(Waiting);
-    QTRY_COMPARE_WITH_TIMEOUT(text(ambient), QStringLiteral("--"), patienceMs);
+    QTRY_COMPARE(text(ambient), QStringLiteral("--"));
     m_module.reset();
     startModule();
     TRY_STATE(Connected);
@@ -292,7 +289,7 @@ void tst_UnitAndModule::moduleIsFrozen()
     {
         Finger finger(m_unit->windows()->currentPage()->findChild<QWidget *>("norda_key_gauge"));
         TRY_STATE(Waiting);
-        QTRY_COMPARE_WITH_TIMEOUT(text(ambient), QStringLiteral("--"), patienceMs);
+        QTRY_COMPARE(text(ambient), QStringLiteral("--"));
         QTest::qWait(3000);
         finger.lift();
         checkAnswers(finger, 10);

@@ -88,7 +88,7 @@ void tst_UnitService::unusableManager()
     QFETCH(QString, settings);
     QFETCH(QString, message);
     const std::unique_ptr<StartedProgram> unit = m_place->start("--page climate", settings);
-    QTRY_VERIFY_WITH_TIMEOUT(m_place->settings().contains("UnitLastPage=82 1"), 60000);
+    QTRY_VERIFY(m_place->settings().contains("UnitLastPage=82 1"));
     QCOMPARE(unit->end(), 0);
     QCOMPARE(messages(unit->err()), message);
 }
@@ -223,8 +223,8 @@ void tst_UnitService::pageSettles()
     const auto kept = [this] { return m_place->settings(); };
     m_place->openedPage("--page climate", SIGKILL);
     const std::unique_ptr<StartedProgram> unit = m_place->start({});
-    QTRY_COMPARE_WITH_TIMEOUT(kept(), QStringLiteral("[General]\nUnitLastPage=82 2\n"), 60000);
-    QTRY_COMPARE_WITH_TIMEOUT(kept(), QStringLiteral("[General]\nUnitLastPage=82\n"), 60000);
+    QTRY_COMPARE(kept(), QStringLiteral("[General]\nUnitLastPage=82 2\n"));
+    QTRY_COMPARE(kept(), QStringLiteral("[General]\nUnitLastPage=82\n"));
     unit->end(SIGKILL);
     m_place->manager().during(1);
     QCOMPARE(m_place->openedPage({}, SIGTERM), QStringLiteral("Climate (82)"));

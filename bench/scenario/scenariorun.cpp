@@ -19,7 +19,7 @@
 #include <QTimer>
 
 static constexpr int patienceMs = 1000;
-static constexpr int pauseMs = 20;
+static constexpr int settleMs = 20;
 static const QLatin1String expectWord("expect");
 
 ScenarioRun::ScenarioRun(const Scenario &scenario, const Options &options, Rig *rig)
@@ -124,7 +124,7 @@ void ScenarioRun::expect(const ScenarioStep &step)
                      .arg(QString(step.text).replace(0, 6, QStringLiteral("expected")), seen));
             return;
         }
-        settle(pauseMs);
+        settle(settleMs);
     }
     m_result.steps.last().seen = seen;
 }

@@ -12,7 +12,7 @@
 
 namespace module {
 
-static constexpr double dt = Powertrain::stepSeconds;
+static constexpr double mostDegrees = 30 * Powertrain::stepSeconds; // of steering, in a step
 static constexpr double farAway = 99;
 
 // The parking lot, in the car's coordinates at the start: x ahead of the rear axle, y to the left.
@@ -118,8 +118,9 @@ void Manoeuvre::step(qint64 nowMs, double speedKmh, const Controls &controls)
         return;
     }
     const double wanted = m_backing ? steeringAt(-m_x) : 0;
-    m_steering += std::clamp(wanted - m_steering, -30 * dt, 30 * dt);
-    const double metres = (m_backing ? -1 : 1) * metresPerSecond(speedKmh) * dt;
+    m_steering += std::clamp(wanted - m_steering, -mostDegrees, mostDegrees);
+    const double metres =
+        (m_backing ? -1 : 1) * metresPerSecond(speedKmh) * Powertrain::stepSeconds;
     m_heading += metres / wheelbase * std::tan(qDegreesToRadians(m_steering));
     m_x += metres * std::cos(m_heading);
     m_y += metres * std::sin(m_heading);
