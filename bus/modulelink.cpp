@@ -8,6 +8,7 @@
 #include <QMap>
 
 #include <chrono>
+#include <utility>
 
 namespace bus {
 
@@ -182,6 +183,7 @@ void ModuleLink::onSnapshot(const QDBusMessage &reply)
 
 void ModuleLink::start(const QVector<Record> &snapshot)
 {
+    m_isDenied = false;
     m_gone.stop();
     for (const Record &record : snapshot)
         putSignal(record.name, record.arguments);
@@ -198,6 +200,10 @@ void ModuleLink::onNoAnswer(const QDBusError &error, const QDBusMessage &call)
         onUnknownMethod(call.member());
         return;
     }
+    // What the policy of the bus refuses looks like a silent module, and lasts.
+    if (error.type() == QDBusError::AccessDenied && !std::exchange(m_isDenied, true))
+        qWarning("vehicle module: %s: expected the right to call it: %s", qPrintable(call.member()),
+                 qPrintable(error.message()));
     setStage(Stage::Silent);
     showMissing();
     m_retry.start(retryInterval);

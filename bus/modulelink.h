@@ -76,6 +76,7 @@ private:
     int m_missingAfterMs = 0;
     QVector<Record> m_missing; // the signals that show all values as missing
     bool m_isMissingShown = true;
+    bool m_isDenied = false;
     QTimer m_retry;
     QTimer m_silence;
     QTimer m_gone;

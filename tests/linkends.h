@@ -81,6 +81,10 @@ public:
         calls.append(message.member());
         if (!isAnswering)
             return true;
+        if (!refusal.isEmpty()) {
+            connection.send(message.createErrorReply(QDBusError::AccessDenied, refusal));
+            return true;
+        }
         QVariantList answer;
         if (message.member() == QLatin1String("Snapshot"))
             answer = {QVariant::fromValue(snapshot)};
@@ -96,6 +100,7 @@ public:
     QVector<Record> missing = {{QStringLiteral("batteryVoltage"), {QStringLiteral("--")}}};
     int missingAfterMs = 300;
     bool isAnswering = true;
+    QString refusal; // instead of answers
 };
 
 #define TRY_CONNECTED(unit) QTRY_COMPARE((unit).state(), Client::Connected)

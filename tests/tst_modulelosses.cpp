@@ -16,6 +16,7 @@ private slots:
     void silentModule();
     void quietModuleIsLeftAlone();
     void quietModuleFreezes();
+    void refusedUnitSaysSo();
     void signalsThatDoNotFit_data();
     void signalsThatDoNotFit();
     void signalsOfOthersAreIgnored();
@@ -140,6 +141,21 @@ void tst_ModuleLosses::quietModuleFreezes()
     module.send(QStringLiteral("doorStatus"), {QVariant::fromValue(uchar(1))});
     TRY_CONNECTED(unit);
     QVERIFY(!module.calls.contains(QStringLiteral("triggerACButton")));
+}
+
+/** Once, however often it tries. */
+void tst_ModuleLosses::refusedUnitSaysSo()
+{
+    const PrivateBus bus;
+    ForeignModule module(bus);
+    module.refusal = QStringLiteral("not in the group");
+    QTest::ignoreMessage(QtWarningMsg, "vehicle module: MissingValues: expected the right to call "
+                                       "it: not in the group");
+    Unit unit(bus);
+    QTRY_VERIFY(module.calls.count("MissingValues") >= 3);
+    QCOMPARE(unit.state(), Client::Waiting);
+    module.refusal.clear();
+    TRY_CONNECTED(unit);
 }
 
 // ---- Modules that do not keep to the interface --------------------------------------------------
