@@ -25,6 +25,10 @@ PROMISED = 2  # seconds, from reverse gear to the picture
 REVERSE, FORWARD = "1F0#FF", "1F0#03"
 
 
+def run_board(option):
+    subprocess.run([os.path.join(TOP, "board"), option], check=True)
+
+
 def expected_pictures():
     return sys.argv[1]
 
@@ -282,6 +286,20 @@ class BoardTest(unittest.TestCase):
         print(f"idle: the unit wakes {a_second:.2f} times a second")
         # The watchdog's report is one each five seconds, the clock one a minute.
         self.assertLess(a_second, 1)
+
+    def test_l_boots_without_its_data_partition(self):
+        """There is a page all the same, and settings last as long as the power."""
+        run_board("--stop")
+        with open(os.path.join(TOP, "build", "board", "data.img"), "r+b") as data:
+            size = os.path.getsize(data.name)
+            data.truncate(0)
+            data.truncate(size)
+        run_board("--boot")
+        self.assertIn("/dev/vdb: expected the data partition; nothing is kept", self.board.log())
+        self.assertEqual(self.on_board("findmnt -no FSTYPE /var/lib/norda"), "tmpfs")
+        self.assertEqual(self.on_board("stat -c %U /var/log/norda"), "norda")
+        self.until(lambda: self.property_of("norda-moduled", "ActiveState"), "active")
+        self.assertEqual(self.property_of("norda-unit", "ActiveState"), "active")
 
 
 if __name__ == "__main__":
