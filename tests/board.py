@@ -290,6 +290,7 @@ class BoardTest(unittest.TestCase):
     def test_l_boots_without_its_data_partition(self):
         """There is a page all the same, and settings last as long as the power."""
         run_board("--stop")
+        self.assertIn("reboot: Power down", self.board.log())
         with open(os.path.join(TOP, "build", "board", "data.img"), "r+b") as data:
             size = os.path.getsize(data.name)
             data.truncate(0)
